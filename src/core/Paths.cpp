@@ -1,0 +1,72 @@
+#include "core/Paths.h"
+
+#include "core/Error.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+namespace core {
+
+Paths pathsBelow(const QString &startFolder, const QString &dataFolder)
+{
+    const QString start = QDir::toNativeSeparators(startFolder);
+    const QString data = QDir::toNativeSeparators(dataFolder);
+    const QChar slash = QDir::separator();
+    const auto below = [slash](const QString &folder, QLatin1StringView name) {
+        return QString(folder + slash + name);
+    };
+    Paths paths;
+    paths.StartFolder = start;
+    paths.DataFolder = data;
+    paths.PhoneBookFile = below(start, "SimplePhoneBook.cpbk"_L1);
+    paths.CustomerFile = below(start, "Customer.ccsm"_L1);
+    paths.SmsFolder = below(data, "SMS"_L1);
+    paths.SmsFile = below(paths.SmsFolder, "SMS.txt"_L1);
+    paths.PopUserDataFolder = below(start, "PopUserData"_L1);
+    paths.LangFile = below(start, "Lang.mdb"_L1);
+    paths.RunLogFile = below(data, "Runlog.txt"_L1);
+    paths.SettingsFile = below(data, "Crm.cfg"_L1);
+    paths.UserLangFile = below(start, "UserLang.lan"_L1);
+    paths.OemMarkFile = below(start, "mdr.cfg"_L1);
+    return paths;
+}
+
+QString FolderExists(const QString &path)
+{
+    return !path.isEmpty() && QFileInfo(path).isDir() ? u"Good"_s : QString();
+}
+
+void makeFolder(const QString &path)
+{
+    if (FolderExists(path).isEmpty() && !QDir().mkdir(path)) {
+        throw Error(0, u"cannot create the folder "_s + path);
+    }
+}
+
+void RecoverCurrentPath(const Paths &paths)
+{
+    QDir::setCurrent(paths.StartFolder);
+}
+
+QString ReadMdrOemMark(const Paths &paths)
+{
+    constexpr qint64 markOffset = 68;
+    constexpr qint64 markWidth = 30;
+    QFile file(paths.OemMarkFile);
+    if (!QFileInfo(file).isFile()) {
+        return {};
+    }
+    if (!file.open(QIODevice::ReadOnly) || !file.seek(markOffset)) {
+        throw Error(0, file.errorString());
+    }
+    QByteArray mark = file.read(markWidth);
+    while (mark.endsWith(' ') || mark.endsWith('\0')) {
+        mark.chop(1);
+    }
+    return QString::fromLatin1(mark);
+}
+
+} // namespace core

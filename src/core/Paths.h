@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QString>
+
+namespace core {
+
+/// Every file and folder of the program, fixed once at start (see iniPath); native separators.
+struct Paths
+{
+    QString StartFolder; ///< the current directory at start: databases and language files
+    QString DataFolder;  ///< settings, run log, short messages
+    QString PhoneBookFile;
+    QString CustomerFile;
+    QString SmsFolder;
+    QString SmsFile;
+    QString PopUserDataFolder;
+    QString LangFile;
+    QString RunLogFile;
+    QString SettingsFile;
+    QString UserLangFile;
+    QString OemMarkFile;
+};
+
+/// The paths below the two folders. Touches nothing.
+Paths pathsBelow(const QString &startFolder, const QString &dataFolder);
+
+/// "Good" when `path` names an existing folder, else "". A drive root such as "C:\" counts as existing.
+QString FolderExists(const QString &path);
+
+/// Creates one missing folder, not its parents. Throws Error.
+void makeFolder(const QString &path);
+
+/// Makes `StartFolder` the current directory again; a file dialog may have changed it.
+void RecoverCurrentPath(const Paths &paths);
+
+/// The OEM mark: 30 bytes at byte position 69 (from 1) of the mark file, trailing blanks and NULs removed;
+/// empty without the file.
+QString ReadMdrOemMark(const Paths &paths);
+
+} // namespace core

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QString>
+
+namespace core {
+
+/// The door to message boxes and file dialogs: everything that waits for the operator's answer.
+class Prompts
+{
+public:
+    virtual ~Prompts() = default;
+    /// A message with an OK button.
+    virtual void tell(const QString &text) = 0;
+    /// A question with OK and Cancel; an empty title stands for the program's own.
+    virtual bool askOkCancel(const QString &text, const QString &title = {}) = 0;
+    /// True while one of the above waits for an answer; calls that arrive meanwhile are held back.
+    virtual bool isOpen() const = 0;
+};
+
+} // namespace core

@@ -1,0 +1,35 @@
+#include "core/QtPrompts.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QScopedValueRollback>
+
+using namespace Qt::StringLiterals;
+
+namespace core {
+
+void QtPrompts::tell(const QString &text)
+{
+    ask(text, {}, false);
+}
+
+bool QtPrompts::askOkCancel(const QString &text, const QString &title)
+{
+    return ask(text, title, true);
+}
+
+bool QtPrompts::ask(const QString &text, const QString &title, bool question)
+{
+    const QScopedValueRollback open(m_open, m_open + 1);
+    QMessageBox box(QApplication::activeWindow());
+    box.setObjectName(u"messageBox"_s);
+    box.setTextFormat(Qt::PlainText);
+    box.setText(text);
+    box.setWindowTitle(title.isEmpty() ? QApplication::applicationDisplayName() : title);
+    box.setIcon(question ? QMessageBox::Question : QMessageBox::Information);
+    box.setStandardButtons(question ? QMessageBox::Ok | QMessageBox::Cancel : QMessageBox::Ok);
+    box.setDefaultButton(question ? QMessageBox::Cancel : QMessageBox::Ok);
+    return box.exec() == QMessageBox::Ok;
+}
+
+} // namespace core

@@ -1,0 +1,89 @@
+#include "core/RunLog.h"
+
+#include "core/platform.h"
+
+#include <QFile>
+
+using namespace Qt::StringLiterals;
+
+namespace core {
+
+namespace {
+
+constexpr qint64 sizeLimit = 20000; // bytes of the file, and characters of the on-screen copy
+
+// A received line break must not forge an entry of its own.
+QString onOneLine(const QString &message)
+{
+    if (!message.contains(u'\r') && !message.contains(u'\n')) {
+        return message;
+    }
+    QString single = message;
+    return single.replace(u'\r', QChar(0x240D)).replace(u'\n', QChar(0x240A));
+}
+
+} // namespace
+
+RunLog::RunLog(const Paths &paths, const Clock &clock, const ProcessValues &values)
+    : m_paths(paths), m_clock(clock), m_values(values)
+{
+}
+
+QString RunLog::timeStamp()
+{
+    const QDateTime now = m_clock.now();
+    const qint64 second = now.toSecsSinceEpoch();
+    if (second != m_stampSecond) {
+        m_stampSecond = second;
+        m_stamp = now.toString(u"yyyy-MM-dd HH:mm:ss");
+    }
+    return m_stamp;
+}
+
+QString RunLog::line(const QString &message)
+{
+    return u'<' + timeStamp() + u">  "_s + onOneLine(message) + u"\r\n"_s;
+}
+
+void RunLog::WriteRunLog(const QString &message)
+{
+    const QString entry = line(message);
+    try {
+        const qint64 size = platform::appendToFile(m_paths.RunLogFile, entry.toUtf8());
+        if (m_values.MainWindowReady) {
+            eraseIfTooLong(size);
+        }
+    } catch (const Error &) {
+        // Nobody is left to tell: the log itself is what failed. The screen still gets its copy.
+    }
+    if (m_values.MainWindowReady && m_box != nullptr) {
+        if (m_box->length() > sizeLimit) {
+            m_box->clear();
+        }
+        m_box->append(entry);
+    }
+}
+
+void RunLog::eraseIfTooLong(qint64 size)
+{
+    if (size <= sizeLimit) {
+        return;
+    }
+    QFile::remove(m_paths.RunLogFile);
+    platform::appendToFile(m_paths.RunLogFile, line(u"Run.log is erased automatically!"_s).toUtf8());
+    if (m_box != nullptr) {
+        m_box->clear();
+    }
+}
+
+void RunLog::reportError(QLatin1StringView name, const Error &error)
+{
+    WriteRunLog(u'!' + name + u' ' + QString::number(error.number()) + u' ' + error.description());
+}
+
+void RunLog::reportErrorAs(QLatin1StringView prefix, const Error &error)
+{
+    WriteRunLog(prefix + QString::number(error.number()) + u' ' + error.description());
+}
+
+} // namespace core

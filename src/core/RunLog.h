@@ -1,0 +1,83 @@
+#pragma once
+
+#include "core/Clock.h"
+#include "core/Error.h"
+#include "core/Paths.h"
+#include "core/ProcessValues.h"
+
+#include <QString>
+
+#include <exception>
+#include <utility>
+
+namespace core {
+
+/// The on-screen copy of the run log: the main window's run information box.
+class RunInfoBox
+{
+public:
+    virtual ~RunInfoBox() = default;
+    virtual void clear() = 0;
+    virtual qsizetype length() const = 0;
+    /// One line with its line end.
+    virtual void append(const QString &line) = 0;
+};
+
+/// The run log file "Runlog.txt": UTF-8, one time-stamped line an entry (docs/formats.md). Opened, appended to and
+/// closed for each entry; failures to write are swallowed.
+class RunLog
+{
+public:
+    /// All three must outlive the log; the paths may still be filled in later.
+    RunLog(const Paths &paths, const Clock &clock, const ProcessValues &values);
+
+    void setRunInfoBox(RunInfoBox *box) { m_box = box; }
+
+    /// Line breaks inside `message` are written as their visible symbols, so an entry is always one line.
+    void WriteRunLog(const QString &message);
+
+    /// "!" + name + " " + number and description.
+    void reportError(QLatin1StringView name, const Error &error);
+    /// The same with the whole prefix given, for the few names that are logged without "!".
+    void reportErrorAs(QLatin1StringView prefix, const Error &error);
+
+    /// Runs one given procedure: what it throws is logged under its name, and `fallback` is returned instead.
+    template <typename Result, typename Work>
+    Result trap(QLatin1StringView name, Result fallback, Work &&work)
+    {
+        try {
+            return std::forward<Work>(work)();
+        } catch (const Error &error) {
+            reportError(name, error);
+        } catch (const std::exception &failure) {
+            reportError(name, Error(0, QString::fromLocal8Bit(failure.what())));
+        }
+        return fallback;
+    }
+
+    /// For procedures without a result: true when the work ended without an error.
+    template <typename Work>
+    bool trap(QLatin1StringView name, Work &&work)
+    {
+        return trap(name, false, [&] {
+            std::forward<Work>(work)();
+            return true;
+        });
+    }
+
+    /// "YYYY-MM-DD HH:MM:SS" of the clock's now.
+    QString timeStamp();
+
+private:
+    QString line(const QString &message);
+    void eraseIfTooLong(qint64 size);
+
+    const Paths &m_paths;
+    const Clock &m_clock;
+    const ProcessValues &m_values;
+    RunInfoBox *m_box = nullptr;
+    qint64 m_stampSecond = -1;
+    QString m_stamp;
+};
+
+} // namespace core

@@ -1,0 +1,117 @@
+#include "core/Settings.h"
+
+#include "core/AtomicFile.h"
+
+#include <QFile>
+#include <QtEndian>
+
+using namespace Qt::StringLiterals;
+
+namespace core {
+
+namespace {
+
+/// Walks the record's fields in file order, reading or writing each; one list of fields serves both ways.
+class RecordReader
+{
+public:
+    explicit RecordReader(const QByteArray &bytes) : m_bytes(bytes.leftJustified(SettingsRecord::size, '\0', true))
+    {
+    }
+    template <int width>
+    void operator()(FixedText<width> &field)
+    {
+        field.setBytes(m_bytes.mid(take(width), width));
+    }
+    template <typename Integer>
+    void operator()(Integer &field)
+    {
+        field = qFromLittleEndian<Integer>(m_bytes.constData() + take(sizeof(Integer)));
+    }
+
+private:
+    qsizetype take(qsizetype width) { return std::exchange(m_offset, m_offset + width); }
+
+    QByteArray m_bytes;
+    qsizetype m_offset = 0;
+};
+
+class RecordWriter
+{
+public:
+    template <int width>
+    void operator()(const FixedText<width> &field)
+    {
+        m_bytes += field.bytes();
+    }
+    template <typename Integer>
+    void operator()(Integer field)
+    {
+        const Integer ordered = qToLittleEndian(field);
+        m_bytes.append(reinterpret_cast<const char *>(&ordered), sizeof(ordered));
+    }
+    const QByteArray &bytes() const { return m_bytes; }
+
+private:
+    QByteArray m_bytes;
+};
+
+template <typename Record, typename Visitor>
+void visitFields(Record &record, Visitor &visit)
+{
+    visit(record.reserved);
+    visit(record.LastSenderIp);
+    visit(record.LastSenderPort);
+    visit(record.PopupDetail);
+    visit(record.LanguageSetting);
+    visit(record.LocalPort);
+    visit(record.PopupAllLines);
+    visit(record.gridColumnNames);
+    visit(record.gridColumnWidths);
+    visit(record.gridColumnVisibility);
+    visit(record.ListUnpoppedCalls);
+}
+
+} // namespace
+
+QByteArray SettingsRecord::toBytes() const
+{
+    RecordWriter writer;
+    visitFields(*this, writer);
+    return writer.bytes();
+}
+
+SettingsRecord SettingsRecord::fromBytes(const QByteArray &bytes)
+{
+    SettingsRecord record;
+    RecordReader reader(bytes);
+    visitFields(record, reader);
+    return record;
+}
+
+void Settings::Get_misc()
+{
+    m_log.trap("Get_misc"_L1, [&] {
+        QFile file(m_paths.SettingsFile);
+        const auto mode = file.exists() ? QIODevice::ReadOnly : QIODevice::ReadWrite;
+        if (!file.open(mode)) {
+            throw Error(0, file.errorString() + u": "_s + m_paths.SettingsFile);
+        }
+        record = SettingsRecord::fromBytes(file.read(SettingsRecord::size));
+    });
+}
+
+bool Settings::SaveMisc()
+{
+    return m_log.trap("SaveMisc"_L1, [&] { saveAtomically(m_paths.SettingsFile, record.toBytes()); });
+}
+
+void Settings::SetDefaulteMisc_tarn()
+{
+    record.gridColumnNames.setText(u"Channel,CallerID,SimpleDes,IncomingTime,SN,LineNo,ID"_s);
+    record.gridColumnWidths.setText(u"500,1800,2500,2700,500,1500,1500"_s);
+    record.gridColumnVisibility.setText(u",1,1,1,1,1,"_s);
+    SaveMisc();
+}
+
+} // namespace core

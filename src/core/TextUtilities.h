@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QString>
+#include <QVariant>
+
+namespace core {
+
+/// True when `value` equals one of the candidates; false without candidates.
+template <typename Value, typename... Candidates>
+bool MyIn(const Value &value, const Candidates &...candidates)
+{
+    return (false || ... || (value == candidates));
+}
+
+/// The digits 0 to 9 of `text`, in order.
+QString DigitsOnly(QStringView text);
+
+/// A fixed-width settings text without its NULs and surrounding blanks: an unset field reads as "".
+QString TrimNulls(QStringView text);
+
+/// A database value with Null replaced by empty text.
+QVariant NullToEmpty(const QVariant &value);
+
+/// A database value with Null replaced by 0.
+QVariant NullToZero(const QVariant &value);
+
+/// The number at the start of `text`, 0 where there is none ("12a" gives 12); blanks are skipped, values beyond the
+/// 32-bit range give 0.
+qint32 leadingNumber(QStringView text);
+
+/// A stranger's text made fit for a window: control characters, line breaks and bidirectional overrides become
+/// blanks, at most 256 characters, and at most 8 combining marks in a row. Plain text, no markup.
+QString shownText(QStringView text);
+
+} // namespace core

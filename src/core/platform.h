@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QByteArrayView>
+#include <QString>
+
+/// What differs between systems. Implemented in platform_unix.cpp and platform_windows.cpp, and nowhere else.
+namespace core::platform {
+
+/// "C:\CallDesk" on Windows; elsewhere CallDesk below $XDG_DATA_HOME, by default ~/.local/share. Created parents
+/// included on Unix, where a fresh account may lack them.
+QString dataFolder();
+
+/// The user's folder for the instance lock: $XDG_RUNTIME_DIR, else the temporary folder.
+QString runtimeFolder();
+
+/// The folder whose existence tells a developer's machine; empty where the test is not made.
+QString developerFolder();
+
+/// The operating system's default language as a Windows language identifier (0x0409: English, United States).
+quint16 systemLanguageId();
+
+/// The ANSI code page for text from the network: the system's on Windows, on Unix the one of `languageCode`
+/// ("CHS" 936, "CHT" 950, "KOR" 949, "JAPANESE" 932, ... else 1252).
+int ansiCodePage(const QString &languageCode);
+
+/// Opens, appends with one write call and closes. The file's size afterwards. Throws Error.
+qint64 appendToFile(const QString &path, QByteArrayView bytes);
+
+/// Writes a new file and forces it to the disk. Throws Error; the file may then stand half written.
+void writeAndSync(const QString &path, QByteArrayView bytes);
+
+/// Renames over an existing file in one step that a crash cannot split. Throws Error.
+void replaceFile(const QString &from, const QString &to);
+
+/// Takes the lock file until the process ends, however it ends. False when another process holds it; throws
+/// Error when it cannot be taken for another reason.
+bool takeProcessLock(const QString &path);
+
+/// Lets another process of the same user bring its window to the front (Windows asks for the permission).
+void allowOthersToFront();
+
+} // namespace core::platform

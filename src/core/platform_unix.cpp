@@ -1,0 +1,181 @@
+#include "core/platform.h"
+
+#include "core/Error.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QHash>
+#include <QLocale>
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace core::platform {
+
+namespace {
+
+[[noreturn]] void fail(int number, const QString &path)
+{
+    throw Error(number, QString::fromLocal8Bit(std::strerror(number)) + u": "_s + path);
+}
+
+class Descriptor
+{
+public:
+    Descriptor(const QString &path, int flags)
+        : m_path(path), m_fd(::open(QFile::encodeName(path).constData(), flags | O_CLOEXEC, 0644))
+    {
+        if (m_fd < 0) {
+            fail(errno, path);
+        }
+    }
+    ~Descriptor()
+    {
+        if (m_fd >= 0) {
+            ::close(m_fd);
+        }
+    }
+    Q_DISABLE_COPY_MOVE(Descriptor)
+
+    void write(QByteArrayView bytes) const
+    {
+        while (!bytes.isEmpty()) {
+            const ssize_t written = ::write(m_fd, bytes.data(), static_cast<size_t>(bytes.size()));
+            if (written < 0 && errno != EINTR) {
+                fail(errno, m_path);
+            }
+            bytes = bytes.sliced(std::max<ssize_t>(written, 0));
+        }
+    }
+    qint64 size() const
+    {
+        struct stat status = {};
+        return ::fstat(m_fd, &status) == 0 ? status.st_size : 0;
+    }
+    void sync() const
+    {
+        if (::fsync(m_fd) != 0) {
+            fail(errno, m_path);
+        }
+    }
+    void close()
+    {
+        if (::close(std::exchange(m_fd, -1)) != 0) {
+            fail(errno, m_path);
+        }
+    }
+    int release() { return std::exchange(m_fd, -1); }
+    int fd() const { return m_fd; }
+
+private:
+    const QString &m_path;
+    int m_fd;
+};
+
+/// The name by which the C library was told the user's language, such as "zh_TW.UTF-8".
+QString localeName()
+{
+    for (const char *variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+        const QString value = qEnvironmentVariable(variable);
+        if (!value.isEmpty()) {
+            return value;
+        }
+    }
+    return QLocale::system().name();
+}
+
+} // namespace
+
+QString dataFolder()
+{
+    const QString home = qEnvironmentVariable("XDG_DATA_HOME");
+    const QString parent = home.startsWith(u'/') ? home : QDir::homePath() + u"/.local/share"_s;
+    QDir().mkpath(parent);
+    return parent + u"/CallDesk"_s;
+}
+
+QString runtimeFolder()
+{
+    const QString folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    return !folder.isEmpty() && QFileInfo(folder).isDir() ? folder : QDir::tempPath();
+}
+
+QString developerFolder()
+{
+    return {};
+}
+
+quint16 systemLanguageId()
+{
+    static const QHash<QString, quint16> territories = {
+        {u"zh_TW"_s, 0x0404}, {u"zh_HK"_s, 0x0C04}, {u"zh_SG"_s, 0x1004}, {u"zh_MO"_s, 0x1404}};
+    static const QHash<QString, quint16> languages = {
+        {u"ar"_s, 0x0401}, {u"bg"_s, 0x0402}, {u"ca"_s, 0x0403}, {u"zh"_s, 0x0804}, {u"cs"_s, 0x0405},
+        {u"da"_s, 0x0406}, {u"de"_s, 0x0407}, {u"el"_s, 0x0408}, {u"en"_s, 0x0409}, {u"es"_s, 0x0C0A},
+        {u"fi"_s, 0x040B}, {u"fr"_s, 0x040C}, {u"he"_s, 0x040D}, {u"iw"_s, 0x040D}, {u"hu"_s, 0x040E},
+        {u"is"_s, 0x040F}, {u"it"_s, 0x0410}, {u"ja"_s, 0x0411}, {u"ko"_s, 0x0412}, {u"nl"_s, 0x0413},
+        {u"nb"_s, 0x0414}, {u"nn"_s, 0x0814}, {u"no"_s, 0x0414}, {u"pl"_s, 0x0415}, {u"pt"_s, 0x0416},
+        {u"ro"_s, 0x0418}, {u"ru"_s, 0x0419}, {u"hr"_s, 0x041A}, {u"sk"_s, 0x041B}, {u"sq"_s, 0x041C},
+        {u"sv"_s, 0x041D}, {u"th"_s, 0x041E}, {u"tr"_s, 0x041F}, {u"id"_s, 0x0421}, {u"uk"_s, 0x0422},
+        {u"be"_s, 0x0423}, {u"sl"_s, 0x0424}, {u"et"_s, 0x0425}, {u"lv"_s, 0x0426}, {u"lt"_s, 0x0427},
+        {u"fa"_s, 0x0429}, {u"vi"_s, 0x042A}, {u"eu"_s, 0x042D}, {u"af"_s, 0x0436}, {u"fo"_s, 0x0438}};
+    constexpr quint16 english = 0x0409;
+    const QString name = localeName().section(u'.', 0, 0).section(u'@', 0, 0);
+    const auto territory = territories.constFind(name);
+    return territory != territories.cend() ? *territory : languages.value(name.section(u'_', 0, 0), english);
+}
+
+int ansiCodePage(const QString &languageCode)
+{
+    static const QHash<QString, int> codePages = {
+        {u"CHS"_s, 936},  {u"CHT"_s, 950},  {u"JAPANESE"_s, 932}, {u"KOR"_s, 949}, {u"ARA"_s, 1256},
+        {u"HBR"_s, 1255}, {u"TUK"_s, 1254}, {u"VN"_s, 1258},      {u"POL"_s, 1250}};
+    constexpr int westernEuropean = 1252;
+    return codePages.value(languageCode, westernEuropean);
+}
+
+qint64 appendToFile(const QString &path, QByteArrayView bytes)
+{
+    const Descriptor file(path, O_WRONLY | O_APPEND | O_CREAT);
+    file.write(bytes);
+    return file.size();
+}
+
+void writeAndSync(const QString &path, QByteArrayView bytes)
+{
+    Descriptor file(path, O_WRONLY | O_CREAT | O_TRUNC);
+    file.write(bytes);
+    file.sync();
+    file.close();
+}
+
+void replaceFile(const QString &from, const QString &to)
+{
+    if (::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0) {
+        fail(errno, to);
+    }
+}
+
+bool takeProcessLock(const QString &path)
+{
+    Descriptor file(path, O_RDWR | O_CREAT);
+    if (::flock(file.fd(), LOCK_EX | LOCK_NB) != 0) {
+        if (errno == EWOULDBLOCK) {
+            return false;
+        }
+        fail(errno, path);
+    }
+    file.release(); // the kernel gives the lock up with the process
+    return true;
+}
+
+void allowOthersToFront() {}
+
+} // namespace core::platform
