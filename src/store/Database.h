@@ -2,11 +2,13 @@
 
 #include "core/Error.h"
 #include "store/Recordset.h"
+#include "store/Wildcards.h"
 
 #include <QString>
 #include <QStringList>
 #include <QVariantList>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 
@@ -14,8 +16,8 @@ struct sqlite3_stmt;
 
 namespace store {
 
-/// One row of a forward-only reading, valid only inside the callback. Columns are numbered from 0 in the order of
-/// the select list; a Null reads as "" or 0.
+/// One row of a forward-only reading, valid only inside the callback. Columns are numbered from 0 in the
+/// order of the select list; a Null reads as "" or 0.
 class Row
 {
 public:
@@ -28,16 +30,24 @@ private:
     sqlite3_stmt *m_statement;
 };
 
-/// A database file, open from construction to destruction. The engine's functions and text order are registered;
-/// statements are in the given words and pass the SqlDialect on their way.
+/// A database file, open from construction to destruction. The engine's functions and text order are
+/// registered; statements are in the given words and pass the SqlDialect on their way.
 class Database
 {
 public:
     enum class Mode { ReadWrite, ReadOnly };
+    struct Options
+    {
+        Mode mode = Mode::ReadWrite;
+        Wildcards wildcards = Wildcards::Asterisk;
+        std::chrono::milliseconds patience{500}; ///< the longest wait for another program's lock
+    };
 
-    /// Opens an existing database file; never creates one. Throws core::Error when it is missing, no database,
-    /// damaged or may not be opened. Another program's lock is waited for at most half a second.
+    /// Opens an existing database file; never creates one. Throws core::Error when it is missing, no
+    /// database, damaged or may not be opened. A file marked read-only opens in either mode; only writing
+    /// then fails.
     explicit Database(const QString &path, Mode mode = Mode::ReadWrite);
+    Database(const QString &path, const Options &options);
     ~Database();
     Database(Database &&) noexcept;
     Database &operator=(Database &&) noexcept;
@@ -48,16 +58,28 @@ public:
     /// Runs one statement; the number of rows changed. Throws core::Error.
     qint64 Execute(const QString &sql, const QVariantList &bound = {});
 
-    /// Calls `visit` for each row of a select, in order, without keeping any. The fastest way to read a whole table.
-    /// Throws core::Error also when the reading breaks off at a damaged page.
+    /// Calls `visit` for each row of a select, in order, without keeping any. The fastest way to read a whole
+    /// table. Throws core::Error also when the reading breaks off at a damaged page.
     void forEachRow(const QString &select, const std::function<void(const Row &)> &visit);
 
     /// The names of the tables as they were created.
     QStringList tableNames() const;
 
-    class Connection; // the driver's side, shared with the open recordsets
+    /// Runs `work` as one transaction: all of it is written or, where it throws, nothing. Not to be nested.
+    void transaction(const std::function<void()> &work);
+
+    class Handle; // the driver's side, shared with the open recordsets
 private:
-    std::shared_ptr<Connection> m_connection;
+    friend void createDatabase(const QString &, const QString &, const std::function<void(Database &)> &);
+    explicit Database(std::shared_ptr<Handle> handle);
+
+    std::shared_ptr<Handle> m_handle;
 };
+
+/// Makes a new database file from a schema in the given words and what `fill` adds, in one step: the file is
+/// built beside its place and then renamed, so it is whole or not there. Throws core::Error, also when the
+/// file exists.
+void createDatabase(const QString &path, const QString &schemaSql,
+                    const std::function<void(Database &)> &fill);
 
 } // namespace store
