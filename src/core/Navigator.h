@@ -19,6 +19,9 @@ public:
     virtual void ShowHelp(const QString &helpId) = 0;
     /// Opens the editor of a known caller's row: source "CUSTOMER" or "PHONEBOOK" and its SN.
     virtual void Show_Editor(const QString &source, qint32 sn) = 0;
+    /// Opens the phone book, or the customer list, on the rows of a query in the given words.
+    virtual void showPhoneBook(const QString &query) = 0;
+    virtual void showCustomerList(const QString &query) = 0;
     /// Opens the dialog that files an unknown caller's number.
     virtual void addCaller(const QString &number, const QString &keyWord) = 0;
 };

@@ -52,6 +52,16 @@ void FakeNavigator::Show_Editor(const QString &source, qint32 sn)
     shown.append(u"Show_Editor "_s + source + u' ' + QString::number(sn));
 }
 
+void FakeNavigator::showPhoneBook(const QString &query)
+{
+    shown.append(u"showPhoneBook "_s + query);
+}
+
+void FakeNavigator::showCustomerList(const QString &query)
+{
+    shown.append(u"showCustomerList "_s + query);
+}
+
 void FakeNavigator::addCaller(const QString &number, const QString &keyWord)
 {
     shown.append(u"addCaller "_s + number + u' ' + keyWord);
