@@ -5,8 +5,9 @@
 
 namespace core {
 
-/// Writes a whole file so that a crash or a full disk leaves either the old contents or the new, never a torn or
-/// empty file: a temporary file beside it, synced, then renamed. A file marked read-only is refused. Throws Error.
+/// Writes a whole file so that a crash or a full disk leaves either the old contents or the new, never a torn
+/// or empty file: a temporary file beside it, synced, then renamed. A file marked read-only is refused.
+/// Throws Error.
 void saveAtomically(const QString &path, QByteArrayView bytes);
 
 } // namespace core

@@ -44,8 +44,8 @@ QString CodePage::decode(QByteArrayView bytes) const
     return decoder.hasError() || text.contains(QChar::ReplacementCharacter) ? decodeByteByByte(bytes) : text;
 }
 
-// Feeding single bytes tells how many of them each replacement character stands for: an invalid lead byte must take
-// one column only, whereas an unassigned pair takes two.
+// Feeding single bytes tells how many of them each replacement character stands for: an invalid lead byte
+// must take one column only, whereas an unassigned pair takes two.
 QString CodePage::decodeByteByByte(QByteArrayView bytes) const
 {
     QStringDecoder decoder(m_name.constData());
@@ -53,8 +53,8 @@ QString CodePage::decodeByteByByte(QByteArrayView bytes) const
     bool pending = false;
     for (const char &byte : bytes) {
         QString decoded = decoder.decode(QByteArrayView(&byte, 1));
-        const bool oneByteFailed = decoded.startsWith(QChar::ReplacementCharacter) &&
-                                   (!pending || decoded.size() > 1);
+        const bool oneByteFailed =
+            decoded.startsWith(QChar::ReplacementCharacter) && (!pending || decoded.size() > 1);
         if (oneByteFailed) {
             decoded.front() = u'?';
         }

@@ -21,8 +21,8 @@ public:
     int number() const { return m_number; }
     ColumnRule columnRule() const;
 
-    /// Valid UTF-8 with a character beyond ASCII is taken as UTF-8, all else as this code page. An undecodable byte
-    /// becomes "?", so that every later byte keeps its column.
+    /// Valid UTF-8 with a character beyond ASCII is taken as UTF-8, all else as this code page. An
+    /// undecodable byte becomes "?", so that every later byte keeps its column.
     QString decode(QByteArrayView bytes) const;
 
     /// Characters that the code page lacks become "?".

@@ -12,7 +12,8 @@ class Navigator
 {
 public:
     virtual ~Navigator() = default;
-    /// False where this build or this desk lacks the window (no customer database, say): its button is disabled.
+    /// False where this build or this desk lacks the window (no customer database, say): its button is
+    /// disabled.
     virtual bool canShow(Window window) const = 0;
     /// Opens the call notes, the customer list, the phone book, the options or the message form.
     virtual void show(Window window) = 0;

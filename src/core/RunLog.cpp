@@ -26,8 +26,7 @@ QString onOneLine(const QString &message)
 
 RunLog::RunLog(const Paths &paths, const Clock &clock, const ProcessValues &values)
     : m_paths(paths), m_clock(clock), m_values(values)
-{
-}
+{}
 
 QString RunLog::timeStamp()
 {
@@ -76,14 +75,20 @@ void RunLog::eraseIfTooLong(qint64 size)
     }
 }
 
-void RunLog::reportError(QLatin1StringView name, const Error &error)
-{
-    WriteRunLog(u'!' + name + u' ' + QString::number(error.number()) + u' ' + error.description());
-}
-
-void RunLog::reportErrorAs(QLatin1StringView prefix, const Error &error)
+void RunLog::reportError(const QString &prefix, const Error &error)
 {
     WriteRunLog(prefix + QString::number(error.number()) + u' ' + error.description());
+}
+
+void RunLog::reportCaught(const QString &prefix)
+{
+    try {
+        throw;
+    } catch (const Error &error) {
+        reportError(prefix, error);
+    } catch (const std::exception &failure) {
+        reportError(prefix, Error(0, QString::fromLocal8Bit(failure.what())));
+    }
 }
 
 } // namespace core

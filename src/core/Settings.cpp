@@ -15,9 +15,9 @@ namespace {
 class RecordReader
 {
 public:
-    explicit RecordReader(const QByteArray &bytes) : m_bytes(bytes.leftJustified(SettingsRecord::size, '\0', true))
-    {
-    }
+    explicit RecordReader(const QByteArray &bytes)
+        : m_bytes(bytes.leftJustified(SettingsRecord::size, '\0', true))
+    {}
     template <int width>
     void operator()(FixedText<width> &field)
     {

@@ -67,8 +67,9 @@ QString shownText(QStringView text)
         if (shown.size() == maxLength) {
             break;
         }
-        const bool blank = character.category() == QChar::Other_Control || isBidiControl(character.unicode()) ||
-                           character == QChar::LineSeparator || character == QChar::ParagraphSeparator;
+        const bool blank = character.category() == QChar::Other_Control ||
+                           isBidiControl(character.unicode()) || character == QChar::LineSeparator ||
+                           character == QChar::ParagraphSeparator;
         shown += blank ? QChar(u' ') : character;
     }
     if (!shown.isEmpty() && shown.back().isHighSurrogate()) {

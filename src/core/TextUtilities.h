@@ -24,12 +24,12 @@ QVariant NullToEmpty(const QVariant &value);
 /// A database value with Null replaced by 0.
 QVariant NullToZero(const QVariant &value);
 
-/// The number at the start of `text`, 0 where there is none ("12a" gives 12); blanks are skipped, values beyond the
-/// 32-bit range give 0.
+/// The number at the start of `text`, 0 where there is none ("12a" gives 12); blanks are skipped, values
+/// beyond the 32-bit range give 0.
 qint32 leadingNumber(QStringView text);
 
-/// A stranger's text made fit for a window: control characters, line breaks and bidirectional overrides become
-/// blanks, at most 256 characters, and at most 8 combining marks in a row. Plain text, no markup.
+/// A stranger's text made fit for a window: control characters, line breaks and bidirectional overrides
+/// become blanks, at most 256 characters, and at most 8 combining marks in a row. Plain text, no markup.
 QString shownText(QStringView text);
 
 } // namespace core

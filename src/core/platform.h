@@ -6,8 +6,8 @@
 /// What differs between systems. Implemented in platform_unix.cpp and platform_windows.cpp, and nowhere else.
 namespace core::platform {
 
-/// "C:\CallDesk" on Windows; elsewhere CallDesk below $XDG_DATA_HOME, by default ~/.local/share. Created parents
-/// included on Unix, where a fresh account may lack them.
+/// "C:\CallDesk" on Windows; elsewhere CallDesk below $XDG_DATA_HOME, by default ~/.local/share. Created
+/// parents included on Unix, where a fresh account may lack them.
 QString dataFolder();
 
 /// The user's folder for the instance lock: $XDG_RUNTIME_DIR, else the temporary folder.
@@ -35,6 +35,9 @@ void replaceFile(const QString &from, const QString &to);
 /// Takes the lock file until the process ends, however it ends. False when another process holds it; throws
 /// Error when it cannot be taken for another reason.
 bool takeProcessLock(const QString &path);
+
+/// Asks for a larger receive buffer of a socket; the bytes granted.
+int growReceiveBuffer(qintptr socket, int bytes);
 
 /// Lets another process of the same user bring its window to the front (Windows asks for the permission).
 void allowOthersToFront();

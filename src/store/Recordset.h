@@ -7,8 +7,8 @@
 
 namespace store {
 
-/// A cursor over the rows of a table or of a query, opened by Database::OpenRecordset. Field names are matched
-/// without regard to case. Every member throws core::Error where the database fails.
+/// A cursor over the rows of a table or of a query, opened by Database::OpenRecordset. Field names are
+/// matched without regard to case. Every member throws core::Error where the database fails.
 class Recordset
 {
 public:
@@ -18,7 +18,7 @@ public:
     Recordset(Recordset &&) noexcept;
     Recordset &operator=(Recordset &&) noexcept;
 
-    bool BOF() const; ///< before the first row, or no rows
+    bool BOF() const;    ///< before the first row, or no rows
     bool EOFile() const; ///< behind the last row, or no rows
     /// 0 exactly when there are no rows.
     qint64 RecordCount() const;
@@ -28,7 +28,8 @@ public:
     void MovePrevious();
 
     QStringList fieldNames() const;
-    /// The current row's field; a null QVariant for Null. Throws core::Error for an unknown name or without a row.
+    /// The current row's field; a null QVariant for Null. Throws core::Error for an unknown name or without a
+    /// row.
     QVariant value(const QString &field) const;
     QVariant value(int column) const;
 
@@ -41,8 +42,8 @@ public:
     void Edit();
     void setValue(const QString &field, const QVariant &value);
     /// The auto-number that AddNew has reserved, before the row is written.
-    /// Writes the row of AddNew or Edit, every value bound. After a failure nothing is written and Update may be
-    /// called again.
+    /// Writes the row of AddNew or Edit, every value bound. After a failure nothing is written and Update may
+    /// be called again.
     void Update();
     void Delete();
 

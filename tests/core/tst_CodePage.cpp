@@ -1,2 +1,5 @@
 #include <QTest>
-int main() { return 0; }
+int main()
+{
+    return 0;
+}

@@ -34,6 +34,7 @@ bool FakePrompts::answer(const QString &text)
         scripted.whileOpen();
     }
     m_open = false;
+    notifyClosed();
     return scripted.ok;
 }
 

@@ -1,0 +1,165 @@
+#include "reception/Endpoint.h"
+
+#include "core/platform.h"
+
+#include <QElapsedTimer>
+#include <QNetworkInterface>
+
+using namespace Qt::StringLiterals;
+
+namespace reception {
+
+namespace {
+
+constexpr int addressInUse = 10048;         // the number that the program's users know from their run logs
+constexpr int receiveBufferBytes = 4 << 20; // holds what arrives while a repaint keeps the thread
+constexpr qsizetype maxWaitingBytes = 64 << 20; // beyond it datagrams wait in the socket
+constexpr qint64 turnBudgetMs = 8;              // then the event loop gets its turn to paint
+
+QString localAddress()
+{
+    const QList<QHostAddress> addresses = QNetworkInterface::allAddresses();
+    for (const QHostAddress &address : addresses) {
+        if (address.protocol() == QAbstractSocket::IPv4Protocol && !address.isLoopback()) {
+            return address.toString();
+        }
+    }
+    return QHostAddress(QHostAddress::LocalHost).toString();
+}
+
+} // namespace
+
+Endpoint::Endpoint(const Context &context, quint16 port, Handler handler)
+    : m_context(context), m_port(port), m_handler(std::move(handler))
+{
+    Winsock1.setObjectName(u"Winsock1"_s);
+    connect(&Winsock1, &QUdpSocket::readyRead, this, &Endpoint::receive);
+    m_context.prompts.setClosedHandler([this] { handleLater(); });
+}
+
+void Endpoint::iniUDP()
+{
+    m_context.log.trap("iniUDP"_L1, [&] {
+        Winsock1.close();
+        chooseRemote();
+        m_context.log.WriteRunLog(u"IP State "_s + QString::number(Winsock1.state()));
+        bind();
+        m_context.log.WriteRunLog(u"remote port "_s + QString::number(m_remotePort));
+        m_context.log.WriteRunLog(u"RemoteIp "_s + m_remoteHost);
+        m_context.log.WriteRunLog(u"local IP "_s + localAddress());
+        m_context.log.WriteRunLog(u"loca port "_s + QString::number(m_context.settings.record.LocalPort));
+    });
+}
+
+void Endpoint::chooseRemote()
+{
+    core::SettingsRecord &record = m_context.settings.record;
+    if (record.LocalPort == 0) {
+        record.LocalPort = standardPort;
+    }
+    if (!m_remoteHost.isEmpty()) {
+        return;
+    }
+    m_remoteHost = record.LastSenderIp.text();
+    m_remotePort = quint16(record.LastSenderPort);
+    if (m_remoteHost.isEmpty()) {
+        m_remoteHost = u"0.0.0.0"_s;
+        m_remotePort = quint16(record.LocalPort - 1);
+    }
+}
+
+void Endpoint::bind()
+{
+    if (Winsock1.bind(QHostAddress::AnyIPv4, m_port, QAbstractSocket::DontShareAddress)) {
+        const int granted =
+            core::platform::growReceiveBuffer(Winsock1.socketDescriptor(), receiveBufferBytes);
+        m_context.log.WriteRunLog(u"receive buffer "_s + QString::number(granted));
+        return;
+    }
+    const bool inUse = Winsock1.error() == QAbstractSocket::AddressInUseError;
+    const core::Error error(inUse ? addressInUse : int(Winsock1.error()), Winsock1.errorString());
+    if (inUse) {
+        m_context.prompts.tell(m_context.texts.Lms(u"TheIpAddressInUse"_s));
+    }
+    throw error;
+}
+
+void Endpoint::SendServer(const QString &text)
+{
+    m_context.log.trap("SendServer"_L1, [&] {
+        const QString lastSender = m_context.settings.record.LastSenderIp.text();
+        if (!lastSender.isEmpty()) {
+            m_remoteHost = lastSender;
+        }
+        const QByteArray bytes = m_context.codePage.encode(text);
+        if (Winsock1.writeDatagram(bytes, QHostAddress(m_remoteHost), m_remotePort) != bytes.size()) {
+            throw core::Error(int(Winsock1.error()), Winsock1.errorString());
+        }
+    });
+}
+
+void Endpoint::close()
+{
+    Winsock1.close();
+    m_waiting.clear();
+    m_waitingBytes = 0;
+}
+
+// The socket's own buffer is small and the only place where a datagram can be lost, so it is emptied before
+// and after every single datagram that is handled.
+void Endpoint::receiveAll()
+{
+    while (m_waitingBytes < maxWaitingBytes && Winsock1.hasPendingDatagrams()) {
+        Datagram datagram;
+        datagram.bytes.resize(Winsock1.pendingDatagramSize());
+        if (Winsock1.readDatagram(datagram.bytes.data(), datagram.bytes.size(), &datagram.sender,
+                                  &datagram.senderPort) < 0) {
+            break;
+        }
+        m_waitingBytes += datagram.bytes.size() + qsizetype(sizeof(Datagram));
+        m_waiting.push_back(std::move(datagram));
+    }
+}
+
+// Handling starts outside the socket's signal, or the socket would stay mute while a handler has a message
+// box open.
+void Endpoint::receive()
+{
+    receiveAll();
+    handleLater();
+}
+
+void Endpoint::handleWaiting()
+{
+    m_scheduled = false;
+    receiveAll();
+    if (m_handling) {
+        return;
+    }
+    m_handling = true;
+    QElapsedTimer turn;
+    turn.start();
+    while (!m_waiting.empty() && !m_context.prompts.isOpen() && turn.elapsed() < turnBudgetMs) {
+        const Datagram datagram = std::move(m_waiting.front());
+        m_waiting.pop_front();
+        m_waitingBytes -= datagram.bytes.size() + qsizetype(sizeof(Datagram));
+        m_remoteHost = datagram.sender.toString();
+        m_remotePort = datagram.senderPort;
+        m_handler(datagram);
+        receiveAll();
+    }
+    m_handling = false;
+    if (!m_waiting.empty() && !m_context.prompts.isOpen()) {
+        handleLater();
+    }
+}
+
+void Endpoint::handleLater()
+{
+    if (std::exchange(m_scheduled, true)) {
+        return;
+    }
+    QMetaObject::invokeMethod(this, &Endpoint::handleWaiting, Qt::QueuedConnection);
+}
+
+} // namespace reception
