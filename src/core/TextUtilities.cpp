@@ -52,9 +52,8 @@ bool isBidiControl(char16_t code)
 
 } // namespace
 
-QString shownText(QStringView text)
+QString shownText(QStringView text, qsizetype maxLength)
 {
-    constexpr qsizetype maxLength = 256;
     constexpr int maxMarks = 8;
     QString shown;
     shown.reserve(std::min(text.size(), maxLength));
