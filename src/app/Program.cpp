@@ -1,7 +1,10 @@
 #include "app/Program.h"
 
+#include "core/TextUtilities.h"
 #include "core/platform.h"
 #include "reception/SampleRecord.h"
+
+#include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 
@@ -109,10 +112,10 @@ void Program::openReception()
 
 void Program::maintainData()
 {
-    store::FixCustomerData(m_paths, m_log, m_popUpTable);
+    store::FixCustomerData(m_log, m_paths, m_popUpTable);
     m_areaPath = areas::MakeAreaPath(m_log, m_paths.StartFolder);
     m_areas.load(m_areaPath);
-    store::UpdateDatabase_Customer_0606191111(m_paths, m_log);
+    store::UpdateDatabase_Customer_0606191111(m_log, m_paths);
 }
 
 bool Program::byebye(const QString &prompt)
@@ -143,7 +146,8 @@ bool Program::callerPopsUp(const QString &callerNumber)
 {
     constexpr qint32 none = -1;
     const qint32 sn = m_numbers.FindCustomerSnOfCaller(callerNumber);
-    return sn != none && m_popUpTable.popsUp(sn);
+    const std::optional<QString> flag = sn == none ? std::nullopt : m_popUpTable.T3(sn);
+    return flag && flag->trimmed() != "0"_L1;
 }
 
 QString Program::GetArea(const QString &callerNumber)

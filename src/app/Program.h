@@ -22,7 +22,7 @@
 #include "reception/CallEffects.h"
 #include "reception/Dispatcher.h"
 #include "reception/Endpoint.h"
-#include "store/CustomerUpkeep.h"
+#include "store/Upgrade.h"
 
 #include <memory>
 

@@ -15,7 +15,7 @@ constexpr int sizes[] = {16, 24, 32, 48, 64, 96};
 
 QByteArray source(QStringView name)
 {
-    QFile file(u":/icons/"_s + name + u".svg"_s);
+    QFile file(u":/icons/%1.svg"_s.arg(name));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 

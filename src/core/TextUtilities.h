@@ -35,7 +35,8 @@ QVariant NullToZero(const QVariant &value);
 qint32 leadingNumber(QStringView text);
 
 /// A stranger's text made fit for a window: control characters, line breaks and bidirectional overrides
-/// become blanks, at most 256 characters, and at most 8 combining marks in a row. Plain text, no markup.
-QString shownText(QStringView text);
+/// become blanks, at most `maxLength` characters, and at most 8 combining marks in a row. Plain text, no
+/// markup.
+QString shownText(QStringView text, qsizetype maxLength = 256);
 
 } // namespace core

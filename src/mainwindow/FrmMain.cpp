@@ -11,6 +11,7 @@
 #include <QKeyEvent>
 #include <QScrollBar>
 #include <QToolButton>
+#include <QWindow>
 
 using namespace Qt::StringLiterals;
 
