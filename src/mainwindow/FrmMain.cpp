@@ -66,6 +66,7 @@ void FrmMain::loadTexts()
     m_ui->gridCallerId->setHint(m_context.texts.Lms(u"NoCallsHint"_s));
     lblSource->setObjectName(u"lblSource"_s);
     lblSource->setTextFormat(Qt::PlainText);
+    lblSource->setContentsMargins(8, 0, 8, 4);
     m_ui->statusbar->addWidget(lblSource, 1);
     updateSource();
 }
