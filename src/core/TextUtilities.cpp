@@ -8,7 +8,7 @@ QString DigitsOnly(QStringView text)
 {
     QString digits;
     for (const QChar character : text) {
-        if (character >= u'0' && character <= u'9') {
+        if (isDigit(character)) {
             digits += character;
         }
     }
@@ -36,7 +36,7 @@ qint32 leadingNumber(QStringView text)
 {
     const QStringView rest = text.trimmed();
     qsizetype length = rest.startsWith(u'-') || rest.startsWith(u'+') ? 1 : 0;
-    while (length < rest.size() && rest.at(length) >= u'0' && rest.at(length) <= u'9') {
+    while (length < rest.size() && isDigit(rest.at(length))) {
         ++length;
     }
     return rest.first(length).toInt();
@@ -52,9 +52,8 @@ bool isBidiControl(char16_t code)
 
 } // namespace
 
-QString shownText(QStringView text)
+QString shownText(QStringView text, qsizetype maxLength)
 {
-    constexpr qsizetype maxLength = 256;
     constexpr int maxMarks = 8;
     QString shown;
     shown.reserve(std::min(text.size(), maxLength));
