@@ -18,7 +18,7 @@ public:
     virtual ~RunInfoBox() = default;
     virtual void clear() = 0;
     virtual qsizetype length() const = 0;
-    /// One line with its line end.
+    /// One line with its line end, fit for a window (see shownText).
     virtual void append(const QString &line) = 0;
 };
 
@@ -80,6 +80,7 @@ private:
     void reportCaught(const QString &prefix);
     QString line(const QString &message);
     void eraseIfTooLong(qint64 size);
+    void show(const QString &entry);
 
     const Paths &m_paths;
     const Clock &m_clock;
