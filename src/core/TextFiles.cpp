@@ -30,6 +30,9 @@ QString ReadTextFile(RunLog &log, const QString &path)
         for (QString text; stream.readLineInto(&text);) {
             lines += text + u"\r\n"_s;
         }
+        if (file.error() != QFileDevice::NoError) {
+            throw Error(0, file.errorString() + u": "_s + path);
+        }
         return lines;
     });
 }
