@@ -1,6 +1,5 @@
 #include "core/RunLog.h"
 
-#include "core/TextUtilities.h"
 #include "core/platform.h"
 
 #include <QFile>
@@ -11,9 +10,7 @@ namespace core {
 
 namespace {
 
-constexpr auto lineEnd = "\r\n"_L1;
-constexpr qint64 sizeLimit = 20000;        // bytes of the file, and characters of the on-screen copy
-constexpr qsizetype maxShownLength = 1000; // of one entry; a stranger's 65,507 would stall the layout
+constexpr qint64 sizeLimit = 20000; // bytes of the file, and characters of the on-screen copy
 
 QChar withoutLineBreak(QChar character)
 {
@@ -60,7 +57,7 @@ QString RunLog::timeStamp()
 
 QString RunLog::line(const QString &message)
 {
-    return u'<' + timeStamp() + u">  "_s + onOneLine(message) + lineEnd;
+    return u'<' + timeStamp() + u">  "_s + onOneLine(message) + u"\r\n"_s;
 }
 
 void RunLog::WriteRunLog(const QString &message)
@@ -85,7 +82,7 @@ void RunLog::show(const QString &entry)
     if (m_box->length() > sizeLimit) {
         m_box->clear();
     }
-    m_box->append(shownText(entry.chopped(lineEnd.size()), maxShownLength) + lineEnd);
+    m_box->append(entry);
 }
 
 void RunLog::eraseIfTooLong(qint64 size)

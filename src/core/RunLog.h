@@ -18,7 +18,7 @@ public:
     virtual ~RunInfoBox() = default;
     virtual void clear() = 0;
     virtual qsizetype length() const = 0;
-    /// One line with its line end, fit for a window (see shownText).
+    /// One line with its line end.
     virtual void append(const QString &line) = 0;
 };
 

@@ -108,10 +108,15 @@ bool Settings::SaveMisc()
 
 void Settings::SetDefaulteMisc_tarn()
 {
+    setGridDefaults(record);
+    SaveMisc();
+}
+
+void setGridDefaults(SettingsRecord &record)
+{
     record.gridColumnNames.setText(u"Channel,CallerID,SimpleDes,IncomingTime,SN,LineNo,ID"_s);
     record.gridColumnWidths.setText(u"500,1800,2500,2700,500,1500,1500"_s);
     record.gridColumnVisibility.setText(u",1,1,1,1,1,"_s);
-    SaveMisc();
 }
 
 } // namespace core

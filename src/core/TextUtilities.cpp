@@ -11,7 +11,7 @@ QString DigitsOnly(QStringView text)
 {
     QString digits;
     for (const QChar character : text) {
-        if (character >= u'0' && character <= u'9') {
+        if (isDigit(character)) {
             digits += character;
         }
     }
@@ -39,7 +39,7 @@ qint32 leadingNumber(QStringView text)
 {
     const QStringView rest = text.trimmed();
     qsizetype length = rest.startsWith(u'-') || rest.startsWith(u'+') ? 1 : 0;
-    while (length < rest.size() && rest.at(length) >= u'0' && rest.at(length) <= u'9') {
+    while (length < rest.size() && isDigit(rest.at(length))) {
         ++length;
     }
     return rest.first(length).toInt();

@@ -12,7 +12,13 @@ bool MyIn(const Value &value, const Candidates &...candidates)
     return (false || ... || (value == candidates));
 }
 
-/// The digits 0 to 9 of `text`, in order.
+/// Only 0 to 9 count as digits: what other scripts write for them is never what a unit delivers.
+constexpr bool isDigit(QChar character)
+{
+    return character >= u'0' && character <= u'9';
+}
+
+/// The digits of `text`, in order.
 QString DigitsOnly(QStringView text);
 
 /// A fixed-width settings text without its NULs and surrounding blanks: an unset field reads as "".

@@ -46,6 +46,9 @@ void replaceFile(const QString &from, const QString &to);
 /// Error when it cannot be taken for another reason.
 bool takeProcessLock(const QString &path);
 
+/// The desktop is set to dark colours.
+bool prefersDark();
+
 /// Asks for a larger receive buffer of a socket; the bytes granted.
 int growReceiveBuffer(qintptr socket, int bytes);
 

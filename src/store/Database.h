@@ -2,11 +2,13 @@
 
 #include "core/Error.h"
 #include "store/Recordset.h"
+#include "store/Wildcards.h"
 
 #include <QString>
 #include <QStringList>
 #include <QVariantList>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 
@@ -34,10 +36,18 @@ class Database
 {
 public:
     enum class Mode { ReadWrite, ReadOnly };
+    struct Options
+    {
+        Mode mode = Mode::ReadWrite;
+        Wildcards wildcards = Wildcards::Asterisk;
+        std::chrono::milliseconds patience{500}; ///< the longest wait for another program's lock
+    };
 
     /// Opens an existing database file; never creates one. Throws core::Error when it is missing, no
-    /// database, damaged or may not be opened. Another program's lock is waited for at most half a second.
+    /// database, damaged or may not be opened. A file marked read-only opens in either mode; only writing
+    /// then fails.
     explicit Database(const QString &path, Mode mode = Mode::ReadWrite);
+    Database(const QString &path, const Options &options);
     ~Database();
     Database(Database &&) noexcept;
     Database &operator=(Database &&) noexcept;
@@ -55,9 +65,21 @@ public:
     /// The names of the tables as they were created.
     QStringList tableNames() const;
 
-    class Connection; // the driver's side, shared with the open recordsets
+    /// Runs `work` as one transaction: all of it is written or, where it throws, nothing. Not to be nested.
+    void transaction(const std::function<void()> &work);
+
+    class Handle; // the driver's side, shared with the open recordsets
 private:
-    std::shared_ptr<Connection> m_connection;
+    friend void createDatabase(const QString &, const QString &, const std::function<void(Database &)> &);
+    explicit Database(std::shared_ptr<Handle> handle);
+
+    std::shared_ptr<Handle> m_handle;
 };
+
+/// Makes a new database file from a schema in the given words and what `fill` adds, in one step: the file is
+/// built beside its place and then renamed, so it is whole or not there. Throws core::Error, also when the
+/// file exists.
+void createDatabase(const QString &path, const QString &schemaSql,
+                    const std::function<void(Database &)> &fill);
 
 } // namespace store

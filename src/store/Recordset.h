@@ -1,9 +1,11 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 #include <QVariant>
 
 #include <memory>
+#include <utility>
 
 namespace store {
 
@@ -28,8 +30,9 @@ public:
     void MovePrevious();
 
     QStringList fieldNames() const;
-    /// The current row's field; a null QVariant for Null. Throws core::Error for an unknown name or without a
-    /// row.
+    /// The current row's field, or what setValue has given it; a null QVariant for Null. Between AddNew and
+    /// Update the auto-number field gives the number that the new row will have: asking reserves it. Throws
+    /// core::Error for an unknown name or without a row.
     QVariant value(const QString &field) const;
     QVariant value(int column) const;
 
@@ -41,14 +44,25 @@ public:
     void AddNew();
     void Edit();
     void setValue(const QString &field, const QVariant &value);
-    /// The auto-number that AddNew has reserved, before the row is written.
-    /// Writes the row of AddNew or Edit, every value bound. After a failure nothing is written and Update may
-    /// be called again.
+    /// Writes the row of AddNew or Edit, every value bound, and stands on it. After a failure nothing is
+    /// written and Update may be called again.
     void Update();
+    /// Deletes the current row; the cursor then stands between its neighbours.
     void Delete();
 
 private:
+    enum class Pending { Nothing, NewRow, Change };
+
+    int columnOf(const QString &field) const;
+    const QVariant *pendingValue(const QString &name) const;
+    QVariant newRowValue(const QString &name) const;
+    void moveTo(qint64 position);
+    qint64 position() const;
+
     std::unique_ptr<Source> m_source;
+    Pending m_pending = Pending::Nothing;
+    mutable QList<std::pair<QString, QVariant>> m_fields; ///< what Update will write
+    bool m_betweenRows = false;                           ///< the row that the cursor stood on was deleted
 };
 
 } // namespace store

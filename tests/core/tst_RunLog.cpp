@@ -99,18 +99,6 @@ private Q_SLOTS:
         }
     }
 
-    void theBoxShowsPlainShortText()
-    {
-        support::TestDesk desk;
-        TextBox box;
-        desk.log.setRunInfoBox(&box);
-        desk.values.MainWindowReady = true;
-        desk.log.WriteRunLog(u"a\u202Eb\x1B[2Jc"_s + QString(10000, u'x'));
-        QVERIFY(box.text.startsWith("<2026-11-21 09:30:15>  a b [2Jcxxx"_L1));
-        QVERIFY(box.text.size() < 2000 && box.text.endsWith("x\r\n"_L1));
-        QVERIFY(desk.logMessages().constFirst().startsWith(u"a\u202Eb\x1B[2Jcxxx"));
-    }
-
     void aLogThatCannotBeWrittenStopsNobody()
     {
         for (const QString &path : {u"."_s, u"/nowhere/Runlog.txt"_s, u"/dev/full"_s}) {

@@ -1,0 +1,5 @@
+Create Table Help (
+    HelpID text(100),
+    Help memo
+);
+create unique index HelpID on Help (HelpID);

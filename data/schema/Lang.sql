@@ -1,0 +1,6 @@
+Create Table Lang (
+    id text(255),
+    ENG memo,
+    CHS memo,
+    CHT memo
+);

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QHash>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace store {
+
+/// The customer pop-up table in memory: one row per customer, of which only the answers that calls ask for
+/// are kept, a few bytes a customer.
+class CustomerPopUpTable
+{
+public:
+    /// Adds a row behind the others.
+    void append(qint32 sn, const QString &t3);
+
+    /// The pop-up flag text of the first row with this SN, "" where the database held Null; nothing without a
+    /// row.
+    std::optional<QString> T3(qint32 sn) const;
+    qsizetype rowCount() const { return m_textOf.size(); }
+
+private:
+    qint32 numberOf(const QString &t3);
+
+    QHash<qint32, qint32> m_textOf; ///< SN -> place in m_texts
+    QStringList m_texts;            ///< the different flag texts, usually "0" and "1"
+    QHash<QString, qint32> m_numberOf;
+};
+
+} // namespace store

@@ -1,0 +1,81 @@
+#include "store/Database.h"
+
+#include "store/Handle.h"
+#include "store/RecordsetSource.h"
+#include "store/SqlDialect.h"
+
+#include <sqlite3.h>
+
+#include <limits>
+
+using namespace Qt::StringLiterals;
+
+namespace store {
+
+QString Row::text(int column) const
+{
+    const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(m_statement, column));
+    return QString::fromUtf8(text, sqlite3_column_bytes(m_statement, column));
+}
+
+qint32 Row::integer(int column) const
+{
+    const qint64 number = sqlite3_column_int64(m_statement, column);
+    const bool fits = number == static_cast<qint32>(number); // one cut to 32 bits would name another row
+    return fits ? static_cast<qint32>(number) : 0;
+}
+
+bool Row::isNull(int column) const
+{
+    return sqlite3_column_type(m_statement, column) == SQLITE_NULL;
+}
+
+Database::Database(const QString &path, Mode mode) : Database(path, Options{mode, Wildcards::Asterisk}) {}
+
+Database::Database(const QString &path, const Options &options)
+    : m_handle(std::make_shared<Handle>(path, options))
+{}
+
+Database::Database(std::shared_ptr<Handle> handle) : m_handle(std::move(handle)) {}
+
+Database::~Database() = default;
+Database::Database(Database &&) noexcept = default;
+Database &Database::operator=(Database &&) noexcept = default;
+
+Recordset Database::OpenRecordset(const QString &tableOrSelect, const QVariantList &bound)
+{
+    return Recordset(openSource(m_handle, tableOrSelect, bound));
+}
+
+qint64 Database::Execute(const QString &sql, const QVariantList &bound)
+{
+    return m_handle->execute(sql, bound);
+}
+
+void Database::forEachRow(const QString &select, const std::function<void(const Row &)> &visit)
+{
+    const std::optional<TableSelect> table = asTableSelect(select);
+    Statement statement = m_handle->prepare(table ? table->inOrder() : select);
+    const Row row(statement.raw());
+    while (statement.step()) {
+        visit(row);
+    }
+}
+
+QStringList Database::tableNames() const
+{
+    QStringList names;
+    Statement statement = m_handle->prepare(
+        u"select name from sqlite_schema where type='table' and substr(name,1,7)<>'sqlite_'"_s);
+    while (statement.step()) {
+        names.append(statement.value(0).toString());
+    }
+    return names;
+}
+
+void Database::transaction(const std::function<void()> &work)
+{
+    m_handle->transaction(work);
+}
+
+} // namespace store

@@ -1,0 +1,11 @@
+#pragma once
+
+struct sqlite3;
+
+namespace store {
+
+/// Gives one connection what the given words need beyond the engine's own: like-patterns that ignore case in
+/// every script, isnull(x), and the text order JET.
+void registerFunctions(sqlite3 *engine);
+
+} // namespace store

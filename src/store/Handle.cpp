@@ -1,0 +1,169 @@
+#include "store/Handle.h"
+
+#include "store/EngineFunctions.h"
+#include "store/SqlDialect.h"
+
+#include <QFileInfo>
+#include <QSqlDatabase>
+#include <QSqlDriver>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QUrl>
+
+#include <sqlite3.h>
+
+using namespace Qt::StringLiterals;
+
+namespace store {
+
+namespace {
+
+/// Says clearly what the engine would report as trouble with its own innards, or mend by creating a file.
+void checkFile(const QString &path)
+{
+    const QFileInfo file(path);
+    if (!file.exists()) {
+        throw core::Error(SQLITE_CANTOPEN, u"the database file is missing: "_s + path);
+    }
+    if (!file.isFile()) {
+        throw core::Error(SQLITE_CANTOPEN, u"not a file: "_s + path);
+    }
+    if (file.size() == 0) {
+        throw core::Error(SQLITE_NOTADB, u"the database file is empty: "_s + path);
+    }
+}
+
+bool isMarkedReadOnly(const QString &path)
+{
+    const QFileInfo file(path);
+    return file.exists() && !(file.permissions() & QFile::WriteOwner);
+}
+
+/// The path as the engine's address, the only form in which it can be told not to create a missing file.
+QString address(const QString &path, QLatin1StringView mode)
+{
+    const QString absolute = QFileInfo(path).absoluteFilePath();
+    const QByteArray encoded = QUrl::toPercentEncoding(absolute, "/:");
+    const QLatin1StringView root = absolute.startsWith(u'/') ? ""_L1 : "/"_L1;
+    return u"file://"_s + root + QString::fromLatin1(encoded) + u"?mode="_s + mode;
+}
+
+/// Our calls on the driver's handle are sound only when both run the same copy of the engine.
+void checkSameEngine(const QSqlDatabase &driver)
+{
+    QSqlQuery query(u"select sqlite_source_id()"_s, driver);
+    if (!query.next() || query.value(0).toString() != QLatin1StringView(sqlite3_sourceid())) {
+        throw core::Error(SQLITE_MISUSE, u"the database driver brings another engine than the program's"_s);
+    }
+}
+
+} // namespace
+
+Database::Handle::DriverName::~DriverName()
+{
+    QSqlDatabase::removeDatabase(name);
+}
+
+Database::Handle::Handle(const QString &path, const Options &options, File file)
+    : m_options(options), m_driver{u"calldesk-"_s + QString::number(quintptr(this), 16)}
+{
+    if (file == File::Existing) {
+        checkFile(path);
+    }
+    const bool readOnlyFile = isMarkedReadOnly(path);
+    openDriver(path, file, readOnlyFile);
+    harden();
+    registerFunctions(m_engine);
+    makeDurable(readOnlyFile);
+}
+
+void Database::Handle::openDriver(const QString &path, File file, bool readOnlyFile)
+{
+    const QLatin1StringView mode = file == File::New ? "rwc"_L1 : readOnlyFile ? "ro"_L1 : "rw"_L1;
+    QSqlDatabase driver = QSqlDatabase::addDatabase(u"QSQLITE"_s, m_driver.name);
+    driver.setDatabaseName(address(path, mode));
+    driver.setConnectOptions(u"QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT="_s +
+                             QString::number(m_options.patience.count()));
+    if (!driver.open()) {
+        const QSqlError error = driver.lastError();
+        throw core::Error(error.nativeErrorCode().toInt(), error.text() + u": "_s + path);
+    }
+    checkSameEngine(driver);
+    m_engine = *static_cast<sqlite3 *const *>(driver.driver()->handle().constData());
+}
+
+/// A file may come from anywhere: its schema runs none of our functions that could do harm, no triggers, no
+/// views and no extensions, and cannot be made to write the engine's own tables.
+void Database::Handle::harden() const
+{
+    sqlite3_db_config(m_engine, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    sqlite3_db_config(m_engine, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    sqlite3_db_config(m_engine, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
+    sqlite3_db_config(m_engine, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
+    sqlite3_db_config(m_engine, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr);
+}
+
+/// The first statements on the file, so what is no database, damaged or locked shows here.
+void Database::Handle::makeDurable(bool readOnlyFile)
+{
+    execute(u"pragma cell_size_check=on"_s);
+    execute(u"select count(*) from sqlite_schema"_s);
+    if (!readOnlyFile) {
+        execute(u"pragma journal_mode=delete"_s);
+        execute(u"pragma synchronous=full"_s);
+    }
+    if (m_options.mode == Mode::ReadOnly) {
+        execute(
+            u"pragma query_only=on"_s); // not opened as read-only: another's broken-off save must be undone
+    }
+}
+
+Statement Database::Handle::prepare(const QString &sql) const
+{
+    return Statement(m_engine, toSqlite(sql, m_options.wildcards));
+}
+
+Statement &Database::Handle::preparedOnce(const QString &sql)
+{
+    if (!m_lastStatement || m_lastSql != sql) {
+        m_lastStatement = std::make_unique<Statement>(prepare(sql));
+        m_lastSql = sql;
+    }
+    return *m_lastStatement;
+}
+
+qint64 Database::Handle::execute(const QString &sql, const QVariantList &bound)
+{
+    Statement &statement = preparedOnce(sql);
+    const StatementReset reset(statement);
+    const int before = sqlite3_total_changes(m_engine);
+    statement.bind(bound);
+    while (statement.step()) {
+    }
+    return sqlite3_total_changes(m_engine) - before;
+}
+
+void Database::Handle::transaction(const std::function<void()> &work)
+{
+    if (sqlite3_get_autocommit(m_engine) == 0) {
+        return work();
+    }
+    execute(u"begin immediate"_s);
+    try {
+        work();
+        execute(u"commit"_s);
+    } catch (...) {
+        rollBack();
+        throw;
+    }
+}
+
+/// After a full disk or a damaged page the engine has rolled back by itself.
+void Database::Handle::rollBack()
+{
+    if (sqlite3_get_autocommit(m_engine) == 0) {
+        sqlite3_exec(m_engine, "rollback", nullptr, nullptr, nullptr);
+    }
+}
+
+} // namespace store

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "store/Database.h"
+#include "store/Statement.h"
+
+#include <QString>
+
+#include <functional>
+#include <memory>
+
+namespace store {
+
+/// One opened file: the driver's connection, and the engine behind it with our functions and text order.
+class Database::Handle
+{
+public:
+    enum class File { Existing, New };
+
+    Handle(const QString &path, const Options &options, File file = File::Existing);
+    Q_DISABLE_COPY_MOVE(Handle)
+    ~Handle() = default;
+
+    sqlite3 *engine() const { return m_engine; }
+    Statement prepare(const QString &sql) const;
+    /// Runs one statement in the given words; the number of rows changed.
+    qint64 execute(const QString &sql, const QVariantList &bound = {});
+    /// All of `work` or nothing of it; inside another transaction it becomes a part of that one.
+    void transaction(const std::function<void()> &work);
+
+private:
+    /// The driver's name for this connection, given back last.
+    struct DriverName
+    {
+        QString name;
+        ~DriverName();
+    };
+    void openDriver(const QString &path, File file, bool readOnlyFile);
+    void harden() const;
+    void makeDurable(bool readOnlyFile);
+    void rollBack();
+    Statement &preparedOnce(const QString &sql);
+
+    Options m_options;
+    DriverName m_driver;
+    sqlite3 *m_engine = nullptr;
+    QString m_lastSql;
+    std::unique_ptr<Statement> m_lastStatement; ///< a loop over one statement prepares it once
+};
+
+} // namespace store

@@ -1,0 +1,96 @@
+#include "store/RecordsetSource.h"
+
+#include "store/SqlDialect.h"
+#include "store/TableSource.h"
+
+#include <sqlite3.h>
+
+using namespace Qt::StringLiterals;
+
+namespace store {
+
+namespace {
+
+[[noreturn]] void refuseWriting()
+{
+    throw core::Error(SQLITE_READONLY, u"the rows of this query cannot be sought or changed"_s);
+}
+
+/// The finished rows of a join or a computing query, all kept.
+class ResultSource : public Recordset::Source
+{
+public:
+    explicit ResultSource(Statement statement) : m_names(statement.columnNames())
+    {
+        while (statement.step()) {
+            m_rows.push_back(statement.row());
+        }
+    }
+    const QStringList &names() const override { return m_names; }
+    qint64 count() override { return static_cast<qint64>(m_rows.size()); }
+    qint64 position() override { return m_position; }
+    void standOn(qint64 position) override { m_position = position; }
+    const QVariantList *row() override
+    {
+        return m_position >= 0 && m_position < count() ? &m_rows[static_cast<size_t>(m_position)] : nullptr;
+    }
+
+private:
+    QStringList m_names;
+    std::vector<QVariantList> m_rows;
+    qint64 m_position = 0;
+};
+
+bool isSelect(const QString &text)
+{
+    const std::vector<SqlToken> tokens = tokenize(text);
+    return !tokens.empty() && tokens.front().is("select"_L1);
+}
+
+} // namespace
+
+void Recordset::Source::setIndex(const QString &)
+{
+    refuseWriting();
+}
+
+bool Recordset::Source::seek(const QVariant &)
+{
+    refuseWriting();
+}
+
+qint64 Recordset::Source::reserveNumber()
+{
+    refuseWriting();
+}
+
+void Recordset::Source::insert(const QList<Field> &)
+{
+    refuseWriting();
+}
+
+void Recordset::Source::update(const QList<Field> &)
+{
+    refuseWriting();
+}
+
+void Recordset::Source::remove()
+{
+    refuseWriting();
+}
+
+std::unique_ptr<Recordset::Source> openSource(const std::shared_ptr<Database::Handle> &handle,
+                                              const QString &tableOrSelect, const QVariantList &bound)
+{
+    if (!isSelect(tableOrSelect)) {
+        return std::make_unique<TableSource>(handle, TableSelect{tableOrSelect, u"*"_s, {}, false}, bound);
+    }
+    if (const std::optional<TableSelect> select = asTableSelect(tableOrSelect)) {
+        return std::make_unique<TableSource>(handle, *select, bound);
+    }
+    Statement statement = handle->prepare(tableOrSelect);
+    statement.bind(bound);
+    return std::make_unique<ResultSource>(std::move(statement));
+}
+
+} // namespace store

@@ -1,0 +1,205 @@
+#include "store/TableSource.h"
+
+#include <sqlite3.h>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace store {
+
+TableSource::TableSource(std::shared_ptr<Database::Handle> handle, TableSelect select, QVariantList bound)
+    : m_handle(std::move(handle)), m_select(std::move(select)), m_bound(std::move(bound)),
+      m_rowByKey(m_handle->prepare(u"select "_s + m_select.columns + u" from "_s + bracketedTable() +
+                                   u" where rowid = ?"_s)),
+      m_names(m_rowByKey.columnNames())
+{
+    if (!m_select.tail.isEmpty()) {
+        readKeys(); // a wrong condition is an error of opening, not of the first move
+    }
+}
+
+void TableSource::readKeys()
+{
+    if (m_keys) {
+        return;
+    }
+    Statement statement = m_handle->prepare(m_select.inOrder(u"rowid"_s));
+    statement.bind(m_bound);
+    std::vector<qint64> keys;
+    while (statement.step()) {
+        keys.push_back(sqlite3_column_int64(statement.raw(), 0));
+    }
+    m_keys = std::move(keys);
+}
+
+qint64 TableSource::count()
+{
+    readKeys();
+    return static_cast<qint64>(m_keys->size());
+}
+
+qint64 TableSource::position()
+{
+    if (!m_position) {
+        readKeys();
+        const auto found = std::ranges::find(*m_keys, m_key.value_or(m_keys->empty() ? 0 : m_keys->front()));
+        m_position = found != m_keys->end() ? found - m_keys->begin() : -1;
+    }
+    return *m_position;
+}
+
+void TableSource::standOn(qint64 position)
+{
+    const bool onRow = position >= 0 && position < count();
+    standOnKey(onRow ? std::optional(m_keys->at(static_cast<size_t>(position))) : std::nullopt);
+    m_position = position;
+}
+
+void TableSource::standOnKey(std::optional<qint64> key)
+{
+    m_key = key;
+    m_row.reset();
+    m_position = key ? std::nullopt : std::optional<qint64>(-1);
+}
+
+/// The lock on the file is given up at once: a cursor that stands open in a list must not keep others from
+/// saving.
+const QVariantList *TableSource::row()
+{
+    if (!m_key && position() >= 0 && position() < count()) {
+        standOn(position());
+    }
+    if (!m_row && m_key) {
+        const StatementReset reset(m_rowByKey);
+        m_rowByKey.bind({*m_key});
+        if (m_rowByKey.step()) {
+            m_row = m_rowByKey.row();
+        }
+    }
+    return m_row ? &*m_row : nullptr;
+}
+
+/// An index of the given name bears its table's name in front; a file made by other means may lack that.
+void TableSource::setIndex(const QString &name)
+{
+    Statement columns = m_handle->prepare(u"select name from pragma_index_info(?)"_s);
+    for (const QString &index : {m_select.table + u'_' + name, name}) {
+        const StatementReset reset(columns);
+        columns.bind({index});
+        if (columns.step()) {
+            m_seek = m_handle->prepare(u"select rowid from "_s + bracketedTable() + u" where ["_s +
+                                       columns.value(0).toString() + u"] = ? order by rowid limit 1"_s);
+            return;
+        }
+    }
+    throw core::Error(SQLITE_ERROR, u"no such index: "_s + name + u" of "_s + m_select.table);
+}
+
+bool TableSource::seek(const QVariant &key)
+{
+    if (!m_seek) {
+        throw core::Error(SQLITE_MISUSE, u"no index is chosen for "_s + m_select.table);
+    }
+    const StatementReset reset(*m_seek);
+    m_seek->bind({key});
+    const bool found = m_seek->step();
+    standOnKey(found ? std::optional(sqlite3_column_int64(m_seek->raw(), 0)) : std::nullopt);
+    return found;
+}
+
+QString TableSource::autoNumber() const
+{
+    const QByteArray table = m_select.table.toUtf8();
+    for (const QString &name : m_names) {
+        int isAutoNumber = 0;
+        sqlite3_table_column_metadata(m_handle->engine(), "main", table.constData(),
+                                      name.toUtf8().constData(), nullptr, nullptr, nullptr, nullptr,
+                                      &isAutoNumber);
+        if (isAutoNumber != 0) {
+            return name;
+        }
+    }
+    return {};
+}
+
+/// Takes the next number for good, as the engine itself would count: two programs that add rows at the same
+/// time get two numbers, and one that gives up leaves a gap. No lock is held until the row is written.
+qint64 TableSource::reserveNumber()
+{
+    const QString last = u"(select ifnull(max(rowid),0) from "_s + bracketedTable() + u')';
+    qint64 number = 0;
+    m_handle->transaction([&] {
+        const qint64 changed = m_handle->execute(u"update sqlite_sequence set seq=max(seq,"_s + last +
+                                                     u")+1 where lower(name)=lower(?)"_s,
+                                                 {m_select.table});
+        if (changed == 0) {
+            m_handle->execute(u"insert into sqlite_sequence(name,seq) select name,"_s + last +
+                                  u"+1 from sqlite_schema where lower(name)=lower(?) and type='table'"_s,
+                              {m_select.table});
+        }
+        Statement taken = m_handle->prepare(u"select seq from sqlite_sequence where lower(name)=lower(?)"_s);
+        taken.bind({m_select.table});
+        number = taken.step() ? taken.value(0).toLongLong() : 0;
+    });
+    return number;
+}
+
+void TableSource::insert(const QList<Field> &fields)
+{
+    QStringList names;
+    QVariantList values;
+    for (const auto &[name, value] : fields) {
+        names.append(u'[' + name + u']');
+        values.append(value);
+    }
+    const QString marks = QStringList(names.size(), u"?"_s).join(u',');
+    m_handle->execute(u"insert into "_s + bracketedTable() +
+                          (fields.isEmpty() ? u" default values"_s
+                                            : u" ("_s + names.join(u',') + u") values ("_s + marks + u')'),
+                      values);
+    standOnKey(sqlite3_last_insert_rowid(m_handle->engine()));
+    if (m_keys) {
+        m_keys->push_back(*m_key);
+    }
+}
+
+void TableSource::update(const QList<Field> &fields)
+{
+    if (fields.isEmpty()) {
+        return;
+    }
+    QStringList assignments;
+    QVariantList values;
+    for (const auto &[name, value] : fields) {
+        assignments.append(u'[' + name + u"]=?"_s);
+        values.append(value);
+    }
+    values.append(currentKey());
+    const QString sql =
+        u"update "_s + bracketedTable() + u" set "_s + assignments.join(u',') + u" where rowid=?"_s;
+    if (m_handle->execute(sql, values) == 0) {
+        throw core::Error(SQLITE_NOTFOUND, u"the row was deleted meanwhile in "_s + m_select.table);
+    }
+    m_row.reset();
+}
+
+void TableSource::remove()
+{
+    const qint64 key = currentKey();
+    const qint64 gap = position();
+    m_handle->execute(u"delete from "_s + bracketedTable() + u" where rowid=?"_s, {key});
+    std::erase(*m_keys, key);
+    standOnKey({});
+    m_position = gap;
+}
+
+qint64 TableSource::currentKey()
+{
+    if (row() == nullptr) {
+        throw core::Error(SQLITE_NOTFOUND, u"no current row in "_s + m_select.table);
+    }
+    return *m_key;
+}
+
+} // namespace store

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "store/RecordsetSource.h"
+#include "store/SqlDialect.h"
+
+#include <optional>
+#include <vector>
+
+namespace store {
+
+/// The rows of one table, or a choice of them, known by their keys: a row is read when the cursor stands on
+/// it, so a table of any size opens at once. The keys themselves are read when a count or a move first needs
+/// them; a row found by Seek needs none.
+class TableSource : public Recordset::Source
+{
+public:
+    TableSource(std::shared_ptr<Database::Handle> handle, TableSelect select, QVariantList bound);
+
+    const QStringList &names() const override { return m_names; }
+    qint64 count() override;
+    qint64 position() override;
+    void standOn(qint64 position) override;
+    const QVariantList *row() override;
+
+    void setIndex(const QString &name) override;
+    bool seek(const QVariant &key) override;
+    QString autoNumber() const override;
+    qint64 reserveNumber() override;
+    void insert(const QList<Field> &fields) override;
+    void update(const QList<Field> &fields) override;
+    void remove() override;
+
+private:
+    void readKeys();
+    void standOnKey(std::optional<qint64> key);
+    qint64 currentKey();
+    QString bracketedTable() const { return u'[' + m_select.table + u']'; }
+
+    std::shared_ptr<Database::Handle> m_handle; // before the statements, which must go first
+    TableSelect m_select;
+    QVariantList m_bound;
+    Statement m_rowByKey;
+    QStringList m_names;
+    std::optional<Statement> m_seek;
+    std::optional<std::vector<qint64>> m_keys;
+    std::optional<qint64> m_position; ///< nothing: not asked for yet, or found by Seek
+    std::optional<qint64> m_key;
+    std::optional<QVariantList> m_row;
+};
+
+} // namespace store

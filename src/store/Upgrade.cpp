@@ -1,0 +1,64 @@
+#include "store/Upgrade.h"
+
+#include "store/Database.h"
+
+using namespace Qt::StringLiterals;
+
+namespace store {
+
+namespace {
+
+/// Both procedures run one behind the other at start and nobody waits for their outcome, so that both
+/// together keep the window waiting for less than half a second when another program has locked the file.
+constexpr std::chrono::milliseconds patience{200};
+
+Database openCustomers(const core::Paths &paths)
+{
+    return Database(paths.CustomerFile, {Database::Mode::ReadWrite, Wildcards::Asterisk, patience});
+}
+
+CustomerPopUpTable readPopUpTable(Database &database)
+{
+    CustomerPopUpTable table;
+    database.forEachRow(u"select WorkPhones,T3,SN from customer"_s,
+                        [&](const Row &row) { table.append(row.integer(2), row.text(1)); });
+    return table;
+}
+
+/// Both tables or none: either of them alone counts as already upgraded.
+void createCallNoteTables(Database &database)
+{
+    database.transaction([&] {
+        database.Execute(u"Create Table CallInfo (CallID text(50) primary key,CustomerName text(255),"
+                         "DateAndTime Text(20),Consultant Text(50),CallContent Memo);"_s);
+        database.Execute(u"Create Table CustomerRequest ([CallID] text(50),[Request] Memo,[Response] Memo,"
+                         "[IfResolved] BIT,[Note] Memo);"_s);
+    });
+}
+
+} // namespace
+
+bool UpdateDatabase_Customer_0606191111(core::RunLog &log, const core::Paths &paths)
+{
+    log.trap("UpdateDatabase_Customer_0606191111"_L1, [&] {
+        Database database = openCustomers(paths);
+        const QStringList tables = database.tableNames();
+        if (!tables.contains(u"CallInfo"_s) && !tables.contains(u"CustomerRequest"_s)) {
+            createCallNoteTables(database);
+        }
+    });
+    return true;
+}
+
+qint32 FixCustomerData(core::RunLog &log, const core::Paths &paths, CustomerPopUpTable &table)
+{
+    return log.trap("FixCustomerData"_L1, 0, [&] {
+        Database database = openCustomers(paths);
+        table = readPopUpTable(database);
+        database.Execute(u"update customer set T3='1' where T3=' ' or T3='' or isnull(T3)"_s);
+        database.Execute(u"update customer set customerid='' where customerid=' '"_s);
+        return 1;
+    });
+}
+
+} // namespace store

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "core/Paths.h"
+#include "core/RunLog.h"
+#include "store/CustomerPopUpTable.h"
+
+namespace store {
+
+/// Adds the two call-note tables to a customer database that has neither. Always true; a failure is logged.
+bool UpdateDatabase_Customer_0606191111(core::RunLog &log, const core::Paths &paths);
+
+/// Rebuilds the customer pop-up table from the rows as they stand, then repairs the values that the customer
+/// editor cannot load. 1, or 0 after a failure, which is logged; the table keeps its old rows when the
+/// reading failed.
+qint32 FixCustomerData(core::RunLog &log, const core::Paths &paths, CustomerPopUpTable &table);
+
+} // namespace store
