@@ -177,6 +177,18 @@ bool takeProcessLock(const QString &path)
     return true;
 }
 
+bool prefersDark()
+{
+    const QString theme = qEnvironmentVariable("GTK_THEME");
+    if (!theme.isEmpty()) {
+        return theme.endsWith(":dark"_L1) || theme.endsWith("-dark"_L1);
+    }
+    const QString config = qEnvironmentVariable("XDG_CONFIG_HOME", QDir::homePath() + u"/.config"_s);
+    QFile settings(config + u"/gtk-3.0/settings.ini"_s);
+    return settings.open(QIODevice::ReadOnly) &&
+           settings.read(1 << 16).replace(" ", "").contains("gtk-application-prefer-dark-theme=1");
+}
+
 int growReceiveBuffer(qintptr socket, int bytes)
 {
     const int descriptor = int(socket);

@@ -126,6 +126,15 @@ bool takeProcessLock(const QString &path)
     return GetLastError() != ERROR_ALREADY_EXISTS;
 }
 
+bool prefersDark()
+{
+    DWORD light = 1;
+    DWORD size = sizeof(light);
+    RegGetValueW(HKEY_CURRENT_USER, L"Software\\Microsoft\\Windows\\CurrentVersion\\Themes\\Personalize",
+                 L"AppsUseLightTheme", RRF_RT_REG_DWORD, nullptr, &light, &size);
+    return light == 0;
+}
+
 int growReceiveBuffer(qintptr socket, int bytes)
 {
     const SOCKET handle = SOCKET(socket);

@@ -52,6 +52,8 @@ std::optional<PopUpView> decidePopUp(const PopupInfo &info, bool popupDetail, co
         return std::nullopt;
     }
     return PopUpView{.standing = standing,
+                     .callerNumber = core::shownText(info.AboutFirst),
+                     .callerName = core::shownText(info.AboutSecond),
                      .txtSN = info.SnText,
                      .txtSnType = info.SnType,
                      .txtAbout = core::shownText(info.AboutFirst + u"     "_s + info.AboutSecond),

@@ -28,6 +28,8 @@ enum class Standing { Ordinary, Vip, BlackListed };
 struct PopUpView
 {
     Standing standing = Standing::Ordinary;
+    QString callerNumber; ///< the two halves of the caller line, for the card's head
+    QString callerName;
     QString txtSN;
     QString txtSnType;
     QString txtAbout;

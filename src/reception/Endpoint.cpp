@@ -4,6 +4,7 @@
 
 #include <QElapsedTimer>
 #include <QNetworkInterface>
+#include <QScopedValueRollback>
 
 using namespace Qt::StringLiterals;
 
@@ -14,6 +15,7 @@ namespace {
 constexpr int addressInUse = 10048;         // the number that the program's users know from their run logs
 constexpr int receiveBufferBytes = 4 << 20; // holds what arrives while a repaint keeps the thread
 constexpr qsizetype maxWaitingBytes = 64 << 20; // beyond it datagrams wait in the socket
+constexpr int maxReceivedAtOnce = 1024;         // a few milliseconds
 constexpr qint64 turnBudgetMs = 8;              // then the event loop gets its turn to paint
 
 QString localAddress()
@@ -37,17 +39,23 @@ Endpoint::Endpoint(const Context &context, quint16 port, Handler handler)
     m_context.prompts.setClosedHandler([this] { handleLater(); });
 }
 
+Endpoint::~Endpoint()
+{
+    m_context.prompts.setClosedHandler({});
+}
+
 void Endpoint::iniUDP()
 {
     m_context.log.trap("iniUDP"_L1, [&] {
         Winsock1.close();
         chooseRemote();
         m_context.log.WriteRunLog(u"IP State "_s + QString::number(Winsock1.state()));
-        bind();
+        const int bufferBytes = bind();
         m_context.log.WriteRunLog(u"remote port "_s + QString::number(m_remotePort));
         m_context.log.WriteRunLog(u"RemoteIp "_s + m_remoteHost);
         m_context.log.WriteRunLog(u"local IP "_s + localAddress());
         m_context.log.WriteRunLog(u"loca port "_s + QString::number(m_context.settings.record.LocalPort));
+        m_context.log.WriteRunLog(u"receive buffer "_s + QString::number(bufferBytes));
     });
 }
 
@@ -68,13 +76,10 @@ void Endpoint::chooseRemote()
     }
 }
 
-void Endpoint::bind()
+int Endpoint::bind()
 {
     if (Winsock1.bind(QHostAddress::AnyIPv4, m_port, QAbstractSocket::DontShareAddress)) {
-        const int granted =
-            core::platform::growReceiveBuffer(Winsock1.socketDescriptor(), receiveBufferBytes);
-        m_context.log.WriteRunLog(u"receive buffer "_s + QString::number(granted));
-        return;
+        return core::platform::growReceiveBuffer(Winsock1.socketDescriptor(), receiveBufferBytes);
     }
     const bool inUse = Winsock1.error() == QAbstractSocket::AddressInUseError;
     const core::Error error(inUse ? addressInUse : int(Winsock1.error()), Winsock1.errorString());
@@ -106,10 +111,11 @@ void Endpoint::close()
 }
 
 // The socket's own buffer is small and the only place where a datagram can be lost, so it is emptied before
-// and after every single datagram that is handled.
+// and after every single datagram that is handled. A flood must not keep the thread at it, however.
 void Endpoint::receiveAll()
 {
-    while (m_waitingBytes < maxWaitingBytes && Winsock1.hasPendingDatagrams()) {
+    for (int received = 0; received < maxReceivedAtOnce && hasRoom() && Winsock1.hasPendingDatagrams();
+         ++received) {
         Datagram datagram;
         datagram.bytes.resize(Winsock1.pendingDatagramSize());
         if (Winsock1.readDatagram(datagram.bytes.data(), datagram.bytes.size(), &datagram.sender,
@@ -119,6 +125,11 @@ void Endpoint::receiveAll()
         m_waitingBytes += datagram.bytes.size() + qsizetype(sizeof(Datagram));
         m_waiting.push_back(std::move(datagram));
     }
+}
+
+bool Endpoint::hasRoom() const
+{
+    return isBound() && m_waitingBytes < maxWaitingBytes;
 }
 
 // Handling starts outside the socket's signal, or the socket would stay mute while a handler has a message
@@ -136,7 +147,7 @@ void Endpoint::handleWaiting()
     if (m_handling) {
         return;
     }
-    m_handling = true;
+    const QScopedValueRollback handling(m_handling, true);
     QElapsedTimer turn;
     turn.start();
     while (!m_waiting.empty() && !m_context.prompts.isOpen() && turn.elapsed() < turnBudgetMs) {
@@ -148,7 +159,6 @@ void Endpoint::handleWaiting()
         m_handler(datagram);
         receiveAll();
     }
-    m_handling = false;
     if (!m_waiting.empty() && !m_context.prompts.isOpen()) {
         handleLater();
     }

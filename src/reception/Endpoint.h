@@ -36,6 +36,7 @@ public:
 
     /// `port` is bound whatever the settings say; everything in the context must outlive the endpoint.
     Endpoint(const Context &context, quint16 port, Handler handler);
+    ~Endpoint() override;
 
     /// Opens the socket, anew when it was open. A port in use is told to the operator.
     void iniUDP();
@@ -48,9 +49,10 @@ public:
 
 private:
     void chooseRemote();
-    void bind();
+    int bind(); // the receive buffer's bytes
     void receive();
     void receiveAll();
+    bool hasRoom() const;
     void handleWaiting();
     void handleLater();
 
