@@ -83,8 +83,8 @@ void tst_ExistenceChecks::aCustomerIsFoundByPartOfTheName_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("answer");
     QTest::addColumn<bool>("logged");
-    QTest::newRow("part") << u"bour"_s << u"Select * from customer where  customername like '*bour*'"_s
-                          << false;
+    QTest::newRow("part, by any case")
+        << u"BOUR"_s << u"Select * from customer where  customername like '*BOUR*'"_s << false;
     QTest::newRow("unknown") << u"Harbor"_s << u"NO"_s << false;
     QTest::newRow("percent is no wildcard") << u"H%r"_s << u"NO"_s << false;
     QTest::newRow("empty") << u""_s << u""_s << false;
