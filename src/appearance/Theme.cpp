@@ -1,5 +1,6 @@
 #include "appearance/Theme.h"
 
+#include <QProxyStyle>
 #include <QStyleFactory>
 
 using namespace Qt::StringLiterals;
@@ -17,6 +18,21 @@ constexpr Shades lightShades = {0xfff3f5f8, 0xffffffff, 0xfff6f8fb, 0xff1c2530, 
                                 0xfffbfcfd, 0xffc9d1dc, 0xff1f5fbf, 0xffffffff};
 constexpr Shades darkShades = {0xff1d2229, 0xff242a32, 0xff2a313a, 0xffe5eaf1, 0xff95a2b5,
                                0xff2f3740, 0xff11151a, 0xff4b8df0, 0xffffffff};
+
+/// Fusion with room around the texts of tables.
+class RoomyStyle : public QProxyStyle
+{
+public:
+    RoomyStyle() : QProxyStyle(QStyleFactory::create(u"Fusion"_s)) {}
+
+    int pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const override
+    {
+        constexpr int cellMargin = 7;
+        return metric == PM_HeaderMargin || metric == PM_FocusFrameHMargin
+                   ? cellMargin
+                   : QProxyStyle::pixelMetric(metric, option, widget);
+    }
+};
 
 } // namespace
 
@@ -45,7 +61,7 @@ QPalette themePalette(bool dark)
 
 void applyTheme(QApplication &application, bool dark)
 {
-    QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
+    QApplication::setStyle(new RoomyStyle); // the application takes it over
     application.setPalette(themePalette(dark));
 }
 

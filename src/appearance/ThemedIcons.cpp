@@ -7,6 +7,12 @@
 
 using namespace Qt::StringLiterals;
 
+// The resources of a static library are only there once somebody asks for them.
+static void useIconResources()
+{
+    Q_INIT_RESOURCE(appearance);
+}
+
 namespace appearance {
 
 namespace {
@@ -15,6 +21,7 @@ constexpr int sizes[] = {16, 24, 32, 48, 64, 96};
 
 QByteArray source(QStringView name)
 {
+    useIconResources();
     QFile file(u":/icons/%1.svg"_s.arg(name));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }

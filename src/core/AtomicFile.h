@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QByteArrayView>
 #include <QString>
 
@@ -9,5 +10,8 @@ namespace core {
 /// or empty file: a temporary file beside it, synced, then renamed. A file marked read-only is refused.
 /// Throws Error.
 void saveAtomically(const QString &path, QByteArrayView bytes);
+
+/// Up to `maxBytes` of a file from a position on; empty beyond its end. Throws Error.
+QByteArray readBytes(const QString &path, qint64 offset, qint64 maxBytes);
 
 } // namespace core

@@ -23,7 +23,7 @@ bool QtPrompts::ask(const QString &text, const QString &title, bool question)
     box.setObjectName(u"messageBox"_s);
     box.setTextFormat(Qt::PlainText);
     box.setText(text);
-    box.setWindowTitle(title.isEmpty() ? QApplication::applicationDisplayName() : title);
+    box.setWindowTitle(title.isEmpty() ? u"CallDesk"_s : title);
     box.setIcon(question ? QMessageBox::Question : QMessageBox::Information);
     box.setStandardButtons(question ? QMessageBox::Ok | QMessageBox::Cancel : QMessageBox::Ok);
     box.setDefaultButton(question ? QMessageBox::Cancel : QMessageBox::Ok);

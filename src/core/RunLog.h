@@ -80,6 +80,7 @@ private:
     void reportCaught(const QString &prefix);
     QString line(const QString &message);
     void eraseIfTooLong(qint64 size);
+    void show(const QString &entry);
 
     const Paths &m_paths;
     const Clock &m_clock;

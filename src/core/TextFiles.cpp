@@ -34,6 +34,9 @@ QString ReadTextFile(RunLog &log, const QString &path, qint64 atMost)
         for (QString text; stream.readLineInto(&text);) {
             lines += text + u"\r\n"_s;
         }
+        if (file.error() != QFileDevice::NoError) {
+            throw Error(0, file.errorString() + u": "_s + path);
+        }
         return lines;
     });
 }

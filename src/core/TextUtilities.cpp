@@ -1,5 +1,8 @@
 #include "core/TextUtilities.h"
 
+#include <algorithm>
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace core {
@@ -44,10 +47,18 @@ qint32 leadingNumber(QStringView text)
 
 namespace {
 
-bool isBidiControl(char16_t code)
+bool isBidiControl(char32_t code)
 {
     return (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069) || code == 0x200E ||
            code == 0x200F || code == 0x061C;
+}
+
+// Text widgets break the line at some of the noncharacters, too.
+bool isUnfit(char32_t code, QChar::Category category)
+{
+    return MyIn(category, QChar::Other_Control, QChar::Other_Surrogate, QChar::Separator_Line,
+                QChar::Separator_Paragraph) ||
+           isBidiControl(code) || QChar::isNonCharacter(code);
 }
 
 } // namespace
@@ -58,21 +69,18 @@ QString shownText(QStringView text, qsizetype maxLength)
     QString shown;
     shown.reserve(std::min(text.size(), maxLength));
     int marks = 0;
-    for (const QChar character : text) {
-        marks = character.isMark() ? marks + 1 : 0;
+    for (qsizetype at = 0; at < text.size();) {
+        const auto [code, units] = codePointAt(text, at);
+        const QStringView character = text.sliced(std::exchange(at, at + units), units);
+        const QChar::Category category = QChar::category(code);
+        marks = category <= QChar::Mark_Enclosing ? marks + 1 : 0;
         if (marks > maxMarks) {
             continue;
         }
-        if (shown.size() == maxLength) {
+        if (shown.size() + units > maxLength) {
             break;
         }
-        const bool blank = character.category() == QChar::Other_Control ||
-                           isBidiControl(character.unicode()) || character == QChar::LineSeparator ||
-                           character == QChar::ParagraphSeparator;
-        shown += blank ? QChar(u' ') : character;
-    }
-    if (!shown.isEmpty() && shown.back().isHighSurrogate()) {
-        shown.chop(1);
+        shown += isUnfit(code, category) ? QStringView(u" ") : character;
     }
     return shown;
 }

@@ -34,9 +34,26 @@ QVariant NullToZero(const QVariant &value);
 /// beyond the 32-bit range give 0.
 qint32 leadingNumber(QStringView text);
 
-/// A stranger's text made fit for a window: control characters, line breaks and bidirectional overrides
-/// become blanks, at most `maxLength` characters, and at most 8 combining marks in a row. Plain text, no
-/// markup.
+/// One character of a text: its code, and the UTF-16 units that it takes.
+struct CodePoint
+{
+    char32_t code = 0;
+    qsizetype units = 1;
+};
+
+/// The character that begins at a position; half a surrogate pair stands for itself.
+inline CodePoint codePointAt(QStringView text, qsizetype position)
+{
+    const QChar first = text[position];
+    const bool pair =
+        first.isHighSurrogate() && position + 1 < text.size() && text[position + 1].isLowSurrogate();
+    return pair ? CodePoint{QChar::surrogateToUcs4(first, text[position + 1]), 2}
+                : CodePoint{first.unicode(), 1};
+}
+
+/// A stranger's text made fit for a window: control characters, line breaks, bidirectional overrides and
+/// broken characters become blanks; at most `maxLength` UTF-16 units, and at most 8 combining marks in a row.
+/// Plain text, no markup.
 QString shownText(QStringView text, qsizetype maxLength = 256);
 
 } // namespace core

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <QByteArray>
 #include <QByteArrayView>
 #include <QString>
 
-/// What differs between systems. Implemented in platform_unix.cpp and platform_windows.cpp, and nowhere else.
+#include <functional>
+
+/// What differs between systems. Implemented in the files platform_*.cpp, and nowhere else.
 namespace core::platform {
 
 /// "C:\CallDesk" on Windows; elsewhere CallDesk below $XDG_DATA_HOME, by default ~/.local/share. Created
@@ -22,6 +25,13 @@ quint16 systemLanguageId();
 /// The ANSI code page for text from the network: the system's on Windows, on Unix the one of `languageCode`
 /// ("CHS" 936, "CHT" 950, "KOR" 949, "JAPANESE" 932, ... else 1252).
 int ansiCodePage(const QString &languageCode);
+
+/// Turns bytes of one code page into text: null text as soon as one byte is no character of it.
+using AnsiDecoder = std::function<QString(QByteArrayView)>;
+/// Empty where the system does not know the code page.
+AnsiDecoder ansiDecoder(int codePage);
+/// Text in the bytes of a code page; characters that it lacks become "?".
+QByteArray encodeAnsi(int codePage, QStringView text);
 
 /// Opens, appends with one write call and closes. The file's size afterwards. Throws Error.
 qint64 appendToFile(const QString &path, QByteArrayView bytes);

@@ -34,14 +34,6 @@ bool mirrorsAction(const QWidget &widget)
     return button != nullptr && button->defaultAction() != nullptr;
 }
 
-// A tip that just repeats the text follows it by itself.
-bool hasOwnTip(const QAction &action)
-{
-    const bool untouched = !action.property("captionKey").isValid();
-    return action.property("tipKey").isValid() ||
-           (untouched && action.toolTip() != withoutMnemonic(action.text()).remove(u"..."_s));
-}
-
 } // namespace
 
 QString withoutMnemonic(const QString &text)
@@ -115,14 +107,20 @@ void Captions::translateControl(QWidget &widget) const
     }
 }
 
-// Menus are translated here too: a menu's title is the text of its own action.
+// Menus are translated here too: a menu's title is the text of its own action. Toolbar word and tip are
+// derived from the text by themselves, and stay so, unless they are worded differently.
 void Captions::translateAction(QAction &action) const
 {
-    if (hasOwnTip(action)) {
-        action.setToolTip(plain(designedText(action, "tipKey", action.toolTip())));
+    const QString tip = plain(designedText(action, "tipKey", action.toolTip()));
+    const QString designed = designedText(action, "captionKey", action.text());
+    if (!designed.isEmpty()) {
+        action.setText(text(designed));
+        if (const QString word = plain(designed); action.iconText() != word) {
+            action.setIconText(word);
+        }
     }
-    if (!action.text().isEmpty()) {
-        action.setText(text(designedText(action, "captionKey", action.text())));
+    if (action.toolTip() != tip) {
+        action.setToolTip(tip);
     }
 }
 

@@ -6,6 +6,7 @@
 
 #include <QKeyEvent>
 #include <QScreen>
+#include <QStyle>
 
 using namespace Qt::StringLiterals;
 
@@ -40,7 +41,9 @@ CardColors cardColors(Standing standing)
 } // namespace
 
 frmPopUp::frmPopUp(core::Navigator &navigator, const appearance::FormServices &services)
-    : QWidget(nullptr, Qt::Tool | Qt::WindowStaysOnTopHint), m_navigator(navigator),
+    : QWidget(nullptr, Qt::Tool | Qt::WindowStaysOnTopHint | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                           Qt::WindowCloseButtonHint),
+      m_navigator(navigator),
       m_ui(std::make_unique<Ui::frmPopUp>()), m_setup(services)
 {
     m_ui->setupUi(this);
@@ -63,11 +66,12 @@ void frmPopUp::showCaller(const PopUpView &view, const QWidget &mainWindow)
 {
     fill(view);
     color(view.standing);
-    if (!isVisible()) {
-        adjustSize();
+    const bool ours = !isVisible() || pos() == m_placed; // not where the operator has moved it
+    adjustSize();
+    if (ours) {
         place(mainWindow);
-        show();
     }
+    show();
     raise();
 }
 
@@ -100,9 +104,10 @@ void frmPopUp::color(Standing standing)
 void frmPopUp::place(const QWidget &mainWindow)
 {
     const QRect free = mainWindow.screen()->availableGeometry();
-    QRect card = frameGeometry();
-    card.moveBottomRight(free.bottomRight() - QPoint(screenMargin, screenMargin));
-    move(card.topLeft());
+    const int titleBar = style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    const QSize card = size() + QSize(screenMargin, screenMargin + titleBar);
+    m_placed = free.bottomRight() - QPoint(card.width(), card.height());
+    move(m_placed);
 }
 
 void frmPopUp::editCaller()

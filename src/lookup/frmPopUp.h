@@ -40,6 +40,7 @@ private:
     core::Navigator &m_navigator;
     std::unique_ptr<Ui::frmPopUp> m_ui;
     appearance::FormSetup m_setup;
+    QPoint m_placed; ///< where we put the card
 };
 
 } // namespace lookup

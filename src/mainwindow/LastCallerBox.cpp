@@ -17,29 +17,31 @@ constexpr int padding = 8;
 class CallerLines : public QSyntaxHighlighter
 {
 public:
-    using QSyntaxHighlighter::QSyntaxHighlighter;
+    explicit CallerLines(const QPlainTextEdit &box) : QSyntaxHighlighter(box.document()), m_box(box) {}
 
 protected:
     void highlightBlock(const QString &text) override
     {
-        const auto *box = static_cast<const QWidget *>(parent()->parent());
-        const appearance::CallColors colors = appearance::callColors(box->palette());
+        const appearance::CallColors colors = appearance::callColors(m_box.palette());
         QTextCharFormat format;
         const bool first = currentBlock().blockNumber() == 0;
         format.setForeground(first ? colors.lastCallerText : colors.lastCallerDetails);
         if (first) {
             format.setFontWeight(QFont::DemiBold);
-            format.setFontPointSize(box->font().pointSizeF() * numberScale);
+            format.setFontPointSize(m_box.font().pointSizeF() * numberScale);
         }
         setFormat(0, int(text.size()), format);
     }
+
+private:
+    const QPlainTextEdit &m_box;
 };
 
 } // namespace
 
 LastCallerBox::LastCallerBox(QWidget *parent) : QPlainTextEdit(parent)
 {
-    new CallerLines(document());
+    new CallerLines(*this);
     document()->setDocumentMargin(padding);
     setLineWrapMode(NoWrap);
     applyColors();

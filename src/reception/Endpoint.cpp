@@ -4,6 +4,7 @@
 
 #include <QElapsedTimer>
 #include <QNetworkInterface>
+#include <QScopedValueRollback>
 
 using namespace Qt::StringLiterals;
 
@@ -14,7 +15,13 @@ namespace {
 constexpr int addressInUse = 10048;         // the number that the program's users know from their run logs
 constexpr int receiveBufferBytes = 4 << 20; // holds what arrives while a repaint keeps the thread
 constexpr qsizetype maxWaitingBytes = 64 << 20; // beyond it datagrams wait in the socket
+constexpr int maxReceivedAtOnce = 1024;         // a few milliseconds
 constexpr qint64 turnBudgetMs = 8;              // then the event loop gets its turn to paint
+
+qsizetype costOf(const Datagram &datagram)
+{
+    return datagram.bytes.size() + qsizetype(sizeof(Datagram));
+}
 
 QString localAddress()
 {
@@ -37,17 +44,23 @@ Endpoint::Endpoint(const Context &context, quint16 port, Handler handler)
     m_context.prompts.setClosedHandler([this] { handleLater(); });
 }
 
+Endpoint::~Endpoint()
+{
+    m_context.prompts.setClosedHandler({});
+}
+
 void Endpoint::iniUDP()
 {
     m_context.log.trap("iniUDP"_L1, [&] {
         Winsock1.close();
         chooseRemote();
         m_context.log.WriteRunLog(u"IP State "_s + QString::number(Winsock1.state()));
-        bind();
+        const int bufferBytes = bind();
         m_context.log.WriteRunLog(u"remote port "_s + QString::number(m_remotePort));
-        m_context.log.WriteRunLog(u"RemoteIp "_s + m_remoteHost);
+        m_context.log.WriteRunLog(u"RemoteIp "_s + m_remoteHost.toString());
         m_context.log.WriteRunLog(u"local IP "_s + localAddress());
         m_context.log.WriteRunLog(u"loca port "_s + QString::number(m_context.settings.record.LocalPort));
+        m_context.log.WriteRunLog(u"receive buffer "_s + QString::number(bufferBytes));
     });
 }
 
@@ -57,24 +70,21 @@ void Endpoint::chooseRemote()
     if (record.LocalPort == 0) {
         record.LocalPort = standardPort;
     }
-    if (!m_remoteHost.isEmpty()) {
+    if (!m_remoteHost.isNull()) {
         return;
     }
-    m_remoteHost = record.LastSenderIp.text();
+    m_remoteHost = QHostAddress(record.LastSenderIp.text());
     m_remotePort = quint16(record.LastSenderPort);
-    if (m_remoteHost.isEmpty()) {
-        m_remoteHost = u"0.0.0.0"_s;
+    if (m_remoteHost.isNull()) {
+        m_remoteHost = QHostAddress::AnyIPv4;
         m_remotePort = quint16(record.LocalPort - 1);
     }
 }
 
-void Endpoint::bind()
+int Endpoint::bind()
 {
     if (Winsock1.bind(QHostAddress::AnyIPv4, m_port, QAbstractSocket::DontShareAddress)) {
-        const int granted =
-            core::platform::growReceiveBuffer(Winsock1.socketDescriptor(), receiveBufferBytes);
-        m_context.log.WriteRunLog(u"receive buffer "_s + QString::number(granted));
-        return;
+        return core::platform::growReceiveBuffer(Winsock1.socketDescriptor(), receiveBufferBytes);
     }
     const bool inUse = Winsock1.error() == QAbstractSocket::AddressInUseError;
     const core::Error error(inUse ? addressInUse : int(Winsock1.error()), Winsock1.errorString());
@@ -89,10 +99,10 @@ void Endpoint::SendServer(const QString &text)
     m_context.log.trap("SendServer"_L1, [&] {
         const QString lastSender = m_context.settings.record.LastSenderIp.text();
         if (!lastSender.isEmpty()) {
-            m_remoteHost = lastSender;
+            m_remoteHost = QHostAddress(lastSender);
         }
         const QByteArray bytes = m_context.codePage.encode(text);
-        if (Winsock1.writeDatagram(bytes, QHostAddress(m_remoteHost), m_remotePort) != bytes.size()) {
+        if (Winsock1.writeDatagram(bytes, m_remoteHost, m_remotePort) != bytes.size()) {
             throw core::Error(int(Winsock1.error()), Winsock1.errorString());
         }
     });
@@ -106,25 +116,44 @@ void Endpoint::close()
 }
 
 // The socket's own buffer is small and the only place where a datagram can be lost, so it is emptied before
-// and after every single datagram that is handled.
+// and after every single datagram that is handled. A flood must not keep the thread at it, however.
 void Endpoint::receiveAll()
 {
-    while (m_waitingBytes < maxWaitingBytes && Winsock1.hasPendingDatagrams()) {
-        Datagram datagram;
-        datagram.bytes.resize(Winsock1.pendingDatagramSize());
-        if (Winsock1.readDatagram(datagram.bytes.data(), datagram.bytes.size(), &datagram.sender,
-                                  &datagram.senderPort) < 0) {
+    for (int received = 0; received < maxReceivedAtOnce && hasRoom() && Winsock1.hasPendingDatagrams();
+         ++received) {
+        if (!receiveOne()) {
             break;
         }
-        m_waitingBytes += datagram.bytes.size() + qsizetype(sizeof(Datagram));
-        m_waiting.push_back(std::move(datagram));
     }
 }
 
+bool Endpoint::receiveOne()
+{
+    Datagram datagram;
+    const qint64 size =
+        Winsock1.readDatagram(m_buffer.data(), m_buffer.size(), &datagram.sender, &datagram.senderPort);
+    if (size < 0) {
+        return false;
+    }
+    datagram.bytes = m_buffer.first(size);
+    m_waitingBytes += costOf(datagram);
+    m_waiting.push_back(std::move(datagram));
+    return true;
+}
+
+bool Endpoint::hasRoom() const
+{
+    return isBound() && m_waitingBytes < maxWaitingBytes;
+}
+
 // Handling starts outside the socket's signal, or the socket would stay mute while a handler has a message
-// box open.
+// box open. The socket also stays mute until somebody reads from it, so one reading is tried even where a
+// handler has emptied it just before.
 void Endpoint::receive()
 {
+    if (hasRoom()) {
+        receiveOne();
+    }
     receiveAll();
     handleLater();
 }
@@ -136,19 +165,18 @@ void Endpoint::handleWaiting()
     if (m_handling) {
         return;
     }
-    m_handling = true;
+    const QScopedValueRollback handling(m_handling, true);
     QElapsedTimer turn;
     turn.start();
     while (!m_waiting.empty() && !m_context.prompts.isOpen() && turn.elapsed() < turnBudgetMs) {
         const Datagram datagram = std::move(m_waiting.front());
         m_waiting.pop_front();
-        m_waitingBytes -= datagram.bytes.size() + qsizetype(sizeof(Datagram));
-        m_remoteHost = datagram.sender.toString();
+        m_waitingBytes -= costOf(datagram);
+        m_remoteHost = datagram.sender;
         m_remotePort = datagram.senderPort;
         m_handler(datagram);
         receiveAll();
     }
-    m_handling = false;
     if (!m_waiting.empty() && !m_context.prompts.isOpen()) {
         handleLater();
     }

@@ -24,6 +24,7 @@ public:
     using Handler = std::function<void(const Datagram &)>;
 
     static constexpr quint16 standardPort = 1972;
+    static constexpr qsizetype largestDatagram = 65507;
 
     struct Context
     {
@@ -36,6 +37,7 @@ public:
 
     /// `port` is bound whatever the settings say; everything in the context must outlive the endpoint.
     Endpoint(const Context &context, quint16 port, Handler handler);
+    ~Endpoint() override;
 
     /// Opens the socket, anew when it was open. A port in use is told to the operator.
     void iniUDP();
@@ -48,9 +50,11 @@ public:
 
 private:
     void chooseRemote();
-    void bind();
+    int bind(); // the receive buffer's bytes
     void receive();
     void receiveAll();
+    bool receiveOne();
+    bool hasRoom() const;
     void handleWaiting();
     void handleLater();
 
@@ -58,8 +62,9 @@ private:
     quint16 m_port;
     Handler m_handler;
     QUdpSocket Winsock1;
-    QString m_remoteHost;
+    QHostAddress m_remoteHost;
     quint16 m_remotePort = 0;
+    QByteArray m_buffer = QByteArray(largestDatagram, Qt::Uninitialized);
     std::deque<Datagram> m_waiting;
     qsizetype m_waitingBytes = 0;
     bool m_handling = false;

@@ -35,7 +35,7 @@ public:
 
 private:
     QStringView m_text;
-    core::ColumnRule m_rule;
+    const core::ColumnRule &m_rule;
 };
 
 QString sourceOf(const QString &match)

@@ -13,7 +13,7 @@ enum class DatagramKind { ShortCid, Detail, SmallMessage, ShutDown, ChannelStatu
 struct DatagramText
 {
     QString text;
-    core::ColumnRule columns = core::ColumnRule::DoubleByte;
+    core::ColumnRule columns;
 };
 
 /// A "CID" record: the number and the name only.
