@@ -24,11 +24,11 @@ void Dispatcher::Winsock1_DataArrival(const Datagram &datagram)
 // Comparing with the record's text decodes and trims it, too dear for every datagram of the same sender.
 void Dispatcher::rememberSender(const Datagram &datagram)
 {
-    const QString sender = datagram.sender.toString();
-    if (sender == m_lastSender) {
+    if (datagram.sender == m_lastSender) {
         return;
     }
-    m_lastSender = sender;
+    m_lastSender = datagram.sender;
+    const QString sender = datagram.sender.toString();
     core::SettingsRecord &record = m_settings.record;
     if (sender != record.LastSenderIp.text()) {
         record.LastSenderIp.setText(sender);

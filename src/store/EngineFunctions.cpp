@@ -1,19 +1,53 @@
 #include "store/EngineFunctions.h"
 
 #include "store/Statement.h"
+#include "store/TextMatcher.h"
 #include "store/TextOrder.h"
 
 #include <QByteArrayView>
 
 #include <sqlite3.h>
 
+#include <memory>
+
 namespace store {
 
 namespace {
 
+QByteArrayView textOf(sqlite3_value *value)
+{
+    const auto *text = reinterpret_cast<const char *>(sqlite3_value_text(value));
+    return text != nullptr ? QByteArrayView(text, sqlite3_value_bytes(value)) : QByteArrayView("");
+}
+
 void isNull(sqlite3_context *context, int, sqlite3_value **arguments)
 {
     sqlite3_result_int(context, sqlite3_value_type(arguments[0]) == SQLITE_NULL ? 1 : 0);
+}
+
+/// `text like pattern` and `text glob pattern`; the engine passes the pattern first, and keeps the matcher
+/// made from it for the whole statement.
+template <Wildcards wildcards>
+void isLike(sqlite3_context *context, int, sqlite3_value **arguments)
+{
+    if (sqlite3_value_type(arguments[0]) == SQLITE_NULL || sqlite3_value_type(arguments[1]) == SQLITE_NULL) {
+        return sqlite3_result_null(context);
+    }
+    constexpr int patternLimit = 50000; // the engine's own
+    if (sqlite3_value_bytes(arguments[0]) > patternLimit) {
+        return sqlite3_result_error(context, "the search text is too long", -1);
+    }
+    const auto *kept = static_cast<const TextMatcher *>(sqlite3_get_auxdata(context, 0));
+    std::unique_ptr<TextMatcher> made;
+    if (kept == nullptr) {
+        made = std::make_unique<TextMatcher>(textOf(arguments[0]), wildcards);
+    }
+    const TextMatcher &matcher = kept != nullptr ? *kept : *made;
+    sqlite3_result_int(context, matcher.matches(textOf(arguments[1])) ? 1 : 0);
+    if (made) {
+        sqlite3_set_auxdata(context, 0, made.release(),
+                            [](void *old) { delete static_cast<TextMatcher *>(old); });
+    }
 }
 
 int jetOrder(void *, int leftSize, const void *left, int rightSize, const void *right)
@@ -22,16 +56,25 @@ int jetOrder(void *, int leftSize, const void *left, int rightSize, const void *
                       {static_cast<const char *>(right), rightSize});
 }
 
+using Function = void (*)(sqlite3_context *, int, sqlite3_value **);
+
+void add(sqlite3 *engine, const char *name, int arguments, Function function)
+{
+    constexpr int flags = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS;
+    if (sqlite3_create_function(engine, name, arguments, flags, nullptr, function, nullptr, nullptr) !=
+        SQLITE_OK) {
+        throwEngineError(engine);
+    }
+}
+
 } // namespace
 
 void registerFunctions(sqlite3 *engine)
 {
-    constexpr int flags = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS;
-    bool good = sqlite3_create_function_v2(engine, "isnull", 1, flags, nullptr, isNull, nullptr, nullptr,
-                                           nullptr) == SQLITE_OK;
-    good = good &&
-           sqlite3_create_collation_v2(engine, "JET", SQLITE_UTF8, nullptr, jetOrder, nullptr) == SQLITE_OK;
-    if (!good) {
+    add(engine, "isnull", 1, isNull);
+    add(engine, "glob", 2, isLike<Wildcards::Asterisk>);
+    add(engine, "like", 2, isLike<Wildcards::Percent>);
+    if (sqlite3_create_collation(engine, "JET", SQLITE_UTF8, nullptr, jetOrder) != SQLITE_OK) {
         throwEngineError(engine);
     }
 }

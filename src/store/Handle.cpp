@@ -2,6 +2,7 @@
 
 #include "store/EngineFunctions.h"
 #include "store/SqlDialect.h"
+#include "store/TextOrder.h"
 
 #include <QFileInfo>
 #include <QSqlDatabase>
@@ -74,7 +75,7 @@ Database::Handle::Handle(const QString &path, const Options &options, File file)
     openDriver(path, file, readOnlyFile);
     harden();
     registerFunctions(m_engine);
-    makeDurable(readOnlyFile);
+    makeReady(file, readOnlyFile);
 }
 
 void Database::Handle::openDriver(const QString &path, File file, bool readOnlyFile)
@@ -104,18 +105,40 @@ void Database::Handle::harden() const
 }
 
 /// The first statements on the file, so what is no database, damaged or locked shows here.
-void Database::Handle::makeDurable(bool readOnlyFile)
+void Database::Handle::makeReady(File file, bool readOnlyFile)
 {
     execute(u"pragma cell_size_check=on"_s);
     execute(u"select count(*) from sqlite_schema"_s);
     if (!readOnlyFile) {
         execute(u"pragma journal_mode=delete"_s);
         execute(u"pragma synchronous=full"_s);
+        renewTextOrder(file);
     }
     if (m_options.mode == Mode::ReadOnly) {
         execute(
             u"pragma query_only=on"_s); // not opened as read-only: another's broken-off save must be undone
     }
+}
+
+/// Indexes that were built with another version of the text order would hide rows. Files without our order
+/// are left as they are.
+void Database::Handle::renewTextOrder(File file)
+{
+    const bool current = number(u"pragma user_version"_s) == textOrderVersion;
+    const bool ordered = file == File::New ||
+                         number(u"select count(*) from sqlite_schema where instr(sql,' COLLATE JET')"_s) > 0;
+    if (!current && ordered) {
+        transaction([this] {
+            execute(u"reindex JET"_s);
+            execute(u"pragma user_version="_s + QString::number(textOrderVersion));
+        });
+    }
+}
+
+qint64 Database::Handle::number(const QString &sql) const
+{
+    Statement statement = prepare(sql);
+    return statement.step() ? statement.value(0).toLongLong() : 0;
 }
 
 Statement Database::Handle::prepare(const QString &sql) const

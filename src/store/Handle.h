@@ -36,7 +36,9 @@ private:
     };
     void openDriver(const QString &path, File file, bool readOnlyFile);
     void harden() const;
-    void makeDurable(bool readOnlyFile);
+    void makeReady(File file, bool readOnlyFile);
+    void renewTextOrder(File file);
+    qint64 number(const QString &sql) const;
     void rollBack();
     Statement &preparedOnce(const QString &sql);
 

@@ -102,7 +102,7 @@ void tst_LangTexts::eachChineseColumnKeepsToItsScript()
 void tst_LangTexts::everyTextThatTheProgramLooksUpHasARow()
 {
     static const QRegularExpression used(
-        uR"re(\bLms\(\s*u"([^"]+)"_s|name="(?:text|title|windowTitle|toolTip)">\s*<string>([^<]+)<)re"_s);
+        uR"re(\bLms\(\s*u"([^"]+)"_s|name="(?:text|title|windowTitle|toolTip|accessibleName)">\s*<string>([^<]+)<)re"_s);
     QStringList missing;
     for (const QString &file : filesBelow(u"src"_s, {u"*.cpp"_s, u"*.ui"_s})) {
         const QString text = contents(file);
