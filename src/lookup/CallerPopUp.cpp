@@ -17,11 +17,8 @@ void CallerPopUp::ShowPopup(const core::CallRecord &info)
         if (!view) {
             return;
         }
-        const bool waiting = m_next.has_value();
         m_next = std::move(view);
-        if (!waiting) {
-            QMetaObject::invokeMethod(this, &CallerPopUp::showNext, Qt::QueuedConnection);
-        }
+        m_screen.schedule();
     });
 }
 

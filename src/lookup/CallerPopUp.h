@@ -1,13 +1,12 @@
 #pragma once
 
+#include "core/CallRecord.h"
+#include "core/FrameGate.h"
+#include "core/RunLog.h"
+#include "core/Settings.h"
 #include "lookup/PopUpDecision.h"
 #include "lookup/frmPopUp.h"
 
-#include "core/CallRecord.h"
-#include "core/RunLog.h"
-#include "core/Settings.h"
-
-#include <QObject>
 #include <QPointer>
 
 #include <functional>
@@ -15,9 +14,9 @@
 
 namespace lookup {
 
-/// Pops callers up: decides by the record whether, and keeps the one popup window. Of several calls in one turn of
-/// the event loop the newest is shown.
-class CallerPopUp : public QObject
+/// Pops callers up: decides by the record whether, and keeps the one popup window. Of several calls within one frame
+/// of the screen the newest is shown.
+class CallerPopUp
 {
 public:
     struct Context
@@ -30,8 +29,12 @@ public:
         std::function<const QWidget &()> mainWindow;
     };
 
-    explicit CallerPopUp(Context context) : m_context(std::move(context)) {}
-    ~CallerPopUp() override;
+    explicit CallerPopUp(Context context)
+        : m_context(std::move(context)), m_screen([this] { showNext(); })
+    {
+    }
+    ~CallerPopUp();
+    Q_DISABLE_COPY_MOVE(CallerPopUp)
 
     void ShowPopup(const core::CallRecord &info);
     /// Closes the card, if one stands.
@@ -41,6 +44,7 @@ private:
     void showNext();
 
     Context m_context;
+    core::FrameGate m_screen;
     std::optional<PopUpView> m_next;
     QPointer<frmPopUp> m_form;
 };

@@ -122,7 +122,7 @@ void FrmMain::loadLogs()
     m_runInfo.clear();
     m_runInfo.append(core::ReadTextFile(m_context.log, m_context.paths.RunLogFile, shownLogBytes / 4));
     appendSms(core::ReadTextFile(m_context.log, m_context.paths.SmsFile, shownLogBytes));
-    connect(m_ui->SSTab1, &QTabWidget::currentChanged, &m_screen, &FrameGate::schedule);
+    connect(m_ui->SSTab1, &QTabWidget::currentChanged, &m_screen, &core::FrameGate::schedule);
 }
 
 void FrmMain::loadTray()
@@ -244,10 +244,10 @@ void FrmMain::showLastCaller(const QString &text)
     m_screen.schedule();
 }
 
-void FrmMain::showSource(const QString &sender)
+void FrmMain::showSource(const QHostAddress &sender)
 {
     m_lastSender = sender;
-    m_lastTime = m_context.log.timeStamp();
+    m_sourceChanged = true;
     m_screen.schedule();
 }
 
@@ -271,7 +271,9 @@ void FrmMain::updateScreen()
         m_ui->txtLastCallerID->setPlainText(m_lastCaller);
     }
     m_runInfo.show(*m_ui->txtRuninfo);
-    updateSource();
+    if (std::exchange(m_sourceChanged, false)) {
+        updateSource();
+    }
 }
 
 void FrmMain::updateSource()
@@ -279,10 +281,11 @@ void FrmMain::updateSource()
     const QString separator = m_context.values.WordSeparator;
     if (m_portUnavailable) {
         lblSource->setText(m_context.texts.Lms(u"PortUnavailable"_s));
-    } else if (m_lastSender.isEmpty()) {
+    } else if (m_lastSender.isNull()) {
         lblSource->setText(m_context.texts.Lms(u"NoDatagramYet"_s));
     } else {
-        lblSource->setText(m_context.texts.Lms(u"LastDatagram"_s) + separator + m_lastTime + u"  "_s + m_lastSender);
+        lblSource->setText(m_context.texts.Lms(u"LastDatagram"_s) + separator + m_context.log.timeStamp() + u"  "_s +
+                           m_lastSender.toString());
     }
 }
 

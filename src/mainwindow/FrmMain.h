@@ -11,10 +11,11 @@
 #include "core/TextLookup.h"
 #include "mainwindow/AutoHide.h"
 #include "mainwindow/CallGridModel.h"
-#include "mainwindow/FrameGate.h"
+#include "core/FrameGate.h"
 #include "mainwindow/RunInfoText.h"
 #include "mainwindow/TrayIcon.h"
 
+#include <QHostAddress>
 #include <QLabel>
 #include <QMainWindow>
 #include <QTimer>
@@ -66,7 +67,7 @@ public:
     ~FrmMain() override;
 
     /// Where the last datagram came from, for the status line.
-    void showSource(const QString &sender);
+    void showSource(const QHostAddress &sender);
     /// The caller-ID port cannot be received on.
     void showPortUnavailable();
     void ShowCallerID_tarn(const core::CallRecord &record);
@@ -124,15 +125,15 @@ private:
     appearance::FormSetup m_setup;
     CallGridModel m_calls;
     RunInfoText m_runInfo;
-    FrameGate m_screen;
+    core::FrameGate m_screen;
     std::unique_ptr<TrayIcon> m_tray;
     QLabel *lblSource;
     QTimer Timer1;
     QString m_shape; ///< "SMALL" or "FULL"
     QSize m_fullSize;
     QString m_lastCaller;
-    QString m_lastSender;
-    QString m_lastTime;
+    QHostAddress m_lastSender;
+    bool m_sourceChanged = false;
     bool m_portUnavailable = false;
     bool m_lastCallerChanged = false;
     Qt::WindowStates LastState = Qt::WindowNoState; ///< the state to which the tray restores

@@ -14,7 +14,7 @@ Dispatcher::Dispatcher(core::Settings &settings, core::RunLog &log, core::Proces
 void Dispatcher::Winsock1_DataArrival(const Datagram &datagram)
 {
     m_log.trapAs("winsock1 DataArrival "_L1, [&] {
-        m_last = {m_codePage.decode(datagram.bytes), m_codePage.columnRule()};
+        m_last = {m_codePage.decode(datagram.bytes), m_codePage.columnRule(datagram.bytes)};
         rememberSender(datagram);
         m_log.WriteRunLog(m_last.text);
         dispatch(m_last);
@@ -24,11 +24,11 @@ void Dispatcher::Winsock1_DataArrival(const Datagram &datagram)
 // Comparing with the record's text decodes and trims it, too dear for every datagram of the same sender.
 void Dispatcher::rememberSender(const Datagram &datagram)
 {
-    const QString sender = datagram.sender.toString();
-    if (sender == m_lastSender) {
+    if (datagram.sender == m_lastSender) {
         return;
     }
-    m_lastSender = sender;
+    m_lastSender = datagram.sender;
+    const QString sender = datagram.sender.toString();
     core::SettingsRecord &record = m_settings.record;
     if (sender != record.LastSenderIp.text()) {
         record.LastSenderIp.setText(sender);

@@ -38,7 +38,7 @@ private:
     core::ProcessValues &m_values;
     const core::CodePage &m_codePage;
     CallEffects &m_effects;
-    QString m_lastSender;
+    QHostAddress m_lastSender;
     DatagramText m_last;
 };
 

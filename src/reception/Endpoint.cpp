@@ -18,6 +18,11 @@ constexpr qsizetype maxWaitingBytes = 64 << 20; // beyond it datagrams wait in t
 constexpr int maxReceivedAtOnce = 1024;         // a few milliseconds
 constexpr qint64 turnBudgetMs = 8;              // then the event loop gets its turn to paint
 
+qsizetype costOf(const Datagram &datagram)
+{
+    return datagram.bytes.size() + qsizetype(sizeof(Datagram));
+}
+
 QString localAddress()
 {
     const QList<QHostAddress> addresses = QNetworkInterface::allAddresses();
@@ -52,7 +57,7 @@ void Endpoint::iniUDP()
         m_context.log.WriteRunLog(u"IP State "_s + QString::number(Winsock1.state()));
         const int bufferBytes = bind();
         m_context.log.WriteRunLog(u"remote port "_s + QString::number(m_remotePort));
-        m_context.log.WriteRunLog(u"RemoteIp "_s + m_remoteHost);
+        m_context.log.WriteRunLog(u"RemoteIp "_s + m_remoteHost.toString());
         m_context.log.WriteRunLog(u"local IP "_s + localAddress());
         m_context.log.WriteRunLog(u"loca port "_s + QString::number(m_context.settings.record.LocalPort));
         m_context.log.WriteRunLog(u"receive buffer "_s + QString::number(bufferBytes));
@@ -65,13 +70,13 @@ void Endpoint::chooseRemote()
     if (record.LocalPort == 0) {
         record.LocalPort = standardPort;
     }
-    if (!m_remoteHost.isEmpty()) {
+    if (!m_remoteHost.isNull()) {
         return;
     }
-    m_remoteHost = record.LastSenderIp.text();
+    m_remoteHost = QHostAddress(record.LastSenderIp.text());
     m_remotePort = quint16(record.LastSenderPort);
-    if (m_remoteHost.isEmpty()) {
-        m_remoteHost = u"0.0.0.0"_s;
+    if (m_remoteHost.isNull()) {
+        m_remoteHost = QHostAddress::AnyIPv4;
         m_remotePort = quint16(record.LocalPort - 1);
     }
 }
@@ -94,10 +99,10 @@ void Endpoint::SendServer(const QString &text)
     m_context.log.trap("SendServer"_L1, [&] {
         const QString lastSender = m_context.settings.record.LastSenderIp.text();
         if (!lastSender.isEmpty()) {
-            m_remoteHost = lastSender;
+            m_remoteHost = QHostAddress(lastSender);
         }
         const QByteArray bytes = m_context.codePage.encode(text);
-        if (Winsock1.writeDatagram(bytes, QHostAddress(m_remoteHost), m_remotePort) != bytes.size()) {
+        if (Winsock1.writeDatagram(bytes, m_remoteHost, m_remotePort) != bytes.size()) {
             throw core::Error(int(Winsock1.error()), Winsock1.errorString());
         }
     });
@@ -116,15 +121,24 @@ void Endpoint::receiveAll()
 {
     for (int received = 0; received < maxReceivedAtOnce && hasRoom() && Winsock1.hasPendingDatagrams();
          ++received) {
-        Datagram datagram;
-        datagram.bytes.resize(Winsock1.pendingDatagramSize());
-        if (Winsock1.readDatagram(datagram.bytes.data(), datagram.bytes.size(), &datagram.sender,
-                                  &datagram.senderPort) < 0) {
+        if (!receiveOne()) {
             break;
         }
-        m_waitingBytes += datagram.bytes.size() + qsizetype(sizeof(Datagram));
-        m_waiting.push_back(std::move(datagram));
     }
+}
+
+bool Endpoint::receiveOne()
+{
+    Datagram datagram;
+    const qint64 size =
+        Winsock1.readDatagram(m_buffer.data(), m_buffer.size(), &datagram.sender, &datagram.senderPort);
+    if (size < 0) {
+        return false;
+    }
+    datagram.bytes = m_buffer.first(size);
+    m_waitingBytes += costOf(datagram);
+    m_waiting.push_back(std::move(datagram));
+    return true;
 }
 
 bool Endpoint::hasRoom() const
@@ -133,9 +147,13 @@ bool Endpoint::hasRoom() const
 }
 
 // Handling starts outside the socket's signal, or the socket would stay mute while a handler has a message
-// box open.
+// box open. The socket also stays mute until somebody reads from it, so one reading is tried even where a
+// handler has emptied it just before.
 void Endpoint::receive()
 {
+    if (hasRoom()) {
+        receiveOne();
+    }
     receiveAll();
     handleLater();
 }
@@ -153,8 +171,8 @@ void Endpoint::handleWaiting()
     while (!m_waiting.empty() && !m_context.prompts.isOpen() && turn.elapsed() < turnBudgetMs) {
         const Datagram datagram = std::move(m_waiting.front());
         m_waiting.pop_front();
-        m_waitingBytes -= datagram.bytes.size() + qsizetype(sizeof(Datagram));
-        m_remoteHost = datagram.sender.toString();
+        m_waitingBytes -= costOf(datagram);
+        m_remoteHost = datagram.sender;
         m_remotePort = datagram.senderPort;
         m_handler(datagram);
         receiveAll();

@@ -24,6 +24,7 @@ public:
     using Handler = std::function<void(const Datagram &)>;
 
     static constexpr quint16 standardPort = 1972;
+    static constexpr qsizetype largestDatagram = 65507;
 
     struct Context
     {
@@ -52,6 +53,7 @@ private:
     int bind(); // the receive buffer's bytes
     void receive();
     void receiveAll();
+    bool receiveOne();
     bool hasRoom() const;
     void handleWaiting();
     void handleLater();
@@ -60,8 +62,9 @@ private:
     quint16 m_port;
     Handler m_handler;
     QUdpSocket Winsock1;
-    QString m_remoteHost;
+    QHostAddress m_remoteHost;
     quint16 m_remotePort = 0;
+    QByteArray m_buffer = QByteArray(largestDatagram, Qt::Uninitialized);
     std::deque<Datagram> m_waiting;
     qsizetype m_waitingBytes = 0;
     bool m_handling = false;

@@ -6,7 +6,7 @@
 
 #include <functional>
 
-namespace mainwindow {
+namespace core {
 
 /// Gathers changes for one update of the screen: the first comes at once, further ones at most thirty times a second.
 class FrameGate : public QObject
@@ -23,4 +23,4 @@ private:
     QElapsedTimer m_sinceLast;
 };
 
-} // namespace mainwindow
+} // namespace core

@@ -1,6 +1,6 @@
-#include "mainwindow/FrameGate.h"
+#include "core/FrameGate.h"
 
-namespace mainwindow {
+namespace core {
 
 FrameGate::FrameGate(std::function<void()> update) : m_update(std::move(update))
 {
@@ -21,4 +21,4 @@ void FrameGate::schedule()
     m_timer.start(int(std::max<qint64>(wait, 0)));
 }
 
-} // namespace mainwindow
+} // namespace core
