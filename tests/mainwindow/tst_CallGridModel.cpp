@@ -96,7 +96,8 @@ void tst_CallGridModel::callsBetweenTwoPublishesComeAllAtOnce()
 void tst_CallGridModel::theOrderOfColumnsMovesDataWithHeaders()
 {
     fill(7, 7);
-    m_forms->settings.record.gridColumnNames.setText(u"ID, SN,LineNo,IncomingTime,SimpleDes,CallerID,Channel"_s);
+    m_forms->settings.record.gridColumnNames.setText(
+        u"ID, SN,LineNo,IncomingTime,SimpleDes,CallerID,Channel"_s);
     m_model->iniGridCallerID_tarn();
     QCOMPARE(m_model->GetGridColumn(u"CallerID"_s), 5);
     QCOMPARE(m_model->GetGridColumn(u"NoSuch"_s), -1);
@@ -110,11 +111,14 @@ void tst_CallGridModel::anUnusableColumnListGivesTheDefaultsAndSaysSo_data()
 {
     QTest::addColumn<QString>("names");
     QTest::addColumn<QString>("flags");
-    QTest::newRow("unknown name") << u"Channel,CallerID,SimpleDes,IncomingTime,SN,LineNo,Color"_s << u",1,1,1,1,1,"_s;
-    QTest::newRow("doubled name") << u"Channel,CallerID,CallerID,IncomingTime,SN,LineNo,ID"_s << u",1,1,1,1,1,"_s;
+    QTest::newRow("unknown name") << u"Channel,CallerID,SimpleDes,IncomingTime,SN,LineNo,Color"_s
+                                  << u",1,1,1,1,1,"_s;
+    QTest::newRow("doubled name") << u"Channel,CallerID,CallerID,IncomingTime,SN,LineNo,ID"_s
+                                  << u",1,1,1,1,1,"_s;
     QTest::newRow("too few") << u"CallerID"_s << u"1"_s;
     QTest::newRow("nothing") << QString() << u",1,1,1,1,1,"_s;
-    QTest::newRow("nothing visible") << u"Channel,CallerID,SimpleDes,IncomingTime,SN,LineNo,ID"_s << QString();
+    QTest::newRow("nothing visible") << u"Channel,CallerID,SimpleDes,IncomingTime,SN,LineNo,ID"_s
+                                     << QString();
 }
 
 void tst_CallGridModel::anUnusableColumnListGivesTheDefaultsAndSaysSo()

@@ -79,8 +79,9 @@ void tst_FrmMain::init()
     core::setGridDefaults(m_forms->settings.record);
     m_forms->desk.values.AppVersion = u"1.00C42"_s;
     m_forms->desk.values.WordSeparator = u" "_s;
-    m_forms->navigator.available = {Window::CallNotes,   Window::CustomerList, Window::PhoneBook, Window::Options,
-                                    Window::Help,        Window::SendMessage,  Window::AddCaller, Window::CallerEditor};
+    m_forms->navigator.available = {Window::CallNotes, Window::CustomerList, Window::PhoneBook,
+                                    Window::Options,   Window::Help,         Window::SendMessage,
+                                    Window::AddCaller, Window::CallerEditor};
 }
 
 void tst_FrmMain::open()
@@ -142,7 +143,8 @@ void tst_FrmMain::aButtonWithoutItsWindowIsDisabled()
 {
     m_forms->navigator.available = {Window::Options};
     open();
-    for (const QString &button : {u"cmdCallInfo"_s, u"Command1"_s, u"Command4"_s, u"Command5"_s, u"cmdSendSMS"_s}) {
+    for (const QString &button :
+         {u"cmdCallInfo"_s, u"Command1"_s, u"Command4"_s, u"Command5"_s, u"cmdSendSMS"_s}) {
         QVERIFY2(!find<QToolButton>(button)->isEnabled(), qPrintable(button));
     }
     QVERIFY(find<QToolButton>(u"Command3"_s)->isEnabled());
