@@ -12,10 +12,16 @@ using namespace Qt::StringLiterals;
 
 namespace store {
 
-QString Row::text(int column) const
+QByteArrayView Row::bytes(int column) const
 {
     const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(m_statement, column));
-    return QString::fromUtf8(text, sqlite3_column_bytes(m_statement, column));
+    return text != nullptr ? QByteArrayView(text, sqlite3_column_bytes(m_statement, column))
+                           : QByteArrayView("");
+}
+
+QString Row::text(int column) const
+{
+    return QString::fromUtf8(bytes(column));
 }
 
 qint32 Row::integer(int column) const

@@ -4,6 +4,7 @@
 #include "store/Recordset.h"
 #include "store/Wildcards.h"
 
+#include <QByteArrayView>
 #include <QString>
 #include <QStringList>
 #include <QVariantList>
@@ -23,6 +24,9 @@ class Row
 public:
     explicit Row(sqlite3_stmt *statement) : m_statement(statement) {}
     QString text(int column) const;
+    /// The text as the engine holds it, in UTF-8: for readings of whole tables that look at few of their
+    /// texts.
+    QByteArrayView bytes(int column) const;
     qint32 integer(int column) const;
     bool isNull(int column) const;
 
