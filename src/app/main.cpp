@@ -1,1 +1,28 @@
-int main() { return 0; }
+#include "app/Program.h"
+#include "appearance/Theme.h"
+#include "appearance/ThemedIcons.h"
+#include "core/QtClock.h"
+#include "core/QtPrompts.h"
+#include "core/platform.h"
+
+#include <QApplication>
+#include <QDir>
+
+using namespace Qt::StringLiterals;
+
+int main(int argc, char *argv[])
+{
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(u"calldesk"_s);
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setWindowIcon(appearance::programIcon());
+    appearance::applyTheme(application, core::platform::prefersDark());
+
+    core::QtPrompts prompts;
+    const core::QtClock clock;
+    app::Program program({prompts, clock, QDir::currentPath(), core::platform::dataFolder(),
+                          core::platform::runtimeFolder(), core::platform::developerFolder(),
+                          core::platform::systemLanguageId(), reception::Endpoint::standardPort,
+                          [] { QCoreApplication::quit(); }});
+    return program.subMain() ? QApplication::exec() : 0;
+}

@@ -26,4 +26,17 @@ void saveAtomically(const QString &path, QByteArrayView bytes)
     }
 }
 
+QByteArray readBytes(const QString &path, qint64 offset, qint64 maxBytes)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly) || !file.seek(offset)) {
+        throw Error(0, file.errorString() + u": "_s + path);
+    }
+    QByteArray bytes = file.read(maxBytes);
+    if (file.error() != QFileDevice::NoError) {
+        throw Error(0, file.errorString() + u": "_s + path);
+    }
+    return bytes;
+}
+
 } // namespace core

@@ -2,7 +2,6 @@
 
 #include "core/TextUtilities.h"
 
-#include <QStringDecoder>
 #include <QUtf8StringView>
 
 #include <algorithm>
@@ -11,66 +10,120 @@ namespace core {
 
 namespace {
 
-bool isAscii(QByteArrayView bytes)
+bool isHigh(char byte)
 {
-    return std::all_of(bytes.begin(), bytes.end(), [](char byte) { return (byte & 0x80) == 0; });
+    return (byte & 0x80) != 0;
+}
+
+constexpr int firstHigh = 0x80;
+constexpr QChar none(0xFFFF);
+
+bool isUtf8(QByteArrayView bytes)
+{
+    return QUtf8StringView(bytes.data(), bytes.size()).isValidUtf8();
+}
+
+/// The characters of the bytes 0x80 to 0xFF, `none` for half a character or an unassigned byte.
+QString highBytes(const platform::AnsiDecoder &decoder)
+{
+    QString characters;
+    for (int byte = firstHigh; byte <= 0xFF; ++byte) {
+        const char single = static_cast<char>(byte);
+        const QString character = decoder(QByteArrayView(&single, 1));
+        characters += character.isNull() ? none : character.front();
+    }
+    return characters;
 }
 
 } // namespace
 
-CodePage::CodePage(int number) : m_number(number), m_name("windows-" + QByteArray::number(number))
+ColumnRule ColumnRule::doubleByte(const QString &singleByteCharacters)
 {
-    if (!QStringDecoder(m_name.constData()).isValid()) {
-        m_number = 1252;
-        m_name = "windows-1252";
-    }
+    ColumnRule rule;
+    rule.m_kind = Kind::DoubleByte;
+    rule.m_singleByteCharacters = singleByteCharacters;
+    return rule;
 }
 
-ColumnRule CodePage::columnRule() const
+ColumnRule ColumnRule::singleByte()
 {
-    return MyIn(m_number, 932, 936, 949, 950) ? ColumnRule::DoubleByte : ColumnRule::SingleByte;
+    ColumnRule rule;
+    rule.m_kind = Kind::SingleByte;
+    return rule;
+}
+
+int ColumnRule::columnsBeyondAscii(char32_t code) const
+{
+    constexpr char32_t firstOfTwo = 255;
+    switch (m_kind) {
+    case Kind::ByCode:
+        return code < firstOfTwo ? 1 : 2;
+    case Kind::SingleByte:
+        return 1;
+    case Kind::DoubleByte:
+        break;
+    }
+    return code <= 0xFFFF && m_singleByteCharacters.contains(QChar(code)) ? 1 : 2;
+}
+
+CodePage::CodePage(int number) : m_number(number), m_decoder(platform::ansiDecoder(number))
+{
+    if (!m_decoder) {
+        m_number = 1252;
+        m_decoder = platform::ansiDecoder(m_number);
+    }
+    m_isDoubleByte = MyIn(m_number, 932, 936, 949, 950);
+    m_highBytes = highBytes(m_decoder);
+    m_columnRule =
+        m_isDoubleByte ? ColumnRule::doubleByte(QString(m_highBytes).remove(none)) : ColumnRule::singleByte();
 }
 
 QString CodePage::decode(QByteArrayView bytes) const
 {
-    if (isAscii(bytes)) {
+    if (std::none_of(bytes.begin(), bytes.end(), isHigh)) {
         return QString::fromLatin1(bytes);
     }
-    if (QUtf8StringView(bytes.data(), bytes.size()).isValidUtf8()) {
+    if (isUtf8(bytes)) {
         return QString::fromUtf8(bytes);
     }
-    QStringDecoder decoder(m_name.constData(), QStringConverter::Flag::Stateless);
-    const QString text = decoder.decode(bytes);
-    return decoder.hasError() || text.contains(QChar::ReplacementCharacter) ? decodeByteByByte(bytes) : text;
+    const QString text = m_decoder(bytes);
+    return text.isNull() ? decodePieceByPiece(bytes) : text;
 }
 
-// Feeding single bytes tells how many of them each replacement character stands for: an invalid lead byte must take
-// one column only, whereas an unassigned pair takes two.
-QString CodePage::decodeByteByByte(QByteArrayView bytes) const
+ColumnRule CodePage::columnRule(QByteArrayView bytes) const
 {
-    QStringDecoder decoder(m_name.constData());
+    return isUtf8(bytes) ? ColumnRule() : m_columnRule;
+}
+
+// An undecodable pair of high bytes is an unassigned character; a high byte before an ASCII one is half a
+// character that a sender cut at the end of a field, and takes nothing with it.
+QString CodePage::decodePieceByPiece(QByteArrayView bytes) const
+{
     QString text;
-    bool pending = false;
-    for (const char &byte : bytes) {
-        QString decoded = decoder.decode(QByteArrayView(&byte, 1));
-        const bool oneByteFailed = decoded.startsWith(QChar::ReplacementCharacter) &&
-                                   (!pending || decoded.size() > 1);
-        if (oneByteFailed) {
-            decoded.front() = u'?';
+    for (qsizetype at = 0; at < bytes.size();) {
+        const QChar single = ofSingleByte(bytes[at]);
+        if (single != none || !m_isDoubleByte || at + 1 == bytes.size()) {
+            text += single != none ? single : u'?';
+            ++at;
+            continue;
         }
-        pending = decoded.isEmpty();
-        text += decoded;
-    }
-    if (pending) {
-        text += u'?';
+        const QString pair = m_decoder(bytes.sliced(at, 2));
+        const qsizetype taken = !pair.isNull() || isHigh(bytes[at + 1]) ? 2 : 1;
+        text += pair.isNull() ? QString(taken, u'?') : pair;
+        at += taken;
     }
     return text;
 }
 
+QChar CodePage::ofSingleByte(char byte) const
+{
+    const int code = static_cast<unsigned char>(byte);
+    return isHigh(byte) ? m_highBytes.at(code - firstHigh) : QChar(code);
+}
+
 QByteArray CodePage::encode(QStringView text) const
 {
-    QStringEncoder encoder(m_name.constData(), QStringConverter::Flag::Stateless);
-    return encoder.encode(text);
+    return platform::encodeAnsi(m_number, text);
 }
 
 } // namespace core

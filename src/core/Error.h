@@ -12,8 +12,7 @@ class Error : public std::exception
 public:
     Error(int number, QString description)
         : m_number(number), m_description(std::move(description)), m_bytes(m_description.toUtf8())
-    {
-    }
+    {}
     /// The failing system's own number (errno, socket error, database code), 0 where it has none.
     int number() const { return m_number; }
     const QString &description() const { return m_description; }

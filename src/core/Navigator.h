@@ -12,13 +12,17 @@ class Navigator
 {
 public:
     virtual ~Navigator() = default;
-    /// False where this build or this desk lacks the window (no customer database, say): its button is disabled.
+    /// False where this build or this desk lacks the window (no customer database, say): its button is
+    /// disabled.
     virtual bool canShow(Window window) const = 0;
     /// Opens the call notes, the customer list, the phone book, the options or the message form.
     virtual void show(Window window) = 0;
     virtual void ShowHelp(const QString &helpId) = 0;
     /// Opens the editor of a known caller's row: source "CUSTOMER" or "PHONEBOOK" and its SN.
     virtual void Show_Editor(const QString &source, qint32 sn) = 0;
+    /// Opens the phone book, or the customer list, on the rows of a query in the given words.
+    virtual void showPhoneBook(const QString &query) = 0;
+    virtual void showCustomerList(const QString &query) = 0;
     /// Opens the dialog that files an unknown caller's number.
     virtual void addCaller(const QString &number, const QString &keyWord) = 0;
 };

@@ -17,7 +17,8 @@ public:
 
     explicit OpenForms(RunLog &log) : m_log(log) {}
 
-    /// Counts the form as open and keeps it in the slot of the new count (1 to 100); beyond that it is only counted.
+    /// Counts the form as open and keeps it in the slot of the new count (1 to 100); beyond that it is only
+    /// counted.
     void IncOpenedForm(QObject *form);
     void DecOpenedForm();
 

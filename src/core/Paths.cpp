@@ -1,10 +1,11 @@
 #include "core/Paths.h"
 
+#include "core/AtomicFile.h"
 #include "core/Error.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
+#include <QStorageInfo>
 
 using namespace Qt::StringLiterals;
 
@@ -31,12 +32,29 @@ Paths pathsBelow(const QString &startFolder, const QString &dataFolder)
     paths.SettingsFile = below(data, "Crm.cfg"_L1);
     paths.UserLangFile = below(start, "UserLang.lan"_L1);
     paths.OemMarkFile = below(start, "mdr.cfg"_L1);
+    paths.WindowsFile = below(data, "Windows.json"_L1);
     return paths;
 }
 
+namespace {
+
+bool isDriveRoot(const QString &path)
+{
+    return path.size() <= 3 && path.mid(1, 1) == u':' && (path.size() < 3 || path.back() == u'\\');
+}
+
+// A share that shows no folder may still answer as a volume.
+bool isNetworkVolume(const QString &path)
+{
+    return path.startsWith("\\\\"_L1) && QStorageInfo(path).isReady();
+}
+
+} // namespace
+
 QString FolderExists(const QString &path)
 {
-    return !path.isEmpty() && QFileInfo(path).isDir() ? u"Good"_s : QString();
+    const bool exists = QFileInfo(path).isDir() || isDriveRoot(path) || isNetworkVolume(path);
+    return exists ? u"Good"_s : QString();
 }
 
 void makeFolder(const QString &path)
@@ -55,14 +73,10 @@ QString ReadMdrOemMark(const Paths &paths)
 {
     constexpr qint64 markOffset = 68;
     constexpr qint64 markWidth = 30;
-    QFile file(paths.OemMarkFile);
-    if (!QFileInfo(file).isFile()) {
+    if (!QFileInfo(paths.OemMarkFile).isFile()) {
         return {};
     }
-    if (!file.open(QIODevice::ReadOnly) || !file.seek(markOffset)) {
-        throw Error(0, file.errorString());
-    }
-    QByteArray mark = file.read(markWidth);
+    QByteArray mark = readBytes(paths.OemMarkFile, markOffset, markWidth);
     while (mark.endsWith(' ') || mark.endsWith('\0')) {
         mark.chop(1);
     }

@@ -19,6 +19,7 @@ struct Paths
     QString SettingsFile;
     QString UserLangFile;
     QString OemMarkFile;
+    QString WindowsFile; ///< where the windows stood (see WindowMemory)
 };
 
 /// The paths below the two folders. Touches nothing.

@@ -2,6 +2,9 @@
 
 #include <QString>
 
+#include <functional>
+#include <utility>
+
 namespace core {
 
 /// The door to message boxes and file dialogs: everything that waits for the operator's answer.
@@ -15,6 +18,20 @@ public:
     virtual bool askOkCancel(const QString &text, const QString &title = {}) = 0;
     /// True while one of the above waits for an answer; calls that arrive meanwhile are held back.
     virtual bool isOpen() const = 0;
+
+    /// Called each time the last open prompt has closed.
+    void setClosedHandler(std::function<void()> handler) { m_closed = std::move(handler); }
+
+protected:
+    void notifyClosed() const
+    {
+        if (!isOpen() && m_closed) {
+            m_closed();
+        }
+    }
+
+private:
+    std::function<void()> m_closed;
 };
 
 } // namespace core

@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QMessageBox>
-#include <QScopedValueRollback>
 
 using namespace Qt::StringLiterals;
 
@@ -20,16 +19,19 @@ bool QtPrompts::askOkCancel(const QString &text, const QString &title)
 
 bool QtPrompts::ask(const QString &text, const QString &title, bool question)
 {
-    const QScopedValueRollback open(m_open, m_open + 1);
     QMessageBox box(QApplication::activeWindow());
     box.setObjectName(u"messageBox"_s);
     box.setTextFormat(Qt::PlainText);
     box.setText(text);
-    box.setWindowTitle(title.isEmpty() ? QApplication::applicationDisplayName() : title);
+    box.setWindowTitle(title.isEmpty() ? u"CallDesk"_s : title);
     box.setIcon(question ? QMessageBox::Question : QMessageBox::Information);
     box.setStandardButtons(question ? QMessageBox::Ok | QMessageBox::Cancel : QMessageBox::Ok);
     box.setDefaultButton(question ? QMessageBox::Cancel : QMessageBox::Ok);
-    return box.exec() == QMessageBox::Ok;
+    ++m_open;
+    const bool ok = box.exec() == QMessageBox::Ok;
+    --m_open;
+    notifyClosed();
+    return ok;
 }
 
 } // namespace core

@@ -12,22 +12,37 @@ namespace {
 
 constexpr qint64 sizeLimit = 20000; // bytes of the file, and characters of the on-screen copy
 
-// A received line break must not forge an entry of its own.
-QString onOneLine(const QString &message)
+QChar withoutLineBreak(QChar character)
 {
-    if (!message.contains(u'\r') && !message.contains(u'\n')) {
-        return message;
+    switch (character.unicode()) {
+    case u'\n':
+    case u'\v':
+    case u'\f':
+    case u'\r':
+        return QChar(0x2400 + character.unicode()); // its visible symbol
+    case 0x0085:
+    case QChar::LineSeparator:
+    case QChar::ParagraphSeparator:
+        return QChar(0x2424);
+    default:
+        return character;
     }
-    QString single = message;
-    return single.replace(u'\r', QChar(0x240D)).replace(u'\n', QChar(0x240A));
+}
+
+// A received line break must not forge an entry of its own, for whatever reads the file.
+QString onOneLine(QString message)
+{
+    for (QChar &character : message) {
+        character = withoutLineBreak(character);
+    }
+    return message;
 }
 
 } // namespace
 
 RunLog::RunLog(const Paths &paths, const Clock &clock, const ProcessValues &values)
     : m_paths(paths), m_clock(clock), m_values(values)
-{
-}
+{}
 
 QString RunLog::timeStamp()
 {
@@ -47,21 +62,27 @@ QString RunLog::line(const QString &message)
 
 void RunLog::WriteRunLog(const QString &message)
 {
-    const QString entry = line(message);
     try {
+        const QString entry = line(message);
         const qint64 size = platform::appendToFile(m_paths.RunLogFile, entry.toUtf8());
         if (m_values.MainWindowReady) {
             eraseIfTooLong(size);
+            show(entry);
         }
     } catch (const Error &) {
-        // Nobody is left to tell: the log itself is what failed. The screen still gets its copy.
+        // Nobody is left to tell: the log itself is what failed.
     }
-    if (m_values.MainWindowReady && m_box != nullptr) {
-        if (m_box->length() > sizeLimit) {
-            m_box->clear();
-        }
-        m_box->append(entry);
+}
+
+void RunLog::show(const QString &entry)
+{
+    if (m_box == nullptr) {
+        return;
     }
+    if (m_box->length() > sizeLimit) {
+        m_box->clear();
+    }
+    m_box->append(entry);
 }
 
 void RunLog::eraseIfTooLong(qint64 size)
@@ -69,21 +90,29 @@ void RunLog::eraseIfTooLong(qint64 size)
     if (size <= sizeLimit) {
         return;
     }
-    QFile::remove(m_paths.RunLogFile);
+    if (!QFile::remove(m_paths.RunLogFile) && !QFile::resize(m_paths.RunLogFile, 0)) {
+        return; // another program holds it: the next entry tries again
+    }
     platform::appendToFile(m_paths.RunLogFile, line(u"Run.log is erased automatically!"_s).toUtf8());
     if (m_box != nullptr) {
         m_box->clear();
     }
 }
 
-void RunLog::reportError(QLatin1StringView name, const Error &error)
-{
-    WriteRunLog(u'!' + name + u' ' + QString::number(error.number()) + u' ' + error.description());
-}
-
-void RunLog::reportErrorAs(QLatin1StringView prefix, const Error &error)
+void RunLog::reportError(const QString &prefix, const Error &error)
 {
     WriteRunLog(prefix + QString::number(error.number()) + u' ' + error.description());
+}
+
+void RunLog::reportCaught(const QString &prefix)
+{
+    try {
+        throw;
+    } catch (const Error &error) {
+        reportError(prefix, error);
+    } catch (const std::exception &failure) {
+        reportError(prefix, Error(0, QString::fromLocal8Bit(failure.what())));
+    }
 }
 
 } // namespace core

@@ -7,7 +7,6 @@
 
 #include <QString>
 
-#include <exception>
 #include <utility>
 
 namespace core {
@@ -23,8 +22,8 @@ public:
     virtual void append(const QString &line) = 0;
 };
 
-/// The run log file "Runlog.txt": UTF-8, one time-stamped line an entry (docs/formats.md). Opened, appended to and
-/// closed for each entry; failures to write are swallowed.
+/// The run log file "Runlog.txt": UTF-8, one time-stamped line an entry (docs/formats.md). Opened, appended
+/// to and closed for each entry; failures to write are swallowed.
 class RunLog
 {
 public:
@@ -36,10 +35,8 @@ public:
     /// Line breaks inside `message` are written as their visible symbols, so an entry is always one line.
     void WriteRunLog(const QString &message);
 
-    /// "!" + name + " " + number and description.
-    void reportError(QLatin1StringView name, const Error &error);
-    /// The same with the whole prefix given, for the few names that are logged without "!".
-    void reportErrorAs(QLatin1StringView prefix, const Error &error);
+    /// Writes prefix + number and description; the prefix of a procedure is "!" + name + " ".
+    void reportError(const QString &prefix, const Error &error);
 
     /// Runs one given procedure: what it throws is logged under its name, and `fallback` is returned instead.
     template <typename Result, typename Work>
@@ -47,10 +44,8 @@ public:
     {
         try {
             return std::forward<Work>(work)();
-        } catch (const Error &error) {
-            reportError(name, error);
-        } catch (const std::exception &failure) {
-            reportError(name, Error(0, QString::fromLocal8Bit(failure.what())));
+        } catch (...) {
+            reportCaught(u'!' + name + u' ');
         }
         return fallback;
     }
@@ -65,12 +60,27 @@ public:
         });
     }
 
+    /// The same for the few procedures whose errors are logged with another prefix than "!" + name + " ".
+    template <typename Work>
+    bool trapAs(QLatin1StringView prefix, Work &&work)
+    {
+        try {
+            std::forward<Work>(work)();
+            return true;
+        } catch (...) {
+            reportCaught(QString(prefix));
+        }
+        return false;
+    }
+
     /// "YYYY-MM-DD HH:MM:SS" of the clock's now.
     QString timeStamp();
 
 private:
+    void reportCaught(const QString &prefix);
     QString line(const QString &message);
     void eraseIfTooLong(qint64 size);
+    void show(const QString &entry);
 
     const Paths &m_paths;
     const Clock &m_clock;

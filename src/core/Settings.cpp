@@ -1,6 +1,7 @@
 #include "core/Settings.h"
 
 #include "core/AtomicFile.h"
+#include "core/platform.h"
 
 #include <QFile>
 #include <QtEndian>
@@ -15,9 +16,9 @@ namespace {
 class RecordReader
 {
 public:
-    explicit RecordReader(const QByteArray &bytes) : m_bytes(bytes.leftJustified(SettingsRecord::size, '\0', true))
-    {
-    }
+    explicit RecordReader(const QByteArray &bytes)
+        : m_bytes(bytes.leftJustified(SettingsRecord::size, '\0', true))
+    {}
     template <int width>
     void operator()(FixedText<width> &field)
     {
@@ -92,26 +93,30 @@ SettingsRecord SettingsRecord::fromBytes(const QByteArray &bytes)
 void Settings::Get_misc()
 {
     m_log.trap("Get_misc"_L1, [&] {
-        QFile file(m_paths.SettingsFile);
-        const auto mode = file.exists() ? QIODevice::ReadOnly : QIODevice::ReadWrite;
-        if (!file.open(mode)) {
-            throw Error(0, file.errorString() + u": "_s + m_paths.SettingsFile);
+        if (!QFile::exists(m_paths.SettingsFile)) {
+            platform::appendToFile(m_paths.SettingsFile, {});
         }
-        record = SettingsRecord::fromBytes(file.read(SettingsRecord::size));
+        record = SettingsRecord::fromBytes(readBytes(m_paths.SettingsFile, 0, SettingsRecord::size));
     });
 }
 
+// Writing has no name of its own in the run log.
 bool Settings::SaveMisc()
 {
-    return m_log.trap("SaveMisc"_L1, [&] { saveAtomically(m_paths.SettingsFile, record.toBytes()); });
+    return m_log.trap("Get_misc"_L1, [&] { saveAtomically(m_paths.SettingsFile, record.toBytes()); });
 }
 
 void Settings::SetDefaulteMisc_tarn()
 {
+    setGridDefaults(record);
+    SaveMisc();
+}
+
+void setGridDefaults(SettingsRecord &record)
+{
     record.gridColumnNames.setText(u"Channel,CallerID,SimpleDes,IncomingTime,SN,LineNo,ID"_s);
     record.gridColumnWidths.setText(u"500,1800,2500,2700,500,1500,1500"_s);
     record.gridColumnVisibility.setText(u",1,1,1,1,1,"_s);
-    SaveMisc();
 }
 
 } // namespace core

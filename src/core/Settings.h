@@ -51,6 +51,9 @@ struct SettingsRecord
     static SettingsRecord fromBytes(const QByteArray &bytes);
 };
 
+/// Sets the three grid fields to the columns as delivered.
+void setGridDefaults(SettingsRecord &record);
+
 /// The settings of the whole run and their file "Crm.cfg".
 class Settings
 {

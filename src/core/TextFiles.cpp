@@ -15,7 +15,7 @@ bool SaveTextFile(RunLog &log, const QString &path, const QString &text)
                     [&] { platform::appendToFile(path, QString(text + u"\r\n"_s).toUtf8()); });
 }
 
-QString ReadTextFile(RunLog &log, const QString &path)
+QString ReadTextFile(RunLog &log, const QString &path, qint64 atMost)
 {
     return log.trap("ReadTextFile"_L1, QString(), [&] {
         QString lines;
@@ -26,9 +26,16 @@ QString ReadTextFile(RunLog &log, const QString &path)
         if (!file.open(QIODevice::ReadOnly)) {
             throw Error(0, file.errorString() + u": "_s + path);
         }
+        if (file.size() > atMost) {
+            file.seek(file.size() - atMost);
+            file.readLine(); // most likely the rest of one
+        }
         QTextStream stream(&file);
         for (QString text; stream.readLineInto(&text);) {
             lines += text + u"\r\n"_s;
+        }
+        if (file.error() != QFileDevice::NoError) {
+            throw Error(0, file.errorString() + u": "_s + path);
         }
         return lines;
     });

@@ -1,5 +1,8 @@
 #include "core/TextUtilities.h"
 
+#include <algorithm>
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace core {
@@ -8,7 +11,7 @@ QString DigitsOnly(QStringView text)
 {
     QString digits;
     for (const QChar character : text) {
-        if (character >= u'0' && character <= u'9') {
+        if (isDigit(character)) {
             digits += character;
         }
     }
@@ -36,7 +39,7 @@ qint32 leadingNumber(QStringView text)
 {
     const QStringView rest = text.trimmed();
     qsizetype length = rest.startsWith(u'-') || rest.startsWith(u'+') ? 1 : 0;
-    while (length < rest.size() && rest.at(length) >= u'0' && rest.at(length) <= u'9') {
+    while (length < rest.size() && isDigit(rest.at(length))) {
         ++length;
     }
     return rest.first(length).toInt();
@@ -44,35 +47,40 @@ qint32 leadingNumber(QStringView text)
 
 namespace {
 
-bool isBidiControl(char16_t code)
+bool isBidiControl(char32_t code)
 {
     return (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069) || code == 0x200E ||
            code == 0x200F || code == 0x061C;
 }
 
+// Text widgets break the line at some of the noncharacters, too.
+bool isUnfit(char32_t code, QChar::Category category)
+{
+    return MyIn(category, QChar::Other_Control, QChar::Other_Surrogate, QChar::Separator_Line,
+                QChar::Separator_Paragraph) ||
+           isBidiControl(code) || QChar::isNonCharacter(code);
+}
+
 } // namespace
 
-QString shownText(QStringView text)
+QString shownText(QStringView text, qsizetype maxLength)
 {
-    constexpr qsizetype maxLength = 256;
     constexpr int maxMarks = 8;
     QString shown;
     shown.reserve(std::min(text.size(), maxLength));
     int marks = 0;
-    for (const QChar character : text) {
-        marks = character.isMark() ? marks + 1 : 0;
+    for (qsizetype at = 0; at < text.size();) {
+        const auto [code, units] = codePointAt(text, at);
+        const QStringView character = text.sliced(std::exchange(at, at + units), units);
+        const QChar::Category category = QChar::category(code);
+        marks = category <= QChar::Mark_Enclosing ? marks + 1 : 0;
         if (marks > maxMarks) {
             continue;
         }
-        if (shown.size() == maxLength) {
+        if (shown.size() + units > maxLength) {
             break;
         }
-        const bool blank = character.category() == QChar::Other_Control || isBidiControl(character.unicode()) ||
-                           character == QChar::LineSeparator || character == QChar::ParagraphSeparator;
-        shown += blank ? QChar(u' ') : character;
-    }
-    if (!shown.isEmpty() && shown.back().isHighSurrogate()) {
-        shown.chop(1);
+        shown += isUnfit(code, category) ? QStringView(u" ") : character;
     }
     return shown;
 }

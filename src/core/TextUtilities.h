@@ -12,7 +12,13 @@ bool MyIn(const Value &value, const Candidates &...candidates)
     return (false || ... || (value == candidates));
 }
 
-/// The digits 0 to 9 of `text`, in order.
+/// Only 0 to 9 count as digits: what other scripts write for them is never what a unit delivers.
+constexpr bool isDigit(QChar character)
+{
+    return character >= u'0' && character <= u'9';
+}
+
+/// The digits of `text`, in order.
 QString DigitsOnly(QStringView text);
 
 /// A fixed-width settings text without its NULs and surrounding blanks: an unset field reads as "".
@@ -24,12 +30,30 @@ QVariant NullToEmpty(const QVariant &value);
 /// A database value with Null replaced by 0.
 QVariant NullToZero(const QVariant &value);
 
-/// The number at the start of `text`, 0 where there is none ("12a" gives 12); blanks are skipped, values beyond the
-/// 32-bit range give 0.
+/// The number at the start of `text`, 0 where there is none ("12a" gives 12); blanks are skipped, values
+/// beyond the 32-bit range give 0.
 qint32 leadingNumber(QStringView text);
 
-/// A stranger's text made fit for a window: control characters, line breaks and bidirectional overrides become
-/// blanks, at most 256 characters, and at most 8 combining marks in a row. Plain text, no markup.
-QString shownText(QStringView text);
+/// One character of a text: its code, and the UTF-16 units that it takes.
+struct CodePoint
+{
+    char32_t code = 0;
+    qsizetype units = 1;
+};
+
+/// The character that begins at a position; half a surrogate pair stands for itself.
+inline CodePoint codePointAt(QStringView text, qsizetype position)
+{
+    const QChar first = text[position];
+    const bool pair =
+        first.isHighSurrogate() && position + 1 < text.size() && text[position + 1].isLowSurrogate();
+    return pair ? CodePoint{QChar::surrogateToUcs4(first, text[position + 1]), 2}
+                : CodePoint{first.unicode(), 1};
+}
+
+/// A stranger's text made fit for a window: control characters, line breaks, bidirectional overrides and
+/// broken characters become blanks; at most `maxLength` UTF-16 units, and at most 8 combining marks in a row.
+/// Plain text, no markup.
+QString shownText(QStringView text, qsizetype maxLength = 256);
 
 } // namespace core

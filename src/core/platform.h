@@ -1,13 +1,16 @@
 #pragma once
 
+#include <QByteArray>
 #include <QByteArrayView>
 #include <QString>
 
-/// What differs between systems. Implemented in platform_unix.cpp and platform_windows.cpp, and nowhere else.
+#include <functional>
+
+/// What differs between systems. Implemented in the files platform_*.cpp, and nowhere else.
 namespace core::platform {
 
-/// "C:\CallDesk" on Windows; elsewhere CallDesk below $XDG_DATA_HOME, by default ~/.local/share. Created parents
-/// included on Unix, where a fresh account may lack them.
+/// "C:\CallDesk" on Windows; elsewhere CallDesk below $XDG_DATA_HOME, by default ~/.local/share. Created
+/// parents included on Unix, where a fresh account may lack them.
 QString dataFolder();
 
 /// The user's folder for the instance lock: $XDG_RUNTIME_DIR, else the temporary folder.
@@ -23,6 +26,13 @@ quint16 systemLanguageId();
 /// ("CHS" 936, "CHT" 950, "KOR" 949, "JAPANESE" 932, ... else 1252).
 int ansiCodePage(const QString &languageCode);
 
+/// Turns bytes of one code page into text: null text as soon as one byte is no character of it.
+using AnsiDecoder = std::function<QString(QByteArrayView)>;
+/// Empty where the system does not know the code page.
+AnsiDecoder ansiDecoder(int codePage);
+/// Text in the bytes of a code page; characters that it lacks become "?".
+QByteArray encodeAnsi(int codePage, QStringView text);
+
 /// Opens, appends with one write call and closes. The file's size afterwards. Throws Error.
 qint64 appendToFile(const QString &path, QByteArrayView bytes);
 
@@ -35,6 +45,12 @@ void replaceFile(const QString &from, const QString &to);
 /// Takes the lock file until the process ends, however it ends. False when another process holds it; throws
 /// Error when it cannot be taken for another reason.
 bool takeProcessLock(const QString &path);
+
+/// The desktop is set to dark colours.
+bool prefersDark();
+
+/// Asks for a larger receive buffer of a socket; the bytes granted.
+int growReceiveBuffer(qintptr socket, int bytes);
 
 /// Lets another process of the same user bring its window to the front (Windows asks for the permission).
 void allowOthersToFront();

@@ -12,6 +12,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -134,9 +135,9 @@ quint16 systemLanguageId()
 
 int ansiCodePage(const QString &languageCode)
 {
-    static const QHash<QString, int> codePages = {
-        {u"CHS"_s, 936},  {u"CHT"_s, 950},  {u"JAPANESE"_s, 932}, {u"KOR"_s, 949}, {u"ARA"_s, 1256},
-        {u"HBR"_s, 1255}, {u"TUK"_s, 1254}, {u"VN"_s, 1258},      {u"POL"_s, 1250}};
+    static const QHash<QString, int> codePages = {{u"CHS"_s, 936},  {u"CHT"_s, 950},  {u"JAPANESE"_s, 932},
+                                                  {u"KOR"_s, 949},  {u"ARA"_s, 1256}, {u"HBR"_s, 1255},
+                                                  {u"TUK"_s, 1254}, {u"VN"_s, 1258},  {u"POL"_s, 1250}};
     constexpr int westernEuropean = 1252;
     return codePages.value(languageCode, westernEuropean);
 }
@@ -174,6 +175,31 @@ bool takeProcessLock(const QString &path)
     }
     file.release(); // the kernel gives the lock up with the process
     return true;
+}
+
+bool prefersDark()
+{
+    const QString theme = qEnvironmentVariable("GTK_THEME");
+    if (!theme.isEmpty()) {
+        return theme.endsWith(":dark"_L1) || theme.endsWith("-dark"_L1);
+    }
+    const QString config = qEnvironmentVariable("XDG_CONFIG_HOME", QDir::homePath() + u"/.config"_s);
+    QFile settings(config + u"/gtk-3.0/settings.ini"_s);
+    return settings.open(QIODevice::ReadOnly) &&
+           settings.read(1 << 16).replace(" ", "").contains("gtk-application-prefer-dark-theme=1");
+}
+
+int growReceiveBuffer(qintptr socket, int bytes)
+{
+    const int descriptor = int(socket);
+    if (::setsockopt(descriptor, SOL_SOCKET, SO_RCVBUFFORCE, &bytes, sizeof(bytes)) !=
+        0) { // needs a privilege
+        ::setsockopt(descriptor, SOL_SOCKET, SO_RCVBUF, &bytes, sizeof(bytes));
+    }
+    int granted = 0;
+    socklen_t length = sizeof(granted);
+    ::getsockopt(descriptor, SOL_SOCKET, SO_RCVBUF, &granted, &length);
+    return granted;
 }
 
 void allowOthersToFront() {}

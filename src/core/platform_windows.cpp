@@ -4,7 +4,8 @@
 
 #include <QDir>
 
-#include <algorithm>
+#include <winsock2.h>
+
 #include <qt_windows.h>
 
 using namespace Qt::StringLiterals;
@@ -123,6 +124,25 @@ bool takeProcessLock(const QString &path)
         fail(path);
     }
     return GetLastError() != ERROR_ALREADY_EXISTS;
+}
+
+bool prefersDark()
+{
+    DWORD light = 1;
+    DWORD size = sizeof(light);
+    RegGetValueW(HKEY_CURRENT_USER, L"Software\\Microsoft\\Windows\\CurrentVersion\\Themes\\Personalize",
+                 L"AppsUseLightTheme", RRF_RT_REG_DWORD, nullptr, &light, &size);
+    return light == 0;
+}
+
+int growReceiveBuffer(qintptr socket, int bytes)
+{
+    const SOCKET handle = SOCKET(socket);
+    setsockopt(handle, SOL_SOCKET, SO_RCVBUF, reinterpret_cast<const char *>(&bytes), sizeof(bytes));
+    int granted = 0;
+    int length = sizeof(granted);
+    getsockopt(handle, SOL_SOCKET, SO_RCVBUF, reinterpret_cast<char *>(&granted), &length);
+    return granted;
 }
 
 void allowOthersToFront()

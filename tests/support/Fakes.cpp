@@ -34,6 +34,7 @@ bool FakePrompts::answer(const QString &text)
         scripted.whileOpen();
     }
     m_open = false;
+    notifyClosed();
     return scripted.ok;
 }
 
@@ -50,6 +51,16 @@ void FakeNavigator::ShowHelp(const QString &helpId)
 void FakeNavigator::Show_Editor(const QString &source, qint32 sn)
 {
     shown.append(u"Show_Editor "_s + source + u' ' + QString::number(sn));
+}
+
+void FakeNavigator::showPhoneBook(const QString &query)
+{
+    shown.append(u"showPhoneBook "_s + query);
+}
+
+void FakeNavigator::showCustomerList(const QString &query)
+{
+    shown.append(u"showCustomerList "_s + query);
 }
 
 void FakeNavigator::addCaller(const QString &number, const QString &keyWord)

@@ -56,6 +56,8 @@ public:
     void show(core::Window window) override;
     void ShowHelp(const QString &helpId) override;
     void Show_Editor(const QString &source, qint32 sn) override;
+    void showPhoneBook(const QString &query) override;
+    void showCustomerList(const QString &query) override;
     void addCaller(const QString &number, const QString &keyWord) override;
 };
 

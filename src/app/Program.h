@@ -1,0 +1,91 @@
+#pragma once
+
+#include "app/Outside.h"
+#include "app/SingleInstance.h"
+#include "app/Windows.h"
+#include "appearance/FormSetup.h"
+#include "areas/AreaCodes.h"
+#include "core/CodePage.h"
+#include "core/OpenForms.h"
+#include "core/Paths.h"
+#include "core/ProcessValues.h"
+#include "core/RunLog.h"
+#include "core/Settings.h"
+#include "core/WindowMemory.h"
+#include "language/FormTranslator.h"
+#include "language/LanguagePack.h"
+#include "lookup/CallerPopUp.h"
+#include "lookup/NumberIndex.h"
+#include "mainwindow/AutoHide.h"
+#include "mainwindow/FrmMain.h"
+#include "messages/ReceivedMessages.h"
+#include "reception/CallEffects.h"
+#include "reception/Dispatcher.h"
+#include "reception/Endpoint.h"
+#include "store/Upgrade.h"
+
+#include <memory>
+
+namespace app {
+
+/// The whole program. Its members stand in building order: what stands above is known to what stands below.
+class Program : private reception::CallEffects, private mainwindow::MainWindowCommands
+{
+public:
+    explicit Program(const Outside &outside);
+    ~Program() override;
+
+    /// Starts in the fixed order; false when another instance runs, which the operator was told.
+    bool subMain();
+
+    /// The main window; only after a successful subMain().
+    mainwindow::FrmMain &mainWindow() { return *m_mainWindow; }
+
+private:
+    void iniPath();
+    void iniVariants();
+    void nameProduct();
+    void loadNumberIndex();
+    void showMainForm();
+    void openReception();
+    void maintainData();
+    void receive(const reception::Datagram &datagram);
+
+    bool callerPopsUp(const QString &callerNumber) override;
+    QString GetArea(const QString &callerNumber) override;
+    void setMainWindowNormal() override;
+    void showMainWindow() override;
+    void ShowCallerID_tarn(const core::CallRecord &record) override;
+    void showLastCaller(const QString &text) override;
+    void ShowPopup(const core::CallRecord &record) override;
+    void ShowSmallMessage(const QString &datagramText) override;
+    bool byebye(const QString &prompt) override;
+    void handleSampleCall() override;
+    QString describeLastDatagram() override;
+
+    Outside m_outside;
+    SingleInstance m_instance;
+    core::Paths m_paths;
+    core::ProcessValues m_values;
+    core::RunLog m_log;
+    core::Settings m_settings;
+    core::WindowMemory m_windowMemory;
+    core::OpenForms m_openForms;
+    language::LanguagePack m_language;
+    language::FormTranslator m_translator;
+    core::CodePage m_codePage;
+    lookup::NumberIndex m_numbers;
+    store::CustomerPopUpTable m_popUpTable;
+    QString m_areaPath;
+    areas::AreaCodes m_areas;
+    Windows m_windows;
+    mainwindow::AutoHide m_autoHide;
+    messages::ReceivedMessages m_messages;
+    reception::Dispatcher m_dispatcher;
+    reception::Endpoint m_endpoint;
+    lookup::CallerPopUp m_popUp;
+    std::unique_ptr<mainwindow::FrmMain> m_mainWindow;
+    bool m_ended = false;
+};
+
+} // namespace app

@@ -1,0 +1,27 @@
+#include "appearance/FormSetup.h"
+
+namespace appearance {
+
+void FormSetup::load(QWidget &form)
+{
+    m_loaded = true;
+    m_services.openForms.IncOpenedForm(&form);
+    m_services.translator.iniFormFonts(form);
+    m_services.translator.iniFormLang(form);
+    form.restoreGeometry(m_services.windows.geometry(form.objectName()));
+}
+
+void FormSetup::rememberGeometry(const QWidget &form)
+{
+    m_services.windows.setGeometry(form.objectName(), form.saveGeometry());
+}
+
+void FormSetup::unload(const QWidget &form)
+{
+    if (std::exchange(m_loaded, false)) {
+        rememberGeometry(form);
+        m_services.openForms.DecOpenedForm();
+    }
+}
+
+} // namespace appearance

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "core/OpenForms.h"
+#include "core/WindowMemory.h"
+#include "language/FormTranslator.h"
+
+#include <QWidget>
+
+namespace appearance {
+
+/// What every form needs from the program.
+struct FormServices
+{
+    const language::FormTranslator &translator;
+    core::OpenForms &openForms;
+    core::WindowMemory &windows;
+};
+
+/// The load and unload handler that every form has: counts it as open, sets its fonts and texts, and gives it the
+/// place on the screen that it had the last time.
+class FormSetup
+{
+public:
+    explicit FormSetup(const FormServices &services) : m_services(services) {}
+
+    /// Call once the form's controls exist.
+    void load(QWidget &form);
+    /// Remembers the form's place without closing it.
+    void rememberGeometry(const QWidget &form);
+    /// Call when the form closes; a second call does nothing.
+    void unload(const QWidget &form);
+
+private:
+    FormServices m_services;
+    bool m_loaded = false;
+};
+
+} // namespace appearance

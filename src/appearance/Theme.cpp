@@ -1,0 +1,79 @@
+#include "appearance/Theme.h"
+
+#include <QProxyStyle>
+#include <QStyleFactory>
+
+using namespace Qt::StringLiterals;
+
+namespace appearance {
+
+namespace {
+
+struct Shades
+{
+    QRgb window, base, alternate, text, muted, button, line, accent, accentText;
+};
+
+constexpr Shades lightShades = {0xfff3f5f8, 0xffffffff, 0xfff6f8fb, 0xff1c2530, 0xff68758a,
+                                0xfffbfcfd, 0xffc9d1dc, 0xff1f5fbf, 0xffffffff};
+constexpr Shades darkShades = {0xff1d2229, 0xff242a32, 0xff2a313a, 0xffe5eaf1, 0xff95a2b5,
+                               0xff2f3740, 0xff11151a, 0xff4b8df0, 0xffffffff};
+
+/// Fusion with room around the texts of tables.
+class RoomyStyle : public QProxyStyle
+{
+public:
+    RoomyStyle() : QProxyStyle(QStyleFactory::create(u"Fusion"_s)) {}
+
+    int pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const override
+    {
+        constexpr int cellMargin = 7;
+        return metric == PM_HeaderMargin || metric == PM_FocusFrameHMargin
+                   ? cellMargin
+                   : QProxyStyle::pixelMetric(metric, option, widget);
+    }
+};
+
+} // namespace
+
+QPalette themePalette(bool dark)
+{
+    const Shades &shades = dark ? darkShades : lightShades;
+    QPalette palette{QColor(shades.button), QColor(shades.window)};
+    palette.setColor(QPalette::WindowText, shades.text);
+    palette.setColor(QPalette::Base, shades.base);
+    palette.setColor(QPalette::AlternateBase, shades.alternate);
+    palette.setColor(QPalette::Text, shades.text);
+    palette.setColor(QPalette::ButtonText, shades.text);
+    palette.setColor(QPalette::ToolTipBase, shades.base);
+    palette.setColor(QPalette::ToolTipText, shades.text);
+    palette.setColor(QPalette::PlaceholderText, shades.muted);
+    palette.setColor(QPalette::Mid, shades.line);
+    palette.setColor(QPalette::Highlight, shades.accent);
+    palette.setColor(QPalette::HighlightedText, shades.accentText);
+    palette.setColor(QPalette::Link, shades.accent);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+        palette.setColor(QPalette::Disabled, role, shades.muted);
+    }
+    palette.setColor(QPalette::Inactive, QPalette::Highlight, QColor(shades.accent));
+    return palette;
+}
+
+void applyTheme(QApplication &application, bool dark)
+{
+    QApplication::setStyle(new RoomyStyle); // the application takes it over
+    application.setPalette(themePalette(dark));
+}
+
+CallColors callColors(const QPalette &palette)
+{
+    return isDark(palette) ? CallColors{0xff4a3f12, 0xfffff3c4, 0xffd9c77e}
+                           : CallColors{0xfffff1b8, 0xff2b2408, 0xff6b5a16};
+}
+
+bool isDark(const QPalette &palette)
+{
+    return palette.color(QPalette::WindowText).lightness() > palette.color(QPalette::Window).lightness();
+}
+
+} // namespace appearance

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QApplication>
+#include <QColor>
+#include <QPalette>
+
+namespace appearance {
+
+/// Colours that a palette has no role for.
+struct CallColors
+{
+    QColor lastCallerBar;     ///< the yellow bar of the last caller
+    QColor lastCallerText;    ///< its number and name
+    QColor lastCallerDetails; ///< its second line
+};
+
+/// Fusion style and the palette for light or dark.
+void applyTheme(QApplication &application, bool dark);
+
+QPalette themePalette(bool dark);
+CallColors callColors(const QPalette &palette);
+
+/// Dark means that text is lighter than its ground.
+bool isDark(const QPalette &palette);
+
+} // namespace appearance

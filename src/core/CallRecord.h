@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QString>
+
+namespace core {
+
+/// One received caller-ID record. The order of the fields is fixed: the popup reads them by position. A field
+/// that the datagram lacks is empty. Every text is a stranger's.
+struct CallRecord
+{
+    QString CallerID;      ///< the calling number as the unit delivers it
+    QString IncomingTime;  ///< "YYYY-MM-DD HH:MM:SS", kept as text
+    QString Channel;       ///< port number of the unit
+    QString LineNo;        ///< the called line's number or name
+    QString SimpleDes;     ///< a short name for the caller
+    QString DetailDes;     ///< parameter block "DETAILDES"
+    QString SnText;        ///< the digits of the sender's match
+    QString Source;        ///< "PHONEBOOK", "CUSTOMER", or empty without a match
+    qint32 SN = 0;         ///< the value of SnText, 0 without one
+    QString IfVIP;         ///< "Y" marks a VIP
+    QString IfInBlackList; ///< "Y" marks a black-listed caller
+    QString RawCid;        ///< parameter block "RAWCID"
+    QString Tail;     ///< the previous call: 16 characters of time, 8 of extension, 15 of number; not trimmed
+    QString SenderIp; ///< the unit or server that made the record
+};
+
+} // namespace core

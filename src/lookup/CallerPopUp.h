@@ -1,0 +1,52 @@
+#pragma once
+
+#include "core/CallRecord.h"
+#include "core/FrameGate.h"
+#include "core/RunLog.h"
+#include "core/Settings.h"
+#include "lookup/PopUpDecision.h"
+#include "lookup/frmPopUp.h"
+
+#include <QPointer>
+
+#include <functional>
+#include <optional>
+
+namespace lookup {
+
+/// Pops callers up: decides by the record whether, and keeps the one popup window. Of several calls within one frame
+/// of the screen the newest is shown.
+class CallerPopUp
+{
+public:
+    struct Context
+    {
+        core::RunLog &log;
+        const core::Settings &settings;
+        const core::TextLookup &texts;
+        core::Navigator &navigator;
+        appearance::FormServices services;
+        std::function<const QWidget &()> mainWindow;
+    };
+
+    explicit CallerPopUp(Context context)
+        : m_context(std::move(context)), m_screen([this] { showNext(); })
+    {
+    }
+    ~CallerPopUp();
+    Q_DISABLE_COPY_MOVE(CallerPopUp)
+
+    void ShowPopup(const core::CallRecord &info);
+    /// Closes the card, if one stands.
+    void close();
+
+private:
+    void showNext();
+
+    Context m_context;
+    core::FrameGate m_screen;
+    std::optional<PopUpView> m_next;
+    QPointer<frmPopUp> m_form;
+};
+
+} // namespace lookup

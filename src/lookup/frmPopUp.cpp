@@ -1,0 +1,128 @@
+#include "lookup/frmPopUp.h"
+
+#include "appearance/ThemedIcons.h"
+#include "core/TextUtilities.h"
+#include "ui_frmPopUp.h"
+
+#include <QKeyEvent>
+#include <QScreen>
+#include <QStyle>
+
+using namespace Qt::StringLiterals;
+
+namespace lookup {
+
+namespace {
+
+constexpr int screenMargin = 16;
+constexpr int contentLines = 4;
+
+/// Ground and text of the caller's lines, fixed for each standing whatever the theme.
+struct CardColors
+{
+    QColor ground;
+    QColor text;
+    QStringView icon;
+};
+
+CardColors cardColors(Standing standing)
+{
+    switch (standing) {
+    case Standing::BlackListed:
+        return {Qt::black, Qt::white, u"ban"};
+    case Standing::Vip:
+        return {Qt::red, Qt::blue, u"star"};
+    case Standing::Ordinary:
+        break;
+    }
+    return {Qt::green, Qt::blue, u"person"};
+}
+
+} // namespace
+
+frmPopUp::frmPopUp(core::Navigator &navigator, const appearance::FormServices &services)
+    : QWidget(nullptr, Qt::Tool | Qt::WindowStaysOnTopHint | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                           Qt::WindowCloseButtonHint),
+      m_navigator(navigator),
+      m_ui(std::make_unique<Ui::frmPopUp>()), m_setup(services)
+{
+    m_ui->setupUi(this);
+    setAttribute(Qt::WA_DeleteOnClose);
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    setWindowIcon(appearance::programIcon());
+    m_setup.load(*this);
+    m_ui->txtContent->setFixedHeight(m_ui->txtContent->fontMetrics().lineSpacing() * contentLines + 12);
+    m_ui->Command2->setEnabled(m_navigator.canShow(core::Window::CallerEditor));
+    connect(m_ui->Command1, &QPushButton::clicked, this, &QWidget::close);
+    connect(m_ui->Command2, &QPushButton::clicked, this, &frmPopUp::editCaller);
+}
+
+frmPopUp::~frmPopUp()
+{
+    m_setup.unload(*this);
+}
+
+void frmPopUp::showCaller(const PopUpView &view, const QWidget &mainWindow)
+{
+    fill(view);
+    color(view.standing);
+    const bool ours = !isVisible() || pos() == m_placed; // not where the operator has moved it
+    adjustSize();
+    if (ours) {
+        place(mainWindow);
+    }
+    show();
+    raise();
+}
+
+void frmPopUp::fill(const PopUpView &view)
+{
+    m_ui->lblCallerNumber->setText(view.callerNumber);
+    m_ui->lblCallerName->setText(view.callerName);
+    m_ui->txtSN->setText(view.txtSN);
+    m_ui->txtSnType->setText(view.txtSnType);
+    m_ui->txtAbout->setText(view.txtAbout);
+    m_ui->txtAbout->setCursorPosition(0);
+    m_ui->txtContent->setPlainText(view.txtContent);
+    m_ui->lblBlackListNotice->setText(view.lblBlackListNotice);
+    m_ui->lblBlackListNotice->setVisible(view.standing != Standing::Ordinary);
+}
+
+void frmPopUp::color(Standing standing)
+{
+    const CardColors colors = cardColors(standing);
+    QPalette card = palette();
+    card.setColor(QPalette::Base, colors.ground);
+    card.setColor(QPalette::Text, colors.text);
+    m_ui->txtAbout->setPalette(card);
+    m_ui->txtContent->setPalette(card);
+    constexpr int iconSize = 48;
+    m_ui->lblStandingIcon->setPixmap(
+        appearance::themedIcon(colors.icon, palette().color(QPalette::WindowText)).pixmap(iconSize));
+}
+
+void frmPopUp::place(const QWidget &mainWindow)
+{
+    const QRect free = mainWindow.screen()->availableGeometry();
+    const int titleBar = style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    const QSize card = size() + QSize(screenMargin, screenMargin + titleBar);
+    m_placed = free.bottomRight() - QPoint(card.width(), card.height());
+    move(m_placed);
+}
+
+void frmPopUp::editCaller()
+{
+    m_navigator.Show_Editor(m_ui->txtSnType->text(), core::leadingNumber(m_ui->txtSN->text()));
+    close();
+}
+
+void frmPopUp::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape) {
+        close();
+    } else {
+        QWidget::keyPressEvent(event);
+    }
+}
+
+} // namespace lookup

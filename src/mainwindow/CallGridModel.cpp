@@ -1,0 +1,203 @@
+#include "mainwindow/CallGridModel.h"
+
+#include "core/TextUtilities.h"
+
+using namespace Qt::StringLiterals;
+
+namespace mainwindow {
+
+namespace {
+
+constexpr int firstDataRow = 1; // row 0 of the grid is its header
+
+const QStringList &fieldNames()
+{
+    static const QStringList names = {u"Channel"_s, u"CallerID"_s, u"SimpleDes"_s, u"IncomingTime"_s,
+                                      u"SN"_s,      u"LineNo"_s,   u"ID"_s};
+    return names;
+}
+
+int standingOf(const core::CallRecord &record)
+{
+    if (record.IfInBlackList == "Y"_L1) {
+        return 2;
+    }
+    return record.IfVIP == "Y"_L1 ? 1 : 0;
+}
+
+} // namespace
+
+CallGridModel::CallGridModel(core::Settings &settings, const core::ProcessValues &values,
+                             const core::TextLookup &texts, core::RunLog &log)
+    : m_settings(settings), m_values(values), m_texts(texts), m_log(log)
+{
+}
+
+void CallGridModel::iniGridCallerID_tarn()
+{
+    beginResetModel();
+    bool usable = false;
+    m_columns = readGridColumns(m_settings.record, &usable);
+    if (!usable) {
+        m_log.reportError(u"!iniGridCallerID_tarn "_s,
+                          core::Error(0, u"the grid's column list is not usable, the defaults are: "_s +
+                                             m_settings.record.gridColumnNames.text()));
+    }
+    writeGridColumns(m_settings.record, m_columns);
+    GridColumnNames.clear();
+    m_fieldOfColumn.clear();
+    for (const GridColumn &column : std::as_const(m_columns)) {
+        GridColumnNames.append(column.name);
+        m_fieldOfColumn.push_back(static_cast<size_t>(fieldNames().indexOf(column.name)));
+    }
+    m_ring.resize(capacity());
+    endResetModel();
+}
+
+size_t CallGridModel::capacity() const
+{
+    return static_cast<size_t>(std::max(m_values.MaxGridRows - firstDataRow, 1));
+}
+
+void CallGridModel::ShowCallerID_tarn(const core::CallRecord &record)
+{
+    using core::shownText;
+    m_newest = (m_newest + m_ring.size() - 1) % m_ring.size();
+    ++m_added;
+    Row &row = m_ring[m_newest];
+    row.fields = {shownText(record.Channel),
+                  shownText(record.CallerID),
+                  shownText(record.SimpleDes),
+                  shownText(record.IncomingTime),
+                  QString::number(record.SN).rightJustified(3, u'0'),
+                  shownText(record.LineNo),
+                  shownText(QString(record.Source + record.SnText))};
+    row.standing = standingOf(record);
+}
+
+void CallGridModel::publish()
+{
+    if (m_added == 0) {
+        return;
+    }
+    const int most = int(m_ring.size());
+    const int added = int(std::min(m_added, m_ring.size()));
+    const int dropped = std::max(m_published + added - most, 0);
+    if (dropped > 0) {
+        beginRemoveRows({}, m_published - dropped, m_published - 1);
+        m_published -= dropped;
+        endRemoveRows();
+    }
+    beginInsertRows({}, 0, added - 1);
+    m_published += added;
+    m_added = 0;
+    endInsertRows();
+}
+
+int CallGridModel::GetGridColumn(const QString &name) const
+{
+    return int(GridColumnNames.indexOf(name));
+}
+
+void CallGridModel::ChangeGridCfg(const QList<GridColumn> &columns)
+{
+    m_log.trap("ChangeGridCfg"_L1, [&] {
+        writeGridColumns(m_settings.record, columns);
+        m_settings.SaveMisc();
+        iniGridCallerID_tarn();
+    });
+}
+
+// Rows that a new call has overwritten before the views were told read as the call that took their place.
+const CallGridModel::Row &CallGridModel::published(int row) const
+{
+    return m_ring[(m_newest + m_added + static_cast<size_t>(row)) % m_ring.size()];
+}
+
+QString CallGridModel::cell(int row, const QString &columnName) const
+{
+    const qsizetype field = fieldNames().indexOf(columnName);
+    return row >= 0 && row < m_published && field >= 0 ? published(row).fields.at(static_cast<size_t>(field))
+                                                       : QString();
+}
+
+int CallGridModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : m_published;
+}
+
+int CallGridModel::columnCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : int(m_columns.size());
+}
+
+QVariant CallGridModel::data(const QModelIndex &index, int role) const
+{
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid)) {
+        return {};
+    }
+    const Row &row = published(index.row());
+    switch (role) {
+    case Qt::DisplayRole:
+        return row.fields.at(m_fieldOfColumn.at(static_cast<size_t>(index.column())));
+    case StandingRole:
+        return row.standing;
+    case Qt::TextAlignmentRole:
+        return int(Qt::AlignLeading | Qt::AlignVCenter);
+    default:
+        return {};
+    }
+}
+
+QVariant CallGridModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || section < 0 || section >= m_columns.size()) {
+        return {};
+    }
+    if (role == Qt::TextAlignmentRole) {
+        return int(Qt::AlignLeading | Qt::AlignVCenter);
+    }
+    if (role != Qt::DisplayRole) {
+        return {};
+    }
+    const QString &name = m_columns.at(section).name;
+    const QString text = name == "ID"_L1 ? name : m_texts.Lms(name);
+    return text.isEmpty() ? name : text;
+}
+
+namespace {
+
+struct RowKey
+{
+    QString source;
+    qint32 sn = 0;
+};
+
+RowKey rowKey(const QString &id)
+{
+    for (const auto source : {"PHONEBOOK"_L1, "CUSTOMER"_L1}) {
+        if (id.startsWith(source) && id.size() > source.size()) {
+            return {QString(source), core::leadingNumber(QStringView(id).sliced(source.size()))};
+        }
+    }
+    return {};
+}
+
+} // namespace
+
+void ShowEditor(core::Navigator &navigator, const QString &callerId, const QString &simpleDes, const QString &id)
+{
+    const RowKey key = rowKey(id);
+    if (key.source.isEmpty()) {
+        navigator.addCaller(callerId, simpleDes);
+    } else {
+        navigator.Show_Editor(key.source, key.sn);
+    }
+}
+
+bool canShowEditor(const core::Navigator &navigator, const QString &id)
+{
+    return navigator.canShow(rowKey(id).source.isEmpty() ? core::Window::AddCaller : core::Window::CallerEditor);
+}
+
+} // namespace mainwindow

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "core/CallRecord.h"
+#include "core/Navigator.h"
+#include "core/ProcessValues.h"
+#include "core/RunLog.h"
+#include "core/Settings.h"
+#include "core/TextLookup.h"
+#include "mainwindow/GridColumns.h"
+
+#include <QAbstractTableModel>
+#include <QStringList>
+
+#include <array>
+#include <vector>
+
+namespace mainwindow {
+
+/// The calls of the caller-ID grid, newest first, in a ring of MaxGridRows - 1 rows: a new call overwrites the
+/// oldest and moves nothing. Cells are found by their column's name.
+class CallGridModel : public QAbstractTableModel
+{
+public:
+    /// Item data role: 0 ordinary, 1 VIP, 2 black-listed, as the sender marks the caller.
+    static constexpr int StandingRole = Qt::UserRole;
+
+    CallGridModel(core::Settings &settings, const core::ProcessValues &values, const core::TextLookup &texts,
+                  core::RunLog &log);
+
+    /// Builds the columns from the settings; those of an unusable list are the defaults, which the run log then says.
+    void iniGridCallerID_tarn();
+    /// Adds one call as the newest. Views see it with the next publish().
+    void ShowCallerID_tarn(const core::CallRecord &record);
+    /// Tells the views of the calls added since, all at once, so that a burst costs one repaint.
+    void publish();
+
+    /// The column of that name, -1 for an unknown one.
+    int GetGridColumn(const QString &name) const;
+    /// Stores an edited order, widths and visibility in the settings, saves them and rebuilds the columns.
+    void ChangeGridCfg(const QList<GridColumn> &columns);
+
+    const QList<GridColumn> &columns() const { return m_columns; }
+    /// The text of the named column in a row; empty outside the grid.
+    QString cell(int row, const QString &columnName) const;
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+private:
+    static constexpr size_t fieldCount = 7;
+    struct Row
+    {
+        std::array<QString, fieldCount> fields; ///< in the fixed order of the names
+        int standing = 0;
+    };
+
+    const Row &published(int row) const;
+    size_t capacity() const;
+
+    core::Settings &m_settings;
+    const core::ProcessValues &m_values;
+    const core::TextLookup &m_texts;
+    core::RunLog &m_log;
+    QList<GridColumn> m_columns;
+    QStringList GridColumnNames;
+    std::vector<size_t> m_fieldOfColumn;
+    std::vector<Row> m_ring;
+    size_t m_newest = 0;  ///< place in the ring
+    size_t m_added = 0;   ///< calls since the last publish()
+    int m_published = 0;  ///< rows that the views know
+};
+
+/// Opens what a double-click on a grid row opens: the editor of a known caller ("CUSTOMER12" in the ID cell), for an
+/// unknown one the dialog that files the number.
+void ShowEditor(core::Navigator &navigator, const QString &callerId, const QString &simpleDes, const QString &id);
+
+/// Whether ShowEditor would open anything for that ID cell.
+bool canShowEditor(const core::Navigator &navigator, const QString &id);
+
+} // namespace mainwindow

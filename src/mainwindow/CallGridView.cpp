@@ -1,0 +1,141 @@
+#include "mainwindow/CallGridView.h"
+
+#include "appearance/ThemedIcons.h"
+#include "mainwindow/CallGridModel.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QScopedValueRollback>
+#include <QStyledItemDelegate>
+
+using namespace Qt::StringLiterals;
+
+namespace mainwindow {
+
+namespace {
+
+constexpr int twipsPerInch = 1440;
+constexpr int rowPadding = 12;
+
+/// Draws a star or a barred circle before the number of a marked caller.
+class CallDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        const auto *calls = static_cast<const CallGridModel *>(index.model());
+        const int standing = index.data(CallGridModel::StandingRole).toInt();
+        if (standing == 0 || index.column() != calls->GetGridColumn(u"CallerID"_s)) {
+            return;
+        }
+        const bool selected = option->state.testFlag(QStyle::State_Selected);
+        const QColor color = option->palette.color(selected ? QPalette::HighlightedText : QPalette::Text);
+        option->features |= QStyleOptionViewItem::HasDecoration;
+        option->icon = appearance::themedIcon(standing == 1 ? u"star" : u"ban", color);
+        const int size = option->fontMetrics.height();
+        option->decorationSize = {size, size};
+    }
+};
+
+} // namespace
+
+CallGridView::CallGridView(QWidget *parent) : QTableView(parent)
+{
+    setItemDelegate(new CallDelegate(this));
+    horizontalHeader()->viewport()->installEventFilter(this);
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this] { m_dragged = true; });
+    connect(this, &QTableView::doubleClicked, this,
+            [this](const QModelIndex &index) { Q_EMIT callActivated(index.row()); });
+}
+
+void CallGridView::setCalls(CallGridModel *calls)
+{
+    m_calls = calls;
+    setModel(calls);
+    connect(calls, &QAbstractItemModel::modelReset, this, &CallGridView::applyColumns);
+    applyColumns();
+}
+
+void CallGridView::setHint(const QString &text)
+{
+    m_hint = text;
+    viewport()->update();
+}
+
+void CallGridView::applyColumns()
+{
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + rowPadding);
+    for (int column = 0; column < m_calls->columns().size(); ++column) {
+        const GridColumn &shape = m_calls->columns().at(column);
+        const int width = shape.width * logicalDpiX() / twipsPerInch;
+        setColumnWidth(column, std::max(width, horizontalHeader()->sectionSizeHint(column)));
+        setColumnHidden(column, !shape.visible);
+    }
+    m_dragged = false;
+}
+
+int CallGridView::columnTwips(int column) const
+{
+    return columnWidth(column) * twipsPerInch / logicalDpiX();
+}
+
+void CallGridView::paintEvent(QPaintEvent *event)
+{
+    QTableView::paintEvent(event);
+    if (model() == nullptr || model()->rowCount() > 0 || m_hint.isEmpty()) {
+        return;
+    }
+    constexpr int margin = 32;
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),
+                     Qt::AlignCenter | Qt::TextWordWrap, m_hint);
+}
+
+void CallGridView::keyPressEvent(QKeyEvent *event)
+{
+    if (event->matches(QKeySequence::Copy)) {
+        copySelection();
+    } else if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && currentIndex().isValid()) {
+        Q_EMIT callActivated(currentIndex().row());
+    } else {
+        QTableView::keyPressEvent(event);
+    }
+}
+
+// The header tells of every change of a width, also of our own; the end of a drag is the operator's.
+bool CallGridView::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::MouseButtonPress) {
+        m_dragged = false;
+    } else if (event->type() == QEvent::MouseButtonRelease && m_dragged) {
+        QMetaObject::invokeMethod(this, &CallGridView::columnWidthsChanged, Qt::QueuedConnection);
+    }
+    return QTableView::eventFilter(watched, event);
+}
+
+void CallGridView::copySelection()
+{
+    QStringList lines;
+    QModelIndexList rows = selectionModel()->selectedRows();
+    std::sort(rows.begin(), rows.end());
+    for (const QModelIndex &row : std::as_const(rows)) {
+        QStringList cells;
+        for (int column = 0; column < model()->columnCount(); ++column) {
+            if (!isColumnHidden(column)) {
+                cells.append(row.siblingAtColumn(column).data().toString());
+            }
+        }
+        lines.append(cells.join(u'\t'));
+    }
+    QApplication::clipboard()->setText(lines.join(u'\n'));
+}
+
+} // namespace mainwindow

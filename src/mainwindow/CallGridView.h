@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QTableView>
+
+#include <functional>
+
+namespace mainwindow {
+
+class CallGridModel;
+
+/// The table that shows the calls: a hint where there are none, marks for VIPs and black-listed callers, copying of
+/// rows, and a double-click (or Enter) that opens the caller.
+class CallGridView : public QTableView
+{
+    Q_OBJECT
+
+public:
+    explicit CallGridView(QWidget *parent = nullptr);
+
+    /// The model must outlive the view.
+    void setCalls(CallGridModel *calls);
+    void setHint(const QString &text);
+    /// Takes order, widths and visibility over from the model's columns.
+    void applyColumns();
+
+Q_SIGNALS:
+    void callActivated(int row);
+    /// The operator has dragged a column's edge.
+    void columnWidthsChanged();
+
+public Q_SLOTS:
+    /// The selected calls as tab-separated text, one line each, visible columns only.
+    void copySelection();
+
+public:
+    /// The width of a column in twips as it stands on the screen.
+    int columnTwips(int column) const;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    CallGridModel *m_calls = nullptr;
+    QString m_hint;
+    bool m_dragged = false;
+};
+
+} // namespace mainwindow

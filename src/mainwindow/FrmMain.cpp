@@ -1,0 +1,292 @@
+#include "mainwindow/FrmMain.h"
+
+#include "appearance/Theme.h"
+#include "appearance/ThemedIcons.h"
+#include "core/TextFiles.h"
+#include "core/TextUtilities.h"
+#include "ui_FrmMain.h"
+
+#include <QCloseEvent>
+#include <QFile>
+#include <QKeyEvent>
+#include <QScrollBar>
+#include <QToolButton>
+#include <QWindow>
+
+using namespace Qt::StringLiterals;
+
+namespace mainwindow {
+
+namespace {
+
+constexpr qint64 shownLogBytes = 64 << 10; // of logs that only ever grow
+
+} // namespace
+
+FrmMain::FrmMain(const Context &context)
+    : m_context(context), m_ui(std::make_unique<Ui::FrmMain>()), m_setup(context.services),
+      m_calls(context.settings, context.values, context.texts, context.log), m_screen([this] { updateScreen(); }),
+      lblSource(new QLabel)
+{
+    m_ui->setupUi(this);
+    Form_Load();
+}
+
+FrmMain::~FrmMain()
+{
+    m_context.log.setRunInfoBox(nullptr);
+    m_setup.unload(*this);
+}
+
+void FrmMain::Form_Load()
+{
+    m_context.values.MainWindowReady = true;
+    m_context.log.setRunInfoBox(&m_runInfo);
+    m_setup.load(*this);
+    loadTexts();
+    loadToolbar();
+    m_context.log.WriteRunLog(m_context.texts.Lms(u"SysStarted"_s));
+    loadGrid();
+    loadLogs();
+    loadTray();
+    loadShape();
+    connectButtons();
+}
+
+void FrmMain::loadTexts()
+{
+    const core::ProcessValues &values = m_context.values;
+    const QString separator = values.WordSeparator;
+    const QString name = values.ProductDisplayName.isEmpty() ? m_context.texts.Lms(u"CallDeskName"_s)
+                                                             : values.ProductDisplayName;
+    setWindowTitle(name + separator + m_context.texts.Lms(u"ver"_s) + separator + values.AppVersion);
+    setWindowIcon(appearance::programIcon());
+    m_ui->txtLastCallerID->setPlaceholderText(m_context.texts.Lms(u"NoCallYet"_s));
+    m_ui->txtSMS->setPlaceholderText(m_context.texts.Lms(u"NoSmsYet"_s));
+    m_ui->gridCallerId->setHint(m_context.texts.Lms(u"NoCallsHint"_s));
+    lblSource->setObjectName(u"lblSource"_s);
+    lblSource->setTextFormat(Qt::PlainText);
+    lblSource->setContentsMargins(8, 0, 8, 4);
+    m_ui->statusbar->addWidget(lblSource, 1);
+    updateSource();
+}
+
+void FrmMain::loadGrid()
+{
+    m_calls.iniGridCallerID_tarn();
+    m_ui->gridCallerId->setCalls(&m_calls);
+    m_ui->gridCallerId->addAction(m_ui->actOpenCaller);
+    m_ui->gridCallerId->addAction(m_ui->actCopy);
+    m_ui->actCopy->setShortcut(QKeySequence::Copy);
+    m_ui->actCopy->setShortcutContext(Qt::WidgetShortcut);
+    const bool opens = m_context.navigator.canShow(core::Window::AddCaller);
+    m_ui->gridCallerId->setToolTip(opens ? m_context.texts.Lms(u"DoubleClickToAddPhoneNumber"_s) : QString());
+    m_ui->actOpenCaller->setEnabled(opens);
+}
+
+// Buttons of a toolbar can neither be reached by the Tab key nor found by name, unless told.
+void FrmMain::loadToolbar()
+{
+    auto *spacer = new QWidget;
+    spacer->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    m_ui->Toolbar1->insertWidget(m_ui->actSmallShape, spacer);
+    const QList<QAction *> actions = m_ui->Toolbar1->actions();
+    for (QAction *action : actions) {
+        if (auto *button = qobject_cast<QToolButton *>(m_ui->Toolbar1->widgetForAction(action))) {
+            button->setObjectName(action->objectName());
+            button->setFocusPolicy(Qt::TabFocus);
+        }
+    }
+    m_ui->cmdTest->setVisible(m_context.values.DeveloperMode);
+    m_ui->Command6->setVisible(m_context.values.DeveloperMode);
+    applyIcons();
+}
+
+void FrmMain::applyIcons()
+{
+    const QColor color = palette().color(QPalette::ButtonText);
+    const std::pair<QAction *, QStringView> icons[] = {
+        {m_ui->Command4, u"phonebook"}, {m_ui->Command1, u"customers"},  {m_ui->cmdCallInfo, u"notes"},
+        {m_ui->cmdSendSMS, u"message"}, {m_ui->Command3, u"options"},    {m_ui->Command5, u"help"},
+        {m_ui->Command2, u"exit"},      {m_ui->actSmallShape, u"small"}, {m_ui->actFullShape, u"full"},
+        {m_ui->actCopy, u"copy"},       {m_ui->actOpenCaller, u"edit"}};
+    for (const auto &[action, name] : icons) {
+        action->setIcon(appearance::themedIcon(name, color));
+    }
+    m_ui->Command7->setIcon(appearance::themedIcon(u"trash", color));
+    m_ui->Command8->setIcon(appearance::themedIcon(u"trash", color));
+}
+
+void FrmMain::loadLogs()
+{
+    m_runInfo.clear();
+    m_runInfo.append(core::ReadTextFile(m_context.log, m_context.paths.RunLogFile, shownLogBytes / 4));
+    appendSms(core::ReadTextFile(m_context.log, m_context.paths.SmsFile, shownLogBytes));
+    connect(m_ui->SSTab1, &QTabWidget::currentChanged, &m_screen, &core::FrameGate::schedule);
+}
+
+void FrmMain::loadTray()
+{
+    m_tray = std::make_unique<TrayIcon>(QList<QAction *>{m_ui->mnuTrayRestore, m_ui->mnuTrayMove, m_ui->mnuTraySize,
+                                                         m_ui->mnuTrayMinimize, m_ui->mnuTrayMaximize, nullptr,
+                                                         m_ui->mnuTrayClose});
+    m_tray->setTip(windowTitle());
+    m_tray->install(windowIcon());
+    connectTray();
+    Timer1.setObjectName(u"Timer1"_s);
+    connect(&Timer1, &QTimer::timeout, this, &FrmMain::Timer1_Timer);
+    Timer1.start(1000);
+}
+
+void FrmMain::connectTray()
+{
+    connect(m_tray.get(), &TrayIcon::leftClicked, this, &FrmMain::restoreToFront);
+    connect(m_ui->mnuTrayClose, &QAction::triggered, this, [this] { m_context.commands.byebye({}); });
+    connect(m_ui->mnuTrayMaximize, &QAction::triggered, this, &QWidget::showMaximized);
+    connect(m_ui->mnuTrayMinimize, &QAction::triggered, this, &QWidget::showMinimized);
+    connect(m_ui->mnuTrayRestore, &QAction::triggered, this, &FrmMain::restoreToFront);
+    connect(m_ui->mnuTrayMove, &QAction::triggered, this, [this] {
+        restoreToFront();
+        windowHandle()->startSystemMove();
+    });
+    connect(m_ui->mnuTraySize, &QAction::triggered, this, [this] {
+        restoreToFront();
+        windowHandle()->startSystemResize(Qt::BottomEdge | Qt::RightEdge);
+    });
+}
+
+void FrmMain::connectButtons()
+{
+    using core::Window;
+    connectWindowButton(m_ui->cmdCallInfo, Window::CallNotes);
+    connectWindowButton(m_ui->Command1, Window::CustomerList);
+    connectWindowButton(m_ui->Command3, Window::Options);
+    connectWindowButton(m_ui->Command4, Window::PhoneBook);
+    connectWindowButton(m_ui->cmdSendSMS, Window::SendMessage);
+    m_ui->Command5->setEnabled(m_context.navigator.canShow(Window::Help));
+    m_ui->Command5->setShortcut(QKeySequence::HelpContents);
+    connect(m_ui->Command5, &QAction::triggered, this, [this] {
+        notTopmost();
+        m_context.navigator.ShowHelp(u"Popup_MainHelp"_s);
+    });
+    connect(m_ui->Command2, &QAction::triggered, this, [this] { m_context.commands.byebye({}); });
+    connect(m_ui->actSmallShape, &QAction::triggered, this, &FrmMain::SetSmallFrmmain);
+    connect(m_ui->actFullShape, &QAction::triggered, this, &FrmMain::setFullShape);
+    connect(m_ui->actCopy, &QAction::triggered, m_ui->gridCallerId, &CallGridView::copySelection);
+    connect(m_ui->actOpenCaller, &QAction::triggered, this,
+            [this] { openCaller(m_ui->gridCallerId->currentIndex().row()); });
+    connect(m_ui->gridCallerId, &CallGridView::callActivated, this, &FrmMain::openCaller);
+    connect(m_ui->gridCallerId, &CallGridView::columnWidthsChanged, this, &FrmMain::rememberColumnWidths);
+    connect(m_ui->Command6, &QPushButton::clicked, this, [this] { m_context.commands.handleSampleCall(); });
+    connect(m_ui->cmdTest, &QPushButton::clicked, this,
+            [this] { m_context.prompts.tell(m_context.commands.describeLastDatagram()); });
+    connect(m_ui->Command7, &QPushButton::clicked, this, &FrmMain::deleteRunLog);
+    connect(m_ui->Command8, &QPushButton::clicked, this, &FrmMain::deleteSmsLog);
+}
+
+void FrmMain::connectWindowButton(QAction *action, core::Window window)
+{
+    action->setEnabled(m_context.navigator.canShow(window));
+    connect(action, &QAction::triggered, this, [this, window] {
+        notTopmost();
+        m_context.navigator.show(window);
+    });
+}
+
+void FrmMain::rememberColumnWidths()
+{
+    QList<GridColumn> columns = m_calls.columns();
+    for (int column = 0; column < columns.size(); ++column) {
+        if (columns.at(column).visible) {
+            columns[column].width = m_ui->gridCallerId->columnTwips(column);
+        }
+    }
+    m_calls.ChangeGridCfg(columns);
+}
+
+void FrmMain::openCaller(int row)
+{
+    const QString id = m_calls.cell(row, u"ID"_s);
+    if (row < 0 || !canShowEditor(m_context.navigator, id)) {
+        return;
+    }
+    notTopmost();
+    ShowEditor(m_context.navigator, m_calls.cell(row, u"CallerID"_s), m_calls.cell(row, u"SimpleDes"_s), id);
+}
+
+void FrmMain::deleteRunLog()
+{
+    if (m_context.prompts.askOkCancel(m_context.texts.Lms(u"AskDeleteRunlog"_s), {})) {
+        QFile::remove(m_context.paths.RunLogFile);
+        m_runInfo.clear();
+        m_screen.schedule();
+    }
+}
+
+void FrmMain::deleteSmsLog()
+{
+    if (m_context.prompts.askOkCancel(m_context.texts.Lms(u"AskDeleteSmsLog"_s), {})) {
+        QFile::remove(m_context.paths.SmsFile);
+        m_ui->txtSMS->clear();
+    }
+}
+
+void FrmMain::ShowCallerID_tarn(const core::CallRecord &record)
+{
+    m_calls.ShowCallerID_tarn(record);
+    m_screen.schedule();
+}
+
+void FrmMain::showLastCaller(const QString &text)
+{
+    m_lastCaller = text;
+    m_lastCallerChanged = true;
+    m_screen.schedule();
+}
+
+void FrmMain::showSource(const QHostAddress &sender)
+{
+    m_lastSender = sender;
+    m_sourceChanged = true;
+    m_screen.schedule();
+}
+
+void FrmMain::showPortUnavailable()
+{
+    m_portUnavailable = true;
+    updateSource();
+}
+
+void FrmMain::appendSms(const QString &text)
+{
+    for (const QString &line : text.split(u"\r\n"_s)) {
+        m_ui->txtSMS->appendPlainText(core::shownText(line, shownLogBytes));
+    }
+}
+
+void FrmMain::updateScreen()
+{
+    m_calls.publish();
+    if (std::exchange(m_lastCallerChanged, false)) {
+        m_ui->txtLastCallerID->setPlainText(m_lastCaller);
+    }
+    m_runInfo.show(*m_ui->txtRuninfo);
+    if (std::exchange(m_sourceChanged, false)) {
+        updateSource();
+    }
+}
+
+void FrmMain::updateSource()
+{
+    const QString separator = m_context.values.WordSeparator;
+    if (m_portUnavailable) {
+        lblSource->setText(m_context.texts.Lms(u"PortUnavailable"_s));
+    } else if (m_lastSender.isNull()) {
+        lblSource->setText(m_context.texts.Lms(u"NoDatagramYet"_s));
+    } else {
+        lblSource->setText(m_context.texts.Lms(u"LastDatagram"_s) + separator + m_context.log.timeStamp() + u"  "_s +
+                           m_lastSender.toString());
+    }
+}
+
+} // namespace mainwindow

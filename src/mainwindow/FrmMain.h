@@ -1,0 +1,142 @@
+#pragma once
+
+#include "appearance/FormSetup.h"
+#include "core/CallRecord.h"
+#include "core/Navigator.h"
+#include "core/Paths.h"
+#include "core/ProcessValues.h"
+#include "core/Prompts.h"
+#include "core/RunLog.h"
+#include "core/Settings.h"
+#include "core/TextLookup.h"
+#include "mainwindow/AutoHide.h"
+#include "mainwindow/CallGridModel.h"
+#include "core/FrameGate.h"
+#include "mainwindow/RunInfoText.h"
+#include "mainwindow/TrayIcon.h"
+
+#include <QHostAddress>
+#include <QLabel>
+#include <QMainWindow>
+#include <QTimer>
+
+#include <memory>
+
+namespace Ui {
+class FrmMain;
+}
+
+namespace mainwindow {
+
+/// What the main window's controls ask of the program.
+class MainWindowCommands
+{
+public:
+    virtual ~MainWindowCommands() = default;
+    /// Ends the program, with an empty prompt only after a question; false when the operator cancelled.
+    virtual bool byebye(const QString &prompt) = 0;
+    /// Runs a built-in sample record through the handling of a received datagram.
+    virtual void handleSampleCall() = 0;
+    /// The last datagram as the program understood it.
+    virtual QString describeLastDatagram() = 0;
+};
+
+/// The program's one permanent window: the calls, the last caller, the run information, the short messages. Closing
+/// or hiding it never ends the program.
+class FrmMain : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    /// Everything must outlive the window.
+    struct Context
+    {
+        const core::Paths &paths;
+        core::ProcessValues &values;
+        core::RunLog &log;
+        core::Settings &settings;
+        const core::TextLookup &texts;
+        core::Prompts &prompts;
+        core::Navigator &navigator;
+        AutoHide &autoHide;
+        MainWindowCommands &commands;
+        appearance::FormServices services;
+    };
+
+    explicit FrmMain(const Context &context);
+    ~FrmMain() override;
+
+    /// Where the last datagram came from, for the status line.
+    void showSource(const QHostAddress &sender);
+    /// The caller-ID port cannot be received on.
+    void showPortUnavailable();
+    void ShowCallerID_tarn(const core::CallRecord &record);
+    void showLastCaller(const QString &text);
+    /// Puts a line of the short-message log under the last one.
+    void appendSms(const QString &text);
+
+    /// Shows the window in its normal state because of a call; one that was hidden hides itself again later.
+    void showForCall();
+    /// A minimised or maximised window becomes normal; a hidden one stays hidden.
+    void setNormal();
+    /// Shows the window as it last stood, in front of the others.
+    void restoreToFront();
+    /// Ends being in front of all windows; called before another form opens from here.
+    void notTopmost();
+    void SetSmallFrmmain();
+    void setFullShape();
+
+    /// Takes the icon out of the tray for good and remembers the window's place.
+    void prepareToEnd();
+
+    CallGridModel &calls() { return m_calls; }
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+    void changeEvent(QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    bool event(QEvent *event) override;
+
+private:
+    void Form_Load();
+    void loadTexts();
+    void loadGrid();
+    void loadToolbar();
+    void loadLogs();
+    void loadTray();
+    void loadShape();
+    void connectButtons();
+    void connectTray();
+    void connectWindowButton(QAction *action, core::Window window);
+    void applyIcons();
+    void updateScreen();
+    void updateSource();
+    void openCaller(int row);
+    void rememberColumnWidths();
+    void deleteRunLog();
+    void deleteSmsLog();
+    void hideOrMinimize();
+    void setTopmost(bool topmost);
+    void showShape(bool small);
+    void Timer1_Timer();
+
+    Context m_context;
+    std::unique_ptr<Ui::FrmMain> m_ui;
+    appearance::FormSetup m_setup;
+    CallGridModel m_calls;
+    RunInfoText m_runInfo;
+    core::FrameGate m_screen;
+    std::unique_ptr<TrayIcon> m_tray;
+    QLabel *lblSource;
+    QTimer Timer1;
+    QString m_shape; ///< "SMALL" or "FULL"
+    QSize m_fullSize;
+    QString m_lastCaller;
+    QHostAddress m_lastSender;
+    bool m_sourceChanged = false;
+    bool m_portUnavailable = false;
+    bool m_lastCallerChanged = false;
+    Qt::WindowStates LastState = Qt::WindowNoState; ///< the state to which the tray restores
+};
+
+} // namespace mainwindow

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QPlainTextEdit>
+
+namespace mainwindow {
+
+/// The yellow bar: the last caller large in its first line, the previous call in its second. Read-only; its text can
+/// be selected and copied.
+class LastCallerBox : public QPlainTextEdit
+{
+    Q_OBJECT
+
+public:
+    explicit LastCallerBox(QWidget *parent = nullptr);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    void changeEvent(QEvent *event) override;
+
+private:
+    void applyColors();
+    void fitHeight();
+
+    bool m_coloring = false;
+};
+
+} // namespace mainwindow

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "core/CallRecord.h"
+
+#include <QString>
+
+namespace reception {
+
+/// What a datagram may cause, and what is asked about a caller. The main program implements it; the dispatch
+/// itself knows no window, no socket and no database.
+class CallEffects
+{
+public:
+    virtual ~CallEffects() = default;
+
+    /// The popup filter: true when the number belongs to a customer whose pop-up flag is not "0".
+    virtual bool callerPopsUp(const QString &callerNumber) = 0;
+    /// The place of a number, empty when unknown.
+    virtual QString GetArea(const QString &callerNumber) = 0;
+
+    /// Sets the main window's state to normal; a hidden one stays hidden.
+    virtual void setMainWindowNormal() = 0;
+    /// Shows the main window in its normal state.
+    virtual void showMainWindow() = 0;
+    virtual void ShowCallerID_tarn(const core::CallRecord &record) = 0;
+    /// The new text of the last-caller box.
+    virtual void showLastCaller(const QString &text) = 0;
+    virtual void ShowPopup(const core::CallRecord &record) = 0;
+    /// `datagramText` is the whole datagram.
+    virtual void ShowSmallMessage(const QString &datagramText) = 0;
+    virtual bool byebye(const QString &prompt) = 0;
+};
+
+} // namespace reception

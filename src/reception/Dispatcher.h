@@ -1,0 +1,45 @@
+#pragma once
+
+#include "core/CodePage.h"
+#include "core/ProcessValues.h"
+#include "core/RunLog.h"
+#include "core/Settings.h"
+#include "reception/CallEffects.h"
+#include "reception/Datagram.h"
+#include "reception/Records.h"
+
+#include <QString>
+
+namespace reception {
+
+/// Turns each arriving datagram into action: remembers its sender, logs it, recognises its kind and causes
+/// what that kind is for.
+class Dispatcher
+{
+public:
+    /// Everything must outlive the dispatcher; `codePage` may be assigned anew when the language is known.
+    Dispatcher(core::Settings &settings, core::RunLog &log, core::ProcessValues &values,
+               const core::CodePage &codePage, CallEffects &effects);
+
+    void Winsock1_DataArrival(const Datagram &datagram);
+
+    /// The last datagram field by field (see describeDatagram); empty before the first.
+    QString describeLast() const;
+
+private:
+    void rememberSender(const Datagram &datagram);
+    void dispatch(const DatagramText &datagram);
+    void handleCall(const DatagramText &datagram);
+    bool popsUp(const DatagramText &datagram);
+    QString lastCallerText(const core::CallRecord &record);
+
+    core::Settings &m_settings;
+    core::RunLog &m_log;
+    core::ProcessValues &m_values;
+    const core::CodePage &m_codePage;
+    CallEffects &m_effects;
+    QHostAddress m_lastSender;
+    DatagramText m_last;
+};
+
+} // namespace reception

@@ -1,0 +1,193 @@
+#include "reception/Endpoint.h"
+
+#include "core/platform.h"
+
+#include <QElapsedTimer>
+#include <QNetworkInterface>
+#include <QScopedValueRollback>
+
+using namespace Qt::StringLiterals;
+
+namespace reception {
+
+namespace {
+
+constexpr int addressInUse = 10048;         // the number that the program's users know from their run logs
+constexpr int receiveBufferBytes = 4 << 20; // holds what arrives while a repaint keeps the thread
+constexpr qsizetype maxWaitingBytes = 64 << 20; // beyond it datagrams wait in the socket
+constexpr int maxReceivedAtOnce = 1024;         // a few milliseconds
+constexpr qint64 turnBudgetMs = 8;              // then the event loop gets its turn to paint
+
+qsizetype costOf(const Datagram &datagram)
+{
+    return datagram.bytes.size() + qsizetype(sizeof(Datagram));
+}
+
+QString localAddress()
+{
+    const QList<QHostAddress> addresses = QNetworkInterface::allAddresses();
+    for (const QHostAddress &address : addresses) {
+        if (address.protocol() == QAbstractSocket::IPv4Protocol && !address.isLoopback()) {
+            return address.toString();
+        }
+    }
+    return QHostAddress(QHostAddress::LocalHost).toString();
+}
+
+} // namespace
+
+Endpoint::Endpoint(const Context &context, quint16 port, Handler handler)
+    : m_context(context), m_port(port), m_handler(std::move(handler))
+{
+    Winsock1.setObjectName(u"Winsock1"_s);
+    connect(&Winsock1, &QUdpSocket::readyRead, this, &Endpoint::receive);
+    m_context.prompts.setClosedHandler([this] { handleLater(); });
+}
+
+Endpoint::~Endpoint()
+{
+    m_context.prompts.setClosedHandler({});
+}
+
+void Endpoint::iniUDP()
+{
+    m_context.log.trap("iniUDP"_L1, [&] {
+        Winsock1.close();
+        chooseRemote();
+        m_context.log.WriteRunLog(u"IP State "_s + QString::number(Winsock1.state()));
+        const int bufferBytes = bind();
+        m_context.log.WriteRunLog(u"remote port "_s + QString::number(m_remotePort));
+        m_context.log.WriteRunLog(u"RemoteIp "_s + m_remoteHost.toString());
+        m_context.log.WriteRunLog(u"local IP "_s + localAddress());
+        m_context.log.WriteRunLog(u"loca port "_s + QString::number(m_context.settings.record.LocalPort));
+        m_context.log.WriteRunLog(u"receive buffer "_s + QString::number(bufferBytes));
+    });
+}
+
+void Endpoint::chooseRemote()
+{
+    core::SettingsRecord &record = m_context.settings.record;
+    if (record.LocalPort == 0) {
+        record.LocalPort = standardPort;
+    }
+    if (!m_remoteHost.isNull()) {
+        return;
+    }
+    m_remoteHost = QHostAddress(record.LastSenderIp.text());
+    m_remotePort = quint16(record.LastSenderPort);
+    if (m_remoteHost.isNull()) {
+        m_remoteHost = QHostAddress::AnyIPv4;
+        m_remotePort = quint16(record.LocalPort - 1);
+    }
+}
+
+int Endpoint::bind()
+{
+    if (Winsock1.bind(QHostAddress::AnyIPv4, m_port, QAbstractSocket::DontShareAddress)) {
+        return core::platform::growReceiveBuffer(Winsock1.socketDescriptor(), receiveBufferBytes);
+    }
+    const bool inUse = Winsock1.error() == QAbstractSocket::AddressInUseError;
+    const core::Error error(inUse ? addressInUse : int(Winsock1.error()), Winsock1.errorString());
+    if (inUse) {
+        m_context.prompts.tell(m_context.texts.Lms(u"TheIpAddressInUse"_s));
+    }
+    throw error;
+}
+
+void Endpoint::SendServer(const QString &text)
+{
+    m_context.log.trap("SendServer"_L1, [&] {
+        const QString lastSender = m_context.settings.record.LastSenderIp.text();
+        if (!lastSender.isEmpty()) {
+            m_remoteHost = QHostAddress(lastSender);
+        }
+        const QByteArray bytes = m_context.codePage.encode(text);
+        if (Winsock1.writeDatagram(bytes, m_remoteHost, m_remotePort) != bytes.size()) {
+            throw core::Error(int(Winsock1.error()), Winsock1.errorString());
+        }
+    });
+}
+
+void Endpoint::close()
+{
+    Winsock1.close();
+    m_waiting.clear();
+    m_waitingBytes = 0;
+}
+
+// The socket's own buffer is small and the only place where a datagram can be lost, so it is emptied before
+// and after every single datagram that is handled. A flood must not keep the thread at it, however.
+void Endpoint::receiveAll()
+{
+    for (int received = 0; received < maxReceivedAtOnce && hasRoom() && Winsock1.hasPendingDatagrams();
+         ++received) {
+        if (!receiveOne()) {
+            break;
+        }
+    }
+}
+
+bool Endpoint::receiveOne()
+{
+    Datagram datagram;
+    const qint64 size =
+        Winsock1.readDatagram(m_buffer.data(), m_buffer.size(), &datagram.sender, &datagram.senderPort);
+    if (size < 0) {
+        return false;
+    }
+    datagram.bytes = m_buffer.first(size);
+    m_waitingBytes += costOf(datagram);
+    m_waiting.push_back(std::move(datagram));
+    return true;
+}
+
+bool Endpoint::hasRoom() const
+{
+    return isBound() && m_waitingBytes < maxWaitingBytes;
+}
+
+// Handling starts outside the socket's signal, or the socket would stay mute while a handler has a message
+// box open. The socket also stays mute until somebody reads from it, so one reading is tried even where a
+// handler has emptied it just before.
+void Endpoint::receive()
+{
+    if (hasRoom()) {
+        receiveOne();
+    }
+    receiveAll();
+    handleLater();
+}
+
+void Endpoint::handleWaiting()
+{
+    m_scheduled = false;
+    receiveAll();
+    if (m_handling) {
+        return;
+    }
+    const QScopedValueRollback handling(m_handling, true);
+    QElapsedTimer turn;
+    turn.start();
+    while (!m_waiting.empty() && !m_context.prompts.isOpen() && turn.elapsed() < turnBudgetMs) {
+        const Datagram datagram = std::move(m_waiting.front());
+        m_waiting.pop_front();
+        m_waitingBytes -= costOf(datagram);
+        m_remoteHost = datagram.sender;
+        m_remotePort = datagram.senderPort;
+        m_handler(datagram);
+        receiveAll();
+    }
+    if (!m_waiting.empty() && !m_context.prompts.isOpen()) {
+        handleLater();
+    }
+}
+
+void Endpoint::handleLater()
+{
+    if (std::exchange(m_scheduled, true)) {
+        return;
+    }
+    QMetaObject::invokeMethod(this, &Endpoint::handleWaiting, Qt::QueuedConnection);
+}
+
+} // namespace reception

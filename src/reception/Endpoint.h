@@ -1,0 +1,74 @@
+#pragma once
+
+#include "core/CodePage.h"
+#include "core/Prompts.h"
+#include "core/RunLog.h"
+#include "core/Settings.h"
+#include "core/TextLookup.h"
+#include "reception/Datagram.h"
+
+#include <QObject>
+#include <QString>
+#include <QUdpSocket>
+
+#include <deque>
+#include <functional>
+
+namespace reception {
+
+/// The UDP socket on which caller-ID units and servers speak to the program, and through which it answers the
+/// last of them. Hands datagrams on in arrival order, one at a time; while a message box is open they wait.
+class Endpoint : public QObject
+{
+public:
+    using Handler = std::function<void(const Datagram &)>;
+
+    static constexpr quint16 standardPort = 1972;
+    static constexpr qsizetype largestDatagram = 65507;
+
+    struct Context
+    {
+        core::Settings &settings;
+        core::RunLog &log;
+        core::Prompts &prompts;
+        const core::TextLookup &texts;
+        const core::CodePage &codePage;
+    };
+
+    /// `port` is bound whatever the settings say; everything in the context must outlive the endpoint.
+    Endpoint(const Context &context, quint16 port, Handler handler);
+    ~Endpoint() override;
+
+    /// Opens the socket, anew when it was open. A port in use is told to the operator.
+    void iniUDP();
+    /// Sends a command text to the last known sender.
+    void SendServer(const QString &text);
+    /// Closes for good; waiting datagrams are dropped.
+    void close();
+
+    bool isBound() const { return Winsock1.state() == QAbstractSocket::BoundState; }
+
+private:
+    void chooseRemote();
+    int bind(); // the receive buffer's bytes
+    void receive();
+    void receiveAll();
+    bool receiveOne();
+    bool hasRoom() const;
+    void handleWaiting();
+    void handleLater();
+
+    Context m_context;
+    quint16 m_port;
+    Handler m_handler;
+    QUdpSocket Winsock1;
+    QHostAddress m_remoteHost;
+    quint16 m_remotePort = 0;
+    QByteArray m_buffer = QByteArray(largestDatagram, Qt::Uninitialized);
+    std::deque<Datagram> m_waiting;
+    qsizetype m_waitingBytes = 0;
+    bool m_handling = false;
+    bool m_scheduled = false;
+};
+
+} // namespace reception

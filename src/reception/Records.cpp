@@ -1,0 +1,187 @@
+#include "reception/Records.h"
+
+#include "core/TextUtilities.h"
+#include "reception/Columns.h"
+
+#include <QList>
+
+using namespace Qt::StringLiterals;
+
+namespace reception {
+
+namespace {
+
+/// Reads fixed columns of one datagram.
+class Fields
+{
+public:
+    explicit Fields(const DatagramText &datagram) : m_text(datagram.text), m_rule(datagram.columns) {}
+
+    /// Characters, counted from 1; for columns where only single-byte characters stand.
+    QString characters(qsizetype first, qsizetype width) const
+    {
+        return m_text.mid(first - 1, width).toString();
+    }
+    QString trimmedCharacters(qsizetype first, qsizetype width) const
+    {
+        return m_text.mid(first - 1, width).trimmed().toString();
+    }
+    QString columns(qsizetype first, qsizetype width) const
+    {
+        return MidByCols(m_text, first, width, m_rule);
+    }
+    QString trimmedColumns(qsizetype first, qsizetype width) const { return columns(first, width).trimmed(); }
+    QString columnsFrom(qsizetype first) const { return columns(first, ByteColumns(m_text, m_rule) - first); }
+
+private:
+    QStringView m_text;
+    const core::ColumnRule &m_rule;
+};
+
+QString sourceOf(const QString &match)
+{
+    if (match.isEmpty()) {
+        return {};
+    }
+    return match.startsWith("SPB"_L1) ? u"PHONEBOOK"_s : u"CUSTOMER"_s;
+}
+
+QString described(const QList<std::pair<QLatin1StringView, QString>> &fields)
+{
+    QString lines;
+    for (const auto &[name, value] : fields) {
+        lines += name + u": "_s + core::shownText(value) + u'\n';
+    }
+    return lines.trimmed();
+}
+
+} // namespace
+
+DatagramKind kindOf(QStringView text)
+{
+    if (text.mid(1, 3) == "CID"_L1) {
+        return DatagramKind::ShortCid;
+    }
+    if (text.mid(1, 20).trimmed() == "DETAILDES"_L1) {
+        return DatagramKind::Detail;
+    }
+    const QStringView command = text.left(50).trimmed();
+    if (command == "SENDSMALLMESSAGE"_L1) {
+        return DatagramKind::SmallMessage;
+    }
+    if (command == "SHUTDOWNALL"_L1) {
+        return DatagramKind::ShutDown;
+    }
+    if (command == "CHANNELSTATUS"_L1) {
+        return DatagramKind::ChannelStatus;
+    }
+    return text.startsWith("<CRMV1"_L1) ? DatagramKind::CallerId : DatagramKind::Unknown;
+}
+
+core::CallRecord parseCallRecord(const DatagramText &datagram)
+{
+    const Fields fields(datagram);
+    const QString match = fields.trimmedColumns(144, 10);
+    core::CallRecord record;
+    record.CallerID = fields.trimmedColumns(78, 30);
+    record.IncomingTime = fields.characters(31, 19);
+    record.Channel = fields.trimmedCharacters(23, 8);
+    record.LineNo = fields.trimmedColumns(50, 28);
+    record.SimpleDes = fields.trimmedColumns(113, 30);
+    record.DetailDes = GetTcpCmdPara(datagram.text, "DETAILDES"_L1);
+    record.SnText = core::DigitsOnly(match);
+    record.Source = sourceOf(match);
+    record.SN = core::leadingNumber(record.SnText);
+    record.IfVIP = fields.trimmedColumns(194, 10);
+    record.IfInBlackList = fields.trimmedColumns(184, 10);
+    record.RawCid = GetTcpCmdPara(datagram.text, "RAWCID"_L1);
+    record.Tail = fields.columns(204, 39);
+    record.SenderIp = fields.trimmedColumns(154, 30);
+    return record;
+}
+
+ShortCidRecord parseShortCid(const DatagramText &datagram)
+{
+    const Fields fields(datagram);
+    return {fields.trimmedCharacters(12, 24), fields.characters(37, 30)};
+}
+
+DetailRecord parseDetail(const DatagramText &datagram)
+{
+    const Fields fields(datagram);
+    DetailRecord record;
+    record.Channel = fields.characters(23, 8);
+    record.IncomingTime = fields.characters(31, 19);
+    record.LineNo = fields.columns(50, 28);
+    record.CallerID = fields.characters(78, 30);
+    record.SimpleDes = fields.columns(113, 30);
+    record.DetailDes = QString(fields.columnsFrom(144) + u"\r\n"_s).trimmed();
+    return record;
+}
+
+QString callerNumberByCharacters(QStringView text)
+{
+    return text.mid(77, 30).trimmed().toString();
+}
+
+QString GetTcpCmdPara(QStringView text, QLatin1StringView key)
+{
+    const qsizetype found = text.indexOf(key);
+    if (found < 0) {
+        return {};
+    }
+    QString value;
+    bool inside = false;
+    for (const QChar character : text.sliced(found + key.size())) {
+        if (character == u']') {
+            break;
+        }
+        if (inside) {
+            value += character;
+        }
+        inside = inside || character == u'[';
+    }
+    return value;
+}
+
+QString describeDatagram(const DatagramText &datagram)
+{
+    switch (kindOf(datagram.text)) {
+    case DatagramKind::ShortCid: {
+        const ShortCidRecord record = parseShortCid(datagram);
+        return described({{"CallerID"_L1, record.number}, {"SimpleDes"_L1, record.name}});
+    }
+    case DatagramKind::Detail: {
+        const DetailRecord record = parseDetail(datagram);
+        return described({{"Channel"_L1, record.Channel},
+                          {"IncomingTime"_L1, record.IncomingTime},
+                          {"LineNo"_L1, record.LineNo},
+                          {"CallerID"_L1, record.CallerID},
+                          {"SimpleDes"_L1, record.SimpleDes},
+                          {"DetailDes"_L1, record.DetailDes}});
+    }
+    case DatagramKind::CallerId: {
+        const core::CallRecord record = parseCallRecord(datagram);
+        return described({{"CallerID"_L1, record.CallerID},
+                          {"IncomingTime"_L1, record.IncomingTime},
+                          {"Channel"_L1, record.Channel},
+                          {"LineNo"_L1, record.LineNo},
+                          {"SimpleDes"_L1, record.SimpleDes},
+                          {"DetailDes"_L1, record.DetailDes},
+                          {"ID"_L1, QString(record.Source + record.SnText)},
+                          {"IfVIP"_L1, record.IfVIP},
+                          {"IfInBlackList"_L1, record.IfInBlackList},
+                          {"RawCid"_L1, record.RawCid},
+                          {"Tail"_L1, record.Tail},
+                          {"SenderIp"_L1, record.SenderIp}});
+    }
+    case DatagramKind::SmallMessage:
+    case DatagramKind::ShutDown:
+    case DatagramKind::ChannelStatus:
+    case DatagramKind::Unknown:
+        break;
+    }
+    return core::shownText(datagram.text);
+}
+
+} // namespace reception

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "core/CallRecord.h"
+#include "core/CodePage.h"
+
+#include <QString>
+
+namespace reception {
+
+enum class DatagramKind { ShortCid, Detail, SmallMessage, ShutDown, ChannelStatus, CallerId, Unknown };
+
+/// The text of one datagram and the rule by which its columns are counted (docs/formats.md).
+struct DatagramText
+{
+    QString text;
+    core::ColumnRule columns;
+};
+
+/// A "CID" record: the number and the name only.
+struct ShortCidRecord
+{
+    QString number;
+    QString name;
+};
+
+/// A "DETAILDES" record: the detailed description of a caller.
+struct DetailRecord
+{
+    QString Channel;
+    QString IncomingTime;
+    QString LineNo;
+    QString CallerID;
+    QString SimpleDes;
+    QString DetailDes;
+};
+
+/// The parsers never fail: whatever a datagram lacks reads as empty text.
+DatagramKind kindOf(QStringView text);
+core::CallRecord parseCallRecord(const DatagramText &datagram);
+ShortCidRecord parseShortCid(const DatagramText &datagram);
+DetailRecord parseDetail(const DatagramText &datagram);
+
+/// The caller number by which the popup filter looks a call up: characters 78 to 107, trimmed.
+QString callerNumberByCharacters(QStringView text);
+
+/// The value of a parameter block such as {RAWCID:[123]}; empty for an absent key. The first "]" behind the
+/// key ends the value.
+QString GetTcpCmdPara(QStringView text, QLatin1StringView key);
+
+/// How the program understood a datagram, field by field, one line each; for whoever connects a new unit.
+QString describeDatagram(const DatagramText &datagram);
+
+} // namespace reception

@@ -1,0 +1,89 @@
+#include "DeskSources.h"
+
+#include "core/Error.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+namespace mkdesk {
+
+namespace {
+
+/// The languages that come as a file of their own beside "Lang.mdb".
+QStringList ownFileCodes()
+{
+    return {u"SPN"_s, u"ARA"_s, u"FRN"_s, u"HBR"_s, u"TUK"_s, u"KOR"_s, u"POL"_s, u"PTG"_s, u"VN"_s};
+}
+
+} // namespace
+
+DeskSources::DeskSources(const QString &folder) : m_folder(folder)
+{
+    if (!m_folder.exists(u"schema/Customer.sql"_s)) {
+        throw core::Error(0, folder + u" does not hold the sources of a desk"_s);
+    }
+}
+
+QString DeskSources::embedded()
+{
+    return u":/data"_s;
+}
+
+QString DeskSources::text(const QString &path) const
+{
+    QFile file(m_folder.filePath(path));
+    if (!file.open(QIODevice::ReadOnly)) {
+        throw core::Error(file.error(), file.fileName() + u": "_s + file.errorString());
+    }
+    return QString::fromUtf8(file.readAll());
+}
+
+TsvTable DeskSources::table(const QString &path) const
+{
+    return parseTsv(text(path), path);
+}
+
+TsvTable DeskSources::languageTexts() const
+{
+    TsvTable all;
+    all.columns = QStringList{u"id"_s, u"ENG"_s, u"CHS"_s, u"CHT"_s};
+    const QStringList files =
+        QDir(m_folder.filePath(u"lang"_s)).entryList({u"*.tsv"_s}, QDir::Files, QDir::Name);
+    for (const QString &file : files) {
+        if (ownFileCodes().contains(QFileInfo(file).completeBaseName())) {
+            continue;
+        }
+        const TsvTable part = table(u"lang/"_s + file);
+        if (part.columns != all.columns) {
+            throw core::Error(0, u"lang/"_s + file + u": the columns must be id, ENG, CHS and CHT"_s);
+        }
+        all.rows += part.rows;
+    }
+    return all;
+}
+
+QStringList DeskSources::languageCodes() const
+{
+    QStringList codes = ownFileCodes();
+    codes.removeIf([this](const QString &code) { return !m_folder.exists(u"lang/%1.tsv"_s.arg(code)); });
+    return codes;
+}
+
+QStringList DeskSources::helpLanguages() const
+{
+    return QDir(m_folder.filePath(u"help"_s)).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
+}
+
+QStringList DeskSources::helpIds(const QString &code) const
+{
+    QStringList ids;
+    const QDir folder(m_folder.filePath(u"help/"_s + code));
+    for (const QString &file : folder.entryList({u"*.txt"_s}, QDir::Files, QDir::Name)) {
+        ids.append(QFileInfo(file).completeBaseName());
+    }
+    return ids;
+}
+
+} // namespace mkdesk

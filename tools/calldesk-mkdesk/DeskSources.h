@@ -1,0 +1,35 @@
+#pragma once
+
+#include "TsvTable.h"
+
+#include <QDir>
+
+namespace mkdesk {
+
+/// The text sources of the delivered files: the folder data/ of the source tree, or the copy of it in the
+/// program.
+class DeskSources
+{
+public:
+    /// Throws core::Error when `folder` does not hold them.
+    explicit DeskSources(const QString &folder = embedded());
+    static QString embedded();
+
+    /// A file's text, by its path below the folder. Throws core::Error.
+    QString text(const QString &path) const;
+    TsvTable table(const QString &path) const;
+
+    /// The texts of all windows in one table with the columns `id`, `ENG`, `CHS` and `CHT`.
+    TsvTable languageTexts() const;
+    /// The codes of the languages that have a file of their own.
+    QStringList languageCodes() const;
+    /// The codes of the languages that have help pages.
+    QStringList helpLanguages() const;
+    /// The IDs of a language's help pages; each is the file help/<code>/<id>.txt.
+    QStringList helpIds(const QString &code) const;
+
+private:
+    QDir m_folder;
+};
+
+} // namespace mkdesk

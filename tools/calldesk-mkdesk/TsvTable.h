@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QList>
+#include <QStringList>
+
+namespace mkdesk {
+
+/// Tab-separated text whose first line names the columns. In a field "\n" stands for a line break and "\\"
+/// for one backslash.
+struct TsvTable
+{
+    QStringList columns;
+    QList<QStringList> rows; ///< each as long as `columns`
+
+    /// The field of a row by its column's name. Throws core::Error when there is no such column.
+    QString field(const QStringList &row, const QString &column) const;
+};
+
+/// `name` stands in the message of the core::Error that is thrown for a line with too few or too many fields.
+TsvTable parseTsv(const QString &text, const QString &name);
+
+} // namespace mkdesk

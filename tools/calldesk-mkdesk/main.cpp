@@ -1,0 +1,96 @@
+#include "DeskFiles.h"
+
+#include "core/Error.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+enum ExitStatus { Done = 0, Failed = 1, WrongUse = 2 };
+
+constexpr QLatin1StringView notes = R"(
+Customer.ccsm, SimplePhoneBook.cpbk, Lang.mdb, UserLang.lan, the language files and the help files are made in
+FOLDER, which is made too when it is missing. A file that exists is kept as it is. Standard output names the files
+that were made, one a line.
+
+Example:
+    calldesk-mkdesk MyDesk --sample
+
+Exit status: 0 done, 1 a file could not be made, 2 wrong use.
+)"_L1;
+
+void write(std::FILE *stream, const QString &text)
+{
+    std::fputs((text + u'\n').toUtf8().constData(), stream);
+}
+
+void complain(const QString &text)
+{
+    write(stderr, u"calldesk-mkdesk: "_s + text);
+}
+
+void describeOptions(QCommandLineParser &parser)
+{
+    parser.setApplicationDescription(u"Makes the database files that CallDesk is delivered with."_s);
+    parser.addPositionalArgument(u"FOLDER"_s, u"Where the files are made: the program's start folder."_s);
+    parser.addOption({u"sample"_s, u"With invented customers and phone book entries, to try the program."_s});
+    parser.addOption(
+        {u"data"_s, u"Take the text sources from this folder, not from the program."_s, u"folder"_s});
+    parser.addOption({{u"h"_s, u"help"_s}, u"This text."_s});
+    parser.addOption({{u"v"_s, u"version"_s}, u"The version."_s});
+}
+
+ExitStatus makeDesk(const QCommandLineParser &parser)
+{
+    const QString folder = parser.positionalArguments().constFirst();
+    const mkdesk::DeskSources sources(parser.isSet(u"data"_s) ? parser.value(u"data"_s)
+                                                              : mkdesk::DeskSources::embedded());
+    for (const mkdesk::DeskFile &file : mkdesk::deskFiles(sources, parser.isSet(u"sample"_s))) {
+        if (mkdesk::makeDeskFile(file, folder) == mkdesk::Made::New) {
+            write(stdout, file.path);
+        } else {
+            write(stderr, u"kept "_s + file.path + u": it exists"_s);
+        }
+    }
+    return Done;
+}
+
+ExitStatus run(QCommandLineParser &parser, const QStringList &arguments)
+{
+    describeOptions(parser);
+    const bool understood = parser.parse(arguments);
+    if (understood && parser.isSet(u"help"_s)) {
+        write(stdout, parser.helpText() + notes);
+        return Done;
+    }
+    if (understood && parser.isSet(u"version"_s)) {
+        write(stdout, u"calldesk-mkdesk "_s + QCoreApplication::applicationVersion());
+        return Done;
+    }
+    if (!understood || parser.positionalArguments().size() != 1) {
+        complain((understood ? u"one folder is wanted"_s : parser.errorText()) +
+                 u"\nTry calldesk-mkdesk --help"_s);
+        return WrongUse;
+    }
+    return makeDesk(parser);
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const QCoreApplication app(argc, argv);
+    QCoreApplication::setApplicationVersion(QStringLiteral(CALLDESK_VERSION));
+    QCommandLineParser parser;
+    try {
+        return run(parser, QCoreApplication::arguments());
+    } catch (const core::Error &error) {
+        complain(error.description());
+        return Failed;
+    }
+}
