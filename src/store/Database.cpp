@@ -14,20 +14,25 @@ using namespace Qt::StringLiterals;
 
 namespace store {
 
-QString Row::text(int column) const
+QByteArrayView Row::bytes(int column) const
 {
     const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(m_statement, column));
-    return QString::fromUtf8(text, sqlite3_column_bytes(m_statement, column));
+    return text != nullptr ? QByteArrayView(text, sqlite3_column_bytes(m_statement, column))
+                           : QByteArrayView("");
+}
+
+QString Row::text(int column) const
+{
+    return QString::fromUtf8(bytes(column));
 }
 
 void Row::appendTo(QString &text, int column) const
 {
-    const auto *bytes = reinterpret_cast<const char *>(sqlite3_column_text(m_statement, column));
-    const qsizetype count = sqlite3_column_bytes(m_statement, column);
+    const QByteArrayView utf8 = bytes(column);
     const qsizetype start = text.size();
-    text.resize(start + count); // no character takes more units here than bytes there
+    text.resize(start + utf8.size()); // no character takes more units here than bytes there
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    const QChar *end = decoder.appendToBuffer(text.data() + start, QByteArrayView(bytes, count));
+    const QChar *end = decoder.appendToBuffer(text.data() + start, utf8);
     text.truncate(end - text.constData());
 }
 

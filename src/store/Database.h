@@ -4,6 +4,7 @@
 #include "store/Recordset.h"
 #include "store/Wildcards.h"
 
+#include <QByteArrayView>
 #include <QString>
 #include <QStringList>
 #include <QVariantList>
@@ -25,6 +26,8 @@ public:
     QString text(int column) const;
     /// Adds the column's text to `text`, without the detour of a text of its own.
     void appendTo(QString &text, int column) const;
+    /// The text as the engine holds it, in UTF-8.
+    QByteArrayView bytes(int column) const;
     qint32 integer(int column) const;
     bool isNull(int column) const;
 
