@@ -11,14 +11,17 @@ void CustomerPopUpTable::append(qint32 sn, const QString &t3)
 
 qint32 CustomerPopUpTable::numberOf(const QString &t3)
 {
+    if (m_lastNumber < m_texts.size() && m_texts.at(m_lastNumber) == t3) {
+        return m_lastNumber; // as most rows say the same, most need no look-up
+    }
     const auto known = m_numberOf.constFind(t3);
     if (known != m_numberOf.cend()) {
-        return *known;
+        return m_lastNumber = *known;
     }
-    const auto number = static_cast<qint32>(m_texts.size());
+    m_lastNumber = static_cast<qint32>(m_texts.size());
     m_texts.append(t3);
-    m_numberOf.insert(t3, number);
-    return number;
+    m_numberOf.insert(t3, m_lastNumber);
+    return m_lastNumber;
 }
 
 std::optional<QString> CustomerPopUpTable::T3(qint32 sn) const

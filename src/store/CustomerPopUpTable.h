@@ -27,6 +27,7 @@ private:
     QHash<qint32, qint32> m_textOf; ///< SN -> place in m_texts
     QStringList m_texts;            ///< the different flag texts, usually "0" and "1"
     QHash<QString, qint32> m_numberOf;
+    qint32 m_lastNumber = 0;
 };
 
 } // namespace store

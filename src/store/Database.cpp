@@ -4,6 +4,8 @@
 #include "store/RecordsetSource.h"
 #include "store/SqlDialect.h"
 
+#include <QStringDecoder>
+
 #include <sqlite3.h>
 
 #include <limits>
@@ -16,6 +18,17 @@ QString Row::text(int column) const
 {
     const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(m_statement, column));
     return QString::fromUtf8(text, sqlite3_column_bytes(m_statement, column));
+}
+
+void Row::appendTo(QString &text, int column) const
+{
+    const auto *bytes = reinterpret_cast<const char *>(sqlite3_column_text(m_statement, column));
+    const qsizetype count = sqlite3_column_bytes(m_statement, column);
+    const qsizetype start = text.size();
+    text.resize(start + count); // no character takes more units here than bytes there
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    const QChar *end = decoder.appendToBuffer(text.data() + start, QByteArrayView(bytes, count));
+    text.truncate(end - text.constData());
 }
 
 qint32 Row::integer(int column) const
@@ -60,6 +73,12 @@ void Database::forEachRow(const QString &select, const std::function<void(const 
     while (statement.step()) {
         visit(row);
     }
+}
+
+void Database::forEachRow(const QString &table, const QStringList &columns,
+                          const std::function<void(const Row &)> &visit)
+{
+    forEachRow(u"select "_s + columns.join(u',') + u" from "_s + table, visit);
 }
 
 QStringList Database::tableNames() const

@@ -23,6 +23,8 @@ class Row
 public:
     explicit Row(sqlite3_stmt *statement) : m_statement(statement) {}
     QString text(int column) const;
+    /// Adds the column's text to `text`, without the detour of a text of its own.
+    void appendTo(QString &text, int column) const;
     qint32 integer(int column) const;
     bool isNull(int column) const;
 
@@ -61,6 +63,9 @@ public:
     /// Calls `visit` for each row of a select, in order, without keeping any. The fastest way to read a whole
     /// table. Throws core::Error also when the reading breaks off at a damaged page.
     void forEachRow(const QString &select, const std::function<void(const Row &)> &visit);
+    /// The same for the named columns of a whole table.
+    void forEachRow(const QString &table, const QStringList &columns,
+                    const std::function<void(const Row &)> &visit);
 
     /// The names of the tables as they were created.
     QStringList tableNames() const;
