@@ -1,6 +1,11 @@
 Create Table customer (
     SN counter,
     CustomerName text(255),
+    WorkPhones text(255),
+    ContactPersonMobile text(255),
+    Fax text(255),
+    ContactPersonHomePhones text(255),
+    T3 text(255),
     CustomerID text(255),
     IfVIP text(1),
     broker text(255),
@@ -8,11 +13,8 @@ Create Table customer (
     customertype text(255),
     Address text(255),
     ContactPersonName text(255),
-    WorkPhones text(255),
-    Fax text(255),
     ContactPersonEmail text(255),
     PostalCode text(255),
-    ContactPersonMobile text(255),
     WebPage text(255),
     mainoperation text(255),
     payway text(255),
@@ -30,7 +32,6 @@ Create Table customer (
     BlackListReason text(255),
     ContactPersonSex text(255),
     ContactPersonDepartment text(255),
-    ContactPersonHomePhones text(255),
     contactpersonadditionalemail text(255),
     ContactPersonMessenger text(255),
     ContactPersonPager text(255),
@@ -46,8 +47,9 @@ Create Table customer (
     custom14 text(255),
     custom15 text(255),
     T1 text(255),
-    T2 text(255),
-    T3 text(255)
+    T2 text(255)
 );
 create unique index SN on customer (SN);
 create index CustomerName on customer (CustomerName);
+create index T3 on customer (T3);
+create index CustomerID on customer (CustomerID);

@@ -4,6 +4,7 @@
 #include "core/platform.h"
 #include "reception/SampleRecord.h"
 
+#include <QApplication>
 #include <QFileInfo>
 
 using namespace Qt::StringLiterals;
@@ -40,6 +41,7 @@ bool Program::subMain()
         m_settings.Get_misc();
         m_windowMemory.load();
         m_language.iniLanguage();
+        QApplication::setLayoutDirection(language::layoutDirection(m_language.state().code));
         m_codePage = core::CodePage(core::platform::ansiCodePage(m_language.state().code));
         nameProduct();
         m_autoHide.clear();
@@ -138,7 +140,7 @@ void Program::receive(const reception::Datagram &datagram)
     if (m_ended) {
         return;
     }
-    m_mainWindow->showSource(datagram.sender.toString());
+    m_mainWindow->showSource(datagram.sender);
     m_dispatcher.Winsock1_DataArrival(datagram);
 }
 

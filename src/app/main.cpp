@@ -14,7 +14,6 @@ int main(int argc, char *argv[])
 {
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"calldesk"_s);
-    QApplication::setApplicationDisplayName(u"CallDesk"_s);
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setWindowIcon(appearance::programIcon());
     appearance::applyTheme(application, core::platform::prefersDark());

@@ -18,6 +18,11 @@ bool isHigh(char byte)
 constexpr int firstHigh = 0x80;
 constexpr QChar none(0xFFFF);
 
+bool isUtf8(QByteArrayView bytes)
+{
+    return QUtf8StringView(bytes.data(), bytes.size()).isValidUtf8();
+}
+
 /// The characters of the bytes 0x80 to 0xFF, `none` for half a character or an unassigned byte.
 QString highBytes(const platform::AnsiDecoder &decoder)
 {
@@ -49,13 +54,12 @@ ColumnRule ColumnRule::singleByte()
 
 int ColumnRule::columnsBeyondAscii(char32_t code) const
 {
-    constexpr char32_t firstOther = 255;
-    constexpr char32_t firstFarEastern = 0x2E80;
+    constexpr char32_t firstOfTwo = 255;
     switch (m_kind) {
     case Kind::ByCode:
-        return code < firstOther ? 1 : 2;
+        return code < firstOfTwo ? 1 : 2;
     case Kind::SingleByte:
-        return code < firstFarEastern ? 1 : 2;
+        return 1;
     case Kind::DoubleByte:
         break;
     }
@@ -79,11 +83,16 @@ QString CodePage::decode(QByteArrayView bytes) const
     if (std::none_of(bytes.begin(), bytes.end(), isHigh)) {
         return QString::fromLatin1(bytes);
     }
-    if (QUtf8StringView(bytes.data(), bytes.size()).isValidUtf8()) {
+    if (isUtf8(bytes)) {
         return QString::fromUtf8(bytes);
     }
     const QString text = m_decoder(bytes);
     return text.isNull() ? decodePieceByPiece(bytes) : text;
+}
+
+ColumnRule CodePage::columnRule(QByteArrayView bytes) const
+{
+    return isUtf8(bytes) ? ColumnRule() : m_columnRule;
 }
 
 // An undecodable pair of high bytes is an unassigned character; a high byte before an ASCII one is half a

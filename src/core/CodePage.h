@@ -11,12 +11,12 @@ namespace core {
 class ColumnRule
 {
 public:
-    /// Where no code page is at hand: one below code 255, two for any other.
+    /// By the character's own code, for text from no code page: one below 255, two for any other.
     ColumnRule() = default;
 
     /// A Far Eastern code page: two, but for ASCII and the given characters, which are single bytes too.
     static ColumnRule doubleByte(const QString &singleByteCharacters);
-    /// Any other code page: one. Far Eastern characters, which only UTF-8 brings here, take two.
+    /// Any other code page: always one.
     static ColumnRule singleByte();
 
     int columnsOf(char32_t code) const { return code < 0x80 ? 1 : columnsBeyondAscii(code); }
@@ -37,11 +37,12 @@ public:
     explicit CodePage(int number);
 
     int number() const { return m_number; }
-    const ColumnRule &columnRule() const { return m_columnRule; }
 
     /// Valid UTF-8 with a character beyond ASCII is taken as UTF-8, all else as this code page. An
     /// undecodable byte becomes "?", so that every later byte keeps its column.
     QString decode(QByteArrayView bytes) const;
+    /// How the columns of these bytes are counted once they are decoded.
+    ColumnRule columnRule(QByteArrayView bytes) const;
 
     /// Characters that the code page lacks become "?".
     QByteArray encode(QStringView text) const;

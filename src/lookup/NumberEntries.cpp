@@ -56,7 +56,7 @@ void NumberEntries::finish()
         const QLatin1StringView number = view(m_entries[i]).PhoneNumber;
         const quint64 hash = hashOf(number);
         Slot &slot = m_slots[slotOf(number, hash)];
-        if (slot.entry == free) {
+        if (slot.entry == noEntry) {
             slot = {tagOf(hash), static_cast<quint32>(i)};
         }
     }
@@ -68,7 +68,7 @@ qint32 NumberEntries::find(QStringView number) const
         return -1;
     }
     const Slot &slot = m_slots[slotOf(number, hashOf(number))];
-    return slot.entry == free ? -1 : m_entries[slot.entry].sn;
+    return slot.entry == noEntry ? -1 : view(m_entries[slot.entry]).SN;
 }
 
 PhoneNumberSN NumberEntries::view(const Entry &entry) const
@@ -85,7 +85,7 @@ size_t NumberEntries::slotOf(View number, quint64 hash) const
     const quint32 tag = tagOf(hash);
     for (;;) {
         const Slot &slot = m_slots[position];
-        if (slot.entry == free || (slot.tag == tag && view(m_entries[slot.entry]).PhoneNumber == number)) {
+        if (slot.entry == noEntry || (slot.tag == tag && view(m_entries[slot.entry]).PhoneNumber == number)) {
             return position;
         }
         position = position + 1 == m_slots.size() ? 0 : position + 1;

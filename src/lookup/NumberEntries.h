@@ -27,8 +27,6 @@ public:
     void finish();
 
     bool isEmpty() const { return m_entries.empty(); }
-    qsizetype size() const { return static_cast<qsizetype>(m_entries.size()); }
-    PhoneNumberSN at(qsizetype position) const { return view(m_entries.at(static_cast<size_t>(position))); }
 
     /// The SN of the first entry whose number equals `number` in every character, -1 when none does.
     qint32 find(QStringView number) const;
@@ -43,9 +41,9 @@ private:
     struct Slot
     {
         quint32 tag = 0; ///< the part of the hash that did not choose the slot: most misses end here
-        quint32 entry = free;
+        quint32 entry = noEntry;
     };
-    static constexpr quint32 free = 0xFFFFFFFF;
+    static constexpr quint32 noEntry = 0xFFFFFFFF;
 
     PhoneNumberSN view(const Entry &entry) const;
     /// The slot that holds the number's first entry, or the free one where it would stand.

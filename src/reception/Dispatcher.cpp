@@ -14,7 +14,7 @@ Dispatcher::Dispatcher(core::Settings &settings, core::RunLog &log, core::Proces
 void Dispatcher::Winsock1_DataArrival(const Datagram &datagram)
 {
     m_log.trapAs("winsock1 DataArrival "_L1, [&] {
-        m_last = {m_codePage.decode(datagram.bytes), m_codePage.columnRule()};
+        m_last = {m_codePage.decode(datagram.bytes), m_codePage.columnRule(datagram.bytes)};
         rememberSender(datagram);
         m_log.WriteRunLog(m_last.text);
         dispatch(m_last);

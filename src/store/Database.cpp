@@ -4,6 +4,8 @@
 #include "store/RecordsetSource.h"
 #include "store/SqlDialect.h"
 
+#include <QStringDecoder>
+
 #include <sqlite3.h>
 
 #include <limits>
@@ -12,10 +14,26 @@ using namespace Qt::StringLiterals;
 
 namespace store {
 
-QString Row::text(int column) const
+QByteArrayView Row::bytes(int column) const
 {
     const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(m_statement, column));
-    return QString::fromUtf8(text, sqlite3_column_bytes(m_statement, column));
+    return text != nullptr ? QByteArrayView(text, sqlite3_column_bytes(m_statement, column))
+                           : QByteArrayView("");
+}
+
+QString Row::text(int column) const
+{
+    return QString::fromUtf8(bytes(column));
+}
+
+void Row::appendTo(QString &text, int column) const
+{
+    const QByteArrayView utf8 = bytes(column);
+    const qsizetype start = text.size();
+    text.resize(start + utf8.size()); // no character takes more units here than bytes there
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    const QChar *end = decoder.appendToBuffer(text.data() + start, utf8);
+    text.truncate(end - text.constData());
 }
 
 qint32 Row::integer(int column) const
@@ -60,6 +78,12 @@ void Database::forEachRow(const QString &select, const std::function<void(const 
     while (statement.step()) {
         visit(row);
     }
+}
+
+void Database::forEachRow(const QString &table, const QStringList &columns,
+                          const std::function<void(const Row &)> &visit)
+{
+    forEachRow(u"select "_s + columns.join(u',') + u" from "_s + table, visit);
 }
 
 QStringList Database::tableNames() const

@@ -4,6 +4,7 @@
 #include "store/Recordset.h"
 #include "store/Wildcards.h"
 
+#include <QByteArrayView>
 #include <QString>
 #include <QStringList>
 #include <QVariantList>
@@ -23,6 +24,10 @@ class Row
 public:
     explicit Row(sqlite3_stmt *statement) : m_statement(statement) {}
     QString text(int column) const;
+    /// Adds the column's text to `text`, without the detour of a text of its own.
+    void appendTo(QString &text, int column) const;
+    /// The text as the engine holds it, in UTF-8.
+    QByteArrayView bytes(int column) const;
     qint32 integer(int column) const;
     bool isNull(int column) const;
 
@@ -61,6 +66,9 @@ public:
     /// Calls `visit` for each row of a select, in order, without keeping any. The fastest way to read a whole
     /// table. Throws core::Error also when the reading breaks off at a damaged page.
     void forEachRow(const QString &select, const std::function<void(const Row &)> &visit);
+    /// The same for the named columns of a whole table.
+    void forEachRow(const QString &table, const QStringList &columns,
+                    const std::function<void(const Row &)> &visit);
 
     /// The names of the tables as they were created.
     QStringList tableNames() const;

@@ -20,11 +20,6 @@ QByteArrayView textOf(sqlite3_value *value)
     return text != nullptr ? QByteArrayView(text, sqlite3_value_bytes(value)) : QByteArrayView("");
 }
 
-void isNull(sqlite3_context *context, int, sqlite3_value **arguments)
-{
-    sqlite3_result_int(context, sqlite3_value_type(arguments[0]) == SQLITE_NULL ? 1 : 0);
-}
-
 /// `text like pattern` and `text glob pattern`; the engine passes the pattern first, and keeps the matcher
 /// made from it for the whole statement.
 template <Wildcards wildcards>
@@ -58,11 +53,10 @@ int jetOrder(void *, int leftSize, const void *left, int rightSize, const void *
 
 using Function = void (*)(sqlite3_context *, int, sqlite3_value **);
 
-void add(sqlite3 *engine, const char *name, int arguments, Function function)
+void add(sqlite3 *engine, const char *name, Function function)
 {
     constexpr int flags = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS;
-    if (sqlite3_create_function(engine, name, arguments, flags, nullptr, function, nullptr, nullptr) !=
-        SQLITE_OK) {
+    if (sqlite3_create_function(engine, name, 2, flags, nullptr, function, nullptr, nullptr) != SQLITE_OK) {
         throwEngineError(engine);
     }
 }
@@ -71,9 +65,8 @@ void add(sqlite3 *engine, const char *name, int arguments, Function function)
 
 void registerFunctions(sqlite3 *engine)
 {
-    add(engine, "isnull", 1, isNull);
-    add(engine, "glob", 2, isLike<Wildcards::Asterisk>);
-    add(engine, "like", 2, isLike<Wildcards::Percent>);
+    add(engine, "glob", isLike<Wildcards::Asterisk>);
+    add(engine, "like", isLike<Wildcards::Percent>);
     if (sqlite3_create_collation(engine, "JET", SQLITE_UTF8, nullptr, jetOrder) != SQLITE_OK) {
         throwEngineError(engine);
     }

@@ -78,6 +78,7 @@ private:
     void dropSemicolon();
     void emitUpTo(size_t end);
     void emitToken(const SqlToken &token);
+    void closeNullTest(const SqlToken &token);
     void emitCreateTable();
     void emitColumn(size_t end);
     void emitCreateIndex(size_t nameAt);
@@ -87,6 +88,8 @@ private:
     std::vector<SqlToken> m_tokens;
     Wildcards m_wildcards;
     size_t m_next = 0;
+    int m_depth = 0;              ///< of the open brackets
+    std::vector<int> m_nullTests; ///< the depths of the open "isnull("
     QString m_sql;
 };
 
@@ -124,11 +127,22 @@ void SqliteEmitter::emitToken(const SqlToken &token)
     if (token.is("like"_L1)) {
         append(m_wildcards == Wildcards::Asterisk ? u"GLOB" : u"LIKE", true);
     } else if (token.is("isnull"_L1) && symbolAt(m_next + 1, u'(')) {
-        append(u"[isnull]", token.blankBefore); // bare, the engine takes the word for its own operator
+        m_nullTests.push_back(m_depth); // "isnull(x)" becomes "((x) is null)", which an index can answer
+        append(u"(", token.blankBefore);
     } else if (token.kind == SqlToken::Kind::Text && token.text.front() == u'"') {
         append(singleQuoted(token.text), token.blankBefore);
     } else {
         append(token.text, token.blankBefore);
+        m_depth += isSymbol(token, u'(') ? 1 : isSymbol(token, u')') ? -1 : 0;
+        closeNullTest(token);
+    }
+}
+
+void SqliteEmitter::closeNullTest(const SqlToken &token)
+{
+    if (isSymbol(token, u')') && !m_nullTests.empty() && m_nullTests.back() == m_depth) {
+        append(u"is null)", true);
+        m_nullTests.pop_back();
     }
 }
 

@@ -12,39 +12,21 @@ class tst_NumberEntries : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void entriesKeepTheirOrderAndOnlyTheDigits();
     void aNumberIsFoundOnlyWhole_data();
     void aNumberIsFoundOnlyWhole();
     void theFirstOfEqualNumbersIsFound();
 };
 
-void tst_NumberEntries::entriesKeepTheirOrderAndOnlyTheDigits()
-{
-    lookup::NumberEntries entries;
-    entries.append(u"0533-1234567", 40000);
-    entries.append(u"reception", 2);
-    entries.append(u"（010）7", 1);
-    entries.finish();
-    QCOMPARE(entries.size(), 3);
-    QCOMPARE(entries.at(0).PhoneNumber, "05331234567"_L1);
-    QCOMPARE(entries.at(0).SN, 40000);
-    QCOMPARE(entries.at(1).PhoneNumber, ""_L1);
-    QCOMPARE(entries.at(2).PhoneNumber, "0107"_L1);
-    QCOMPARE(entries.find(u""), 2);
-}
-
 void tst_NumberEntries::aNumberIsFoundOnlyWhole_data()
 {
     QTest::addColumn<QString>("number");
     QTest::addColumn<int>("sn");
-    QTest::newRow("whole") << u"05331234567"_s << 7;
+    QTest::newRow("whole") << u"05331234567"_s << 40000;
     QTest::newRow("long") << u"1"_s.repeated(40) << 8;
     QTest::newRow("without the area code") << u"1234567"_s << -1;
     QTest::newRow("leading zero more") << u"005331234567"_s << -1;
-    QTest::newRow("one digit less") << u"0533123456"_s << -1;
     QTest::newRow("hyphen") << u"0533-1234567"_s << -1;
     QTest::newRow("blank") << u"05331234567 "_s << -1;
-    QTest::newRow("wide digit") << u"0533123456７"_s << -1;
     QTest::newRow("low byte of a digit") << u"0533123456\u0137"_s << -1;
     QTest::newRow("long, one more") << u"1"_s.repeated(41) << -1;
     QTest::newRow("empty") << u""_s << -1;
@@ -54,7 +36,7 @@ void tst_NumberEntries::aNumberIsFoundOnlyWhole()
 {
     QFETCH(const QString, number);
     lookup::NumberEntries entries;
-    entries.append(u"05331234567", 7);
+    entries.append(u"（0533）1234-567", 40000);
     entries.append(QString(u"1"_s.repeated(40)), 8);
     entries.finish();
     QTEST(entries.find(number), "sn");
@@ -67,10 +49,10 @@ void tst_NumberEntries::theFirstOfEqualNumbersIsFound()
     lookup::NumberEntries entries;
     std::map<QString, qint32> first;
     for (qint32 sn = 1; sn <= 20000; ++sn) {
-        const QString number =
+        const QString digits =
             QString::number(random.bounded(10000)).rightJustified(random.bounded(4, 24), u'0');
-        entries.append(number, sn);
-        first.try_emplace(number, sn);
+        entries.append(digits, sn);
+        first.try_emplace(digits, sn);
     }
     entries.finish();
     for (const auto &[number, sn] : first) {

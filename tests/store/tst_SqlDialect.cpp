@@ -31,7 +31,9 @@ void tst_SqlDialect::statementsAreEmittedInTheEnginesWords_data()
     row("order by and semicolon", "select * from language where [Item] LIKE '*a*' order by [Item];",
         "select * from language where [Item] GLOB '*a*' order by [Item]");
     row("isnull", "update customer set T3='1' where T3=' ' or isnull(T3)",
-        "update customer set T3='1' where T3=' ' or [isnull](T3)");
+        "update customer set T3='1' where T3=' ' or ((T3) is null)");
+    row("isnull of a computation", "select 1=isnull(ifnull(a,(b))) , (c)",
+        "select 1=((ifnull(a,(b))) is null) , (c)");
     row("a column called isnull", "select isnull from t", "select isnull from t");
     row("double quotes", R"(select "it's ""x""" from t)", R"(select 'it''s "x"' from t)");
     row("no comment begins", "select 1--2 /*3", "select 1- -2 / *3");

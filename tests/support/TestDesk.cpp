@@ -1,5 +1,7 @@
 #include "support/TestDesk.h"
 
+#include "store/Database.h"
+
 #include <QDir>
 #include <QFile>
 #include <QTest>
@@ -30,6 +32,21 @@ QByteArray TestDesk::fileBytes(const QString &path) const
 {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void TestDesk::runSql(const QString &path, const QStringList &statements) const
+{
+    const auto run = [&](store::Database &database) {
+        for (const QString &statement : statements) {
+            database.Execute(statement);
+        }
+    };
+    if (QFile::exists(path)) {
+        store::Database database(path);
+        run(database);
+    } else {
+        store::createDatabase(path, {}, run);
+    }
 }
 
 void TestDesk::writeFile(const QString &path, const QByteArray &bytes) const

@@ -18,6 +18,8 @@ public:
     /// The run log's messages without their time stamps.
     QStringList logMessages() const;
     QByteArray fileBytes(const QString &path) const;
+    /// Runs statements in the given words on a database file, which is made when missing.
+    void runSql(const QString &path, const QStringList &statements) const;
     void writeFile(const QString &path, const QByteArray &bytes) const;
 
     QTemporaryDir folder;
