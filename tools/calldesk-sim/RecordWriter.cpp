@@ -1,5 +1,7 @@
 #include "RecordWriter.h"
 
+#include "reception/Columns.h"
+
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -11,13 +13,6 @@ namespace {
 bool isAscii(QStringView text)
 {
     return std::all_of(text.begin(), text.end(), [](QChar character) { return character.unicode() < 0x80; });
-}
-
-// From here on stand the characters of the double-byte code pages. A surrogate takes one column, so that a
-// pair takes two.
-bool isFarEastern(QChar character)
-{
-    return character >= QChar(0x2E80) && !character.isSurrogate();
 }
 
 // Never half a character: neither half of its bytes nor one of its two surrogates.
@@ -121,7 +116,7 @@ QString CodePageChoice::decode(QByteArrayView bytes) const
 
 qsizetype CodePageChoice::columns(QStringView text) const
 {
-    return m_ansi ? encode(text).size() : text.size() + std::count_if(text.begin(), text.end(), isFarEastern);
+    return m_ansi ? encode(text).size() : reception::ByteColumns(text);
 }
 
 QByteArray callRecord(const CallFields &fields, const CodePageChoice &codePage)

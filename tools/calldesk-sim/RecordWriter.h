@@ -15,7 +15,7 @@ namespace sim {
 class CodePageChoice
 {
 public:
-    /// UTF-8: two columns for a Far Eastern character, one for any other.
+    /// UTF-8: one column for a character below code 255, two for any other.
     CodePageChoice() = default;
     /// A Windows code page number; a character takes as many columns as it has bytes.
     explicit CodePageChoice(int number) : m_ansi(std::make_shared<core::CodePage>(number)) {}
