@@ -33,7 +33,7 @@ protected:
 
 private:
     void fill(const PopUpView &view);
-    void color(Standing standing);
+    void color(core::Standing standing);
     void place(const QWidget &mainWindow);
     void editCaller();
 

@@ -33,7 +33,19 @@ void Dispatcher::rememberSender(const Datagram &datagram)
     if (sender != record.LastSenderIp.text()) {
         record.LastSenderIp.setText(sender);
         record.LastSenderPort = datagram.senderPort;
+        saveSender();
+    }
+}
+
+// At once, but datagrams of ever new senders must not cost a write to the disk each.
+void Dispatcher::saveSender()
+{
+    constexpr qint64 pauseMs = 100;
+    if (!m_sinceSave.isValid() || m_sinceSave.elapsed() >= pauseMs) {
         m_settings.SaveMisc();
+        m_sinceSave.start();
+    } else if (!m_saveLater.isActive()) {
+        m_saveLater.start(int(pauseMs));
     }
 }
 

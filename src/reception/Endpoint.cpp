@@ -18,6 +18,12 @@ constexpr qsizetype maxWaitingBytes = 64 << 20; // beyond it datagrams wait in t
 constexpr int maxReceivedAtOnce = 1024;         // a few milliseconds
 constexpr qint64 turnBudgetMs = 8;              // then the event loop gets its turn to paint
 
+// A settings file may hold anything.
+quint16 portOf(qint32 setting)
+{
+    return setting > 0 && setting <= 0xFFFF ? quint16(setting) : Endpoint::standardPort;
+}
+
 qsizetype costOf(const Datagram &datagram)
 {
     return datagram.bytes.size() + qsizetype(sizeof(Datagram));
@@ -59,7 +65,7 @@ void Endpoint::iniUDP()
         m_context.log.WriteRunLog(u"remote port "_s + QString::number(m_remotePort));
         m_context.log.WriteRunLog(u"RemoteIp "_s + m_remoteHost.toString());
         m_context.log.WriteRunLog(u"local IP "_s + localAddress());
-        m_context.log.WriteRunLog(u"loca port "_s + QString::number(m_context.settings.record.LocalPort));
+        m_context.log.WriteRunLog(u"loca port "_s + QString::number(Winsock1.localPort()));
         m_context.log.WriteRunLog(u"receive buffer "_s + QString::number(bufferBytes));
     });
 }
@@ -74,10 +80,10 @@ void Endpoint::chooseRemote()
         return;
     }
     m_remoteHost = QHostAddress(record.LastSenderIp.text());
-    m_remotePort = quint16(record.LastSenderPort);
+    m_remotePort = portOf(record.LastSenderPort);
     if (m_remoteHost.isNull()) {
         m_remoteHost = QHostAddress::AnyIPv4;
-        m_remotePort = quint16(record.LocalPort - 1);
+        m_remotePort = portOf(record.LocalPort) - 1;
     }
 }
 
