@@ -6,6 +6,7 @@
 
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QLayout>
 #include <QWindow>
 
 using namespace Qt::StringLiterals;
@@ -16,6 +17,7 @@ namespace {
 
 constexpr int smallWidthTwips = 7000;
 constexpr int smallHeightTwips = 2100;
+constexpr int twipsPerInch = 1440;
 constexpr QSize fullSize = {960, 600};
 
 } // namespace
@@ -36,8 +38,8 @@ void FrmMain::SetSmallFrmmain()
     }
     m_fullSize = size();
     showShape(true);
-    const int dpi = logicalDpiX();
-    resize(QSize(smallWidthTwips * dpi / 1440, smallHeightTwips * dpi / 1440).expandedTo(minimumSizeHint()));
+    const QSize twips(smallWidthTwips, smallHeightTwips);
+    resize((twips * logicalDpiX() / twipsPerInch).expandedTo(minimumSizeHint()));
 }
 
 void FrmMain::setFullShape()
@@ -54,6 +56,8 @@ void FrmMain::showShape(bool small)
     m_ui->Toolbar1->setToolButtonStyle(small ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextUnderIcon);
     m_ui->actSmallShape->setVisible(!small);
     m_ui->actFullShape->setVisible(small);
+    m_ui->mainLayout->activate(); // the least size is asked for next
+    layout()->activate();
 }
 
 void FrmMain::showForCall()

@@ -101,6 +101,9 @@ void Endpoint::SendServer(const QString &text)
         if (!lastSender.isEmpty()) {
             m_remoteHost = QHostAddress(lastSender);
         }
+        if (m_remoteHost.isNull()) { // the socket would send it to this machine
+            throw core::Error(0, u"no address: "_s + lastSender);
+        }
         const QByteArray bytes = m_context.codePage.encode(text);
         if (Winsock1.writeDatagram(bytes, m_remoteHost, m_remotePort) != bytes.size()) {
             throw core::Error(int(Winsock1.error()), Winsock1.errorString());

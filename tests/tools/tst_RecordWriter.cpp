@@ -122,8 +122,9 @@ void tst_RecordWriter::theProgramReadsEveryFieldBack()
     QFETCH(QString, text);
     const sim::CallFields fields = sampleCall(text, text);
     const core::CodePage decoder(receiver);
-    const core::CallRecord record = reception::parseCallRecord(
-        {decoder.decode(sim::callRecord(fields, codePage(page))), decoder.columnRule()});
+    const QByteArray bytes = sim::callRecord(fields, codePage(page));
+    const core::CallRecord record =
+        reception::parseCallRecord({decoder.decode(bytes), decoder.columnRule(bytes)});
     QCOMPARE(record.LineNo, text);
     QCOMPARE(record.SimpleDes, text);
     QCOMPARE(record.CallerID, fields.number);
@@ -176,7 +177,7 @@ void tst_RecordWriter::theShortAndTheDetailRecordAreReadBack()
     fields.detail = u"Owner: 刘川\r\nCalls at noon"_s;
     const core::CodePage decoder(936);
     const auto datagram = [&](const QByteArray &bytes) {
-        return reception::DatagramText{decoder.decode(bytes), decoder.columnRule()};
+        return reception::DatagramText{decoder.decode(bytes), decoder.columnRule(bytes)};
     };
 
     const auto shortCid = datagram(sim::cidRecord(fields, codePage(u"936"_s)));
