@@ -15,11 +15,15 @@ public:
     QString Lms(const QString &key) const override { return u"text of "_s + key; }
 };
 
+// Below the ports from which the system chooses when a unit binds to any.
 quint16 freePort()
 {
     QUdpSocket socket;
-    socket.bind(QHostAddress::AnyIPv4);
-    return socket.localPort();
+    auto port = quint16(20000 + QCoreApplication::applicationPid() % 10000);
+    while (!socket.bind(QHostAddress::AnyIPv4, port, QAbstractSocket::DontShareAddress)) {
+        ++port;
+    }
+    return port;
 }
 
 /// A caller-ID unit at the other end of the loopback.
