@@ -43,8 +43,7 @@ CardColors cardColors(Standing standing)
 frmPopUp::frmPopUp(core::Navigator &navigator, const appearance::FormServices &services)
     : QWidget(nullptr, Qt::Tool | Qt::WindowStaysOnTopHint | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                            Qt::WindowCloseButtonHint),
-      m_navigator(navigator),
-      m_ui(std::make_unique<Ui::frmPopUp>()), m_setup(services)
+      m_navigator(navigator), m_ui(std::make_unique<Ui::frmPopUp>()), m_setup(services)
 {
     m_ui->setupUi(this);
     setAttribute(Qt::WA_DeleteOnClose);
@@ -97,8 +96,8 @@ void frmPopUp::color(Standing standing)
     m_ui->txtAbout->setPalette(card);
     m_ui->txtContent->setPalette(card);
     constexpr int iconSize = 48;
-    m_ui->lblStandingIcon->setPixmap(
-        appearance::themedIcon(colors.icon, palette().color(QPalette::WindowText)).pixmap(iconSize));
+    m_ui->lblStandingIcon->setPixmap(appearance::themedPixmap(
+        colors.icon, palette().color(QPalette::WindowText), iconSize, devicePixelRatioF()));
 }
 
 void frmPopUp::place(const QWidget &mainWindow)

@@ -38,8 +38,9 @@ protected:
         const bool selected = option->state.testFlag(QStyle::State_Selected);
         const QColor color = option->palette.color(selected ? QPalette::HighlightedText : QPalette::Text);
         option->features |= QStyleOptionViewItem::HasDecoration;
-        option->icon = appearance::themedIcon(standing == 1 ? u"star" : u"ban", color);
         const int size = option->fontMetrics.height();
+        option->icon = QIcon(appearance::themedPixmap(standing == 1 ? u"star" : u"ban", color, size,
+                                                      option->widget->devicePixelRatioF()));
         option->decorationSize = {size, size};
     }
 };
