@@ -9,7 +9,10 @@ namespace reception {
 Dispatcher::Dispatcher(core::Settings &settings, core::RunLog &log, core::ProcessValues &values,
                        const core::CodePage &codePage, CallEffects &effects)
     : m_settings(settings), m_log(log), m_values(values), m_codePage(codePage), m_effects(effects)
-{}
+{
+    m_saveLater.setSingleShot(true);
+    QObject::connect(&m_saveLater, &QTimer::timeout, &m_saveLater, [this] { m_settings.SaveMisc(); });
+}
 
 void Dispatcher::Winsock1_DataArrival(const Datagram &datagram)
 {

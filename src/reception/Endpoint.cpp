@@ -65,7 +65,7 @@ void Endpoint::iniUDP()
         m_context.log.WriteRunLog(u"remote port "_s + QString::number(m_remotePort));
         m_context.log.WriteRunLog(u"RemoteIp "_s + m_remoteHost.toString());
         m_context.log.WriteRunLog(u"local IP "_s + localAddress());
-        m_context.log.WriteRunLog(u"loca port "_s + QString::number(Winsock1.localPort()));
+        m_context.log.WriteRunLog(u"loca port "_s + QString::number(m_context.settings.record.LocalPort));
         m_context.log.WriteRunLog(u"receive buffer "_s + QString::number(bufferBytes));
     });
 }

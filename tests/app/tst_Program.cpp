@@ -134,7 +134,7 @@ void tst_Program::aFirstStartLeavesSettingsAndLogAsGiven()
     QCOMPARE(settings.mid(272, 40), QByteArray("500,1800,2500,2700,500,1500,1500").leftJustified(40));
     QCOMPARE(settings.mid(312, 20), QByteArray(",1,1,1,1,1,").leftJustified(20));
     for (const char *line :
-         {"IP State 0", "remote port 1971", "RemoteIp 0.0.0.0", "local IP ", "loca port "}) {
+         {"IP State 0", "remote port 1971", "RemoteIp 0.0.0.0", "local IP ", "loca port 1972"}) {
         QVERIFY2(desk.log().contains(QByteArray(">  ") + line), line);
     }
     QVERIFY(desk.program->mainWindow().isVisible());

@@ -115,6 +115,7 @@ QPoint tst_FrmMain::cellOf(int row) const
 
 void tst_FrmMain::theCaptionNamesProductAndVersion()
 {
+    m_forms->desk.values.OemMark = u"CD"_s;
     m_forms->desk.values.ProductDisplayName = u"Corner Desk"_s;
     open();
     QCOMPARE(m_window->windowTitle(), u"Corner Desk [ver] 1.00C42"_s);

@@ -158,9 +158,11 @@ private Q_SLOTS:
         reception.receive("x", u"10.1.2.3"_s, 4712);
         QVERIFY(!QFile::exists(reception.desk.paths.SettingsFile));
         reception.receive("x", u"10.1.2.4"_s, 4713);
+        reception.receive("x", u"10.1.2.5"_s, 4714); // a change of senders by the datagram is saved with the last
+        QTRY_VERIFY(QFile::exists(reception.desk.paths.SettingsFile));
         saved.Get_misc();
-        QCOMPARE(saved.record.LastSenderIp.text(), u"10.1.2.4"_s);
-        QCOMPARE(saved.record.LastSenderPort, 4713);
+        QCOMPARE(saved.record.LastSenderIp.text(), u"10.1.2.5"_s);
+        QCOMPARE(saved.record.LastSenderPort, 4714);
     }
 
     void aFailureCostsOneDatagramOnly()
