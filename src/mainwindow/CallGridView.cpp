@@ -19,8 +19,11 @@ namespace {
 
 constexpr int twipsPerInch = 1440;
 constexpr int rowPadding = 12;
+constexpr QChar firstStrongIsolate(0x2068);
+constexpr QChar popDirectionalIsolate(0x2069);
 
-/// Draws a star or a barred circle before the number of a marked caller.
+/// Draws a star or a barred circle behind the number of a marked caller; the numbers stand in one column.
+/// Where the desk reads from right to left, numbers and times keep their own direction.
 class CallDelegate : public QStyledItemDelegate
 {
 public:
@@ -30,6 +33,9 @@ protected:
     void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
     {
         QStyledItemDelegate::initStyleOption(option, index);
+        if (option->direction == Qt::RightToLeft) {
+            option->text = firstStrongIsolate + option->text + popDirectionalIsolate;
+        }
         const auto *calls = static_cast<const CallGridModel *>(index.model());
         const int standing = index.data(CallGridModel::StandingRole).toInt();
         if (standing == 0 || index.column() != calls->GetGridColumn(u"CallerID"_s)) {
@@ -39,6 +45,7 @@ protected:
         const QColor color = option->palette.color(selected ? QPalette::HighlightedText : QPalette::Text);
         option->features |= QStyleOptionViewItem::HasDecoration;
         option->icon = appearance::themedIcon(standing == 1 ? u"star" : u"ban", color);
+        option->decorationPosition = QStyleOptionViewItem::Right;
         const int size = option->fontMetrics.height();
         option->decorationSize = {size, size};
     }
@@ -103,7 +110,8 @@ void CallGridView::keyPressEvent(QKeyEvent *event)
 {
     if (event->matches(QKeySequence::Copy)) {
         copySelection();
-    } else if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && currentIndex().isValid()) {
+    } else if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) &&
+               currentIndex().isValid()) {
         Q_EMIT callActivated(currentIndex().row());
     } else {
         QTableView::keyPressEvent(event);

@@ -116,6 +116,7 @@ private:
     void deleteRunLog();
     void deleteSmsLog();
     void hideOrMinimize();
+    void keepPlace();
     void setTopmost(bool topmost);
     void showShape(bool small);
     void Timer1_Timer();

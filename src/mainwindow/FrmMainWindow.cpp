@@ -54,6 +54,9 @@ void FrmMain::showShape(bool small)
     m_ui->Toolbar1->setToolButtonStyle(small ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextUnderIcon);
     m_ui->actSmallShape->setVisible(!small);
     m_ui->actFullShape->setVisible(small);
+    // What was hidden counts for the smallest size until the layouts have taken notice.
+    m_ui->mainLayout->activate();
+    layout()->activate();
 }
 
 void FrmMain::showForCall()
@@ -112,10 +115,19 @@ void FrmMain::hideOrMinimize()
     m_setup.rememberGeometry(*this);
     LastState = windowState() & ~Qt::WindowMinimized;
     if (m_tray->isReachable()) {
+        keepPlace();
         hide();
         setTopmost(false);
     } else {
         showMinimized();
+    }
+}
+
+// A window manager finds a new place for a window that comes back, unless the window asks for one.
+void FrmMain::keepPlace()
+{
+    if (windowState() == Qt::WindowNoState) {
+        windowHandle()->setFramePosition(windowHandle()->framePosition());
     }
 }
 
