@@ -51,8 +51,9 @@ public:
     void showMainWindow() override {}
     void ShowCallerID_tarn(const core::CallRecord &record) override
     {
-        require(record.IncomingTime.size() <= 19 && record.Channel.size() <= 8 && record.LineNo.size() <= 28);
-        require(record.CallerID.size() <= 30 && record.SimpleDes.size() <= 30 && record.Tail.size() <= 39);
+        // A pair that begins in the column before a field belongs to the field.
+        require(record.IncomingTime.size() <= 19 && record.Channel.size() <= 8 && record.LineNo.size() <= 29);
+        require(record.CallerID.size() <= 31 && record.SimpleDes.size() <= 31 && record.Tail.size() <= 40);
         require(record.SN >= 0 && core::MyIn(record.Source, QString(), u"PHONEBOOK"_s, u"CUSTOMER"_s));
     }
     void showLastCaller(const QString &text) override

@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QPainter>
 #include <QPixmap>
+#include <QPixmapCache>
 #include <QSvgRenderer>
 
 using namespace Qt::StringLiterals;
@@ -26,20 +27,19 @@ QByteArray source(QStringView name)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-QPixmap drawn(QSvgRenderer &renderer, int size)
+QPixmap drawn(const QByteArray &svg, int size)
 {
     QPixmap pixmap(size, size);
     pixmap.fill(Qt::transparent);
     QPainter painter(&pixmap);
-    renderer.render(&painter);
+    QSvgRenderer(svg).render(&painter);
     return pixmap;
 }
 
 void addDrawings(QIcon &icon, const QByteArray &svg, QIcon::Mode mode)
 {
-    QSvgRenderer renderer(svg);
     for (const int size : sizes) {
-        icon.addPixmap(drawn(renderer, size), mode);
+        icon.addPixmap(drawn(svg, size), mode);
     }
 }
 
@@ -61,6 +61,20 @@ QIcon themedIcon(QStringView name, const QColor &color)
     addDrawings(icon, inColor(svg, color), QIcon::Normal);
     addDrawings(icon, inColor(svg, pale), QIcon::Disabled);
     return icon;
+}
+
+// Tables ask for this one with every repaint of a cell.
+QPixmap themedPixmap(QStringView name, const QColor &color, int size, qreal pixelRatio)
+{
+    const int pixels = qRound(size * pixelRatio);
+    const QString key = u"calldesk/%1/%2/%3"_s.arg(name).arg(color.rgba()).arg(pixels);
+    QPixmap pixmap;
+    if (!QPixmapCache::find(key, &pixmap)) {
+        pixmap = drawn(inColor(source(name), color), pixels);
+        QPixmapCache::insert(key, pixmap);
+    }
+    pixmap.setDevicePixelRatio(pixelRatio);
+    return pixmap;
 }
 
 QIcon programIcon()

@@ -34,7 +34,7 @@ protected:
 private:
     void alignTexts();
     void fill(const PopUpView &view);
-    void color(Standing standing);
+    void color(core::Standing standing);
     void place(const QWidget &mainWindow);
     void editCaller();
 

@@ -1,8 +1,9 @@
 #pragma once
 
+#include <QByteArray>
 #include <QHash>
+#include <QList>
 #include <QString>
-#include <QStringList>
 
 #include <optional>
 
@@ -13,8 +14,8 @@ namespace store {
 class CustomerPopUpTable
 {
 public:
-    /// Adds a row behind the others.
-    void append(qint32 sn, const QString &t3);
+    /// Adds a row behind the others; the flag text in UTF-8.
+    void append(qint32 sn, QByteArrayView t3);
 
     /// The pop-up flag text of the first row with this SN, "" where the database held Null; nothing without a
     /// row.
@@ -22,11 +23,11 @@ public:
     qsizetype rowCount() const { return m_textOf.size(); }
 
 private:
-    qint32 numberOf(const QString &t3);
+    qint32 numberOf(QByteArrayView t3);
 
     QHash<qint32, qint32> m_textOf; ///< SN -> place in m_texts
-    QStringList m_texts;            ///< the different flag texts, usually "0" and "1"
-    QHash<QString, qint32> m_numberOf;
+    QList<QByteArray> m_texts;      ///< the different flag texts in UTF-8, usually "0" and "1"
+    QHash<QByteArray, qint32> m_numberOf;
     qint32 m_lastNumber = 0;
 };
 

@@ -14,20 +14,25 @@ using namespace Qt::StringLiterals;
 
 namespace store {
 
-QString Row::text(int column) const
+QByteArrayView Row::bytes(int column) const
 {
     const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(m_statement, column));
-    return QString::fromUtf8(text, sqlite3_column_bytes(m_statement, column));
+    return text != nullptr ? QByteArrayView(text, sqlite3_column_bytes(m_statement, column))
+                           : QByteArrayView("");
+}
+
+QString Row::text(int column) const
+{
+    return QString::fromUtf8(bytes(column));
 }
 
 void Row::appendTo(QString &text, int column) const
 {
-    const auto *bytes = reinterpret_cast<const char *>(sqlite3_column_text(m_statement, column));
-    const qsizetype count = sqlite3_column_bytes(m_statement, column);
+    const QByteArrayView utf8 = bytes(column);
     const qsizetype start = text.size();
-    text.resize(start + count); // no character takes more units here than bytes there
+    text.resize(start + utf8.size()); // no character takes more units here than bytes there
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    const QChar *end = decoder.appendToBuffer(text.data() + start, QByteArrayView(bytes, count));
+    const QChar *end = decoder.appendToBuffer(text.data() + start, utf8);
     text.truncate(end - text.constData());
 }
 
@@ -95,6 +100,18 @@ QStringList Database::tableNames() const
 void Database::transaction(const std::function<void()> &work)
 {
     m_handle->transaction(work);
+}
+
+bool isReadable(const QString &customerFile)
+{
+    try {
+        Database database(customerFile, {Database::Mode::ReadWrite, Wildcards::Asterisk, std::chrono::milliseconds(0)});
+        database.forEachRow(u"select SN from customer where SN=0"_s, [](const Row &) {});
+        database.transaction([] {}); // also nobody else is writing
+        return true;
+    } catch (const core::Error &) {
+        return false;
+    }
 }
 
 } // namespace store

@@ -4,6 +4,7 @@
 #include "store/Recordset.h"
 #include "store/Wildcards.h"
 
+#include <QByteArrayView>
 #include <QString>
 #include <QStringList>
 #include <QVariantList>
@@ -25,6 +26,8 @@ public:
     QString text(int column) const;
     /// Adds the column's text to `text`, without the detour of a text of its own.
     void appendTo(QString &text, int column) const;
+    /// The text as the engine holds it, in UTF-8.
+    QByteArrayView bytes(int column) const;
     qint32 integer(int column) const;
     bool isNull(int column) const;
 
@@ -80,6 +83,9 @@ private:
 
     std::shared_ptr<Handle> m_handle;
 };
+
+/// Whether the file can be read as a customer database right now; does not wait for another program's lock.
+bool isReadable(const QString &customerFile);
 
 /// Makes a new database file from a schema in the given words and what `fill` adds, in one step: the file is
 /// built beside its place and then renamed, so it is whole or not there. Throws core::Error, also when the

@@ -21,7 +21,7 @@ CustomerPopUpTable readPopUpTable(Database &database)
 {
     CustomerPopUpTable table;
     database.forEachRow(u"select WorkPhones,T3,SN from customer"_s,
-                        [&](const Row &row) { table.append(row.integer(2), row.text(1)); });
+                        [&](const Row &row) { table.append(row.integer(2), row.bytes(1)); });
     return table;
 }
 

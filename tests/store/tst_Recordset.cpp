@@ -12,7 +12,7 @@ class tst_Recordset : public QObject
 private Q_SLOTS:
     void init();
     void aTableIsReadForthAndBackInItsOrder();
-    void aRowIsFoundByItsIndexAndChangedByItsKey();
+    void aRowIsFoundByItsIndexAndChangedOrDeletedByItsKey();
     void theNumberOfANewRowIsKnownBeforeItIsWritten();
     void deletingWhileWalkingVisitsEveryRowOnce();
     void aJoinCanBeReadButNotChanged();
@@ -56,7 +56,7 @@ void tst_Recordset::aTableIsReadForthAndBackInItsOrder()
     QVERIFY(rows.BOF());
 }
 
-void tst_Recordset::aRowIsFoundByItsIndexAndChangedByItsKey()
+void tst_Recordset::aRowIsFoundByItsIndexAndChangedOrDeletedByItsKey()
 {
     store::Database database(m_path);
     store::Recordset rows = database.OpenRecordset(u"Phonebook"_s);
@@ -69,6 +69,12 @@ void tst_Recordset::aRowIsFoundByItsIndexAndChangedByItsKey()
     rows.setIndex(u"SN"_s);
     QVERIFY(rows.Seek(u"3"_s));
     QCOMPARE(rows.value(u"Telno"_s).toString(), u"1e5"_s);
+    QVERIFY(rows.Seek(2));
+    rows.Delete();
+    rows.MoveNext();
+    QCOMPARE(rows.value(u"SN"_s).toInt(), 3);
+    rows.MovePrevious();
+    QCOMPARE(rows.value(u"SN"_s).toInt(), 1);
     QVERIFY(!rows.Seek(u""_s));
     QVERIFY_THROWS_EXCEPTION(core::Error, rows.Edit());
 }

@@ -94,14 +94,14 @@ void tst_Upgrade::thePopUpTableHoldsTheFlagsAsTheyStoodBefore()
     deliver(u"Customer"_s, m_desk->paths.CustomerFile, [](store::Database &database) {
         database.Execute(u"insert into customer(SN,T3) values(7,null),(9,'0'),(2000000000,' 0 ')"_s);
     });
-    m_table.append(1, u"old"_s);
+    m_table.append(1, "old");
     runBoth();
     QCOMPARE(m_table.rowCount(), 3);
     QCOMPARE(m_table.T3(7), std::optional(u""_s));
     QCOMPARE(m_table.T3(9), std::optional(u"0"_s));
     QCOMPARE(m_table.T3(largeSn), std::optional(u" 0 "_s));
     QCOMPARE(m_table.T3(1), std::nullopt);
-    m_table.append(9, u"1"_s);
+    m_table.append(9, "1");
     QCOMPARE(m_table.T3(9), std::optional(u"0"_s));
 }
 
@@ -126,7 +126,7 @@ void tst_Upgrade::aFileThatCannotBeUsedIsLoggedOnceByEach()
         deliver(u"Customer"_s, path);
         other.emplace(path).Execute(u"begin exclusive"_s);
     }
-    m_table.append(1, u"1"_s);
+    m_table.append(1, "1");
     QElapsedTimer timer;
     timer.start();
     runBoth();

@@ -1,6 +1,6 @@
 #include "RecordWriter.h"
 
-#include "core/CodePage.h"
+#include "reception/Columns.h"
 
 #include <algorithm>
 
@@ -10,11 +10,9 @@ namespace sim {
 
 namespace {
 
-// From here on stand the characters of the double-byte code pages. A surrogate takes one column, so that a pair
-// takes two.
-bool isFarEastern(QChar character)
+bool isAscii(QStringView text)
 {
-    return character >= QChar(0x2E80) && !character.isSurrogate();
+    return std::all_of(text.begin(), text.end(), [](QChar character) { return character.unicode() < 0x80; });
 }
 
 // Never half a character: neither half of its bytes nor one of its two surrogates.
@@ -101,29 +99,24 @@ std::optional<CodePageChoice> CodePageChoice::named(QStringView name)
     if (name.compare("utf-8"_L1, Qt::CaseInsensitive) == 0) {
         return CodePageChoice();
     }
-    const int number = name.toInt();
-    const bool known = number > 0 && core::CodePage(number).number() == number;
-    return known ? std::optional(CodePageChoice(number)) : std::nullopt;
+    const CodePageChoice choice(name.toInt());
+    const bool known = choice.m_ansi->number() == name.toInt();
+    return known ? std::optional(choice) : std::nullopt;
 }
 
 QByteArray CodePageChoice::encode(QStringView text) const
 {
-    return m_number == 0 ? text.toUtf8() : core::CodePage(m_number).encode(text);
+    return m_ansi && !isAscii(text) ? m_ansi->encode(text) : text.toUtf8();
 }
 
 QString CodePageChoice::decode(QByteArrayView bytes) const
 {
-    return m_number == 0 ? QString::fromUtf8(bytes) : core::CodePage(m_number).decode(bytes);
+    return m_ansi ? m_ansi->decode(bytes) : QString::fromUtf8(bytes);
 }
 
 qsizetype CodePageChoice::columns(QStringView text) const
 {
-    const bool allAscii = std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x80; });
-    if (allAscii) {
-        return text.size();
-    }
-    return m_number == 0 ? text.size() + std::count_if(text.begin(), text.end(), isFarEastern)
-                         : encode(text).size();
+    return m_ansi ? encode(text).size() : reception::ByteColumns(text);
 }
 
 QByteArray callRecord(const CallFields &fields, const CodePageChoice &codePage)

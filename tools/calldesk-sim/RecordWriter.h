@@ -1,8 +1,11 @@
 #pragma once
 
+#include "core/CodePage.h"
+
 #include <QByteArray>
 #include <QString>
 
+#include <memory>
 #include <optional>
 
 namespace sim {
@@ -12,10 +15,10 @@ namespace sim {
 class CodePageChoice
 {
 public:
-    /// UTF-8: two columns for a Far Eastern character, one for any other.
+    /// UTF-8: one column for a character below code 255, two for any other.
     CodePageChoice() = default;
     /// A Windows code page number; a character takes as many columns as it has bytes.
-    explicit CodePageChoice(int number) : m_number(number) {}
+    explicit CodePageChoice(int number) : m_ansi(std::make_shared<core::CodePage>(number)) {}
     /// "utf-8" or a known code page number such as "936".
     static std::optional<CodePageChoice> named(QStringView name);
 
@@ -25,7 +28,8 @@ public:
     qsizetype columns(QStringView text) const;
 
 private:
-    int m_number = 0; // 0: UTF-8
+    std::shared_ptr<const core::CodePage>
+        m_ansi; // none: UTF-8; shared because one costs 128 conversions to make
 };
 
 /// The fields of a caller-ID record (docs/formats.md); each is padded to its columns, or cut to them.

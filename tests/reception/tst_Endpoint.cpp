@@ -1,0 +1,263 @@
+#include "reception/Endpoint.h"
+#include "support/TestDesk.h"
+
+#include <QTest>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class KeysAsTexts : public core::TextLookup
+{
+public:
+    QString Lms(const QString &key) const override { return u"text of "_s + key; }
+};
+
+// Below the ports from which the system chooses when a unit binds to any.
+quint16 freePort()
+{
+    QUdpSocket socket;
+    auto port = quint16(20000 + QCoreApplication::applicationPid() % 10000);
+    while (!socket.bind(QHostAddress::AnyIPv4, port, QAbstractSocket::DontShareAddress)) {
+        ++port;
+    }
+    return port;
+}
+
+/// A caller-ID unit at the other end of the loopback.
+class Unit
+{
+public:
+    explicit Unit(quint16 to) : m_to(to) { m_socket.bind(QHostAddress::LocalHost); }
+    void send(const QByteArray &bytes) { m_socket.writeDatagram(bytes, QHostAddress::LocalHost, m_to); }
+    QByteArray answer()
+    {
+        QByteArray bytes(m_socket.waitForReadyRead(5000) ? m_socket.pendingDatagramSize() : 0, '\0');
+        m_socket.readDatagram(bytes.data(), bytes.size());
+        return bytes;
+    }
+
+private:
+    quint16 m_to;
+    QUdpSocket m_socket;
+};
+
+QList<QByteArray> numbers(int first, int last)
+{
+    QList<QByteArray> datagrams;
+    for (int number = first; number <= last; ++number) {
+        datagrams.append(QByteArray::number(number));
+    }
+    return datagrams;
+}
+
+void letEventsCome()
+{
+    for (int turn = 0; turn < 50; ++turn) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 1);
+    }
+}
+
+struct Reception
+{
+    support::TestDesk desk;
+    support::FakePrompts prompts;
+    KeysAsTexts texts;
+    core::Settings settings{desk.paths, desk.log};
+    core::CodePage codePage{936};
+    quint16 port = freePort();
+    QList<QByteArray> handled;
+    std::function<void()> whileHandling;
+    std::unique_ptr<reception::Endpoint> endpoint;
+    Unit unit{port};
+
+    Reception()
+    {
+        const auto handle = [this](const reception::Datagram &datagram) {
+            handled.append(datagram.bytes);
+            if (const auto once = std::exchange(whileHandling, {})) {
+                once();
+            }
+        };
+        endpoint = std::make_unique<reception::Endpoint>(
+            reception::Endpoint::Context{settings, desk.log, prompts, texts, codePage}, port, handle);
+    }
+    /// Shows a box, sends 4 to 9 behind it, and sees that nothing is handled until it closes.
+    void ask(int handledBefore)
+    {
+        prompts.expect(true, [this, handledBefore] {
+            send(4, 9);
+            letEventsCome();
+            QCOMPARE(handled, numbers(1, handledBefore));
+        });
+        prompts.askOkCancel(u"ExitPopWarning"_s, {});
+    }
+    void send(int first, int last)
+    {
+        for (int number = first; number <= last; ++number) {
+            unit.send(QByteArray::number(number));
+        }
+    }
+};
+
+} // namespace
+
+/// Real datagrams over the loopback: all of them, in order, and none behind the operator's back.
+class tst_Endpoint : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(u"."_s)); }
+
+    void openingWritesFiveLines()
+    {
+        Reception reception;
+        reception.endpoint->iniUDP();
+        QVERIFY(reception.endpoint->isBound());
+        QStringList lines = reception.desk.logMessages().first(5);
+        QVERIFY(lines.takeAt(3).startsWith("local IP "_L1));
+        QCOMPARE(lines, QStringList({u"IP State 0"_s, u"remote port 1971"_s, u"RemoteIp 0.0.0.0"_s,
+                                     u"loca port 1972"_s}));
+        QVERIFY(!QFile::exists(reception.desk.paths.SettingsFile));
+    }
+
+    void theSettingsTellWhereToAnswer()
+    {
+        Reception reception;
+        reception.settings.record.LastSenderIp.setText(u"10.1.2.3"_s);
+        reception.settings.record.LastSenderPort = 4711;
+        reception.settings.record.LocalPort = 2000;
+        reception.endpoint->iniUDP();
+        const QStringList lines = reception.desk.logMessages();
+        QCOMPARE(lines.mid(1, 2), QStringList({u"remote port 4711"_s, u"RemoteIp 10.1.2.3"_s}));
+        QCOMPARE(lines.at(4), u"loca port 2000"_s);
+    }
+
+    void aPortInUseIsToldAndLogged()
+    {
+        Reception reception;
+        QUdpSocket other;
+        QVERIFY(other.bind(QHostAddress::AnyIPv4, reception.port, QAbstractSocket::DontShareAddress));
+        reception.prompts.expect();
+        reception.endpoint->iniUDP();
+        QVERIFY(!reception.endpoint->isBound());
+        QCOMPARE(reception.prompts.asked, QStringList(u"text of TheIpAddressInUse"_s));
+        QVERIFY(reception.desk.logMessages().constLast().startsWith("!iniUDP 10048 "_L1));
+        letEventsCome();
+        other.close();
+        reception.endpoint->iniUDP();
+        QVERIFY(reception.endpoint->isBound());
+        QVERIFY(!other.bind(QHostAddress::AnyIPv4, reception.port, QAbstractSocket::ShareAddress));
+    }
+
+    void aBurstIsHandledInOrder()
+    {
+        Reception reception;
+        reception.endpoint->iniUDP();
+        reception.send(1, 150);
+        QTRY_COMPARE(reception.handled, numbers(1, 150));
+    }
+
+    void everySizeArrives()
+    {
+        const QList<QByteArray> sizes = {QByteArray(65507, 'x'), QByteArray(), "x"};
+        Reception reception;
+        reception.endpoint->iniUDP();
+        for (const QByteArray &bytes : sizes) {
+            reception.unit.send(bytes);
+        }
+        QTRY_COMPARE(reception.handled, sizes);
+    }
+
+    void oneIsHandledAtATime()
+    {
+        Reception reception;
+        reception.endpoint->iniUDP();
+        reception.whileHandling = [&] {
+            reception.unit.send("2");
+            letEventsCome();
+            QCOMPARE(reception.handled.size(), 1);
+        };
+        reception.unit.send("1");
+        QTRY_COMPARE(reception.handled, numbers(1, 2));
+    }
+
+    // A closing box asks for what waits while the socket has just become readable: it is read twice, once in
+    // vain.
+    void theSocketIsHeardAfterAReadingInVain()
+    {
+        Reception reception;
+        reception.endpoint->iniUDP();
+        reception.prompts.expect();
+        reception.prompts.tell(u"box"_s);
+        for (int number = 1; number <= 3; ++number) {
+            reception.send(number, number);
+            QTRY_COMPARE(reception.handled, numbers(1, number));
+            letEventsCome();
+        }
+    }
+
+    void aBoxThatADatagramOpenedHoldsBackTheNext()
+    {
+        Reception reception;
+        reception.endpoint->iniUDP();
+        reception.whileHandling = [&] { reception.ask(1); };
+        reception.send(1, 3);
+        QTRY_COMPARE(reception.handled, numbers(1, 9));
+    }
+
+    void aBoxOfTheOperatorHoldsAllBack()
+    {
+        Reception reception;
+        reception.endpoint->iniUDP();
+        reception.send(1, 3);
+        reception.ask(0);
+        QTRY_COMPARE(reception.handled, numbers(1, 9));
+    }
+
+    void answersGoToTheLastSender()
+    {
+        Reception reception;
+        reception.endpoint->iniUDP();
+        Unit second(reception.port);
+        reception.unit.send("1");
+        second.send("2");
+        QTRY_COMPARE(reception.handled.size(), 2);
+        reception.settings.record.LastSenderIp.setText(u"127.0.0.1"_s);
+        reception.endpoint->SendServer(u"REFRESH 销售"_s);
+        QCOMPARE(second.answer(), "REFRESH \xCF\xFA\xCA\xDB");
+        reception.unit.send("3");
+        QTRY_COMPARE(reception.handled.size(), 3);
+        reception.endpoint->SendServer(u"again"_s);
+        QCOMPARE(reception.unit.answer(), "again");
+    }
+
+    void anAnswerThatCannotBeSentIsLogged()
+    {
+        Reception reception;
+        reception.endpoint->iniUDP();
+        reception.settings.record.LastSenderIp.setText(u"nobody"_s);
+        reception.endpoint->SendServer(u"text"_s);
+        QVERIFY(reception.desk.logMessages().constLast().startsWith("!SendServer "_L1));
+    }
+
+    void aClosedEndpointHandlesNothingMore()
+    {
+        Reception reception;
+        reception.endpoint->iniUDP();
+        reception.whileHandling = [&] { reception.endpoint->close(); };
+        reception.send(1, 3);
+        QTRY_COMPARE(reception.handled.size(), 1);
+        letEventsCome();
+        QCOMPARE(reception.handled.size(), 1);
+        reception.endpoint.reset();
+        reception.prompts.expect();
+        reception.prompts.tell(u"still here"_s);
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_Endpoint)
+#include "tst_Endpoint.moc"
