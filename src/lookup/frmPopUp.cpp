@@ -50,6 +50,7 @@ frmPopUp::frmPopUp(core::Navigator &navigator, const appearance::FormServices &s
     setAttribute(Qt::WA_ShowWithoutActivating);
     setWindowIcon(appearance::programIcon());
     m_setup.load(*this, appearance::FormSetup::Place::OwnChoice);
+    alignTexts();
     m_ui->txtContent->setFixedHeight(m_ui->txtContent->fontMetrics().lineSpacing() * contentLines + 12);
     m_ui->Command2->setEnabled(m_navigator.canShow(core::Window::CallerEditor));
     connect(m_ui->Command1, &QPushButton::clicked, this, &QWidget::close);
@@ -59,6 +60,17 @@ frmPopUp::frmPopUp(core::Navigator &navigator, const appearance::FormServices &s
 frmPopUp::~frmPopUp()
 {
     m_setup.unload(*this);
+}
+
+// A label stands where its own text reads from; number and name belong beside the icon in any script.
+void frmPopUp::alignTexts()
+{
+    const Qt::Alignment side = isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft;
+    for (QLabel *label : {m_ui->lblCallerNumber, m_ui->lblCallerName}) {
+        label->setAlignment(Qt::AlignAbsolute | Qt::AlignVCenter | side);
+    }
+    const int margin = int(m_ui->txtContent->document()->documentMargin());
+    m_ui->txtAbout->setTextMargins(margin, 0, margin, 0);
 }
 
 void frmPopUp::showCaller(const PopUpView &view, const QWidget &mainWindow)

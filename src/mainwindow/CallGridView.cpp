@@ -18,8 +18,11 @@ namespace {
 
 constexpr int twipsPerInch = 1440;
 constexpr int rowPadding = 12;
+constexpr QChar firstStrongIsolate(0x2068);
+constexpr QChar popDirectionalIsolate(0x2069);
 
-/// Draws a star or a barred circle before the number of a marked caller.
+/// Draws a star or a barred circle behind the number of a marked caller; the numbers stand in one column.
+/// Where the desk reads from right to left, numbers and times keep their own direction.
 class CallDelegate : public QStyledItemDelegate
 {
 public:
@@ -29,6 +32,9 @@ protected:
     void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
     {
         QStyledItemDelegate::initStyleOption(option, index);
+        if (option->direction == Qt::RightToLeft) {
+            option->text = firstStrongIsolate + option->text + popDirectionalIsolate;
+        }
         const auto *calls = static_cast<const CallGridModel *>(index.model());
         const auto standing = index.data(CallGridModel::StandingRole).value<core::Standing>();
         if (standing == core::Standing::Ordinary || index.column() != calls->GetGridColumn(u"CallerID"_s)) {
@@ -37,9 +43,10 @@ protected:
         const bool selected = option->state.testFlag(QStyle::State_Selected);
         const QColor color = option->palette.color(selected ? QPalette::HighlightedText : QPalette::Text);
         option->features |= QStyleOptionViewItem::HasDecoration;
+        option->decorationPosition = QStyleOptionViewItem::Right;
         const int size = option->fontMetrics.height();
-        option->icon = QIcon(appearance::themedPixmap(standing == core::Standing::Vip ? u"star" : u"ban", color, size,
-                                                      option->widget->devicePixelRatioF()));
+        option->icon = QIcon(appearance::themedPixmap(standing == core::Standing::Vip ? u"star" : u"ban",
+                                                      color, size, option->widget->devicePixelRatioF()));
         option->decorationSize = {size, size};
     }
 };
@@ -107,8 +114,8 @@ void CallGridView::keyPressEvent(QKeyEvent *event)
     }
 }
 
-// The header tells of every change of a width, also of our own; while a mouse button is down it is the operator's. The
-// last column only fills the rest.
+// The header tells of every change of a width, also of our own; while a mouse button is down it is the
+// operator's. The last column only fills the rest.
 void CallGridView::noteResized(int column)
 {
     if (m_mouseDown && m_dragged < 0 && column != lastVisibleColumn()) {

@@ -120,6 +120,7 @@ private:
     void deleteRunLog();
     void deleteSmsLog();
     void hideOrMinimize();
+    void keepPlace();
     void setTopmost(bool topmost);
     void showNormalQuietly();
     bool isSmall() const;

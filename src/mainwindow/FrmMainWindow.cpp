@@ -131,10 +131,20 @@ void FrmMain::hideOrMinimize()
     rememberPlace();
     LastState = windowState() & ~Qt::WindowMinimized;
     if (m_tray->isReachable()) {
+        keepPlace();
         hide();
         setTopmost(false);
     } else {
         showMinimized();
+    }
+}
+
+// A window manager finds a new place for a window that comes back, unless the window asks for one.
+void FrmMain::keepPlace()
+{
+    if (windowState() == Qt::WindowNoState) {
+        move(pos());
+        windowHandle()->setFramePosition(windowHandle()->framePosition());
     }
 }
 
