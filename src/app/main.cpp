@@ -18,17 +18,12 @@ int main(int argc, char *argv[])
     QApplication::setWindowIcon(appearance::programIcon());
     appearance::applyTheme(application, core::platform::prefersDark());
 
-    // Not quit(), which first asks every window to close: ours only hides. The program may also be ended from
-    // the tray while a message box of its start is open.
-    bool ended = false;
-    const auto endProcess = [&ended] {
-        ended = true;
-        QCoreApplication::exit(0);
-    };
+    // Not quit(), which first asks every window to close, and ours only hide.
+    const auto endProcess = [] { QCoreApplication::exit(0); };
     core::QtPrompts prompts;
     const core::QtClock clock;
     app::Program program({prompts, clock, QDir::currentPath(), core::platform::dataFolder(),
                           core::platform::runtimeFolder(), core::platform::developerFolder(),
                           core::platform::systemLanguageId(), reception::Endpoint::standardPort, endProcess});
-    return program.subMain() && !ended ? QApplication::exec() : 0;
+    return program.subMain() ? QApplication::exec() : 0;
 }
