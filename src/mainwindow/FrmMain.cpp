@@ -4,6 +4,7 @@
 #include "core/TextFiles.h"
 #include "ui_FrmMain.h"
 
+#include <QFontDatabase>
 #include <QToolButton>
 #include <QWindow>
 
@@ -116,6 +117,9 @@ void FrmMain::loadLogs()
     m_runInfo.clear();
     m_runInfo.append(
         core::ReadTextFile(m_context.log, m_context.paths.RunLogFile, core::RunLog::sizeLimit));
+    QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont); // datagrams are fixed-column text
+    fixed.setPointSizeF(font().pointSizeF());
+    m_ui->txtRuninfo->setFont(fixed);
     m_sms.append(core::ReadTextFile(m_context.log, m_context.paths.SmsFile, shownMessageBytes));
     connect(m_ui->SSTab1, &QTabWidget::currentChanged, &m_screen, &core::FrameGate::schedule);
 }
