@@ -55,6 +55,18 @@ click() {
     xdotool mousemove --window "$main" $((WIDTH * $1 / 100)) $((HEIGHT * $2 / 100)) click 1
 }
 
+# Nothing is marked in a picture: a click below the rows, then one into the last caller's bar, which shows no cursor.
+unmark() {
+    click 50 80
+    click 50 18
+}
+
+# turn_pages KEY...: the tabs follow the keys only while something below them has the focus.
+turn_pages() {
+    click 50 80
+    xdotool key "$@"
+}
+
 # All that can be marked and copied where the click went: a page's text, or the rows of the grid, the newest first.
 copied_text() {
     click 50 80
@@ -98,10 +110,10 @@ color_desktop() {
 # step_shows_call TEXT STANDING [PICTURE]: a new row with that text, and a popup of that standing or "none".
 step_shows_call() {
     before_deadline newest_row_has "$1" || fail "no grid row shows $1; the newest is: $row"
-    click 50 80 # no row is marked in the pictures
+    unmark
     row="grid row \"$(tr -s '\t' ' ' <<<"$row")\""
     if [ "$2" = none ]; then
-        patience=1 before_deadline find_popup && fail "a popup showed"
+        patience=2 before_deadline find_popup && fail "a popup showed"
         echo "    -> $row, no popup"
     elif standing= && before_deadline popup_stands_as "$2"; then
         echo "    -> $row, popup: $standing"
@@ -119,13 +131,12 @@ photograph_popup() {
 }
 
 step_shows_message() {
-    click 50 80
-    xdotool key ctrl+Tab ctrl+Tab
+    turn_pages ctrl+Tab ctrl+Tab
     before_deadline page_has "$1" || fail "the page of messages does not show it"
-    click 50 80
+    unmark
     shot "$main" message
     echo "    -> on the page of messages: \"$1\""
-    xdotool key ctrl+shift+Tab ctrl+shift+Tab
+    turn_pages ctrl+shift+Tab ctrl+shift+Tab
 }
 
 step_shows_nothing() {
@@ -149,13 +160,13 @@ check_step() {
 }
 
 photograph_pages() {
-    click 50 80
+    unmark
     shot "$main" main-after-scene
-    xdotool key ctrl+Tab
+    turn_pages ctrl+Tab
     before_deadline page_has "CHANNELSTATUS" || fail "the page of the run log does not show the last datagram"
-    click 50 80
+    unmark
     shot "$main" run-log
-    xdotool key ctrl+shift+Tab
+    turn_pages ctrl+shift+Tab
     click 92 8 # the button "Small view"
     before_deadline is_small || fail "the window did not take its small shape"
     shot "$main" small-shape
