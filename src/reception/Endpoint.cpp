@@ -4,6 +4,7 @@
 
 #include <QElapsedTimer>
 #include <QNetworkInterface>
+#include <QNetworkProxy>
 #include <QScopedValueRollback>
 
 using namespace Qt::StringLiterals;
@@ -40,6 +41,8 @@ Endpoint::Endpoint(const Context &context, quint16 port, Handler handler)
     : m_context(context), m_port(port), m_handler(std::move(handler))
 {
     Winsock1.setObjectName(u"Winsock1"_s);
+    Winsock1.setProxy(
+        QNetworkProxy::NoProxy); // units stand in the house; asking the system for one takes its time
     connect(&Winsock1, &QUdpSocket::readyRead, this, &Endpoint::receive);
     m_context.prompts.setClosedHandler([this] { handleLater(); });
 }
