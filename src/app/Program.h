@@ -47,6 +47,7 @@ private:
     void nameProduct();
     void loadNumberIndex();
     void showMainForm();
+    void paintAtOnce();
     void openReception();
     void maintainData();
     void receive(const reception::Datagram &datagram);
