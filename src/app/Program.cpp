@@ -128,7 +128,15 @@ void Program::showMainForm()
         m_paths, m_values, m_log, m_settings, m_language, m_outside.prompts, m_windows, m_autoHide, *this,
         {m_translator, m_openForms, m_windowMemory}});
     m_mainWindow->show();
+    paintAtOnce();
     m_instance.onSecondInstance([this] { m_mainWindow->restoreToFront(); });
+}
+
+// The operator sees the window before the databases are looked after, which takes its time on a large desk.
+// Nothing can come in meanwhile but the window system's own events.
+void Program::paintAtOnce()
+{
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);
 }
 
 void Program::openReception()

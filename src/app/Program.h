@@ -54,6 +54,7 @@ private:
     void loadNumberIndex();
     void setGridDefaults();
     void showMainForm();
+    void paintAtOnce();
     void openReception();
     void maintainData();
     void retryCustomers();

@@ -4,6 +4,7 @@
 
 #include <QElapsedTimer>
 #include <QNetworkInterface>
+#include <QNetworkProxy>
 #include <QScopedValueRollback>
 
 using namespace Qt::StringLiterals;
@@ -46,6 +47,7 @@ Endpoint::Endpoint(const Context &context, quint16 port, Handler handler)
     : m_context(context), m_port(port), m_handler(std::move(handler))
 {
     Winsock1.setObjectName(u"Winsock1"_s);
+    Winsock1.setProxy(QNetworkProxy::NoProxy); // asking the system for one would delay the start
     connect(&Winsock1, &QUdpSocket::readyRead, this, &Endpoint::receive);
     m_context.prompts.setClosedHandler([this] { handleLater(); });
 }
