@@ -1,8 +1,10 @@
 #include "appearance/ThemedIcons.h"
 
 #include <QFile>
+#include <QIconEngine>
 #include <QPainter>
 #include <QPixmap>
+#include <QPixmapCache>
 #include <QSvgRenderer>
 
 using namespace Qt::StringLiterals;
@@ -17,8 +19,6 @@ namespace appearance {
 
 namespace {
 
-constexpr int sizes[] = {16, 24, 32, 48, 64, 96};
-
 QByteArray source(QStringView name)
 {
     useIconResources();
@@ -26,21 +26,13 @@ QByteArray source(QStringView name)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-QPixmap drawn(QSvgRenderer &renderer, int size)
+QPixmap drawn(const QByteArray &svg, int size)
 {
     QPixmap pixmap(size, size);
     pixmap.fill(Qt::transparent);
     QPainter painter(&pixmap);
-    renderer.render(&painter);
+    QSvgRenderer(svg).render(&painter);
     return pixmap;
-}
-
-void addDrawings(QIcon &icon, const QByteArray &svg, QIcon::Mode mode)
-{
-    QSvgRenderer renderer(svg);
-    for (const int size : sizes) {
-        icon.addPixmap(drawn(renderer, size), mode);
-    }
 }
 
 QByteArray inColor(QByteArray svg, const QColor &color)
@@ -52,22 +44,69 @@ QByteArray inColor(QByteArray svg, const QColor &color)
 
 } // namespace
 
+// Tables ask for this one with every repaint of a cell.
+QPixmap themedPixmap(QStringView name, const QColor &color, int size, qreal pixelRatio)
+{
+    const int pixels = qRound(size * pixelRatio);
+    const QString key = u"calldesk/%1/%2/%3"_s.arg(name).arg(color.rgba()).arg(pixels);
+    QPixmap pixmap;
+    if (!QPixmapCache::find(key, &pixmap)) {
+        pixmap = drawn(inColor(source(name), color), pixels);
+        QPixmapCache::insert(key, pixmap);
+    }
+    pixmap.setDevicePixelRatio(pixelRatio);
+    return pixmap;
+}
+
+namespace {
+
+/// Draws an icon when it is shown and in that size only: a program start has no time for all sizes of every
+/// icon.
+class DrawingEngine : public QIconEngine
+{
+public:
+    DrawingEngine(QStringView name, const QColor &color) : m_name(name.toString()), m_color(color) {}
+
+    QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State) override
+    {
+        return drawing(size, mode, 1);
+    }
+    void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State) override
+    {
+        painter->drawPixmap(rect.topLeft(),
+                            drawing(rect.size(), mode, painter->device()->devicePixelRatioF()));
+    }
+    QIconEngine *clone() const override { return new DrawingEngine(*this); }
+    // Trays offer these to the desktop and no others.
+    QList<QSize> availableSizes(QIcon::Mode, QIcon::State) override
+    {
+        return {{16, 16}, {24, 24}, {32, 32}, {48, 48}, {64, 64}, {96, 96}};
+    }
+
+private:
+    QPixmap drawing(const QSize &size, QIcon::Mode mode, qreal pixelRatio) const
+    {
+        QColor color = m_color;
+        if (mode == QIcon::Disabled) {
+            color.setAlphaF(0.35F);
+        }
+        return themedPixmap(m_name, color, std::min(size.width(), size.height()), pixelRatio);
+    }
+
+    QString m_name;
+    QColor m_color;
+};
+
+} // namespace
+
 QIcon themedIcon(QStringView name, const QColor &color)
 {
-    const QByteArray svg = source(name);
-    QColor pale = color;
-    pale.setAlphaF(0.35F);
-    QIcon icon;
-    addDrawings(icon, inColor(svg, color), QIcon::Normal);
-    addDrawings(icon, inColor(svg, pale), QIcon::Disabled);
-    return icon;
+    return QIcon(new DrawingEngine(name, color));
 }
 
 QIcon programIcon()
 {
-    QIcon icon;
-    addDrawings(icon, source(u"calldesk"), QIcon::Normal);
-    return icon;
+    return QIcon(new DrawingEngine(u"calldesk", Qt::black)); // it has no line in the colour of texts
 }
 
 } // namespace appearance

@@ -4,6 +4,7 @@
 
 #include <QElapsedTimer>
 #include <QNetworkInterface>
+#include <QNetworkProxy>
 #include <QScopedValueRollback>
 
 using namespace Qt::StringLiterals;
@@ -17,6 +18,12 @@ constexpr int receiveBufferBytes = 4 << 20; // holds what arrives while a repain
 constexpr qsizetype maxWaitingBytes = 64 << 20; // beyond it datagrams wait in the socket
 constexpr int maxReceivedAtOnce = 1024;         // a few milliseconds
 constexpr qint64 turnBudgetMs = 8;              // then the event loop gets its turn to paint
+
+// A settings file may hold anything.
+quint16 portOf(qint32 setting)
+{
+    return setting > 0 && setting <= 0xFFFF ? quint16(setting) : Endpoint::standardPort;
+}
 
 qsizetype costOf(const Datagram &datagram)
 {
@@ -40,6 +47,7 @@ Endpoint::Endpoint(const Context &context, quint16 port, Handler handler)
     : m_context(context), m_port(port), m_handler(std::move(handler))
 {
     Winsock1.setObjectName(u"Winsock1"_s);
+    Winsock1.setProxy(QNetworkProxy::NoProxy); // asking the system for one would delay the start
     connect(&Winsock1, &QUdpSocket::readyRead, this, &Endpoint::receive);
     m_context.prompts.setClosedHandler([this] { handleLater(); });
 }
@@ -74,10 +82,10 @@ void Endpoint::chooseRemote()
         return;
     }
     m_remoteHost = QHostAddress(record.LastSenderIp.text());
-    m_remotePort = quint16(record.LastSenderPort);
+    m_remotePort = portOf(record.LastSenderPort);
     if (m_remoteHost.isNull()) {
         m_remoteHost = QHostAddress::AnyIPv4;
-        m_remotePort = quint16(record.LocalPort - 1);
+        m_remotePort = portOf(record.LocalPort) - 1;
     }
 }
 

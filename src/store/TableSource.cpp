@@ -16,6 +16,7 @@ TableSource::TableSource(std::shared_ptr<Database::Handle> handle, TableSelect s
 {
     if (!m_select.tail.isEmpty()) {
         readKeys(); // a wrong condition is an error of opening, not of the first move
+        m_position = 0;
     }
 }
 
@@ -39,12 +40,17 @@ qint64 TableSource::count()
     return static_cast<qint64>(m_keys->size());
 }
 
+/// Where a key stands, or would stand, among the keys.
+std::vector<qint64>::iterator TableSource::placeOf(qint64 key)
+{
+    return m_select.ordered ? std::ranges::find(*m_keys, key) : std::ranges::lower_bound(*m_keys, key);
+}
+
 qint64 TableSource::position()
 {
     if (!m_position) {
         readKeys();
-        const auto found = std::ranges::find(*m_keys, m_key.value_or(m_keys->empty() ? 0 : m_keys->front()));
-        m_position = found != m_keys->end() ? found - m_keys->begin() : -1;
+        m_position = placeOf(m_lastKey) - m_keys->begin();
     }
     return *m_position;
 }
@@ -59,6 +65,7 @@ void TableSource::standOn(qint64 position)
 void TableSource::standOnKey(std::optional<qint64> key)
 {
     m_key = key;
+    m_lastKey = key.value_or(m_lastKey);
     m_row.reset();
     m_position = key ? std::nullopt : std::optional<qint64>(-1);
 }
@@ -83,6 +90,9 @@ const QVariantList *TableSource::row()
 /// An index of the given name bears its table's name in front; a file made by other means may lack that.
 void TableSource::setIndex(const QString &name)
 {
+    if (!m_select.tail.isEmpty()) {
+        return Source::setIndex(name); // a seek would leave the rows chosen
+    }
     Statement columns = m_handle->prepare(u"select name from pragma_index_info(?)"_s);
     for (const QString &index : {m_select.table + u'_' + name, name}) {
         const StatementReset reset(columns);
@@ -158,10 +168,11 @@ void TableSource::insert(const QList<Field> &fields)
                           (fields.isEmpty() ? u" default values"_s
                                             : u" ("_s + names.join(u',') + u") values ("_s + marks + u')'),
                       values);
-    standOnKey(sqlite3_last_insert_rowid(m_handle->engine()));
+    const qint64 key = sqlite3_last_insert_rowid(m_handle->engine());
     if (m_keys) {
-        m_keys->push_back(*m_key);
+        m_keys->insert(m_select.ordered ? m_keys->end() : placeOf(key), key);
     }
+    standOnKey(key);
 }
 
 void TableSource::update(const QList<Field> &fields)
@@ -187,9 +198,12 @@ void TableSource::update(const QList<Field> &fields)
 void TableSource::remove()
 {
     const qint64 key = currentKey();
-    const qint64 gap = position();
     m_handle->execute(u"delete from "_s + bracketedTable() + u" where rowid=?"_s, {key});
-    std::erase(*m_keys, key);
+    std::optional<qint64> gap;
+    if (m_keys) {
+        gap = position();
+        std::erase(*m_keys, key);
+    }
     standOnKey({});
     m_position = gap;
 }

@@ -3,6 +3,7 @@
 #include "store/RecordsetSource.h"
 #include "store/SqlDialect.h"
 
+#include <limits>
 #include <optional>
 #include <vector>
 
@@ -32,6 +33,7 @@ public:
 
 private:
     void readKeys();
+    std::vector<qint64>::iterator placeOf(qint64 key);
     void standOnKey(std::optional<qint64> key);
     qint64 currentKey();
     QString bracketedTable() const { return u'[' + m_select.table + u']'; }
@@ -43,8 +45,9 @@ private:
     QStringList m_names;
     std::optional<Statement> m_seek;
     std::optional<std::vector<qint64>> m_keys;
-    std::optional<qint64> m_position; ///< nothing: not asked for yet, or found by Seek
-    std::optional<qint64> m_key;
+    std::optional<qint64> m_position;                      ///< nothing: not asked for yet, or found by Seek
+    std::optional<qint64> m_key;                           ///< of the row at hand
+    qint64 m_lastKey = std::numeric_limits<qint64>::min(); ///< of the row last stood on
     std::optional<QVariantList> m_row;
 };
 

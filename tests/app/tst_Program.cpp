@@ -6,6 +6,7 @@
 
 #include <QLabel>
 #include <QPlainTextEdit>
+#include <QTabWidget>
 #include <QUdpSocket>
 
 using namespace Qt::StringLiterals;
@@ -187,8 +188,9 @@ private Q_SLOTS:
         QTRY_COMPARE(desk.fileBytes(desk.paths.SmsFile), "<2026-11-21 09:30:15>  \r\nLunch is here\r\n\r\n");
         QCOMPARE(desk.fileBytes(desk.paths.SmsFolder + u"/SMS2026-11.txt"_s),
                  desk.fileBytes(desk.paths.SmsFile));
+        desk.window().findChild<QTabWidget *>(u"SSTab1"_s)->setCurrentIndex(2);
         const auto *box = desk.window().findChild<QPlainTextEdit *>(u"txtSMS"_s);
-        QVERIFY(box->toPlainText().contains(u"Lunch is here"_s));
+        QTRY_VERIFY(box->toPlainText().contains(u"Lunch is here"_s));
         for (const int size : {200, 203}) { // too short to be a message, and to hold its delimiters
             desk.send(QByteArray("SENDSMALLMESSAGE").leftJustified(size, ' '));
         }

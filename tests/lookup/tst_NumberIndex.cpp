@@ -84,7 +84,9 @@ private Q_SLOTS:
         QCOMPARE(desk.index.GetSnByPhoneNumber(u"0"), -1);
         QCOMPARE(desk.logMessages(), QStringList());
         QCOMPARE(desk.index.FindCustomerSnOfCaller(u"1"), -1);
-        QVERIFY(desk.logMessages().join(u'|').startsWith(u"!FindCustomerSnOfCaller "_s));
+        QCOMPARE(desk.logMessages(), QStringList());
+        QCOMPARE(desk.index.GetCustomerSnByPhoneNumber(u"1"), -1);
+        QVERIFY(desk.logMessages().join(u'|').startsWith(u"!GetCustomerSnByPhoneNumber "_s));
     }
 
     void aFailedLoadKeepsTheOldIndex()

@@ -9,6 +9,7 @@
 #include <QTableView>
 #include <QTest>
 #include <QToolButton>
+#include <QWindow>
 
 using namespace Qt::StringLiterals;
 using core::Window;
@@ -26,6 +27,11 @@ public:
     }
     void handleSampleCall() override { called.append(u"handleSampleCall"_s); }
     QString describeLastDatagram() override { return u"CallerID: 5550144"_s; }
+    bool eraseShortMessages() override
+    {
+        called.append(u"eraseShortMessages"_s);
+        return true;
+    }
 };
 
 core::CallRecord call(const QString &number, const QString &name, const QString &sn = {})
@@ -49,6 +55,7 @@ struct Forms : support::TestForms
         core::setGridDefaults(settings.record);
         desk.values.AppVersion = u"1.00C42"_s;
         desk.values.WordSeparator = u" "_s;
+        desk.values.OemMark = u"CD"_s;
         desk.values.ProductDisplayName = u"Corner Desk"_s;
         navigator.available = {Window::CallNotes, Window::CustomerList, Window::PhoneBook,
                                Window::Options,   Window::Help,         Window::SendMessage,
@@ -161,7 +168,8 @@ private Q_SLOTS:
         forms.open();
         const auto *sms = forms.find<QPlainTextEdit>("txtSMS");
         const auto *runInfo = forms.find<QPlainTextEdit>("txtRuninfo");
-        QVERIFY(sms->toPlainText().contains(u"Hello from Bo"_s));
+        forms.find<QTabWidget>("SSTab1")->setCurrentIndex(2);
+        QTRY_VERIFY(sms->toPlainText().contains(u"Hello from Bo"_s));
         forms.find<QTabWidget>("SSTab1")->setCurrentIndex(1);
         QTRY_VERIFY(runInfo->toPlainText().contains(u"[SysStarted]"_s));
         for (const bool ok : {false, true}) {
@@ -173,8 +181,8 @@ private Q_SLOTS:
         forms.find<QTabWidget>("SSTab1")->setCurrentIndex(2);
         forms.prompts.expect(true);
         forms.click("Command8");
-        QVERIFY(!QFile::exists(forms.desk.paths.SmsFile));
-        QCOMPARE(sms->toPlainText(), QString());
+        QCOMPARE(forms.commands.called, QStringList{u"eraseShortMessages"_s});
+        QTRY_COMPARE(sms->toPlainText(), QString());
         QCOMPARE(forms.prompts.asked.join(u' '), u"[AskDeleteRunlog] [AskDeleteRunlog] [AskDeleteSmsLog]"_s);
     }
 
@@ -201,7 +209,7 @@ private Q_SLOTS:
         forms.window->hide();
         forms.window->showForCall();
         QVERIFY(forms.window->isVisible());
-        QVERIFY(forms.window->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+        QVERIFY(forms.window->windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint));
         for (int tick = 1; tick <= 5; ++tick) {
             QCOMPARE(forms.autoHide.tick(), tick == 5);
         }
@@ -209,7 +217,7 @@ private Q_SLOTS:
         forms.window->hide();
         forms.window->showForCall();
         forms.click("Command3");
-        QVERIFY(!forms.window->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+        QVERIFY(!forms.window->windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint));
         QVERIFY(!forms.autoHide.isRunning());
         QTest::keyClick(forms.window.get(), Qt::Key_Escape); // the offscreen platform has no tray
         QVERIFY(forms.window->isVisible() && forms.window->isMinimized());
@@ -219,14 +227,14 @@ private Q_SLOTS:
     {
         Forms forms;
         const QSize full = forms.window->size();
-        forms.click("actSmallShape");
+        forms.click("cmdSmallShape");
         QVERIFY(forms.window->height() < full.height() / 2);
         QVERIFY(!forms.find<QWidget>("SSTab1")->isVisible());
         QVERIFY(forms.find<QPlainTextEdit>("txtLastCallerID")->isVisible());
-        forms.click("actFullShape");
+        forms.click("cmdFullShape");
         QCOMPARE(forms.window->size(), full);
         forms.window->showMaximized();
-        forms.click("actSmallShape");
+        forms.click("cmdSmallShape");
         QVERIFY(forms.find<QWidget>("SSTab1")->isVisible());
     }
 };

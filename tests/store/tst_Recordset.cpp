@@ -44,7 +44,7 @@ private Q_SLOTS:
         QVERIFY(rows.BOF());
     }
 
-    void aRowIsFoundByItsIndexAndChangedByItsKey()
+    void aRowIsFoundByItsIndexAndChangedOrDeletedByItsKey()
     {
         Recordset rows = m_database->OpenRecordset(u"Phonebook"_s);
         rows.setIndex(u"Simpledes"_s);
@@ -56,6 +56,12 @@ private Q_SLOTS:
         rows.setIndex(u"SN"_s);
         QVERIFY(rows.Seek(u"3"_s));
         QCOMPARE(rows.value(u"Telno"_s).toString(), u"1e5"_s);
+        QVERIFY(rows.Seek(2));
+        rows.Delete();
+        rows.MoveNext();
+        QCOMPARE(rows.value(u"SN"_s).toInt(), 3);
+        rows.MovePrevious();
+        QCOMPARE(rows.value(u"SN"_s).toInt(), 1);
         QVERIFY(!rows.Seek(u""_s));
         QVERIFY_THROWS_EXCEPTION(core::Error, rows.Edit());
     }

@@ -28,16 +28,21 @@ public:
     QString Lms(const QString &key) const override { return u'[' + key + u']'; }
 };
 
-/// Answers from a script and records what was asked. A prompt that no test announced fails the test.
+/// Answers from a script and records what was asked. A prompt that no test announced fails the test, and so
+/// does an announced one that never came.
 class FakePrompts : public core::Prompts
 {
 public:
+    FakePrompts() = default;
+    ~FakePrompts() override;
+    Q_DISABLE_COPY_MOVE(FakePrompts)
+
     /// Announces one prompt: its answer (for `tell` it is ignored) and what happens while it is open.
     void expect(bool ok = true, std::function<void()> whileOpen = {}) { m_script.append({ok, whileOpen}); }
 
     void tell(const QString &text) override { answer(text); }
     bool askOkCancel(const QString &text, const QString &) override { return answer(text); }
-    bool isOpen() const override { return m_open; }
+    bool isOpen() const override { return m_open > 0; }
 
     QStringList asked; ///< the texts, in order
 
@@ -50,7 +55,7 @@ private:
     bool answer(const QString &text);
 
     QList<Answer> m_script;
-    bool m_open = false;
+    int m_open = 0;
 };
 
 /// Records which windows were asked for; shows none.

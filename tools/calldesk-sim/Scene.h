@@ -13,8 +13,9 @@ struct SceneStep
     DatagramTemplate datagram;
 };
 
-/// A scene file: lines of a time and the options of one datagram (docs/formats.md). A step without a code
-/// page of its own gets `codePage`. Throws UsageError with the number of the line that is wrong.
+/// A scene file: lines of a time and the options of one datagram, as the help text of the program tells. A
+/// step without a code page of its own gets `codePage`. Throws UsageError with the number of the line that is
+/// wrong.
 std::vector<SceneStep> parseScene(const QString &text, const CodePageChoice &codePage);
 
 } // namespace sim
