@@ -1,9 +1,44 @@
+#include "lookup/ExistenceChecks.h"
 #include "lookup/PhoneNumbers.h"
 #include "support/Table.h"
 #include "support/TestDesk.h"
 
+#include <QRandomGenerator>
+
+#include <map>
+
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// A desk whose index on the numbers would put row 8 before row 3, were it read instead of the table.
+struct Desk : support::TestDesk
+{
+    lookup::NumberIndex index{paths, log};
+    support::KeyTexts texts;
+    support::FakePrompts prompts;
+    support::FakeNavigator navigator;
+    lookup::ExistenceChecks checks{{paths, log, index, texts, prompts, navigator}};
+
+    Desk()
+    {
+        runSql(paths.PhoneBookFile, u"create table phonebook (SN counter, Telno text);"
+                                    "create index Telno on phonebook (Telno);"
+                                    "insert into phonebook values (3, '9533-1234567, 13900000000'),"
+                                    " (8, '13900000000 word')"_s);
+        runSql(paths.CustomerFile,
+               u"create table customer (SN counter, CustomerName text, WorkPhones text,"
+               " ContactPersonMobile text, Fax text, ContactPersonHomePhones text);"
+               "insert into customer values (70000, 'Harbour Ltd', '11', null, '33 22', '44'),"
+               " (70001, 'Bay', null, '22', '', '13900000000')"_s);
+        index.LoadPhoneNumberSNArray();
+        index.LoadCustomerPhoneNumberSnArray();
+    }
+};
+
+} // namespace
+
+/// The road of a number: out of a text, into the index, and to the row that holds it.
 class tst_PhoneNumbers : public QObject
 {
     Q_OBJECT
@@ -34,17 +69,94 @@ private Q_SLOTS:
         const auto given = separator.isNull() ? std::nullopt : std::optional(separator);
         const lookup::PhoneNumberList list = lookup::SplitPhoneNumber(desk.log, text, given);
         QTEST(QStringList(list.Items.begin(), list.Items.begin() + list.Count).join(u'/'), "pieces");
-        QCOMPARE(std::count(list.Items.begin(), list.Items.end(), QString()), 101 - list.Count);
+        QCOMPARE(desk.logMessages(), QStringList());
+        for (const QString &tooMuch : {u"7 "_s.repeated(101) + u'7', QString(32768, u'7')}) {
+            QCOMPARE(lookup::SplitPhoneNumber(desk.log, tooMuch).Count, 0);
+            QVERIFY(desk.logMessages().last().startsWith(u"!SplitPhoneNumber "_s));
+        }
+    }
+
+    // Few digits make many duplicates and many numbers that differ in one place only.
+    void theFirstOfEqualNumbersIsFoundAndNoneThatDiffers()
+    {
+        QRandomGenerator random(4711);
+        lookup::NumberEntries entries;
+        std::map<QString, qint32> first;
+        for (qint32 sn = 1; sn <= 20000; ++sn) {
+            const QString number =
+                QString::number(random.bounded(10000)).rightJustified(random.bounded(4, 42), u'0');
+            entries.append(u'(' + number.left(3) + u")-"_s + number.mid(3), sn);
+            first.try_emplace(number, sn);
+        }
+        entries.finish();
+        for (const auto &[number, sn] : first) {
+            QCOMPARE(entries.find(number), sn);
+            const QChar lowByteSame(number.back().unicode() + 0x100);
+            for (const QString &other :
+                 {QString(number + u' '), QString(u'1' + number), number.chopped(1) + lowByteSame}) {
+                QCOMPARE(entries.find(other), -1);
+            }
+        }
+    }
+
+    void numbersLeadToTheFirstRowThatHoldsThem()
+    {
+        const Desk desk;
+        QCOMPARE(desk.index.GetSnByPhoneNumber(u"95331234567"), 3);
+        QCOMPARE(desk.index.GetSnByPhoneNumber(u"13900000000"), 3);
+        QCOMPARE(desk.index.GetSnByPhoneNumber(u""), 8); // the word, which holds no digit
+        QCOMPARE(desk.index.GetSnByPhoneNumber(u"11"), -1);
+        for (const QString &number : {u"11"_s, u"22"_s, u"33"_s, u"44"_s}) {
+            QCOMPARE(desk.index.GetCustomerSnByPhoneNumber(number), 70000);
+        }
+        QCOMPARE(desk.index.FindCustomerSnOfCaller(u"13900000000"), 70001);
+        QCOMPARE(desk.index.FindCustomerSnOfCaller(u"1-1"), -1);
         QCOMPARE(desk.logMessages(), QStringList());
     }
 
-    void whatDoesNotFitGivesNothingAndIsLogged()
+    void anEmptyTableGivesOneBlankEntryAndAFailedLoadKeepsTheOldIndex()
     {
-        support::TestDesk desk;
-        for (const QString &text : {u"7 "_s.repeated(101) + u'7', QString(32768, u'7')}) {
-            QCOMPARE(lookup::SplitPhoneNumber(desk.log, text).Count, 0);
-            QVERIFY(desk.logMessages().last().startsWith(u"!SplitPhoneNumber "_s));
+        Desk desk;
+        desk.runSql(desk.paths.PhoneBookFile, u"delete from phonebook"_s);
+        desk.index.LoadPhoneNumberSNArray();
+        QCOMPARE(desk.index.GetSnByPhoneNumber(u""), 0);
+        QCOMPARE(desk.index.GetSnByPhoneNumber(u"95331234567"), -1);
+        QCOMPARE(desk.logMessages(), QStringList());
+        for (const QString &spoil : {u"alter table customer drop column Fax"_s, u"drop table customer"_s}) {
+            desk.runSql(desk.paths.CustomerFile, spoil);
+            desk.index.LoadCustomerPhoneNumberSnArray();
+            QVERIFY(desk.logMessages().last().startsWith(u"!LoadCustomerPhoneNumberSnArray "_s));
+            QCOMPARE(desk.index.FindCustomerSnOfCaller(u"33"), 70000);
         }
+    }
+
+    void aKnownNumberIsToldAndItsOwnerShown()
+    {
+        Desk desk;
+        QCOMPARE(desk.checks.IfNumbersExistInSimplePhoneBook(u"333, 22"_s), u"NO"_s);
+        QCOMPARE(desk.checks.IfNumbersExistInSimplePhoneBook(u""_s), u""_s);
+        QCOMPARE(desk.navigator.shown, QStringList());
+        desk.prompts.expect();
+        QCOMPARE(desk.checks.IfNumbersExistInSimplePhoneBook(u"999, 95331-234567 11"_s), u""_s);
+        desk.prompts.expect();
+        QCOMPARE(desk.checks.IfThePhoneNumberExistInCustomer(u"(33)"_s), u""_s);
+        QCOMPARE(desk.prompts.asked, QStringList(2, u"[ThePhoneNumberExists]"_s));
+        QCOMPARE(desk.navigator.shown.join(u'|'),
+                 u"showPhoneBook Select * from phonebook where sn = 3|"
+                 "showCustomerList Select * from customer where sn = 70000"_s);
+    }
+
+    void aCustomerIsFoundByPartOfTheName()
+    {
+        Desk desk;
+        for (const auto &[name, answer] :
+             {std::pair(u"BOUR"_s, u"Select * from customer where  customername like '*BOUR*'"_s),
+              {u"H%r"_s, u"NO"_s},
+              {u""_s, u""_s},
+              {u"O'Brien"_s, u""_s}}) {
+            QCOMPARE(desk.checks.IfTheCustumerExist(name), answer);
+        }
+        QVERIFY(desk.logMessages().join(u'|').startsWith(u"!IfTheCustumerExist "_s)); // by the apostrophe
     }
 };
 

@@ -16,21 +16,24 @@ QByteArray unitRecord()
            QByteArray(">").leftJustified(43) + QByteArray("10.1.2.3").leftJustified(15);
 }
 
-QByteArray fullRecord(int codePage, const QString &line)
+sim::CallFields sampleCall(const QString &line)
 {
     sim::CallFields fields;
     fields.channel = u"012"_s;
     fields.time = u"2026-11-21 09:30:15"_s;
     fields.line = line;
     fields.number = u"02087654321"_s;
-    fields.name = u"Ada"_s;
+    fields.name = line.left(15);
     fields.match = u"SPB7"_s;
     fields.ip = u"10.1.2.3"_s;
     fields.blackList = u"N"_s;
     fields.vip = u"Y"_s;
+    fields.tailTime = u"2026-11-20 10:42"_s;
+    fields.tailExt = u"201"_s;
+    fields.tailTel = u"5035550106"_s;
     fields.rawCid = u"123"_s;
     fields.detail = u"one [two] three"_s;
-    return sim::callRecord(fields, sim::CodePageChoice(codePage));
+    return fields;
 }
 
 core::CallRecord parsed(const QByteArray &bytes, int number)
@@ -58,56 +61,105 @@ class tst_Records : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void fieldsAreCutByColumns_data()
-    {
-        const support::Table<QString, int, int, QString> row("text", "start", "width", "field");
-        row("double bytes", u"中文abc"_s, 5, 2, u"ab"_s);
-        row("second byte inside", u"a中b"_s, 3, 2, u"中b"_s);
-        row("second byte outside", u"a中b"_s, 1, 2, u"a"_s);
-        row("pair of surrogates", u"a🙂b"_s, 2, 2, u"🙂"_s);
-        row("beyond the end", u"abc"_s, 3, 30, u"c"_s);
-        row("behind the end", u"abc"_s, 4, 30, u""_s);
-        row("less than none", u"abc"_s, 144, -141, u""_s);
-    }
     void fieldsAreCutByColumns()
     {
-        QFETCH(QString, text);
-        QFETCH(int, start);
-        QFETCH(int, width);
-        QTEST(reception::MidByCols(text, start, width), "field");
         QCOMPARE(reception::ByteColumns(u"\u00FE\u00FF\u4E2D🙂"), 7);
+        QCOMPARE(reception::MidByCols(u"中文abc"_s, 5, 2), u"ab"_s);
+        QCOMPARE(reception::MidByCols(u"a中b"_s, 3, 2), u"中b"_s); // from its second byte on
+        QCOMPARE(reception::MidByCols(u"a中b"_s, 1, 2), u"a"_s);
+        QCOMPARE(reception::MidByCols(u"a🙂b"_s, 2, 2), u"🙂"_s);
+        QCOMPARE(reception::MidByCols(u"abc"_s, 3, 30), u"c"_s);
+        QCOMPARE(reception::MidByCols(u"abc"_s, 4, 30), QString());
+        QCOMPARE(reception::MidByCols(u"abc"_s, 144, -141), QString());
     }
 
-    void aRecordIsReadFieldByField()
+    void theWriterLaysEveryFieldInItsByteColumns()
     {
-        const QString full =
-            u"02087654321|2026-11-21 09:30:15|012|%1|Ada|one [two|7|PHONEBOOK|Y|N|123|10.1.2.3"_s;
+        const sim::CodePageChoice gbk(936);
+        const QString middle(28, QChar(0x4E2D)); // fills every field
+        const QByteArray record = sim::callRecord(sampleCall(middle), gbk);
+        const std::tuple<int, int, QByteArray> expected[] = {{1, 6, "<CRMV1"},
+                                                             {7, 16, ""},
+                                                             {23, 8, "012"},
+                                                             {31, 19, "2026-11-21 09:30:15"},
+                                                             {50, 28, gbk.encode(middle.left(14))},
+                                                             {78, 30, "02087654321"},
+                                                             {108, 5, "   > "},
+                                                             {113, 30, gbk.encode(middle.left(15))},
+                                                             {143, 1, ""},
+                                                             {144, 10, "SPB7"},
+                                                             {154, 30, "10.1.2.3"},
+                                                             {184, 10, "N"},
+                                                             {194, 10, "Y"},
+                                                             {204, 16, "2026-11-20 10:42"},
+                                                             {220, 8, "201"},
+                                                             {228, 15, "5035550106"}};
+        for (const auto &[first, width, text] : expected) {
+            QCOMPARE(record.mid(first - 1, width), text.leftJustified(width));
+        }
+        QCOMPARE(record.mid(242), "{RAWCID:[123]}{DETAILDES:[one [two] three]}"_ba);
+        sim::CallFields bare;
+        QCOMPARE(sim::callRecord(bare, {}).size(), 203);
+        bare.detail = u"Owner"_s;
+        QCOMPARE(sim::callRecord(bare, {}).mid(203), "{RAWCID:[]}{DETAILDES:[Owner]}"_ba);
+    }
+
+    void theParserReadsEveryFieldBack_data()
+    {
+        const support::Table<QString, int, QString, QString> row("page", "receiver", "line", "read");
+        row("Chinese in UTF-8", u"utf-8"_s, 1252, u"总机（前台）"_s, u"总机（前台）"_s);
+        row("to a Chinese desk", u"utf-8"_s, 936, u"总机（前台）"_s, u"总机（前台）"_s);
+        row("emoji in UTF-8", u"utf-8"_s, 1252, u"☎😀"_s, u"☎😀"_s);
+        row("Chinese, middle dot", u"936"_s, 936, u"艾山·买提"_s, u"艾山·买提"_s);
+        row("Japanese, half-width", u"932"_s, 932, u"ｴｲｷﾞｮｳ営業"_s, u"ｴｲｷﾞｮｳ営業"_s);
+        row("Arabic", u"1256"_s, 1256, u"مكتب"_s, u"مكتب"_s);
+        row("cut before half a character", u"936"_s, 936, u"a"_s + QString(15, u'中'),
+            u"a"_s + QString(13, u'中'));
+        row("cut before half a face", u"utf-8"_s, 1252, u"a"_s + u"😀"_s.repeated(15),
+            u"a"_s + u"😀"_s.repeated(13));
+    }
+    void theParserReadsEveryFieldBack()
+    {
+        QFETCH(QString, page);
+        QFETCH(int, receiver);
+        QFETCH(QString, line);
+        QFETCH(QString, read);
+        const sim::CallFields fields = sampleCall(line);
+        const QByteArray bytes = sim::callRecord(fields, sim::CodePageChoice::named(page).value());
+        QCOMPARE(fieldsOf(parsed(bytes, receiver)),
+                 u"02087654321|2026-11-21 09:30:15|012|%1|%2|one [two|7|PHONEBOOK|Y|N|123|10.1.2.3"_s.arg(
+                     read, fields.name));
+        QCOMPARE(parsed(bytes, receiver).Tail.right(15).trimmed(), fields.tailTel);
+    }
+
+    void aRecordAsUnitsSendItIsReadToo()
+    {
         QCOMPARE(fieldsOf(parsed(unitRecord(), 1252)),
                  u"5550199|2009-08-08 12:51:33|007|5550101||||||||10.1.2.3"_s);
-        QCOMPARE(fieldsOf(parsed(fullRecord(936, u"艾山·买提"_s), 936)), full.arg(u"艾山·买提"_s));
-        QCOMPARE(fieldsOf(parsed(fullRecord(932, u"ｴｲｷﾞｮｳ営業"_s), 932)), full.arg(u"ｴｲｷﾞｮｳ営業"_s));
-        const QByteArray half = fullRecord(936, u"x"_s).replace(49 + 27, 1, "\xCF");
-        QCOMPARE(fieldsOf(parsed(half, 936)), full.arg(u"x"_s.leftJustified(27) + u'?'));
+        const QByteArray half = unitRecord().replace(50 + 26, 1, "\xCF");
+        QCOMPARE(parsed(half, 936).LineNo, u"5550101"_s + QString(19, u' ') + u'?');
+        QCOMPARE(parsed(half, 936).CallerID, u"5550199"_s);
     }
 
     void theSendersMatchTellsItsDatabase()
     {
-        for (const auto &[match, id] : {std::pair(u"SPB12"_s, u"PHONEBOOK 12 12"_s),
-                                        {u" 0012"_s, u"CUSTOMER 0012 12"_s},
-                                        {u""_s, u"  0"_s},
-                                        {u"SPB"_s, u"PHONEBOOK  0"_s},
-                                        {u"spb-1 2"_s, u"CUSTOMER 12 12"_s},
-                                        {u"9999999999"_s, u"CUSTOMER 9999999999 0"_s}}) {
+        QStringList rows;
+        for (const QString &match :
+             {u"SPB12"_s, u" 0012"_s, u""_s, u"SPB"_s, u"spb-1 2"_s, u"9999999999"_s}) {
             sim::CallFields fields;
             fields.match = match;
             const core::CallRecord record = parsed(sim::callRecord(fields, {}), 1252);
-            QCOMPARE(u"%1 %2 %3"_s.arg(record.Source, record.SnText).arg(record.SN), id);
+            rows.append(record.Source + record.SnText + u'=' + QString::number(record.SN));
         }
+        QCOMPARE(rows.join(u'|'), u"PHONEBOOK12=12|CUSTOMER0012=12|=0|PHONEBOOK=0|CUSTOMER12=12|"
+                                  "CUSTOMER9999999999=0"_s);
     }
 
     void aCutRecordReadsAsIfBlanksFollowed()
     {
-        const QByteArray whole = fullRecord(936, u"销售一部"_s).first(203) + QByteArray(57, 'T');
+        const QByteArray whole =
+            sim::callRecord(sampleCall(u"销售一部"_s), sim::CodePageChoice(936)).first(203) +
+            QByteArray(57, 'T');
         for (qsizetype length = 0; length <= whole.size(); ++length) {
             const core::CallRecord record = parsed(whole.first(length), 936);
             const QByteArray padded = whole.first(length).leftJustified(whole.size());
@@ -118,14 +170,12 @@ private Q_SLOTS:
 
     void aParameterEndsAtTheFirstBracket()
     {
-        for (const auto &[text, value] : {std::pair(u"{RAWCID:[123]}"_s, u"123"_s),
-                                          {u"{rawcid:[123]}"_s, u""_s},
-                                          {u"{RAWCID]:[123]}"_s, u""_s},
-                                          {u"RAWCID:[1[2"_s, u"1[2"_s},
-                                          {u"RAWCID:12"_s, u""_s},
-                                          {u"{RAWCID:[1]}{RAWCID:[2]}"_s, u"1"_s}}) {
-            QCOMPARE(reception::GetTcpCmdPara(text, "RAWCID"_L1), value);
+        QStringList values;
+        for (const QString &text : {u"{RAWCID:[123]}"_s, u"{rawcid:[123]}"_s, u"{RAWCID]:[123]}"_s,
+                                    u"RAWCID:[1[2"_s, u"RAWCID:12"_s, u"{RAWCID:[1]}{RAWCID:[2]}"_s}) {
+            values.append(reception::GetTcpCmdPara(text, "RAWCID"_L1));
         }
+        QCOMPARE(values.join(u'|'), u"123|||1[2||1"_s);
     }
 };
 

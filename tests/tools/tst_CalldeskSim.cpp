@@ -1,9 +1,8 @@
 #include "ToolRun.h"
 #include "support/Table.h"
+#include "support/TestDesk.h"
 
-#include <QFile>
 #include <QNetworkDatagram>
-#include <QTemporaryDir>
 #include <QUdpSocket>
 
 using namespace Qt::StringLiterals;
@@ -29,9 +28,9 @@ class tst_CalldeskSim : public QObject
         }
         return datagrams;
     }
-    QString makeFile(const QString &content) const
+    QString makeFile(const QString &name, const QString &content) const
     {
-        QFile file(m_folder.filePath(u"file.txt"_s));
+        QFile file(m_folder.filePath(name));
         const bool made = file.open(QIODevice::WriteOnly) && file.write(content.toUtf8()) >= 0;
         return made ? file.fileName() : QString();
     }
@@ -85,21 +84,40 @@ private Q_SLOTS:
 
     void aSceneIsPlayedStepByStep()
     {
-        const QString scene =
-            makeFile(u"0 --say \"First caller\" --number 1\n+0.01 --say Status --channel-status idle\n"_s);
+        const QString scene = makeFile(
+            u"scene"_s, u"# a comment\r\n0 --say \"First caller\" --number 1 --vip --black-list N\r\n"
+                        "\r\n+0.01 --say Status --channel-status idle\r\n0.02 --shutdown"_s);
         const ToolRun result = runTool(PROGRAM, toUs(u"--quiet --scene "_s + scene));
         QCOMPARE(result.status, 0);
         QVERIFY(result.output.indexOf(u">  First caller\n"_s) < result.output.indexOf(u">  Status\n"_s));
-        const QList<QByteArray> datagrams = received(2);
-        QVERIFY(datagrams.value(0).startsWith("<CRMV1"));
+        const QList<QByteArray> datagrams = received(3);
+        QCOMPARE(datagrams.value(0).mid(183).simplified(), "N Y"_ba);
         QVERIFY(datagrams.value(1).endsWith(" idle"));
+        QVERIFY(datagrams.value(2).startsWith("SHUTDOWNALL "));
     }
 
     void whatIsPrintedCanBeReplayed()
     {
         const ToolRun printed = runTool(PROGRAM, u"--text \"call {n}\\r\\n\" --count 3 --print"_s);
-        QCOMPARE(runTool(PROGRAM, toUs(u"--rate 0 --replay "_s + makeFile(printed.output))).status, 0);
+        const QString capture = makeFile(u"capture"_s, printed.output);
+        QCOMPARE(runTool(PROGRAM, toUs(u"--rate 0 --replay "_s + capture)).status, 0);
         QCOMPARE(received(3), QList<QByteArray>({"call 1\r\n", "call 2\r\n", "call 3\r\n"}));
+    }
+
+    void aRunLogGivesBackItsDatagramsOnce()
+    {
+        support::TestDesk desk;
+        const QString call = u"<CRMV1  first call  "_s; // the blanks at its end belong to it
+        const QString status = u"CHANNELSTATUS"_s.leftJustified(50) + u"idle"_s;
+        for (const QString &entry : {u"IP State 4"_s, call, call, call, call, // the same call came twice
+                                     u"<CID       5550100"_s, u"<CRMV1 a\r\nb"_s,
+                                     u"!winsock1 DataArrival 5 text"_s, // a call that was not handled
+                                     u"SHUTDOWNALL"_s, status, status, u"garbage"_s}) {
+            desk.log.WriteRunLog(entry);
+        }
+        const ToolRun printed = runTool(PROGRAM, u"--print --replay "_s + desk.paths.RunLogFile);
+        QCOMPARE(printed.output.split(u'\n'), QStringList({call, call, u"<CID       5550100"_s,
+                                                           u"<CRMV1 a\u240D\u240Ab"_s, status, QString()}));
     }
 
     void itPrintsWhatTheProgramSendsBack()
@@ -130,6 +148,9 @@ private Q_SLOTS:
     void failuresAreToldInWordsAndByTheExitStatus_data()
     {
         const support::Table<QString, int, QString> row("options", "status", "told");
+        const auto inScene = [&](const QString &steps) {
+            return u"--scene "_s + makeFile(steps.left(1), u"# comment\n"_s + steps);
+        };
         row("nothing", u""_s, 2, u"nothing to send"_s);
         row("unknown option", u"--nummer 5"_s, 2, u"nummer"_s);
         row("stray word", u"--number 5 6"_s, 2, u"\"6\""_s);
@@ -139,6 +160,9 @@ private Q_SLOTS:
         row("code page", u"--number 5 --code-page 12"_s, 2, u"--code-page"_s);
         row("two datagrams", u"--number 5 --message hi"_s, 2, u"cannot be several"_s);
         row("two sources", u"--number 5 --replay x"_s, 2, u"exclude"_s);
+        row("scene: time", inScene(u"soon --shutdown"_s), 2, u"line 2: \"soon\" is no time"_s);
+        row("scene: order", inScene(u"5 --shutdown\n4 --shutdown"_s), 2, u"line 3: the time goes back"_s);
+        row("scene: no datagram", inScene(u"1 --say hello"_s), 2, u"line 2: this step sends nothing"_s);
         row("no such file", u"--replay /no/such/file"_s, 1, u"/no/such/file"_s);
         row("too large", u"--text "_s + QString(65508, u'x'), 1, u"65507"_s);
         row("foreign address", u"--shutdown --from 192.0.2.1"_s, 1, u"192.0.2.1"_s);
