@@ -1,12 +1,8 @@
 #include "DeskFiles.h"
 #include "RecordWriter.h"
 #include "app/Program.h"
-#include "support/Table.h"
 #include "support/TestForms.h"
 
-#include <QLabel>
-#include <QPlainTextEdit>
-#include <QTabWidget>
 #include <QUdpSocket>
 
 using namespace Qt::StringLiterals;

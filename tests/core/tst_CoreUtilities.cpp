@@ -1,6 +1,5 @@
 #include "core/TextFiles.h"
 #include "core/TextUtilities.h"
-#include "support/Table.h"
 #include "support/TestDesk.h"
 
 using namespace Qt::StringLiterals;

@@ -1,5 +1,4 @@
 #include "core/RunLog.h"
-#include "support/Table.h"
 #include "support/TestDesk.h"
 
 using namespace Qt::StringLiterals;

@@ -1,20 +1,5 @@
 #include "language/FormTranslator.h"
-#include "support/Table.h"
-#include "support/TestDesk.h"
-
-#include <QApplication>
-#include <QDialog>
-#include <QGroupBox>
-#include <QHeaderView>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QMenuBar>
-#include <QPushButton>
-#include <QTabWidget>
-#include <QTableWidget>
-#include <QToolBar>
-#include <QToolButton>
+#include "support/TestForms.h"
 
 using namespace Qt::StringLiterals;
 

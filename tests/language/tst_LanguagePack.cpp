@@ -1,7 +1,6 @@
 #include "language/LanguageChoice.h"
 #include "language/LanguagePack.h"
 #include "store/Database.h"
-#include "support/Table.h"
 #include "support/TestDesk.h"
 
 using namespace Qt::StringLiterals;

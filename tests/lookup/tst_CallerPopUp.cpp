@@ -1,12 +1,5 @@
 #include "lookup/CallerPopUp.h"
-#include "support/Table.h"
 #include "support/TestForms.h"
-
-#include <QLabel>
-#include <QLineEdit>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QScreen>
 
 using namespace Qt::StringLiterals;
 

@@ -1,6 +1,5 @@
 #include "lookup/ExistenceChecks.h"
 #include "lookup/PhoneNumbers.h"
-#include "support/Table.h"
 #include "support/TestDesk.h"
 
 #include <QRandomGenerator>

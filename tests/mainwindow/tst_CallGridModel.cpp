@@ -3,7 +3,6 @@
 
 #include <QAbstractItemModelTester>
 #include <QRandomGenerator>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 using mainwindow::CallGridModel;

@@ -1,16 +1,6 @@
 #include "mainwindow/FrmMain.h"
 #include "support/TestForms.h"
 
-#include <QAction>
-#include <QClipboard>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QTabWidget>
-#include <QTableView>
-#include <QTest>
-#include <QToolButton>
-#include <QWindow>
-
 using namespace Qt::StringLiterals;
 using core::Window;
 

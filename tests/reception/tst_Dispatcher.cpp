@@ -1,6 +1,5 @@
 #include "RecordWriter.h"
 #include "reception/Dispatcher.h"
-#include "support/Table.h"
 #include "support/TestDesk.h"
 
 using namespace Qt::StringLiterals;
@@ -11,37 +10,30 @@ namespace {
 class RecordedEffects : public reception::CallEffects
 {
 public:
-    bool callerPopsUp(const QString &number) override
-    {
-        causes.append(u"asked for "_s + number);
-        return popsUp;
-    }
+    bool callerPopsUp(const QString &number) override { return note(u"asked for "_s + number) && popsUp; }
     QString GetArea(const QString &) override { return u"London"_s; }
-    void setMainWindowNormal() override { causes.append(u"normal"_s); }
-    void showMainWindow() override { causes.append(u"window"_s); }
-    void ShowCallerID_tarn(const core::CallRecord &record) override
-    {
-        causes.append(u"row "_s + record.CallerID);
-    }
+    void setMainWindowNormal() override { note(u"normal"_s); }
+    void showMainWindow() override { note(u"window"_s); }
+    void ShowCallerID_tarn(const core::CallRecord &record) override { note(u"row "_s + record.CallerID); }
     void showLastCaller(const QString &text) override { lastCaller = text; }
-    void ShowPopup(const core::CallRecord &record) override
-    {
-        causes.append(u"popup "_s + record.CallerID);
-        if (fails) {
-            throw core::Error(7, u"out of memory"_s);
-        }
-    }
-    void ShowSmallMessage(const QString &text) override { causes.append(u"message "_s + text.trimmed()); }
-    bool byebye(const QString &prompt) override
-    {
-        causes.append(u"byebye "_s + prompt);
-        return true;
-    }
+    void ShowPopup(const core::CallRecord &record) override { note(u"popup "_s + record.CallerID); }
+    void ShowSmallMessage(const QString &text) override { note(u"message "_s + text.trimmed()); }
+    bool byebye(const QString &prompt) override { return note(u"byebye "_s + prompt); }
 
     bool popsUp = false;
     bool fails = false;
     QStringList causes;
     QString lastCaller;
+
+private:
+    bool note(const QString &cause)
+    {
+        causes.append(cause);
+        if (fails) {
+            throw core::Error(7, u"out of memory"_s);
+        }
+        return true;
+    }
 };
 
 struct Reception : support::TestDesk
@@ -126,9 +118,7 @@ private Q_SLOTS:
         row("refresh", "REFRESHCUSTOMERLIST", u""_s, 1);
         row("leading blank", ' ' + call(), u""_s, 1);
         row("other magic", "<crmv1", u""_s, 1);
-        row("one character", "<", u""_s, 1);
         row("empty", "", u""_s, 1);
-        row("all NUL", QByteArray(300, '\0'), u""_s, 1);
         row("largest", QByteArray(65507, '\x81'), u""_s, 1);
         row("escapes, line breaks", "\x1B[2J\r\n<2026-11-21 09:30:15>  x", u""_s, 1);
         row("markup", "<CRMV1<img src='/etc/passwd'>", u"asked for "_s, 2);
@@ -161,7 +151,7 @@ private Q_SLOTS:
     }
 
     // The filter counts characters: behind two double-byte ones it begins two characters into the number.
-    void theFilterReadsTheNumberByCharacters()
+    void theFilterReadsTheNumberByCharactersAndMayFail()
     {
         Reception reception;
         reception.receive(call(u"销售"_s));

@@ -1,8 +1,6 @@
 #include "reception/Endpoint.h"
 #include "support/TestDesk.h"
 
-#include <QTest>
-
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -179,16 +177,6 @@ private Q_SLOTS:
             }
             QTRY_COMPARE(reception.handled, numbers(1, 9));
         }
-    }
-
-    void aClosedEndpointHandlesNothingMore()
-    {
-        Reception reception;
-        reception.whileHandling = [&] { reception.endpoint->close(); };
-        reception.send(numbers(1, 3));
-        QTRY_COMPARE(reception.handled.size(), 1);
-        letEventsCome();
-        QCOMPARE(reception.handled.size(), 1);
     }
 };
 

@@ -16,24 +16,16 @@ QByteArray unitRecord()
            QByteArray(">").leftJustified(43) + QByteArray("10.1.2.3").leftJustified(15);
 }
 
+/// Every field of a call, in the order in which they are declared.
 sim::CallFields sampleCall(const QString &line)
 {
-    sim::CallFields fields;
-    fields.channel = u"012"_s;
-    fields.time = u"2026-11-21 09:30:15"_s;
-    fields.line = line;
-    fields.number = u"02087654321"_s;
-    fields.name = line.left(15);
-    fields.match = u"SPB7"_s;
-    fields.ip = u"10.1.2.3"_s;
-    fields.blackList = u"N"_s;
-    fields.vip = u"Y"_s;
-    fields.tailTime = u"2026-11-20 10:42"_s;
-    fields.tailExt = u"201"_s;
-    fields.tailTel = u"5035550106"_s;
-    fields.rawCid = u"123"_s;
-    fields.detail = u"one [two] three"_s;
-    return fields;
+    return {u"012"_s,      u"2026-11-21 09:30:15"_s,
+            line,          u"02087654321"_s,
+            line.left(15), u"SPB7"_s,
+            u"10.1.2.3"_s, u"N"_s,
+            u"Y"_s,        u"2026-11-20 10:42"_s,
+            u"201"_s,      u"5035550106"_s,
+            u"123"_s,      u"one [two] three"_s};
 }
 
 core::CallRecord parsed(const QByteArray &bytes, int number)
@@ -44,13 +36,11 @@ core::CallRecord parsed(const QByteArray &bytes, int number)
 
 QString fieldsOf(const core::CallRecord &record)
 {
-    return QStringList{record.CallerID,  record.IncomingTime.trimmed(),
-                       record.Channel,   record.LineNo,
-                       record.SimpleDes, record.DetailDes,
-                       record.SnText,    record.Source,
-                       record.IfVIP,     record.IfInBlackList,
-                       record.RawCid,    record.SenderIp}
-        .join(u'|');
+    const QStringList caller = {record.CallerID, record.IncomingTime.trimmed(), record.Channel,
+                                record.LineNo};
+    const QStringList about = {record.SimpleDes, record.DetailDes, record.SnText, record.Source,
+                               record.IfVIP};
+    return (caller + about + QStringList{record.IfInBlackList, record.RawCid, record.SenderIp}).join(u'|');
 }
 
 } // namespace

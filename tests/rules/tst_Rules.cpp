@@ -159,14 +159,8 @@ private Q_SLOTS:
         row("the door itself", u"src/core/QtPrompts.cpp"_s, u"#include <QMessageBox>"_s, false);
         row("condition", u"tools/a/main.cpp"_s, u"  # ifdef _WIN32"_s, true);
         row("condition in its place", u"src/core/platform_unix.cpp"_s, u"#if defined(Q_OS_MACOS)"_s, false);
-        row("number", u"README.md"_s,
-            u"as Pa"
-            "rt 2.1 tells"_s,
-            true);
-        row("word", u"src/app/A.h"_s,
-            u"/// see the sp"
-            "ecification"_s,
-            true);
+        row("number", u"README.md"_s, u"as P\u0061rt 2.1 tells"_s, true);
+        row("word", u"src/app/A.h"_s, u"/// see the sp\u0065cification"_s, true);
         row("another word", u"src/app/A.h"_s, u"/// the special part of it"_s, false);
         row("later", u"src/app/A.cpp"_s, u"// todo: later"_s, true);
         row("a function of Qt", u"src/app/A.cpp"_s, u"edit->setPlaceholderText(text);"_s, false);

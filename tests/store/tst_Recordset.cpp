@@ -1,8 +1,6 @@
 #include "store/Connection.h"
 #include "support/TestDesk.h"
 
-#include <QTest>
-
 using namespace Qt::StringLiterals;
 using store::Recordset;
 

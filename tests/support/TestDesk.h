@@ -4,6 +4,7 @@
 #include "core/ProcessValues.h"
 #include "core/RunLog.h"
 #include "support/Fakes.h"
+#include "support/Table.h"
 
 #include <QTemporaryDir>
 

@@ -7,7 +7,7 @@
 #include "language/FormTranslator.h"
 #include "support/TestDesk.h"
 
-#include <QApplication>
+#include <QtWidgets>
 
 namespace support {
 

@@ -5,7 +5,6 @@
 #include "core/TextUtilities.h"
 #include "lookup/PhoneNumbers.h"
 #include "store/Database.h"
-#include "support/Table.h"
 #include "support/TestDesk.h"
 
 using namespace Qt::StringLiterals;

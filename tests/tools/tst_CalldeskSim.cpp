@@ -1,5 +1,4 @@
 #include "ToolRun.h"
-#include "support/Table.h"
 #include "support/TestDesk.h"
 
 #include <QNetworkDatagram>
