@@ -1,103 +1,12 @@
-#include "DeskFiles.h"
-#include "RecordWriter.h"
-#include "app/Program.h"
+#include "ProgramDesk.h"
 #include "store/Database.h"
-#include "support/Fakes.h"
 
-#include <QApplication>
-#include <QFile>
 #include <QLabel>
-#include <QPlainTextEdit>
 #include <QTabWidget>
-#include <QTemporaryDir>
 #include <QTest>
-#include <QUdpSocket>
 #include <QtEndian>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-constexpr int vipSn = 1;     // of the sample desk: pop-up flag set
-constexpr int silentSn = 16; // pop-up flag off
-const QString vipNumber = QStringLiteral("6175550101");
-const QString silentNumber = QStringLiteral("2145550129");
-
-sim::CallFields call(const QString &number, const QString &name, int sn)
-{
-    sim::CallFields fields;
-    fields.time = u"2026-11-21 09:30:15"_s;
-    fields.channel = u"007"_s;
-    fields.line = u"5550100"_s;
-    fields.number = number;
-    fields.name = name;
-    fields.match = QString::number(sn);
-    fields.ip = u"10.1.2.3"_s;
-    fields.vip = u"Y"_s;
-    return fields;
-}
-
-/// The whole program in a sample desk of its own, and a caller-ID unit on the loopback.
-class Desk
-{
-public:
-    explicit Desk(bool withFiles = true)
-    {
-        QDir(folder.path()).mkdir(u"start"_s);
-        if (withFiles) {
-            const mkdesk::DeskSources sources;
-            for (const mkdesk::DeskFile &file : mkdesk::deskFiles(sources, true)) {
-                mkdesk::makeDeskFile(file, folder.filePath(u"start"_s));
-            }
-        }
-        QUdpSocket probe;
-        probe.bind(QHostAddress::LocalHost);
-        port = probe.localPort();
-        probe.close();
-        unit.bind(QHostAddress::LocalHost);
-    }
-    bool start()
-    {
-        program = std::make_unique<app::Program>(
-            app::Outside{prompts, clock, folder.filePath(u"start"_s), folder.filePath(u"data"_s),
-                         folder.path(), QString(), 0x0409, port, [this] { ended = true; }});
-        return program->subMain();
-    }
-    void send(const sim::CallFields &fields) { send(sim::callRecord(fields, sim::CodePageChoice())); }
-    void send(const QByteArray &bytes) { unit.writeDatagram(bytes, QHostAddress::LocalHost, port); }
-
-    QByteArray file(const QString &name) const
-    {
-        QFile read(folder.filePath(u"data/"_s + name));
-        return read.open(QIODevice::ReadOnly) ? read.readAll() : QByteArray();
-    }
-    QByteArray log() const { return file(u"Runlog.txt"_s); }
-    mainwindow::CallGridModel &calls() { return program->mainWindow().calls(); }
-    QString lastCaller()
-    {
-        return program->mainWindow().findChild<QPlainTextEdit *>(u"txtLastCallerID"_s)->toPlainText();
-    }
-    static lookup::frmPopUp *card()
-    {
-        const QWidgetList windows = QApplication::topLevelWidgets();
-        for (QWidget *window : windows) {
-            if (auto *form = qobject_cast<lookup::frmPopUp *>(window); form != nullptr && form->isVisible()) {
-                return form;
-            }
-        }
-        return nullptr;
-    }
-
-    QTemporaryDir folder;
-    support::FakePrompts prompts;
-    support::FakeClock clock;
-    QUdpSocket unit;
-    quint16 port = 0;
-    bool ended = false;
-    std::unique_ptr<app::Program> program;
-};
-
-} // namespace
 
 class tst_Program : public QObject
 {
@@ -171,12 +80,9 @@ void tst_Program::aCustomerWhosePopUpFlagIsOffStaysQuiet()
 void tst_Program::everyCallPopsUpWhenSetSo()
 {
     Desk desk;
-    QVERIFY(QDir(desk.folder.path()).mkdir(u"data"_s));
     core::SettingsRecord record;
     record.PopupAllLines = 1;
-    QFile settings(desk.folder.filePath(u"data/Crm.cfg"_s));
-    QVERIFY(settings.open(QIODevice::WriteOnly) && settings.write(record.toBytes()) == 334);
-    settings.close();
+    desk.writeFile(u"data/Crm.cfg"_s, record.toBytes());
     QVERIFY(desk.start());
     desk.send(call(silentNumber, u"Sunbelt Office Services"_s, silentSn));
     QTRY_VERIFY(Desk::card() != nullptr);
@@ -186,12 +92,9 @@ void tst_Program::everyCallPopsUpWhenSetSo()
 void tst_Program::anUnknownCallerIsListedWhenSetSo()
 {
     Desk desk;
-    QVERIFY(QDir(desk.folder.path()).mkdir(u"data"_s));
     core::SettingsRecord record;
     record.ListUnpoppedCalls = 1;
-    QFile settings(desk.folder.filePath(u"data/Crm.cfg"_s));
-    QVERIFY(settings.open(QIODevice::WriteOnly) && settings.write(record.toBytes()) == 334);
-    settings.close();
+    desk.writeFile(u"data/Crm.cfg"_s, record.toBytes());
     QVERIFY(desk.start());
     sim::CallFields fields = call(u"2125550188"_s, QString(), 0);
     fields.line = u"总机（前台）"_s;
