@@ -1,8 +1,11 @@
 #include "app/Program.h"
 
+#include "core/ProductName.h"
 #include "core/TextUtilities.h"
 #include "core/platform.h"
+#include "lookup/PopUpFilter.h"
 #include "reception/SampleRecord.h"
+#include "store/Database.h"
 
 #include <QApplication>
 #include <QFileInfo>
@@ -26,35 +29,40 @@ Program::Program(const Outside &outside)
 {
 }
 
-Program::~Program() = default;
+Program::~Program()
+{
+    m_outside.prompts.setTexts(nullptr);
+    m_outside.prompts.setClosedHandler({});
+}
 
+// A step that fails is logged, and the next one is taken.
 bool Program::subMain()
 {
-    if (!m_instance.tryToBeFirst()) {
-        m_instance.callRunningToFront();
-        m_outside.prompts.tell(u"App is runing!"_s);
+    if (!becomeFirst()) {
         return false;
     }
-    m_log.trap("subMain"_L1, [&] {
-        iniPath();
-        m_values.DeveloperMode = !core::FolderExists(m_outside.developerFolder).isEmpty();
-        m_settings.Get_misc();
-        m_windowMemory.load();
-        m_language.iniLanguage();
-        QApplication::setLayoutDirection(language::layoutDirection(m_language.state().code));
-        m_codePage = core::CodePage(core::platform::ansiCodePage(m_language.state().code));
-        nameProduct();
-        m_autoHide.clear();
-        iniVariants();
-        loadNumberIndex();
-        if (m_settings.record.gridColumnNames.isUnset()) {
-            m_settings.SetDefaulteMisc_tarn();
+    using Step = void (Program::*)();
+    constexpr Step steps[] = {&Program::iniPath,         &Program::readSettings,  &Program::chooseLanguage,
+                              &Program::nameProduct,     &Program::iniVariants,   &Program::loadNumberIndex,
+                              &Program::setGridDefaults, &Program::showMainForm,  &Program::openReception,
+                              &Program::maintainData};
+    for (const Step step : steps) {
+        if (!m_ended) {
+            m_log.trap("subMain"_L1, [&] { (this->*step)(); });
         }
-        showMainForm();
-        openReception();
-        maintainData();
-    });
-    return true;
+    }
+    return m_mainWindow != nullptr && !m_ended;
+}
+
+// Where the lock cannot be used at all, starting twice is the lesser evil.
+bool Program::becomeFirst()
+{
+    if (m_log.trap("SingleInstance"_L1, true, [&] { return m_instance.tryToBeFirst(); })) {
+        return true;
+    }
+    m_instance.callRunningToFront();
+    m_outside.prompts.tell(u"App is runing!"_s);
+    return false;
 }
 
 void Program::iniPath()
@@ -65,33 +73,52 @@ void Program::iniPath()
     m_values.CustomerDbExists = QFileInfo(m_paths.CustomerFile).isFile();
 }
 
-void Program::iniVariants()
+void Program::readSettings()
 {
-    m_values.AppVersion = u"1.00C42"_s;
-    m_values.MaxGridRows = 300;
-    const QString &code = m_language.state().code;
-    m_values.WordSeparator = core::MyIn(code, u"CHS"_s, u"CHT"_s) ? QString() : u" "_s;
+    m_values.DeveloperMode = !core::FolderExists(m_outside.developerFolder).isEmpty();
+    m_settings.Get_misc();
+    m_windowMemory.load();
 }
 
-// A coded name, which begins with "!", is shown as it stands: its decoder belongs to whoever brands a delivery.
+void Program::chooseLanguage()
+{
+    m_language.iniLanguage();
+    m_outside.prompts.setTexts(&m_language);
+    const QString &code = m_language.state().code;
+    QApplication::setLayoutDirection(language::layoutDirection(code));
+    m_codePage = core::CodePage(core::platform::ansiCodePage(code));
+}
+
 void Program::nameProduct()
 {
     m_values.OemMark =
         m_log.trap("ReadMdrOemMark"_L1, QString(), [&] { return core::ReadMdrOemMark(m_paths); });
-    m_values.ProductDisplayName = m_language.Lms(m_values.OemMark);
-    if (m_values.ProductDisplayName.trimmed().isEmpty()) {
-        m_values.ProductDisplayName = m_values.OemMark;
-    }
-    if (m_values.ProductDisplayName.toUpper() == "NOTHING"_L1) {
-        m_values.ProductDisplayName.clear();
-    }
+    m_values.ProductDisplayName = core::productName(m_values.OemMark, m_language);
+    m_autoHide.clear();
+}
+
+void Program::iniVariants()
+{
+    m_log.trap("iniVariants"_L1, [&] {
+        m_values.AppVersion = u"1.00C42"_s;
+        m_values.MaxGridRows = 300;
+        const QString &code = m_language.state().code;
+        m_values.WordSeparator = core::MyIn(code, u"CHS"_s, u"CHT"_s) ? QString() : u" "_s;
+    });
 }
 
 void Program::loadNumberIndex()
 {
     if (m_values.CustomerDbExists) {
         m_numbers.LoadPhoneNumberSNArray();
-        m_numbers.LoadCustomerPhoneNumberSnArray();
+        m_customersLoaded = m_numbers.LoadCustomerPhoneNumberSnArray();
+    }
+}
+
+void Program::setGridDefaults()
+{
+    if (m_settings.record.gridColumnNames.isUnset()) {
+        m_settings.SetDefaulteMisc_tarn();
     }
 }
 
@@ -122,14 +149,35 @@ void Program::openReception()
 
 void Program::maintainData()
 {
-    store::FixCustomerData(m_log, m_paths, m_popUpTable);
+    const bool fixed = store::FixCustomerData(m_log, m_paths, m_popUpTable) == 1;
     m_areaPath = areas::MakeAreaPath(m_log, m_paths.StartFolder);
     m_areas.load(m_areaPath);
     store::UpdateDatabase_Customer_0606191111(m_log, m_paths);
+    if (m_values.CustomerDbExists && !(m_customersLoaded && fixed)) {
+        constexpr std::chrono::seconds pause{2};
+        m_mainWindow->showCustomersAvailable(false);
+        QObject::connect(&m_customersRetry, &QTimer::timeout, &m_customersRetry, [this] { retryCustomers(); });
+        m_customersRetry.start(pause);
+    }
+}
+
+// Another desk may have had the file to itself when the program started. Asking first keeps the log and the window
+// quiet for as long as it has.
+void Program::retryCustomers()
+{
+    if (!store::isReadable(m_paths.CustomerFile)) {
+        return;
+    }
+    m_customersRetry.stop();
+    loadNumberIndex();
+    store::FixCustomerData(m_log, m_paths, m_popUpTable);
+    store::UpdateDatabase_Customer_0606191111(m_log, m_paths);
+    m_mainWindow->showCustomersAvailable(true);
 }
 
 bool Program::byebye(const QString &prompt)
 {
+    m_mainWindow->notTopmost();
     if (prompt.isEmpty() && !m_outside.prompts.askOkCancel(m_language.Lms(u"ExitPopWarning"_s), {})) {
         return false;
     }
@@ -154,10 +202,7 @@ void Program::receive(const reception::Datagram &datagram)
 
 bool Program::callerPopsUp(const QString &callerNumber)
 {
-    constexpr qint32 none = -1;
-    const qint32 sn = m_numbers.FindCustomerSnOfCaller(callerNumber);
-    const std::optional<QString> flag = sn == none ? std::nullopt : m_popUpTable.T3(sn);
-    return flag && flag->trimmed() != "0"_L1;
+    return lookup::callerPopsUp(m_numbers, m_popUpTable, callerNumber);
 }
 
 QString Program::GetArea(const QString &callerNumber)
@@ -197,10 +242,17 @@ void Program::ShowSmallMessage(const QString &datagramText)
     }
 }
 
+// In the name of the last unit, which stays the one to be answered.
 void Program::handleSampleCall()
 {
-    const QHostAddress ourselves(QHostAddress::LocalHost);
-    receive({reception::sampleCallRecord(m_outside.clock.now()), ourselves, m_outside.port});
+    const QHostAddress unit(m_settings.record.LastSenderIp.text());
+    const QHostAddress sender = unit.isNull() ? QHostAddress(QHostAddress::LocalHost) : unit;
+    receive({reception::sampleCallRecord(m_outside.clock.now()), sender, m_outside.port});
+}
+
+bool Program::eraseShortMessages()
+{
+    return m_messages.erase();
 }
 
 QString Program::describeLastDatagram()

@@ -24,6 +24,8 @@
 #include "reception/Endpoint.h"
 #include "store/Upgrade.h"
 
+#include <QTimer>
+
 #include <memory>
 
 namespace app {
@@ -35,21 +37,27 @@ public:
     explicit Program(const Outside &outside);
     ~Program() override;
 
-    /// Starts in the fixed order; false when another instance runs, which the operator was told.
+    /// Starts in the fixed order; false when another instance runs, which the operator was told, and when the operator
+    /// has ended the program before it was up.
     bool subMain();
 
     /// The main window; only after a successful subMain().
     mainwindow::FrmMain &mainWindow() { return *m_mainWindow; }
 
 private:
+    bool becomeFirst();
     void iniPath();
-    void iniVariants();
+    void readSettings();
+    void chooseLanguage();
     void nameProduct();
+    void iniVariants();
     void loadNumberIndex();
+    void setGridDefaults();
     void showMainForm();
     void paintAtOnce();
     void openReception();
     void maintainData();
+    void retryCustomers();
     void receive(const reception::Datagram &datagram);
 
     bool callerPopsUp(const QString &callerNumber) override;
@@ -61,6 +69,7 @@ private:
     void ShowPopup(const core::CallRecord &record) override;
     void ShowSmallMessage(const QString &datagramText) override;
     bool byebye(const QString &prompt) override;
+    bool eraseShortMessages() override;
     void handleSampleCall() override;
     QString describeLastDatagram() override;
 
@@ -86,6 +95,8 @@ private:
     reception::Endpoint m_endpoint;
     lookup::CallerPopUp m_popUp;
     std::unique_ptr<mainwindow::FrmMain> m_mainWindow;
+    QTimer m_customersRetry;
+    bool m_customersLoaded = true;
     bool m_ended = false;
 };
 

@@ -18,11 +18,12 @@ int main(int argc, char *argv[])
     QApplication::setWindowIcon(appearance::programIcon());
     appearance::applyTheme(application, core::platform::prefersDark());
 
+    // Not quit(), which first asks every window to close, and ours only hide.
+    const auto endProcess = [] { QCoreApplication::exit(0); };
     core::QtPrompts prompts;
     const core::QtClock clock;
     app::Program program({prompts, clock, QDir::currentPath(), core::platform::dataFolder(),
                           core::platform::runtimeFolder(), core::platform::developerFolder(),
-                          core::platform::systemLanguageId(), reception::Endpoint::standardPort,
-                          [] { QCoreApplication::quit(); }});
+                          core::platform::systemLanguageId(), reception::Endpoint::standardPort, endProcess});
     return program.subMain() ? QApplication::exec() : 0;
 }

@@ -2,18 +2,23 @@
 
 namespace appearance {
 
-void FormSetup::load(QWidget &form)
+void FormSetup::load(QWidget &form, Place place)
 {
     m_loaded = true;
+    m_place = place;
     m_services.openForms.IncOpenedForm(&form);
     m_services.translator.iniFormFonts(form);
     m_services.translator.iniFormLang(form);
-    form.restoreGeometry(m_services.windows.geometry(form.objectName()));
+    if (m_place == Place::Remembered) {
+        form.restoreGeometry(m_services.windows.geometry(form.objectName()));
+    }
 }
 
 void FormSetup::rememberGeometry(const QWidget &form)
 {
-    m_services.windows.setGeometry(form.objectName(), form.saveGeometry());
+    if (m_place == Place::Remembered) {
+        m_services.windows.setGeometry(form.objectName(), form.saveGeometry());
+    }
 }
 
 void FormSetup::unload(const QWidget &form)

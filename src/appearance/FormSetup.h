@@ -21,17 +21,20 @@ struct FormServices
 class FormSetup
 {
 public:
+    enum class Place { Remembered, OwnChoice };
+
     explicit FormSetup(const FormServices &services) : m_services(services) {}
 
     /// Call once the form's controls exist.
-    void load(QWidget &form);
-    /// Remembers the form's place without closing it.
+    void load(QWidget &form, Place place = Place::Remembered);
+    /// Remembers the form's place, where it is to be, without closing it.
     void rememberGeometry(const QWidget &form);
     /// Call when the form closes; a second call does nothing.
     void unload(const QWidget &form);
 
 private:
     FormServices m_services;
+    Place m_place = Place::Remembered;
     bool m_loaded = false;
 };
 

@@ -1,5 +1,7 @@
 #include "appearance/Theme.h"
 
+#include "appearance/ThemedIcons.h"
+
 #include <QProxyStyle>
 #include <QStyleFactory>
 
@@ -19,7 +21,7 @@ constexpr Shades lightShades = {0xfff3f5f8, 0xffffffff, 0xfff6f8fb, 0xff1c2530, 
 constexpr Shades darkShades = {0xff1d2229, 0xff242a32, 0xff2a313a, 0xffe5eaf1, 0xff95a2b5,
                                0xff2f3740, 0xff11151a, 0xff4b8df0, 0xffffffff};
 
-/// Fusion with room around the texts of tables.
+/// Fusion with room around the texts of tables, and with our own icons in message boxes.
 class RoomyStyle : public QProxyStyle
 {
 public:
@@ -31,6 +33,25 @@ public:
         return metric == PM_HeaderMargin || metric == PM_FocusFrameHMargin
                    ? cellMargin
                    : QProxyStyle::pixelMetric(metric, option, widget);
+    }
+    int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                  QStyleHintReturn *data) const override
+    {
+        return hint == SH_DialogButtonBox_ButtonsHaveIcons
+                   ? 0
+                   : QProxyStyle::styleHint(hint, option, widget, data);
+    }
+    QIcon standardIcon(StandardPixmap icon, const QStyleOption *option, const QWidget *widget) const override
+    {
+        const QColor accent = QApplication::palette().color(QPalette::Highlight);
+        switch (icon) {
+        case SP_MessageBoxQuestion:
+            return themedIcon(u"help", accent);
+        case SP_MessageBoxInformation:
+            return themedIcon(u"info", accent);
+        default:
+            return QProxyStyle::standardIcon(icon, option, widget);
+        }
     }
 };
 

@@ -24,4 +24,17 @@ struct CallRecord
     QString SenderIp; ///< the unit or server that made the record
 };
 
+/// What sets a caller apart, as the sender marks it.
+enum class Standing { Ordinary, Vip, BlackListed };
+
+/// By the marks as they stand: only a capital "Y" counts, and the black list wins over VIP.
+inline Standing standingOf(const QString &ifVip, const QString &ifInBlackList)
+{
+    constexpr QLatin1Char marked('Y');
+    if (ifInBlackList == marked) {
+        return Standing::BlackListed;
+    }
+    return ifVip == marked ? Standing::Vip : Standing::Ordinary;
+}
+
 } // namespace core

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/TextLookup.h"
+
 #include <QString>
 
 #include <functional>
@@ -22,7 +24,11 @@ public:
     /// Called each time the last open prompt has closed.
     void setClosedHandler(std::function<void()> handler) { m_closed = std::move(handler); }
 
+    /// Where the words of the buttons come from; null for the toolkit's own. The texts must outlive their use here.
+    void setTexts(const TextLookup *texts) { m_texts = texts; }
+
 protected:
+    const TextLookup *texts() const { return m_texts; }
     void notifyClosed() const
     {
         if (!isOpen() && m_closed) {
@@ -32,6 +38,7 @@ protected:
 
 private:
     std::function<void()> m_closed;
+    const TextLookup *m_texts = nullptr;
 };
 
 } // namespace core

@@ -2,7 +2,7 @@
 
 #include "core/Prompts.h"
 
-class QWidget;
+class QMessageBox;
 
 namespace core {
 
@@ -16,6 +16,7 @@ public:
 
 private:
     bool ask(const QString &text, const QString &title, bool question);
+    void translate(QMessageBox &box) const;
 
     int m_open = 0;
 };

@@ -10,8 +10,6 @@ namespace core {
 
 namespace {
 
-constexpr qint64 sizeLimit = 20000; // bytes of the file, and characters of the on-screen copy
-
 QChar withoutLineBreak(QChar character)
 {
     switch (character.unicode()) {
@@ -97,6 +95,18 @@ void RunLog::eraseIfTooLong(qint64 size)
     if (m_box != nullptr) {
         m_box->clear();
     }
+}
+
+bool RunLog::erase()
+{
+    return trap("RunLog::erase"_L1, [&] {
+        if (QFile::exists(m_paths.RunLogFile) && !QFile::remove(m_paths.RunLogFile)) {
+            throw Error(0, u"the file cannot be deleted: "_s + m_paths.RunLogFile);
+        }
+        if (m_box != nullptr) {
+            m_box->clear();
+        }
+    });
 }
 
 void RunLog::reportError(const QString &prefix, const Error &error)

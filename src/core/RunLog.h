@@ -30,10 +30,16 @@ public:
     /// All three must outlive the log; the paths may still be filled in later.
     RunLog(const Paths &paths, const Clock &clock, const ProcessValues &values);
 
+    /// Bytes of the file, and characters of the on-screen copy, beyond which each is begun anew.
+    static constexpr qint64 sizeLimit = 20000;
+
     void setRunInfoBox(RunInfoBox *box) { m_box = box; }
 
     /// Line breaks inside `message` are written as their visible symbols, so an entry is always one line.
     void WriteRunLog(const QString &message);
+
+    /// Deletes the log at the operator's wish; false, with an entry, where the file stays.
+    bool erase();
 
     /// Writes prefix + number and description; the prefix of a procedure is "!" + name + " ".
     void reportError(const QString &prefix, const Error &error);

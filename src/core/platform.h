@@ -13,7 +13,8 @@ namespace core::platform {
 /// parents included on Unix, where a fresh account may lack them.
 QString dataFolder();
 
-/// The user's folder for the instance lock: $XDG_RUNTIME_DIR, else the temporary folder.
+/// The user's folder for the instance lock: $XDG_RUNTIME_DIR, else one of the user's own in the temporary
+/// folder.
 QString runtimeFolder();
 
 /// The folder whose existence tells a developer's machine; empty where the test is not made.

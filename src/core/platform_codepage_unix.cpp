@@ -28,7 +28,7 @@ AnsiDecoder ansiDecoder(int codePage)
     }
     // A decoder reports its first error for good, and cannot be assigned to: its converter knows its address.
     return [name, decoder](QByteArrayView bytes) mutable {
-        const QString text = decoder->decode(bytes);
+        QString text = decoder->decode(bytes);
         if (!decoder->hasError()) {
             return text;
         }

@@ -20,6 +20,9 @@ AnsiDecoder ansiDecoder(int codePage)
 
 QByteArray encodeAnsi(int codePage, QStringView text)
 {
+    if (codePage == CP_UTF8) { // it takes no default character, and up to three bytes a unit
+        return text.toUtf8();
+    }
     constexpr qsizetype maxBytes = 2; // of one character
     QByteArray bytes(text.size() * maxBytes, Qt::Uninitialized);
     const int length = WideCharToMultiByte(UINT(codePage), WC_NO_BEST_FIT_CHARS,

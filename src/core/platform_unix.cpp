@@ -105,7 +105,12 @@ QString dataFolder()
 QString runtimeFolder()
 {
     const QString folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
-    return !folder.isEmpty() && QFileInfo(folder).isDir() ? folder : QDir::tempPath();
+    if (!folder.isEmpty() && QFileInfo(folder).isDir()) {
+        return folder;
+    }
+    const QString ours = QDir::tempPath() + u"/calldesk-"_s + QString::number(::getuid()); // others share the parent
+    ::mkdir(QFile::encodeName(ours).constData(), 0700);
+    return ours;
 }
 
 QString developerFolder()

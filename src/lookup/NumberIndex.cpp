@@ -7,15 +7,15 @@ using namespace Qt::StringLiterals;
 
 namespace lookup {
 
-void NumberIndex::LoadPhoneNumberSNArray()
+bool NumberIndex::LoadPhoneNumberSNArray()
 {
-    m_log.trap("LoadPhoneNumberSNArray"_L1,
+    return m_log.trap("LoadPhoneNumberSNArray"_L1,
                [&] { PhoneNumberSNArray = load(m_paths.PhoneBookFile, u"phonebook"_s, {u"Telno"_s}); });
 }
 
-void NumberIndex::LoadCustomerPhoneNumberSnArray()
+bool NumberIndex::LoadCustomerPhoneNumberSnArray()
 {
-    m_log.trap("LoadCustomerPhoneNumberSnArray"_L1, [&] {
+    return m_log.trap("LoadCustomerPhoneNumberSnArray"_L1, [&] {
         CustomerPhoneNumberSnArray =
             load(m_paths.CustomerFile, u"Customer"_s,
                  {u"WorkPhones"_s, u"ContactPersonMobile"_s, u"Fax"_s, u"ContactPersonHomePhones"_s});
@@ -34,7 +34,7 @@ qint32 NumberIndex::GetCustomerSnByPhoneNumber(QStringView phoneNumber) const
 
 qint32 NumberIndex::FindCustomerSnOfCaller(QStringView callerNumber) const
 {
-    return find("FindCustomerSnOfCaller"_L1, CustomerPhoneNumberSnArray, callerNumber);
+    return CustomerPhoneNumberSnArray.find(callerNumber);
 }
 
 // Built aside, so that a reading that breaks off leaves the old index whole.

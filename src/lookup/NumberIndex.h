@@ -20,12 +20,13 @@ public:
 
     /// Rebuild an index from its table. An empty table gives one entry, an empty number with SN 0; after a
     /// failure, rows without a single number included, the index keeps what it held.
-    void LoadPhoneNumberSNArray();
-    void LoadCustomerPhoneNumberSnArray();
+    bool LoadPhoneNumberSNArray();
+    bool LoadCustomerPhoneNumberSnArray();
 
     qint32 GetSnByPhoneNumber(QStringView phoneNumber) const;
     qint32 GetCustomerSnByPhoneNumber(QStringView phoneNumber) const;
-    /// The lookup of a call, given the number as received without the blanks around it.
+    /// The lookup of a call, given the number as received without the blanks around it. -1 without a log entry where
+    /// the index was never loaded: a desk may well have no customers.
     qint32 FindCustomerSnOfCaller(QStringView callerNumber) const;
 
 private:

@@ -8,24 +8,14 @@ namespace lookup {
 
 namespace {
 
-// The marks are the sender's, compared as they stand: only a capital "Y" counts, and the black list wins over
-// VIP.
-Standing standingOf(const PopupInfo &info)
-{
-    if (info.IfInBlackList == "Y"_L1) {
-        return Standing::BlackListed;
-    }
-    return info.IfVIP == "Y"_L1 ? Standing::Vip : Standing::Ordinary;
-}
-
-QString noticeFor(Standing standing, const core::TextLookup &texts)
+QString noticeFor(core::Standing standing, const core::TextLookup &texts)
 {
     switch (standing) {
-    case Standing::BlackListed:
+    case core::Standing::BlackListed:
         return texts.Lms(u"ListInBlackAttention"_s);
-    case Standing::Vip:
+    case core::Standing::Vip:
         return texts.Lms(u"VIPattention"_s);
-    case Standing::Ordinary:
+    case core::Standing::Ordinary:
         break;
     }
     return {};
@@ -46,9 +36,9 @@ PopupInfo popupInfoOf(const core::CallRecord &record)
 
 std::optional<PopUpView> decidePopUp(const PopupInfo &info, bool popupDetail, const core::TextLookup &texts)
 {
-    const Standing standing = standingOf(info);
+    const core::Standing standing = core::standingOf(info.IfVIP, info.IfInBlackList);
     if (info.SnText.isEmpty() || info.AboutSecond.isEmpty() ||
-        (standing == Standing::Ordinary && !popupDetail)) {
+        (standing == core::Standing::Ordinary && !popupDetail)) {
         return std::nullopt;
     }
     return PopUpView{.standing = standing,

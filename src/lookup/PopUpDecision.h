@@ -21,13 +21,10 @@ struct PopupInfo
 
 PopupInfo popupInfoOf(const core::CallRecord &record);
 
-/// What sets a caller apart. It decides the popup's colours.
-enum class Standing { Ordinary, Vip, BlackListed };
-
 /// What the popup shows, by the names of its controls, fit to be shown as plain text.
 struct PopUpView
 {
-    Standing standing = Standing::Ordinary;
+    core::Standing standing = core::Standing::Ordinary;
     QString callerNumber; ///< the two halves of the caller line, for the card's head
     QString callerName;
     QString txtSN;

@@ -25,14 +25,14 @@ struct CardColors
     QStringView icon;
 };
 
-CardColors cardColors(Standing standing)
+CardColors cardColors(core::Standing standing)
 {
     switch (standing) {
-    case Standing::BlackListed:
+    case core::Standing::BlackListed:
         return {Qt::black, Qt::white, u"ban"};
-    case Standing::Vip:
+    case core::Standing::Vip:
         return {Qt::red, Qt::blue, u"star"};
-    case Standing::Ordinary:
+    case core::Standing::Ordinary:
         break;
     }
     return {Qt::green, Qt::blue, u"person"};
@@ -49,7 +49,8 @@ frmPopUp::frmPopUp(core::Navigator &navigator, const appearance::FormServices &s
     setAttribute(Qt::WA_DeleteOnClose);
     setAttribute(Qt::WA_ShowWithoutActivating);
     setWindowIcon(appearance::programIcon());
-    m_setup.load(*this);
+    m_setup.load(*this, appearance::FormSetup::Place::OwnChoice);
+    alignTexts();
     m_ui->txtContent->setFixedHeight(m_ui->txtContent->fontMetrics().lineSpacing() * contentLines + 12);
     m_ui->Command2->setEnabled(m_navigator.canShow(core::Window::CallerEditor));
     connect(m_ui->Command1, &QPushButton::clicked, this, &QWidget::close);
@@ -59,6 +60,17 @@ frmPopUp::frmPopUp(core::Navigator &navigator, const appearance::FormServices &s
 frmPopUp::~frmPopUp()
 {
     m_setup.unload(*this);
+}
+
+// A label stands where its own text reads from; number and name belong beside the icon in any script.
+void frmPopUp::alignTexts()
+{
+    const Qt::Alignment side = isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft;
+    for (QLabel *label : {m_ui->lblCallerNumber, m_ui->lblCallerName}) {
+        label->setAlignment(Qt::AlignAbsolute | Qt::AlignVCenter | side);
+    }
+    const int margin = int(m_ui->txtContent->document()->documentMargin());
+    m_ui->txtAbout->setTextMargins(margin, 0, margin, 0);
 }
 
 void frmPopUp::showCaller(const PopUpView &view, const QWidget &mainWindow)
@@ -84,10 +96,10 @@ void frmPopUp::fill(const PopUpView &view)
     m_ui->txtAbout->setCursorPosition(0);
     m_ui->txtContent->setPlainText(view.txtContent);
     m_ui->lblBlackListNotice->setText(view.lblBlackListNotice);
-    m_ui->lblBlackListNotice->setVisible(view.standing != Standing::Ordinary);
+    m_ui->lblBlackListNotice->setVisible(view.standing != core::Standing::Ordinary);
 }
 
-void frmPopUp::color(Standing standing)
+void frmPopUp::color(core::Standing standing)
 {
     const CardColors colors = cardColors(standing);
     QPalette card = palette();
@@ -117,7 +129,7 @@ void frmPopUp::editCaller()
 
 void frmPopUp::keyPressEvent(QKeyEvent *event)
 {
-    if (event->key() == Qt::Key_Escape) {
+    if (event->key() == Qt::Key_Escape || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         close();
     } else {
         QWidget::keyPressEvent(event);

@@ -14,8 +14,8 @@ class frmPopUp;
 
 namespace lookup {
 
-/// The small card that tells who is calling. It comes up without taking the keyboard from what the operator types, and
-/// deletes itself when closed.
+/// The small card that tells who is calling. It comes up without taking the keyboard from what the operator
+/// types, and deletes itself when closed.
 class frmPopUp : public QWidget
 {
     Q_OBJECT
@@ -24,16 +24,17 @@ public:
     frmPopUp(core::Navigator &navigator, const appearance::FormServices &services);
     ~frmPopUp() override;
 
-    /// Fills the card and shows it near the lower right of the screen that holds `mainWindow`; a card that stands is
-    /// refilled where it is.
+    /// Fills the card and shows it near the lower right of the screen that holds `mainWindow`; a card that
+    /// stands is refilled where it is.
     void showCaller(const PopUpView &view, const QWidget &mainWindow);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
+    void alignTexts();
     void fill(const PopUpView &view);
-    void color(Standing standing);
+    void color(core::Standing standing);
     void place(const QWidget &mainWindow);
     void editCaller();
 

@@ -10,21 +10,6 @@ namespace {
 
 constexpr int firstDataRow = 1; // row 0 of the grid is its header
 
-const QStringList &fieldNames()
-{
-    static const QStringList names = {u"Channel"_s, u"CallerID"_s, u"SimpleDes"_s, u"IncomingTime"_s,
-                                      u"SN"_s,      u"LineNo"_s,   u"ID"_s};
-    return names;
-}
-
-int standingOf(const core::CallRecord &record)
-{
-    if (record.IfInBlackList == "Y"_L1) {
-        return 2;
-    }
-    return record.IfVIP == "Y"_L1 ? 1 : 0;
-}
-
 } // namespace
 
 CallGridModel::CallGridModel(core::Settings &settings, const core::ProcessValues &values,
@@ -48,7 +33,7 @@ void CallGridModel::iniGridCallerID_tarn()
     m_fieldOfColumn.clear();
     for (const GridColumn &column : std::as_const(m_columns)) {
         GridColumnNames.append(column.name);
-        m_fieldOfColumn.push_back(static_cast<size_t>(fieldNames().indexOf(column.name)));
+        m_fieldOfColumn.push_back(static_cast<size_t>(gridColumnNames().indexOf(column.name)));
     }
     m_ring.resize(capacity());
     endResetModel();
@@ -72,7 +57,7 @@ void CallGridModel::ShowCallerID_tarn(const core::CallRecord &record)
                   QString::number(record.SN).rightJustified(3, u'0'),
                   shownText(record.LineNo),
                   shownText(QString(record.Source + record.SnText))};
-    row.standing = standingOf(record);
+    row.standing = core::standingOf(record.IfVIP, record.IfInBlackList);
 }
 
 void CallGridModel::publish()
@@ -99,6 +84,13 @@ int CallGridModel::GetGridColumn(const QString &name) const
     return int(GridColumnNames.indexOf(name));
 }
 
+void CallGridModel::setColumnWidth(int column, int twips)
+{
+    m_columns[column].width = twips;
+    writeGridColumns(m_settings.record, m_columns);
+    m_settings.SaveMisc();
+}
+
 void CallGridModel::ChangeGridCfg(const QList<GridColumn> &columns)
 {
     m_log.trap("ChangeGridCfg"_L1, [&] {
@@ -116,7 +108,7 @@ const CallGridModel::Row &CallGridModel::published(int row) const
 
 QString CallGridModel::cell(int row, const QString &columnName) const
 {
-    const qsizetype field = fieldNames().indexOf(columnName);
+    const qsizetype field = gridColumnNames().indexOf(columnName);
     return row >= 0 && row < m_published && field >= 0 ? published(row).fields.at(static_cast<size_t>(field))
                                                        : QString();
 }
@@ -141,7 +133,7 @@ QVariant CallGridModel::data(const QModelIndex &index, int role) const
     case Qt::DisplayRole:
         return row.fields.at(m_fieldOfColumn.at(static_cast<size_t>(index.column())));
     case StandingRole:
-        return row.standing;
+        return QVariant::fromValue(row.standing);
     case Qt::TextAlignmentRole:
         return int(Qt::AlignLeading | Qt::AlignVCenter);
     default:

@@ -21,7 +21,7 @@ namespace mainwindow {
 class CallGridModel : public QAbstractTableModel
 {
 public:
-    /// Item data role: 0 ordinary, 1 VIP, 2 black-listed, as the sender marks the caller.
+    /// Item data role: the caller's core::Standing.
     static constexpr int StandingRole = Qt::UserRole;
 
     CallGridModel(core::Settings &settings, const core::ProcessValues &values, const core::TextLookup &texts,
@@ -39,6 +39,9 @@ public:
     /// Stores an edited order, widths and visibility in the settings, saves them and rebuilds the columns.
     void ChangeGridCfg(const QList<GridColumn> &columns);
 
+    /// Stores one column's width as the operator has drawn it, and saves it.
+    void setColumnWidth(int column, int twips);
+
     const QList<GridColumn> &columns() const { return m_columns; }
     /// The text of the named column in a row; empty outside the grid.
     QString cell(int row, const QString &columnName) const;
@@ -53,7 +56,7 @@ private:
     struct Row
     {
         std::array<QString, fieldCount> fields; ///< in the fixed order of the names
-        int standing = 0;
+        core::Standing standing = core::Standing::Ordinary;
     };
 
     const Row &published(int row) const;

@@ -8,7 +8,6 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QScopedValueRollback>
 #include <QStyledItemDelegate>
 
 using namespace Qt::StringLiterals;
@@ -19,8 +18,11 @@ namespace {
 
 constexpr int twipsPerInch = 1440;
 constexpr int rowPadding = 12;
+constexpr QChar firstStrongIsolate(0x2068);
+constexpr QChar popDirectionalIsolate(0x2069);
 
-/// Draws a star or a barred circle before the number of a marked caller.
+/// Draws a star or a barred circle behind the number of a marked caller; the numbers stand in one column.
+/// Where the desk reads from right to left, numbers and times keep their own direction.
 class CallDelegate : public QStyledItemDelegate
 {
 public:
@@ -30,17 +32,21 @@ protected:
     void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
     {
         QStyledItemDelegate::initStyleOption(option, index);
+        if (option->direction == Qt::RightToLeft) {
+            option->text = firstStrongIsolate + option->text + popDirectionalIsolate;
+        }
         const auto *calls = static_cast<const CallGridModel *>(index.model());
-        const int standing = index.data(CallGridModel::StandingRole).toInt();
-        if (standing == 0 || index.column() != calls->GetGridColumn(u"CallerID"_s)) {
+        const auto standing = index.data(CallGridModel::StandingRole).value<core::Standing>();
+        if (standing == core::Standing::Ordinary || index.column() != calls->GetGridColumn(u"CallerID"_s)) {
             return;
         }
         const bool selected = option->state.testFlag(QStyle::State_Selected);
         const QColor color = option->palette.color(selected ? QPalette::HighlightedText : QPalette::Text);
         option->features |= QStyleOptionViewItem::HasDecoration;
+        option->decorationPosition = QStyleOptionViewItem::Right;
         const int size = option->fontMetrics.height();
-        option->icon = QIcon(appearance::themedPixmap(standing == 1 ? u"star" : u"ban", color, size,
-                                                      option->widget->devicePixelRatioF()));
+        option->icon = QIcon(appearance::themedPixmap(standing == core::Standing::Vip ? u"star" : u"ban",
+                                                      color, size, option->widget->devicePixelRatioF()));
         option->decorationSize = {size, size};
     }
 };
@@ -51,7 +57,7 @@ CallGridView::CallGridView(QWidget *parent) : QTableView(parent)
 {
     setItemDelegate(new CallDelegate(this));
     horizontalHeader()->viewport()->installEventFilter(this);
-    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this] { m_dragged = true; });
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this, &CallGridView::noteResized);
     connect(this, &QTableView::doubleClicked, this,
             [this](const QModelIndex &index) { Q_EMIT callActivated(index.row()); });
 }
@@ -79,7 +85,6 @@ void CallGridView::applyColumns()
         setColumnWidth(column, std::max(width, horizontalHeader()->sectionSizeHint(column)));
         setColumnHidden(column, !shape.visible);
     }
-    m_dragged = false;
 }
 
 int CallGridView::columnTwips(int column) const
@@ -102,22 +107,40 @@ void CallGridView::paintEvent(QPaintEvent *event)
 
 void CallGridView::keyPressEvent(QKeyEvent *event)
 {
-    if (event->matches(QKeySequence::Copy)) {
-        copySelection();
-    } else if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && currentIndex().isValid()) {
+    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && currentIndex().isValid()) {
         Q_EMIT callActivated(currentIndex().row());
     } else {
         QTableView::keyPressEvent(event);
     }
 }
 
-// The header tells of every change of a width, also of our own; the end of a drag is the operator's.
+// The header tells of every change of a width, also of our own; while a mouse button is down it is the
+// operator's. The last column only fills the rest.
+void CallGridView::noteResized(int column)
+{
+    if (m_mouseDown && m_dragged < 0 && column != lastVisibleColumn()) {
+        m_dragged = column;
+    }
+}
+
+int CallGridView::lastVisibleColumn() const
+{
+    int column = horizontalHeader()->count() - 1;
+    while (column > 0 && isColumnHidden(column)) {
+        --column;
+    }
+    return column;
+}
+
 bool CallGridView::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::MouseButtonPress) {
-        m_dragged = false;
-    } else if (event->type() == QEvent::MouseButtonRelease && m_dragged) {
-        QMetaObject::invokeMethod(this, &CallGridView::columnWidthsChanged, Qt::QueuedConnection);
+        m_mouseDown = true;
+    } else if (event->type() == QEvent::MouseButtonRelease) {
+        m_mouseDown = false;
+        if (const int column = std::exchange(m_dragged, -1); column >= 0) {
+            m_calls->setColumnWidth(column, columnTwips(column));
+        }
     }
     return QTableView::eventFilter(watched, event);
 }

@@ -9,7 +9,7 @@ namespace mainwindow {
 class CallGridModel;
 
 /// The table that shows the calls: a hint where there are none, marks for VIPs and black-listed callers, copying of
-/// rows, and a double-click (or Enter) that opens the caller.
+/// rows, a double-click (or Enter) that opens the caller, and widths that are saved as the operator draws them.
 class CallGridView : public QTableView
 {
     Q_OBJECT
@@ -25,16 +25,10 @@ public:
 
 Q_SIGNALS:
     void callActivated(int row);
-    /// The operator has dragged a column's edge.
-    void columnWidthsChanged();
 
 public Q_SLOTS:
     /// The selected calls as tab-separated text, one line each, visible columns only.
     void copySelection();
-
-public:
-    /// The width of a column in twips as it stands on the screen.
-    int columnTwips(int column) const;
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -42,9 +36,14 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    void noteResized(int column);
+    int lastVisibleColumn() const;
+    int columnTwips(int column) const;
+
     CallGridModel *m_calls = nullptr;
     QString m_hint;
-    bool m_dragged = false;
+    bool m_mouseDown = false;
+    int m_dragged = -1; ///< the column whose edge the operator drags
 };
 
 } // namespace mainwindow

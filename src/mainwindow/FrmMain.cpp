@@ -1,15 +1,10 @@
 #include "mainwindow/FrmMain.h"
 
-#include "appearance/Theme.h"
 #include "appearance/ThemedIcons.h"
 #include "core/TextFiles.h"
-#include "core/TextUtilities.h"
 #include "ui_FrmMain.h"
 
-#include <QCloseEvent>
-#include <QFile>
-#include <QKeyEvent>
-#include <QScrollBar>
+#include <QFontDatabase>
 #include <QToolButton>
 #include <QWindow>
 
@@ -19,7 +14,7 @@ namespace mainwindow {
 
 namespace {
 
-constexpr qint64 shownLogBytes = 64 << 10; // of logs that only ever grow
+constexpr qint64 shownMessageBytes = 64 << 10; // of a log that only ever grows
 
 } // namespace
 
@@ -57,9 +52,9 @@ void FrmMain::loadTexts()
 {
     const core::ProcessValues &values = m_context.values;
     const QString separator = values.WordSeparator;
-    const QString name = values.ProductDisplayName.isEmpty() ? m_context.texts.Lms(u"CallDeskName"_s)
-                                                             : values.ProductDisplayName;
-    setWindowTitle(name + separator + m_context.texts.Lms(u"ver"_s) + separator + values.AppVersion);
+    const QString name = values.OemMark.isEmpty() ? m_context.texts.Lms(u"PopupProductName"_s) : values.ProductDisplayName;
+    const QString title = name + separator + m_context.texts.Lms(u"ver"_s) + separator + values.AppVersion;
+    setWindowTitle(title.trimmed());
     setWindowIcon(appearance::programIcon());
     m_ui->txtLastCallerID->setPlaceholderText(m_context.texts.Lms(u"NoCallYet"_s));
     m_ui->txtSMS->setPlaceholderText(m_context.texts.Lms(u"NoSmsYet"_s));
@@ -75,13 +70,13 @@ void FrmMain::loadGrid()
 {
     m_calls.iniGridCallerID_tarn();
     m_ui->gridCallerId->setCalls(&m_calls);
-    m_ui->gridCallerId->addAction(m_ui->actOpenCaller);
-    m_ui->gridCallerId->addAction(m_ui->actCopy);
-    m_ui->actCopy->setShortcut(QKeySequence::Copy);
-    m_ui->actCopy->setShortcutContext(Qt::WidgetShortcut);
+    m_ui->gridCallerId->addAction(m_ui->mnuOpenCaller);
+    m_ui->gridCallerId->addAction(m_ui->mnuCopy);
+    m_ui->mnuCopy->setShortcut(QKeySequence::Copy);
+    m_ui->mnuCopy->setShortcutContext(Qt::WidgetShortcut);
     const bool opens = m_context.navigator.canShow(core::Window::AddCaller);
     m_ui->gridCallerId->setToolTip(opens ? m_context.texts.Lms(u"DoubleClickToAddPhoneNumber"_s) : QString());
-    m_ui->actOpenCaller->setEnabled(opens);
+    m_ui->mnuOpenCaller->setEnabled(opens);
 }
 
 // Buttons of a toolbar can neither be reached by the Tab key nor found by name, unless told.
@@ -89,7 +84,7 @@ void FrmMain::loadToolbar()
 {
     auto *spacer = new QWidget;
     spacer->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
-    m_ui->Toolbar1->insertWidget(m_ui->actSmallShape, spacer);
+    m_ui->Toolbar1->insertWidget(m_ui->cmdSmallShape, spacer);
     const QList<QAction *> actions = m_ui->Toolbar1->actions();
     for (QAction *action : actions) {
         if (auto *button = qobject_cast<QToolButton *>(m_ui->Toolbar1->widgetForAction(action))) {
@@ -108,8 +103,8 @@ void FrmMain::applyIcons()
     const std::pair<QAction *, QStringView> icons[] = {
         {m_ui->Command4, u"phonebook"}, {m_ui->Command1, u"customers"},  {m_ui->cmdCallInfo, u"notes"},
         {m_ui->cmdSendSMS, u"message"}, {m_ui->Command3, u"options"},    {m_ui->Command5, u"help"},
-        {m_ui->Command2, u"exit"},      {m_ui->actSmallShape, u"small"}, {m_ui->actFullShape, u"full"},
-        {m_ui->actCopy, u"copy"},       {m_ui->actOpenCaller, u"edit"}};
+        {m_ui->Command2, u"exit"},      {m_ui->cmdSmallShape, u"small"}, {m_ui->cmdFullShape, u"full"},
+        {m_ui->mnuCopy, u"copy"},       {m_ui->mnuOpenCaller, u"edit"}};
     for (const auto &[action, name] : icons) {
         action->setIcon(appearance::themedIcon(name, color));
     }
@@ -120,8 +115,12 @@ void FrmMain::applyIcons()
 void FrmMain::loadLogs()
 {
     m_runInfo.clear();
-    m_runInfo.append(core::ReadTextFile(m_context.log, m_context.paths.RunLogFile, shownLogBytes / 4));
-    appendSms(core::ReadTextFile(m_context.log, m_context.paths.SmsFile, shownLogBytes));
+    m_runInfo.append(
+        core::ReadTextFile(m_context.log, m_context.paths.RunLogFile, core::RunLog::sizeLimit));
+    QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont); // datagrams are fixed-column text
+    fixed.setPointSizeF(font().pointSizeF());
+    m_ui->txtRuninfo->setFont(fixed);
+    m_sms.append(core::ReadTextFile(m_context.log, m_context.paths.SmsFile, shownMessageBytes));
     connect(m_ui->SSTab1, &QTabWidget::currentChanged, &m_screen, &core::FrameGate::schedule);
 }
 
@@ -170,13 +169,12 @@ void FrmMain::connectButtons()
         m_context.navigator.ShowHelp(u"Popup_MainHelp"_s);
     });
     connect(m_ui->Command2, &QAction::triggered, this, [this] { m_context.commands.byebye({}); });
-    connect(m_ui->actSmallShape, &QAction::triggered, this, &FrmMain::SetSmallFrmmain);
-    connect(m_ui->actFullShape, &QAction::triggered, this, &FrmMain::setFullShape);
-    connect(m_ui->actCopy, &QAction::triggered, m_ui->gridCallerId, &CallGridView::copySelection);
-    connect(m_ui->actOpenCaller, &QAction::triggered, this,
+    connect(m_ui->cmdSmallShape, &QAction::triggered, this, &FrmMain::SetSmallFrmmain);
+    connect(m_ui->cmdFullShape, &QAction::triggered, this, &FrmMain::setFullShape);
+    connect(m_ui->mnuCopy, &QAction::triggered, m_ui->gridCallerId, &CallGridView::copySelection);
+    connect(m_ui->mnuOpenCaller, &QAction::triggered, this,
             [this] { openCaller(m_ui->gridCallerId->currentIndex().row()); });
     connect(m_ui->gridCallerId, &CallGridView::callActivated, this, &FrmMain::openCaller);
-    connect(m_ui->gridCallerId, &CallGridView::columnWidthsChanged, this, &FrmMain::rememberColumnWidths);
     connect(m_ui->Command6, &QPushButton::clicked, this, [this] { m_context.commands.handleSampleCall(); });
     connect(m_ui->cmdTest, &QPushButton::clicked, this,
             [this] { m_context.prompts.tell(m_context.commands.describeLastDatagram()); });
@@ -193,17 +191,6 @@ void FrmMain::connectWindowButton(QAction *action, core::Window window)
     });
 }
 
-void FrmMain::rememberColumnWidths()
-{
-    QList<GridColumn> columns = m_calls.columns();
-    for (int column = 0; column < columns.size(); ++column) {
-        if (columns.at(column).visible) {
-            columns[column].width = m_ui->gridCallerId->columnTwips(column);
-        }
-    }
-    m_calls.ChangeGridCfg(columns);
-}
-
 void FrmMain::openCaller(int row)
 {
     const QString id = m_calls.cell(row, u"ID"_s);
@@ -216,18 +203,20 @@ void FrmMain::openCaller(int row)
 
 void FrmMain::deleteRunLog()
 {
+    notTopmost();
     if (m_context.prompts.askOkCancel(m_context.texts.Lms(u"AskDeleteRunlog"_s), {})) {
-        QFile::remove(m_context.paths.RunLogFile);
-        m_runInfo.clear();
+        m_context.log.erase();
         m_screen.schedule();
     }
 }
 
 void FrmMain::deleteSmsLog()
 {
-    if (m_context.prompts.askOkCancel(m_context.texts.Lms(u"AskDeleteSmsLog"_s), {})) {
-        QFile::remove(m_context.paths.SmsFile);
-        m_ui->txtSMS->clear();
+    notTopmost();
+    if (m_context.prompts.askOkCancel(m_context.texts.Lms(u"AskDeleteSmsLog"_s), {}) &&
+        m_context.commands.eraseShortMessages()) {
+        m_sms.clear();
+        m_screen.schedule();
     }
 }
 
@@ -257,11 +246,19 @@ void FrmMain::showPortUnavailable()
     updateSource();
 }
 
+void FrmMain::showCustomersAvailable(bool available)
+{
+    m_customersUnavailable = !available;
+    updateSource();
+}
+
+// A message may be 60,000 characters long; the whole of it stands in the file.
 void FrmMain::appendSms(const QString &text)
 {
-    for (const QString &line : text.split(u"\r\n"_s)) {
-        m_ui->txtSMS->appendPlainText(core::shownText(line, shownLogBytes));
-    }
+    constexpr qsizetype keptCharacters = 20000;
+    m_sms.append(text.left(keptCharacters / 2) + u"\r\n"_s);
+    m_sms.keepLast(keptCharacters);
+    m_screen.schedule();
 }
 
 void FrmMain::updateScreen()
@@ -271,6 +268,10 @@ void FrmMain::updateScreen()
         m_ui->txtLastCallerID->setPlainText(m_lastCaller);
     }
     m_runInfo.show(*m_ui->txtRuninfo);
+    m_sms.show(*m_ui->txtSMS);
+    if (std::exchange(m_raise, false)) {
+        raise();
+    }
     if (std::exchange(m_sourceChanged, false)) {
         updateSource();
     }
@@ -281,6 +282,8 @@ void FrmMain::updateSource()
     const QString separator = m_context.values.WordSeparator;
     if (m_portUnavailable) {
         lblSource->setText(m_context.texts.Lms(u"PortUnavailable"_s));
+    } else if (m_customersUnavailable) {
+        lblSource->setText(m_context.texts.Lms(u"CustomersUnavailable"_s));
     } else if (m_lastSender.isNull()) {
         lblSource->setText(m_context.texts.Lms(u"NoDatagramYet"_s));
     } else {

@@ -12,7 +12,7 @@
 #include "mainwindow/AutoHide.h"
 #include "mainwindow/CallGridModel.h"
 #include "core/FrameGate.h"
-#include "mainwindow/RunInfoText.h"
+#include "mainwindow/LogText.h"
 #include "mainwindow/TrayIcon.h"
 
 #include <QHostAddress>
@@ -39,6 +39,8 @@ public:
     virtual void handleSampleCall() = 0;
     /// The last datagram as the program understood it.
     virtual QString describeLastDatagram() = 0;
+    /// Deletes the short-message log; false where it stays.
+    virtual bool eraseShortMessages() = 0;
 };
 
 /// The program's one permanent window: the calls, the last caller, the run information, the short messages. Closing
@@ -70,12 +72,15 @@ public:
     void showSource(const QHostAddress &sender);
     /// The caller-ID port cannot be received on.
     void showPortUnavailable();
+    /// Whether callers can be identified.
+    void showCustomersAvailable(bool available);
     void ShowCallerID_tarn(const core::CallRecord &record);
     void showLastCaller(const QString &text);
     /// Puts a line of the short-message log under the last one.
     void appendSms(const QString &text);
 
-    /// Shows the window in its normal state because of a call; one that was hidden hides itself again later.
+    /// Brings the window up in its normal state because of a call, without taking the keyboard. One that was hidden hides
+    /// itself again later.
     void showForCall();
     /// A minimised or maximised window becomes normal; a hidden one stays hidden.
     void setNormal();
@@ -112,30 +117,36 @@ private:
     void updateScreen();
     void updateSource();
     void openCaller(int row);
-    void rememberColumnWidths();
     void deleteRunLog();
     void deleteSmsLog();
     void hideOrMinimize();
+    void keepPlace();
     void setTopmost(bool topmost);
+    void showNormalQuietly();
+    bool isSmall() const;
     void showShape(bool small);
+    void rememberPlace();
     void Timer1_Timer();
 
     Context m_context;
     std::unique_ptr<Ui::FrmMain> m_ui;
     appearance::FormSetup m_setup;
     CallGridModel m_calls;
-    RunInfoText m_runInfo;
+    LogText m_runInfo;
+    LogText m_sms;
     core::FrameGate m_screen;
     std::unique_ptr<TrayIcon> m_tray;
     QLabel *lblSource;
     QTimer Timer1;
     QString m_shape; ///< "SMALL" or "FULL"
-    QSize m_fullSize;
+    QSize m_fullSize; ///< to which the small shape grows again
     QString m_lastCaller;
     QHostAddress m_lastSender;
     bool m_sourceChanged = false;
     bool m_portUnavailable = false;
+    bool m_customersUnavailable = false;
     bool m_lastCallerChanged = false;
+    bool m_raise = false;
     Qt::WindowStates LastState = Qt::WindowNoState; ///< the state to which the tray restores
 };
 

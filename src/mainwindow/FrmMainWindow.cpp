@@ -1,6 +1,5 @@
 // The main window as a window: its shapes and states, hiding, and being in front.
 
-#include "appearance/ThemedIcons.h"
 #include "mainwindow/FrmMain.h"
 #include "ui_FrmMain.h"
 
@@ -24,18 +23,24 @@ constexpr QSize fullSize = {960, 600};
 
 void FrmMain::loadShape()
 {
-    m_shape = u"SMALL"_s;
     if (m_context.services.windows.geometry(objectName()).isEmpty()) {
         resize(fullSize);
     }
     showShape(false);
 }
 
+bool FrmMain::isSmall() const
+{
+    return m_shape == "SMALL"_L1;
+}
+
+// The full shape is the one to be remembered.
 void FrmMain::SetSmallFrmmain()
 {
     if (isMaximized()) {
         return;
     }
+    rememberPlace();
     m_fullSize = size();
     showShape(true);
     const QSize twips(smallWidthTwips, smallHeightTwips);
@@ -54,37 +59,53 @@ void FrmMain::showShape(bool small)
     m_ui->SSTab1->setVisible(!small);
     m_ui->statusbar->setVisible(!small);
     m_ui->Toolbar1->setToolButtonStyle(small ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextUnderIcon);
-    m_ui->actSmallShape->setVisible(!small);
-    m_ui->actFullShape->setVisible(small);
+    m_ui->cmdSmallShape->setVisible(!small);
+    m_ui->cmdFullShape->setVisible(small);
     m_ui->mainLayout->activate(); // the least size is asked for next
     layout()->activate();
+}
+
+void FrmMain::rememberPlace()
+{
+    if (!isSmall()) {
+        m_setup.rememberGeometry(*this);
+    }
 }
 
 void FrmMain::showForCall()
 {
     const bool away = !isVisible() || isMinimized();
-    if (away) {
+    if (away || m_context.autoHide.isRunning()) {
         m_context.autoHide.start();
+    }
+    if (away) {
         setTopmost(true);
-        setAttribute(Qt::WA_ShowWithoutActivating);
     }
     if (away || windowState() != Qt::WindowNoState) {
-        showNormal();
-        raise();
+        showNormalQuietly();
     }
-    setAttribute(Qt::WA_ShowWithoutActivating, false);
+    m_raise = true;
+    m_screen.schedule();
 }
 
 void FrmMain::setNormal()
 {
     if (isVisible() && windowState() != Qt::WindowNoState) {
-        showNormal();
+        showNormalQuietly();
     }
+}
+
+// Nothing that a datagram causes takes the keyboard from what the operator types.
+void FrmMain::showNormalQuietly()
+{
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    showNormal();
+    setAttribute(Qt::WA_ShowWithoutActivating, false);
 }
 
 void FrmMain::restoreToFront()
 {
-    m_context.autoHide.clear();
+    notTopmost();
     setWindowState(LastState & ~Qt::WindowMinimized);
     show();
     raise();
@@ -97,29 +118,33 @@ void FrmMain::notTopmost()
     setTopmost(false);
 }
 
-// Changing the flag hides a window, so one that stands is shown again at once.
+// On the window behind the widget: changing the widget's own flag would hide it.
 void FrmMain::setTopmost(bool topmost)
 {
-    if (windowFlags().testFlag(Qt::WindowStaysOnTopHint) == topmost) {
-        return;
-    }
-    const bool visible = isVisible();
-    setWindowFlag(Qt::WindowStaysOnTopHint, topmost);
-    if (visible) {
-        show();
-    }
+    create();
+    windowHandle()->setFlag(Qt::WindowStaysOnTopHint, topmost);
 }
 
 void FrmMain::hideOrMinimize()
 {
     m_context.autoHide.clear();
-    m_setup.rememberGeometry(*this);
+    rememberPlace();
     LastState = windowState() & ~Qt::WindowMinimized;
     if (m_tray->isReachable()) {
+        keepPlace();
         hide();
         setTopmost(false);
     } else {
         showMinimized();
+    }
+}
+
+// A window manager finds a new place for a window that comes back, unless the window asks for one.
+void FrmMain::keepPlace()
+{
+    if (windowState() == Qt::WindowNoState) {
+        move(pos());
+        windowHandle()->setFramePosition(windowHandle()->framePosition());
     }
 }
 
@@ -132,7 +157,7 @@ void FrmMain::Timer1_Timer()
 
 void FrmMain::prepareToEnd()
 {
-    m_setup.rememberGeometry(*this);
+    rememberPlace();
     m_tray->remove();
     Timer1.stop();
 }
@@ -157,16 +182,17 @@ void FrmMain::changeEvent(QEvent *event)
     QMainWindow::changeEvent(event);
     if (event->type() == QEvent::PaletteChange && m_tray != nullptr) {
         applyIcons();
-    } else if (event->type() == QEvent::WindowStateChange && !isMinimized() && isVisible()) {
-        LastState = windowState();
+    } else if (event->type() == QEvent::WindowStateChange) {
+        m_ui->cmdSmallShape->setEnabled(!isMaximized());
+        LastState = isMinimized() || !isVisible() ? LastState : windowState();
     }
 }
 
-// An operator who has turned to the window keeps it.
+// An operator who has turned to the window keeps it, among the others.
 bool FrmMain::event(QEvent *event)
 {
     if (event->type() == QEvent::WindowActivate) {
-        m_context.autoHide.clear();
+        notTopmost();
     }
     return QMainWindow::event(event);
 }

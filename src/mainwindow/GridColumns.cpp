@@ -1,7 +1,6 @@
 #include "mainwindow/GridColumns.h"
 
 #include <QSet>
-#include <QStringList>
 
 using namespace Qt::StringLiterals;
 
@@ -30,18 +29,19 @@ QList<GridColumn> defaults()
 
 bool namesEachOnce(const QStringList &names)
 {
-    static const QStringList known = {u"Channel"_s, u"CallerID"_s, u"SimpleDes"_s, u"IncomingTime"_s,
-                                      u"SN"_s,      u"LineNo"_s,   u"ID"_s};
+    const QStringList &known = gridColumnNames();
     return names.size() == known.size() && QSet(names.begin(), names.end()) == QSet(known.begin(), known.end());
 }
 
 int usableWidth(const QString &text, const QString &name)
 {
-    const int width = text.toInt();
-    if (width >= minWidth && width <= maxWidth) {
-        return width;
+    bool isNumber = false;
+    const int width = text.toInt(&isNumber);
+    if (isNumber) {
+        return std::clamp(width, minWidth, maxWidth);
     }
-    return name == "CallerID"_L1 || name == "LineNo"_L1 ? 1800 : 2500;
+    const qsizetype place = gridColumnNames().indexOf(name);
+    return place < 0 ? minWidth : defaults().at(place).width;
 }
 
 bool anyVisible(const QList<GridColumn> &columns)
@@ -50,6 +50,13 @@ bool anyVisible(const QList<GridColumn> &columns)
 }
 
 } // namespace
+
+const QStringList &gridColumnNames()
+{
+    static const QStringList names = {u"Channel"_s, u"CallerID"_s, u"SimpleDes"_s, u"IncomingTime"_s,
+                                      u"SN"_s,      u"LineNo"_s,   u"ID"_s};
+    return names;
+}
 
 QList<GridColumn> readGridColumns(const core::SettingsRecord &record, bool *usable)
 {

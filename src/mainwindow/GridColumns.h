@@ -4,8 +4,12 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 namespace mainwindow {
+
+/// The seven names, in the order as delivered.
+const QStringList &gridColumnNames();
 
 /// One column of the caller-ID grid.
 struct GridColumn

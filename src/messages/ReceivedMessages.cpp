@@ -2,6 +2,8 @@
 
 #include "core/TextFiles.h"
 
+#include <QFile>
+
 using namespace Qt::StringLiterals;
 
 namespace messages {
@@ -24,6 +26,15 @@ std::optional<QString> ReceivedMessages::ShowSmallMessage(const QString &record)
         core::SaveTextFile(m_log, m_paths.SmsFile, entry);
         core::SaveTextFile(m_log, month, entry);
         return entry;
+    });
+}
+
+bool ReceivedMessages::erase()
+{
+    return m_log.trap("ReceivedMessages::erase"_L1, [&] {
+        if (QFile::exists(m_paths.SmsFile) && !QFile::remove(m_paths.SmsFile)) {
+            throw core::Error(0, u"the file cannot be deleted: "_s + m_paths.SmsFile);
+        }
     });
 }
 

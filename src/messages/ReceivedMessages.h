@@ -23,6 +23,9 @@ public:
     /// Logs a received record and returns the entry to show. Nothing for a record of 200 characters or fewer, and, with
     /// an entry in the run log, for one too short to hold its delimiters.
     std::optional<QString> ShowSmallMessage(const QString &record);
+    /// Deletes the running log at the operator's wish; the months' logs stay. False, with an entry in the run log, where
+    /// the file stays.
+    bool erase();
 
 private:
     const core::Paths &m_paths;

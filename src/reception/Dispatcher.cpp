@@ -9,7 +9,10 @@ namespace reception {
 Dispatcher::Dispatcher(core::Settings &settings, core::RunLog &log, core::ProcessValues &values,
                        const core::CodePage &codePage, CallEffects &effects)
     : m_settings(settings), m_log(log), m_values(values), m_codePage(codePage), m_effects(effects)
-{}
+{
+    m_saveLater.setSingleShot(true);
+    QObject::connect(&m_saveLater, &QTimer::timeout, &m_saveLater, [this] { m_settings.SaveMisc(); });
+}
 
 void Dispatcher::Winsock1_DataArrival(const Datagram &datagram)
 {
@@ -33,7 +36,19 @@ void Dispatcher::rememberSender(const Datagram &datagram)
     if (sender != record.LastSenderIp.text()) {
         record.LastSenderIp.setText(sender);
         record.LastSenderPort = datagram.senderPort;
+        saveSender();
+    }
+}
+
+// At once, but datagrams of ever new senders must not cost a write to the disk each.
+void Dispatcher::saveSender()
+{
+    constexpr qint64 pauseMs = 100;
+    if (!m_sinceSave.isValid() || m_sinceSave.elapsed() >= pauseMs) {
         m_settings.SaveMisc();
+        m_sinceSave.start();
+    } else if (!m_saveLater.isActive()) {
+        m_saveLater.start(int(pauseMs));
     }
 }
 

@@ -8,7 +8,9 @@
 #include "reception/Datagram.h"
 #include "reception/Records.h"
 
+#include <QElapsedTimer>
 #include <QString>
+#include <QTimer>
 
 namespace reception {
 
@@ -28,6 +30,7 @@ public:
 
 private:
     void rememberSender(const Datagram &datagram);
+    void saveSender();
     void dispatch(const DatagramText &datagram);
     void handleCall(const DatagramText &datagram);
     bool popsUp(const DatagramText &datagram);
@@ -39,6 +42,8 @@ private:
     const core::CodePage &m_codePage;
     CallEffects &m_effects;
     QHostAddress m_lastSender;
+    QElapsedTimer m_sinceSave;
+    QTimer m_saveLater;
     DatagramText m_last;
 };
 

@@ -19,6 +19,12 @@ constexpr qsizetype maxWaitingBytes = 64 << 20; // beyond it datagrams wait in t
 constexpr int maxReceivedAtOnce = 1024;         // a few milliseconds
 constexpr qint64 turnBudgetMs = 8;              // then the event loop gets its turn to paint
 
+// A settings file may hold anything.
+quint16 portOf(qint32 setting)
+{
+    return setting > 0 && setting <= 0xFFFF ? quint16(setting) : Endpoint::standardPort;
+}
+
 qsizetype costOf(const Datagram &datagram)
 {
     return datagram.bytes.size() + qsizetype(sizeof(Datagram));
@@ -76,10 +82,10 @@ void Endpoint::chooseRemote()
         return;
     }
     m_remoteHost = QHostAddress(record.LastSenderIp.text());
-    m_remotePort = quint16(record.LastSenderPort);
+    m_remotePort = portOf(record.LastSenderPort);
     if (m_remoteHost.isNull()) {
         m_remoteHost = QHostAddress::AnyIPv4;
-        m_remotePort = quint16(record.LocalPort - 1);
+        m_remotePort = portOf(record.LocalPort) - 1;
     }
 }
 

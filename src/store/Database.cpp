@@ -102,4 +102,16 @@ void Database::transaction(const std::function<void()> &work)
     m_handle->transaction(work);
 }
 
+bool isReadable(const QString &customerFile)
+{
+    try {
+        Database database(customerFile, {Database::Mode::ReadWrite, Wildcards::Asterisk, std::chrono::milliseconds(0)});
+        database.forEachRow(u"select SN from customer where SN=0"_s, [](const Row &) {});
+        database.transaction([] {}); // also nobody else is writing
+        return true;
+    } catch (const core::Error &) {
+        return false;
+    }
+}
+
 } // namespace store

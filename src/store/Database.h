@@ -84,6 +84,9 @@ private:
     std::shared_ptr<Handle> m_handle;
 };
 
+/// Whether the file can be read as a customer database right now; does not wait for another program's lock.
+bool isReadable(const QString &customerFile);
+
 /// Makes a new database file from a schema in the given words and what `fill` adds, in one step: the file is
 /// built beside its place and then renamed, so it is whole or not there. Throws core::Error, also when the
 /// file exists.

@@ -71,16 +71,15 @@ Database::Handle::Handle(const QString &path, const Options &options, File file)
     if (file == File::Existing) {
         checkFile(path);
     }
-    const bool readOnlyFile = isMarkedReadOnly(path);
-    openDriver(path, file, readOnlyFile);
+    openDriver(path, file);
     harden();
     registerFunctions(m_engine);
-    makeReady(file, readOnlyFile);
+    makeReady(file);
 }
 
-void Database::Handle::openDriver(const QString &path, File file, bool readOnlyFile)
+void Database::Handle::openDriver(const QString &path, File file)
 {
-    const QLatin1StringView mode = file == File::New ? "rwc"_L1 : readOnlyFile ? "ro"_L1 : "rw"_L1;
+    const QLatin1StringView mode = file == File::New ? "rwc"_L1 : isMarkedReadOnly(path) ? "ro"_L1 : "rw"_L1;
     QSqlDatabase driver = QSqlDatabase::addDatabase(u"QSQLITE"_s, m_driver.name);
     driver.setDatabaseName(address(path, mode));
     driver.setConnectOptions(u"QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT="_s +
@@ -105,18 +104,18 @@ void Database::Handle::harden() const
 }
 
 /// The first statements on the file, so what is no database, damaged or locked shows here.
-void Database::Handle::makeReady(File file, bool readOnlyFile)
+void Database::Handle::makeReady(File file)
 {
     execute(u"pragma cell_size_check=on"_s);
     execute(u"select count(*) from sqlite_schema"_s);
-    if (!readOnlyFile) {
+    if (sqlite3_db_readonly(m_engine, "main") == 0) {
         execute(u"pragma journal_mode=delete"_s);
         execute(u"pragma synchronous=full"_s);
         renewTextOrder(file);
     }
     if (m_options.mode == Mode::ReadOnly) {
-        execute(
-            u"pragma query_only=on"_s); // not opened as read-only: another's broken-off save must be undone
+        // Not the engine's own read-only mode: what another program left half saved must still be undone.
+        execute(u"pragma query_only=on"_s);
     }
 }
 

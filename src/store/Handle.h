@@ -34,9 +34,9 @@ private:
         QString name;
         ~DriverName();
     };
-    void openDriver(const QString &path, File file, bool readOnlyFile);
+    void openDriver(const QString &path, File file);
     void harden() const;
-    void makeReady(File file, bool readOnlyFile);
+    void makeReady(File file);
     void renewTextOrder(File file);
     qint64 number(const QString &sql) const;
     void rollBack();

@@ -22,6 +22,7 @@ struct SqlToken
 
     /// Keywords are matched without regard to case.
     bool is(QLatin1StringView word) const;
+    bool isSymbol(char16_t symbol) const { return kind == Kind::Symbol && text == QChar(symbol); }
     /// The name that a word or a bracketed name stands for; null for a text or a symbol.
     QStringView name() const;
 };

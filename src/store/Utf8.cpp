@@ -4,13 +4,13 @@ namespace store {
 
 namespace {
 
-/// How many bytes follow a first byte, -1 when it cannot be one.
+/// How many bytes follow a first byte, 0 when it cannot be one.
 int followers(unsigned char first)
 {
     if (first < 0xC2) {
-        return -1;
+        return 0;
     }
-    return first < 0xE0 ? 1 : first < 0xF0 ? 2 : first < 0xF5 ? 3 : -1;
+    return first < 0xE0 ? 1 : first < 0xF0 ? 2 : first < 0xF5 ? 3 : 0;
 }
 
 } // namespace

@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QLabel>
 #include <QPlainTextEdit>
+#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QUdpSocket>
@@ -283,8 +284,9 @@ void tst_Program::aShortMessageIsFiledAndShown()
     desk.send(sim::messageRecord(u"ALL", u"Lunch is here", sim::CodePageChoice()));
     QTRY_VERIFY(desk.file(u"SMS/SMS.txt"_s) == "<2026-11-21 09:30:15>  \r\nLunch is here\r\n\r\n");
     QCOMPARE(desk.file(u"SMS/SMS2026-11.txt"_s), desk.file(u"SMS/SMS.txt"_s));
+    desk.program->mainWindow().findChild<QTabWidget *>(u"SSTab1"_s)->setCurrentIndex(2);
     const auto *box = desk.program->mainWindow().findChild<QPlainTextEdit *>(u"txtSMS"_s);
-    QVERIFY(box->toPlainText().contains(u"Lunch is here"_s));
+    QTRY_VERIFY(box->toPlainText().contains(u"Lunch is here"_s));
     for (const int size : {200, 203}) { // too short to be a message, and to hold its delimiters
         desk.send(QByteArray("SENDSMALLMESSAGE").leftJustified(size, ' '));
     }

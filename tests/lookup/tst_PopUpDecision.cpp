@@ -3,7 +3,7 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
-using lookup::Standing;
+using core::Standing;
 
 namespace {
 

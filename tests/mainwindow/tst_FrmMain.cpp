@@ -11,6 +11,7 @@
 #include <QTableView>
 #include <QTest>
 #include <QToolButton>
+#include <QWindow>
 
 using namespace Qt::StringLiterals;
 using core::Window;
@@ -28,6 +29,11 @@ public:
     }
     void handleSampleCall() override { called.append(u"handleSampleCall"_s); }
     QString describeLastDatagram() override { return u"CallerID: 5550144"_s; }
+    bool eraseShortMessages() override
+    {
+        called.append(u"eraseShortMessages"_s);
+        return true;
+    }
 };
 
 } // namespace
@@ -109,6 +115,7 @@ QPoint tst_FrmMain::cellOf(int row) const
 
 void tst_FrmMain::theCaptionNamesProductAndVersion()
 {
+    m_forms->desk.values.OemMark = u"CD"_s;
     m_forms->desk.values.ProductDisplayName = u"Corner Desk"_s;
     open();
     QCOMPARE(m_window->windowTitle(), u"Corner Desk [ver] 1.00C42"_s);
@@ -214,7 +221,8 @@ void tst_FrmMain::theLogsAreShownAndDeletedAfterAQuestion()
     auto *tabs = find<QTabWidget>(u"SSTab1"_s);
     auto *sms = find<QPlainTextEdit>(u"txtSMS"_s);
     auto *runInfo = find<QPlainTextEdit>(u"txtRuninfo"_s);
-    QVERIFY(sms->toPlainText().contains(u"Hello from Bo"_s));
+    tabs->setCurrentIndex(2);
+    QTRY_VERIFY(sms->toPlainText().contains(u"Hello from Bo"_s));
     tabs->setCurrentIndex(1);
     QTRY_VERIFY(runInfo->toPlainText().contains(u"[SysStarted]"_s));
     m_forms->prompts.expect(false);
@@ -227,8 +235,8 @@ void tst_FrmMain::theLogsAreShownAndDeletedAfterAQuestion()
     tabs->setCurrentIndex(2);
     m_forms->prompts.expect(true);
     QTest::mouseClick(find<QPushButton>(u"Command8"_s), Qt::LeftButton);
-    QVERIFY(!QFile::exists(m_forms->desk.paths.SmsFile));
-    QCOMPARE(sms->toPlainText(), QString());
+    QCOMPARE(m_commands->called, QStringList{u"eraseShortMessages"_s});
+    QTRY_COMPARE(sms->toPlainText(), QString());
     QCOMPARE(m_forms->prompts.asked,
              QStringList({u"[AskDeleteRunlog]"_s, u"[AskDeleteRunlog]"_s, u"[AskDeleteSmsLog]"_s}));
 }
@@ -265,7 +273,7 @@ void tst_FrmMain::aWindowBroughtUpByACallHidesItselfAfterFiveTicks()
     m_window->hide();
     m_window->showForCall();
     QVERIFY(m_window->isVisible());
-    QVERIFY(m_window->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+    QVERIFY(m_window->windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint));
     for (int tick = 1; tick < mainwindow::AutoHide::lastTick; ++tick) {
         QVERIFY(!m_autoHide->tick());
     }
@@ -279,7 +287,7 @@ void tst_FrmMain::openingAFormEndsBeingInFront()
     m_window->hide();
     m_window->showForCall();
     QTest::mouseClick(find<QToolButton>(u"Command3"_s), Qt::LeftButton);
-    QVERIFY(!m_window->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+    QVERIFY(!m_window->windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint));
     QVERIFY(!m_autoHide->isRunning());
     QVERIFY(m_window->isVisible());
 }
@@ -288,14 +296,14 @@ void tst_FrmMain::bothShapes()
 {
     open();
     const QSize full = m_window->size();
-    QTest::mouseClick(find<QToolButton>(u"actSmallShape"_s), Qt::LeftButton);
+    QTest::mouseClick(find<QToolButton>(u"cmdSmallShape"_s), Qt::LeftButton);
     QVERIFY(m_window->height() < full.height() / 2);
     QVERIFY(!find<QTabWidget>(u"SSTab1"_s)->isVisible());
     QVERIFY(find<QPlainTextEdit>(u"txtLastCallerID"_s)->isVisible());
-    QTest::mouseClick(find<QToolButton>(u"actFullShape"_s), Qt::LeftButton);
+    QTest::mouseClick(find<QToolButton>(u"cmdFullShape"_s), Qt::LeftButton);
     QCOMPARE(m_window->size(), full);
     m_window->showMaximized();
-    QTest::mouseClick(find<QToolButton>(u"actSmallShape"_s), Qt::LeftButton);
+    QTest::mouseClick(find<QToolButton>(u"cmdSmallShape"_s), Qt::LeftButton);
     QVERIFY(find<QTabWidget>(u"SSTab1"_s)->isVisible());
 }
 

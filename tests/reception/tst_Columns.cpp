@@ -1,4 +1,3 @@
-#include "core/CodePage.h"
 #include "reception/Columns.h"
 
 #include <QTest>
@@ -18,14 +17,6 @@ private Q_SLOTS:
         QCOMPARE(ByteColumns({}), 0);
         QCOMPARE(ByteColumns(u"a\u00FE"), 2);
         QCOMPARE(ByteColumns(u"\u00FF\u4E2D🙂"), 6);
-    }
-
-    void theCodePageTellsWhatIsOneByte()
-    {
-        const core::CodePage japanese(932);
-        QCOMPARE(ByteColumns(u"ｶﾅ×営", japanese.columnRule("\xB6\xC5")), 6);
-        const core::CodePage arabic(1256);
-        QCOMPARE(ByteColumns(u"سلام", arabic.columnRule("\xD3\xE1")), 4);
     }
 
     void fieldsAreCutByColumns_data()

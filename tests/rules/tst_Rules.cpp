@@ -22,7 +22,7 @@ const QHash<QString, QStringList> &allowedArrows()
         {u"language"_s, {u"core"_s, u"store"_s}},
         {u"appearance"_s, {u"core"_s, u"language"_s}},
         {u"lookup"_s, {u"core"_s, u"store"_s, u"appearance"_s}},
-        {u"mainwindow"_s, {u"core"_s, u"reception"_s, u"lookup"_s, u"language"_s, u"appearance"_s}},
+        {u"mainwindow"_s, {u"core"_s, u"appearance"_s}},
         {u"phonebook"_s, recordFolder},
         {u"customers"_s, recordFolder},
         {u"notes"_s, recordFolder},

@@ -38,6 +38,7 @@ void tst_TextOrder::theseAreEqual_data()
     QTest::newRow("blanks behind") << u"Acme"_s << u"ACME  　"_s;
     QTest::newRow("width") << u"ＡＢＣ１２ ｶﾞ"_s << u"abc12 ガ"_s;
     QTest::newRow("composed and not") << u"caf\u00E9"_s << u"cafe\u0301"_s;
+    QTest::newRow("letters behind the ideographs") << u"\uA640\uFB21"_s << u"\uA641\uFB21"_s;
     QTest::newRow("greek sigma") << u"ΟΔΟΣ"_s << u"οδος"_s;
 }
 

@@ -6,6 +6,13 @@ using namespace Qt::StringLiterals;
 
 namespace support {
 
+FakePrompts::~FakePrompts()
+{
+    if (!m_script.isEmpty()) {
+        QTest::qFail("an announced prompt never came", __FILE__, __LINE__);
+    }
+}
+
 void FakePrompts::expect(bool answer, std::function<void()> whileOpen)
 {
     m_script.append({answer, std::move(whileOpen)});
@@ -29,11 +36,11 @@ bool FakePrompts::answer(const QString &text)
         return false;
     }
     const Answer scripted = m_script.takeFirst();
-    m_open = true;
+    ++m_open;
     if (scripted.whileOpen) {
         scripted.whileOpen();
     }
-    m_open = false;
+    --m_open;
     notifyClosed();
     return scripted.ok;
 }

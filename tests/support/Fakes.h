@@ -20,16 +20,21 @@ public:
     QDateTime now() const override { return time; }
 };
 
-/// Answers from a script and records what was asked. A prompt that no test announced fails the test.
+/// Answers from a script and records what was asked. A prompt that no test announced fails the test, and so does an
+/// announced one that never came.
 class FakePrompts : public core::Prompts
 {
 public:
+    FakePrompts() = default;
+    ~FakePrompts() override;
+    Q_DISABLE_COPY_MOVE(FakePrompts)
+
     /// Announces one prompt: its answer (for `tell` it is ignored) and what happens while it is open.
     void expect(bool answer = true, std::function<void()> whileOpen = {});
 
     void tell(const QString &text) override;
     bool askOkCancel(const QString &text, const QString &title) override;
-    bool isOpen() const override { return m_open; }
+    bool isOpen() const override { return m_open > 0; }
 
     QStringList asked; ///< the texts, in order
 
@@ -42,7 +47,7 @@ private:
     bool answer(const QString &text);
 
     QList<Answer> m_script;
-    bool m_open = false;
+    int m_open = 0;
 };
 
 /// Records which windows were asked for; shows none.

@@ -3,6 +3,7 @@
 #include "core/Error.h"
 #include "store/Database.h"
 
+#include <QFile>
 #include <QFileInfo>
 
 using namespace Qt::StringLiterals;
@@ -87,6 +88,21 @@ QList<DeskFile> deskFiles(const DeskSources &sources, bool sample)
             {u"Help/Help%1.chlp"_s.arg(code), helpSchema, fillWith(u"Help"_s, helpPages(sources, code))});
     }
     return files;
+}
+
+DeskFile areaFile(const DeskSources &sources, const QString &tablePath)
+{
+    QFile file(tablePath);
+    if (!file.open(QIODevice::ReadOnly)) {
+        throw core::Error(0, file.errorString() + u": "_s + tablePath);
+    }
+    const TsvTable areas = parseTsv(QString::fromUtf8(file.readAll()), tablePath);
+    for (const QString &column : {u"AreaCode"_s, u"Area"_s, u"PlaceName"_s}) {
+        if (!areas.columns.contains(column)) {
+            throw core::Error(0, tablePath + u" has no column "_s + column);
+        }
+    }
+    return {u"AreaCode.mdb"_s, sources.text(u"schema/Area.sql"_s), fillWith(u"placename"_s, areas)};
 }
 
 Made makeDeskFile(const DeskFile &file, const QString &folder)

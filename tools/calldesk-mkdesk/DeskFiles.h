@@ -22,6 +22,10 @@ struct DeskFile
 /// phone book are empty. `sources` must outlive the result. Throws core::Error for sources that are damaged.
 QList<DeskFile> deskFiles(const DeskSources &sources, bool sample);
 
+/// The area database, from a tab-separated file with the columns AreaCode, Area and PlaceName. Throws
+/// core::Error.
+DeskFile areaFile(const DeskSources &sources, const QString &tablePath);
+
 enum class Made { New, Kept };
 
 /// Makes the file below `folder` unless it is there; folders are made as needed. Throws core::Error.

@@ -40,6 +40,11 @@ void describeOptions(QCommandLineParser &parser)
     parser.addPositionalArgument(u"FOLDER"_s, u"Where the files are made: the program's start folder."_s);
     parser.addOption({u"sample"_s, u"With invented customers and phone book entries, to try the program."_s});
     parser.addOption(
+        {u"areas"_s,
+         u"Also make the area database from this tab-separated file; its first line names the columns "
+         "AreaCode, Area and PlaceName."_s,
+         u"file"_s});
+    parser.addOption(
         {u"data"_s, u"Take the text sources from this folder, not from the program."_s, u"folder"_s});
     parser.addOption({{u"h"_s, u"help"_s}, u"This text."_s});
     parser.addOption({{u"v"_s, u"version"_s}, u"The version."_s});
@@ -50,7 +55,11 @@ ExitStatus makeDesk(const QCommandLineParser &parser)
     const QString folder = parser.positionalArguments().constFirst();
     const mkdesk::DeskSources sources(parser.isSet(u"data"_s) ? parser.value(u"data"_s)
                                                               : mkdesk::DeskSources::embedded());
-    for (const mkdesk::DeskFile &file : mkdesk::deskFiles(sources, parser.isSet(u"sample"_s))) {
+    QList<mkdesk::DeskFile> files = mkdesk::deskFiles(sources, parser.isSet(u"sample"_s));
+    if (parser.isSet(u"areas"_s)) {
+        files.append(mkdesk::areaFile(sources, parser.value(u"areas"_s)));
+    }
+    for (const mkdesk::DeskFile &file : std::as_const(files)) {
         if (mkdesk::makeDeskFile(file, folder) == mkdesk::Made::New) {
             write(stdout, file.path);
         } else {

@@ -1,4 +1,4 @@
-#include "mainwindow/RunInfoText.h"
+#include "mainwindow/LogText.h"
 
 #include "core/TextUtilities.h"
 
@@ -18,27 +18,38 @@ constexpr qsizetype maxShownLine = 1000;
 QString asShown(QStringView text)
 {
     QString shown;
-    for (const QStringView line : text.tokenize(u"\r\n"_s, Qt::SkipEmptyParts)) {
+    for (QStringView line : text.tokenize(u'\n')) {
+        line = line.endsWith(u'\r') ? line.chopped(1) : line;
         shown += core::shownText(line, maxShownLine) + u'\n';
     }
+    shown.chop(1); // what follows the last line end is no line
     return shown;
 }
 
 } // namespace
 
-void RunInfoText::clear()
+void LogText::clear()
 {
     m_text.clear();
     m_shown = 0;
     m_restarted = true;
 }
 
-void RunInfoText::append(const QString &line)
+void LogText::append(const QString &line)
 {
     m_text += line;
 }
 
-void RunInfoText::show(QPlainTextEdit &box)
+void LogText::keepLast(qsizetype characters)
+{
+    if (m_text.size() > characters) {
+        m_text = m_text.sliced(m_text.indexOf(u'\n', m_text.size() - characters) + 1);
+        m_shown = 0;
+        m_restarted = true;
+    }
+}
+
+void LogText::show(QPlainTextEdit &box)
 {
     if (!box.isVisible() || (m_shown == m_text.size() && !m_restarted)) {
         return;

@@ -8,15 +8,16 @@ class QPlainTextEdit;
 
 namespace mainwindow {
 
-/// The run information box: keeps its text at once, and shows it when asked, since lines may come by the thousand.
-class RunInfoText : public core::RunInfoBox
+/// The text of a log's box: keeps it at once, and shows it when asked, since lines may come by the thousand.
+class LogText : public core::RunInfoBox
 {
 public:
     void clear() override;
     qsizetype length() const override { return m_text.size(); }
     void append(const QString &line) override;
 
-    const QString &text() const { return m_text; }
+    /// Drops the oldest lines of a text that is longer than this many characters.
+    void keepLast(qsizetype characters);
     /// Brings the box up to date; a box that nobody sees is left alone.
     void show(QPlainTextEdit &box);
 
