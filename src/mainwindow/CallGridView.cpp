@@ -134,7 +134,7 @@ int CallGridView::lastVisibleColumn() const
 
 bool CallGridView::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::MouseButtonPress) {
+    if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick) {
         m_mouseDown = true;
     } else if (event->type() == QEvent::MouseButtonRelease) {
         m_mouseDown = false;

@@ -20,8 +20,8 @@ constexpr qint64 shownMessageBytes = 64 << 10; // of a log that only ever grows
 
 FrmMain::FrmMain(const Context &context)
     : m_context(context), m_ui(std::make_unique<Ui::FrmMain>()), m_setup(context.services),
-      m_calls(context.settings, context.values, context.texts, context.log), m_screen([this] { updateScreen(); }),
-      lblSource(new QLabel)
+      m_calls(context.settings, context.values, context.texts, context.log),
+      m_screen([this] { updateScreen(); }), lblSource(new QLabel)
 {
     m_ui->setupUi(this);
     Form_Load();
@@ -30,7 +30,7 @@ FrmMain::FrmMain(const Context &context)
 FrmMain::~FrmMain()
 {
     m_context.log.setRunInfoBox(nullptr);
-    m_setup.unload(*this);
+    m_setup.unload();
 }
 
 void FrmMain::Form_Load()
@@ -52,7 +52,8 @@ void FrmMain::loadTexts()
 {
     const core::ProcessValues &values = m_context.values;
     const QString separator = values.WordSeparator;
-    const QString name = values.OemMark.isEmpty() ? m_context.texts.Lms(u"PopupProductName"_s) : values.ProductDisplayName;
+    const QString name =
+        values.OemMark.isEmpty() ? m_context.texts.Lms(u"PopupProductName"_s) : values.ProductDisplayName;
     const QString title = name + separator + m_context.texts.Lms(u"ver"_s) + separator + values.AppVersion;
     setWindowTitle(title.trimmed());
     setWindowIcon(appearance::programIcon());
@@ -115,8 +116,7 @@ void FrmMain::applyIcons()
 void FrmMain::loadLogs()
 {
     m_runInfo.clear();
-    m_runInfo.append(
-        core::ReadTextFile(m_context.log, m_context.paths.RunLogFile, core::RunLog::sizeLimit));
+    m_runInfo.append(core::ReadTextFile(m_context.log, m_context.paths.RunLogFile, core::RunLog::sizeLimit));
     QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont); // datagrams are fixed-column text
     fixed.setPointSizeF(font().pointSizeF());
     m_ui->txtRuninfo->setFont(fixed);
@@ -126,9 +126,9 @@ void FrmMain::loadLogs()
 
 void FrmMain::loadTray()
 {
-    m_tray = std::make_unique<TrayIcon>(QList<QAction *>{m_ui->mnuTrayRestore, m_ui->mnuTrayMove, m_ui->mnuTraySize,
-                                                         m_ui->mnuTrayMinimize, m_ui->mnuTrayMaximize, nullptr,
-                                                         m_ui->mnuTrayClose});
+    m_tray = std::make_unique<TrayIcon>(QList<QAction *>{m_ui->mnuTrayRestore, m_ui->mnuTrayMove,
+                                                         m_ui->mnuTraySize, m_ui->mnuTrayMinimize,
+                                                         m_ui->mnuTrayMaximize, nullptr, m_ui->mnuTrayClose});
     m_tray->setTip(windowTitle());
     m_tray->install(windowIcon());
     connectTray();
@@ -287,8 +287,8 @@ void FrmMain::updateSource()
     } else if (m_lastSender.isNull()) {
         lblSource->setText(m_context.texts.Lms(u"NoDatagramYet"_s));
     } else {
-        lblSource->setText(m_context.texts.Lms(u"LastDatagram"_s) + separator + m_context.log.timeStamp() + u"  "_s +
-                           m_lastSender.toString());
+        lblSource->setText(m_context.texts.Lms(u"LastDatagram"_s) + separator + m_context.log.timeStamp() +
+                           u"  "_s + m_lastSender.toString());
     }
 }
 

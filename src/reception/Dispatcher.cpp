@@ -52,6 +52,14 @@ void Dispatcher::saveSender()
     }
 }
 
+void Dispatcher::saveNow()
+{
+    if (m_saveLater.isActive()) {
+        m_saveLater.stop();
+        m_settings.SaveMisc();
+    }
+}
+
 void Dispatcher::dispatch(const DatagramText &datagram)
 {
     switch (kindOf(datagram.text)) {
