@@ -55,11 +55,13 @@ void FrmMain::loadTexts()
     const QString name =
         values.OemMark.isEmpty() ? m_context.texts.Lms(u"PopupProductName"_s) : values.ProductDisplayName;
     const QString title = name + separator + m_context.texts.Lms(u"ver"_s) + separator + values.AppVersion;
-    setWindowTitle(title.trimmed());
+    setWindowTitle(name.isEmpty() && values.OemMark.isEmpty() ? u"CallDesk "_s + values.AppVersion
+                                                              : title.trimmed());
     setWindowIcon(appearance::programIcon());
     m_ui->txtLastCallerID->setPlaceholderText(m_context.texts.Lms(u"NoCallYet"_s));
     m_ui->txtSMS->setPlaceholderText(m_context.texts.Lms(u"NoSmsYet"_s));
     m_ui->gridCallerId->setHint(m_context.texts.Lms(u"NoCallsHint"_s));
+    m_messagesTitle = m_ui->SSTab1->tabText(m_ui->SSTab1->indexOf(m_ui->pageShortMessages));
     lblSource->setObjectName(u"lblSource"_s);
     lblSource->setTextFormat(Qt::PlainText);
     lblSource->setContentsMargins(8, 0, 8, 4);
@@ -258,6 +260,7 @@ void FrmMain::appendSms(const QString &text)
     constexpr qsizetype keptCharacters = 20000;
     m_sms.append(text.left(keptCharacters / 2) + u"\r\n"_s);
     m_sms.keepLast(keptCharacters);
+    m_unreadMessages += m_ui->txtSMS->isVisible() ? 0 : 1;
     m_screen.schedule();
 }
 
@@ -269,12 +272,22 @@ void FrmMain::updateScreen()
     }
     m_runInfo.show(*m_ui->txtRuninfo);
     m_sms.show(*m_ui->txtSMS);
+    markUnread();
     if (std::exchange(m_raise, false)) {
         raise();
     }
     if (std::exchange(m_sourceChanged, false)) {
         updateSource();
     }
+}
+
+// The tab of the messages carries the number of those that nobody has seen.
+void FrmMain::markUnread()
+{
+    m_unreadMessages = m_ui->txtSMS->isVisible() ? 0 : m_unreadMessages;
+    const int tab = m_ui->SSTab1->indexOf(m_ui->pageShortMessages);
+    const QString title = m_messagesTitle + u" (%1)"_s.arg(m_unreadMessages);
+    m_ui->SSTab1->setTabText(tab, m_unreadMessages > 0 ? title : m_messagesTitle);
 }
 
 void FrmMain::updateSource()

@@ -111,7 +111,8 @@ bool Dispatcher::popsUp(const DatagramText &datagram)
 QString Dispatcher::lastCallerText(const core::CallRecord &record)
 {
     using core::shownText;
-    const QStringView tail = record.Tail;
+    // A record without a previous call has its parameter blocks in the same columns.
+    const QStringView tail = record.Tail.startsWith(u'{') ? QStringView() : QStringView(record.Tail);
     return u"   "_s + shownText(record.CallerID) + u"     "_s + shownText(record.SimpleDes) + u"     "_s +
            shownText(m_effects.GetArea(record.CallerID)) + u"\r\n"_s + u"last call time:"_s +
            shownText(tail.mid(0, 16)) + u" ext:"_s + shownText(tail.mid(16, 8)) + u" tel:"_s +
