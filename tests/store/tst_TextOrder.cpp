@@ -25,7 +25,7 @@ private Q_SLOTS:
         const QString sorted =
             u"| |  |0755|A b|ab|Æ|Ea|éa|eb|Isparta=ISPARTA|ısparta|Lodz|Łódź=łÓDŹ|Lodzz|"
             "resume x|résumé x=re\u0301sume\u0301 x|resumes|Zoë=ZOË　 =Ｚｏë|ΟΔΟΣ=οδος|Дом|"
-            "محمد|ｶﾞ=ガ|张伟|한국|\uA640\uFB21=\uA641\uFB21"_s;
+            "محمد|ｶﾞ=ガ|张伟|\uA640\uFB21=\uA641\uFB21|한국"_s;
         const QStringList ranks = sorted.split(u'|');
         for (qsizetype i = 0; i < ranks.size(); ++i) {
             for (qsizetype j = 0; j < ranks.size(); ++j) {
