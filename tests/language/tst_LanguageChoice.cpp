@@ -19,10 +19,8 @@ private Q_SLOTS:
         row("Singapore", 4100, u""_s, u"CHT"_s, u"CHINESE, Language ID = 1004"_s);
         row("which Chinese?", 4, u""_s, u"ENG"_s, u"CHINESE, Language ID = 0004"_s);
         row("Mexico", 0x080A, u""_s, u"SPN"_s, u"SPANISH, Language ID = 080A"_s);
-        row("Faeroes", 0x0438, u""_s, u"ENG"_s, u"FAEROESE, Language ID = 0438"_s);
         row("a gap in the table", 0x0417, u""_s, u"ENG"_s, u", Language ID = 0417"_s);
         row("lower case, blanks", 1028, u" user "_s, u"USER"_s, u"CHINESE, Language ID = 0404"_s);
-        row("no code", 3076, u"DEU"_s, u"ENG"_s, u"CHINESE, Language ID = 0C04"_s);
         row("a path", 5124, u"../SPN"_s, u"ENG"_s, u"CHINESE, Language ID = 1404"_s);
         row("keys", 0x042A, u"ID"_s, u"ID"_s, u"VIETNAMESE, Language ID = 042A"_s);
     }
@@ -38,13 +36,12 @@ private Q_SLOTS:
 
     void eachLanguageAsksForItsFont()
     {
-        QStringList asked;
-        for (const QString &code : {u"CHS"_s, u"CHT"_s, u"JAPANESE"_s, u"HBR"_s, u"POL"_s}) {
-            const FontChoice font = fontChoice(code);
-            asked.append(font.fontName + u' ' + QString::number(font.characterSet) + u' ' +
-                         QString::number(font.pointSize));
+        QString asked;
+        for (const char *code : {"CHS", "CHT", "JAPANESE", "HBR", "POL"}) {
+            const FontChoice font = fontChoice(QLatin1String(code));
+            asked += u"%1 %2 %3|"_s.arg(font.fontName).arg(font.characterSet).arg(font.pointSize);
         }
-        QCOMPARE(asked.join(u'|'), u"宋体 134 9|新細明體 136 9|ＭＳ Ｐゴシック 128 9| 177 9|Arial 1 8"_s);
+        QCOMPARE(asked, u"宋体 134 9|新細明體 136 9|ＭＳ Ｐゴシック 128 9| 177 9|Arial 1 8|"_s);
     }
 };
 

@@ -12,17 +12,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-lookup::frmPopUp *card()
-{
-    return support::openForm<lookup::frmPopUp>();
-}
-
-template <typename Control>
-Control *find(const char *name)
-{
-    return card()->findChild<Control *>(QLatin1String(name));
-}
-
 core::CallRecord caller(const QString &number, const QString &vip = {}, const QString &blackList = {})
 {
     core::CallRecord record;
@@ -46,6 +35,12 @@ class tst_CallerPopUp : public QObject
     std::unique_ptr<lookup::CallerPopUp> m_popUp;
     QWidget m_mainWindow;
 
+    static lookup::frmPopUp *card() { return support::openForm<lookup::frmPopUp>(); }
+    template <typename Control>
+    static Control *find(const char *name)
+    {
+        return card()->findChild<Control *>(QLatin1String(name));
+    }
     void pop(const core::CallRecord &record)
     {
         m_popUp->ShowPopup(record);
@@ -110,10 +105,6 @@ private Q_SLOTS:
         m_popUp->ShowPopup(core::CallRecord()); // pops nobody up and leaves the card to the others
         QTRY_VERIFY(card() != nullptr);
         QCOMPARE(find<QLabel>("lblCallerNumber")->text(), u"5550177"_s);
-        const auto *standing = card();
-        pop(caller(u"5550144"_s));
-        QTRY_COMPARE(find<QLabel>("lblCallerNumber")->text(), u"5550144"_s);
-        QCOMPARE(card(), standing);
     }
 
     void theCardStandsInTheCornerAndLeavesTheKeyboardAlone()
@@ -122,12 +113,14 @@ private Q_SLOTS:
         QVERIFY(card()->testAttribute(Qt::WA_ShowWithoutActivating));
         const QRect free = m_mainWindow.screen()->availableGeometry();
         QVERIFY(free.contains(card()->geometry()));
-        QVERIFY(free.right() - card()->geometry().right() < 32);
-        QVERIFY(free.bottom() - card()->geometry().bottom() < 64);
+        const QPoint gap = free.bottomRight() - card()->geometry().bottomRight();
+        QVERIFY(gap.x() < 32 && gap.y() < 64);
+        const auto *standing = card();
         const QPoint moved = card()->pos() - QPoint(100, 100);
         card()->move(moved);
         pop(caller(u"5550177"_s, u"Y"_s));
         QTRY_VERIFY(find<QLabel>("lblBlackListNotice")->isVisible());
+        QCOMPARE(card(), standing);
         QCOMPARE(card()->pos(), moved);
     }
 

