@@ -54,6 +54,14 @@ void Dispatcher::saveSender()
     }
 }
 
+void Dispatcher::saveNow()
+{
+    if (m_saveLater.isActive()) {
+        m_saveLater.stop();
+        m_settings.SaveMisc();
+    }
+}
+
 void Dispatcher::dispatch(const DatagramText &datagram)
 {
     switch (kindOf(datagram.text)) {
@@ -105,7 +113,8 @@ bool Dispatcher::popsUp(const DatagramText &datagram)
 QString Dispatcher::lastCallerText(const core::CallRecord &record)
 {
     using core::shownText;
-    const QStringView tail = record.Tail;
+    // A record without a previous call has its parameter blocks in the same columns.
+    const QStringView tail = record.Tail.startsWith(u'{') ? QStringView() : QStringView(record.Tail);
     return "   "_L1 % shownText(record.CallerID) % "     "_L1 % shownText(record.SimpleDes) % "     "_L1 %
            shownText(m_effects.GetArea(record.CallerID)) % "\r\n"_L1 % "last call time:"_L1 %
            shownText(tail.mid(0, 16)) % " ext:"_L1 % shownText(tail.mid(16, 8)) % " tel:"_L1 %

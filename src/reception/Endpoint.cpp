@@ -65,7 +65,7 @@ Endpoint::~Endpoint()
 
 void Endpoint::iniUDP()
 {
-    m_context.log.trap("iniUDP"_L1, [&] {
+    const bool opened = m_context.log.trap("iniUDP"_L1, [&] {
         Winsock1.close();
         chooseRemote();
         m_context.log.WriteRunLog(u"IP State "_s + QString::number(Winsock1.state()));
@@ -77,6 +77,9 @@ void Endpoint::iniUDP()
         m_context.log.WriteRunLog(u"loca port "_s + QString::number(m_context.settings.record.LocalPort));
         m_context.log.WriteRunLog(u"receive buffer "_s + QString::number(bufferBytes));
     });
+    if (!opened && Winsock1.error() == QAbstractSocket::AddressInUseError) {
+        m_context.prompts.tell(m_context.texts.Lms(u"TheIpAddressInUse"_s));
+    }
 }
 
 void Endpoint::chooseRemote()
@@ -102,11 +105,7 @@ int Endpoint::bind()
         return core::platform::growReceiveBuffer(Winsock1.socketDescriptor(), receiveBufferBytes);
     }
     const bool inUse = Winsock1.error() == QAbstractSocket::AddressInUseError;
-    const core::Error error(inUse ? addressInUse : int(Winsock1.error()), Winsock1.errorString());
-    if (inUse) {
-        m_context.prompts.tell(m_context.texts.Lms(u"TheIpAddressInUse"_s));
-    }
-    throw error;
+    throw core::Error(inUse ? addressInUse : int(Winsock1.error()), Winsock1.errorString());
 }
 
 void Endpoint::SendServer(const QString &text)

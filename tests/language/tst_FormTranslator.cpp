@@ -1,4 +1,5 @@
 #include "language/FormTranslator.h"
+#include "support/Table.h"
 #include "support/TestDesk.h"
 
 #include <QApplication>
@@ -12,7 +13,6 @@
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTableWidget>
-#include <QTest>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -35,6 +35,7 @@ struct Form
     QGroupBox frame{u"Edit"_s, &window};
     QLabel label{u"Edit"_s, &frame};
     QLabel buddyLabel{u"Edit"_s, &frame};
+    QLabel customer{u"<b>Smith & Sons</b>"_s, &frame};
     QLineEdit box{u"Edit"_s, &frame};
     QListWidget list{&window};
     QTabWidget tabs{&window};
@@ -45,6 +46,8 @@ struct Form
     QAction *tippedTool = bar.addAction(u"Edit"_s);
     QMenu *menu = menus.addMenu(u"Edit"_s);
     QAction *item = menu->addAction(u"Edit"_s);
+    QDialog child{&window};
+    QPushButton childButton{u"Edit"_s, &child};
 
     Form()
     {
@@ -57,19 +60,6 @@ struct Form
         tabs.addTab(new QWidget, u"Edit"_s);
         grid.setHorizontalHeaderLabels({u"Edit"_s});
     }
-    QStringList textsWithMnemonic() const
-    {
-        return {button.text(), frame.title(), buddyLabel.text(), tabs.tabText(0),
-                tool->text(),  menu->title(), item->text()};
-    }
-    QStringList plainTexts() const
-    {
-        const auto *toolButton = qobject_cast<QToolButton *>(bar.widgetForAction(tool));
-        return {window.windowTitle(),   label.text(),
-                list.item(0)->text(),   grid.horizontalHeaderItem(0)->text(),
-                toolButton->text(),     tool->toolTip(),
-                button.accessibleName()};
-    }
 };
 
 } // namespace
@@ -78,91 +68,79 @@ class tst_FormTranslator : public QObject
 {
     Q_OBJECT
 
-private Q_SLOTS:
-    void everyKindOfControlShowsTheTextOfItsCaption_data();
-    void everyKindOfControlShowsTheTextOfItsCaption();
-    void whatIsNoCaptionStaysAsDesigned();
-    void onlyArabicAndHebrewFormsAreMirrored();
-    void everyControlHasTheLanguagesFont();
-
-private:
     Texts m_texts;
     support::TestDesk m_desk;
     language::LanguageState m_language;
     language::FormTranslator m_translator{m_texts, m_language, m_desk.log};
-};
 
-void tst_FormTranslator::everyKindOfControlShowsTheTextOfItsCaption_data()
-{
-    QTest::addColumn<QString>("before");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("plain");
-    QTest::newRow("at the first time") << QString() << u"E&ditieren"_s << u"Editieren"_s;
-    QTest::newRow("after another language") << u"编辑(&E)"_s << u"Terms &&& prices"_s << u"Terms & prices"_s;
-    QTest::newRow("back to the design") << u"编辑(&E)"_s << QString() << u"Edit"_s;
-    QTest::newRow("to Chinese") << QString() << u"编辑(&E)"_s << u"编辑"_s;
-}
-
-void tst_FormTranslator::everyKindOfControlShowsTheTextOfItsCaption()
-{
-    QFETCH(QString, before);
-    QFETCH(QString, text);
-    QFETCH(QString, plain);
-    Form form;
-    for (const QString &edit : {before, text}) {
-        m_texts.byKey = {{u"Edit"_s, edit}, {u"Help"_s, u"Hilfe"_s}};
-        m_translator.iniFormLang(form.window);
+private Q_SLOTS:
+    void everyKindOfControlShowsTheTextOfItsCaption_data()
+    {
+        const support::Table<QString, QString, QString, QString> row("before", "text", "marked", "plain");
+        row("at the first time", u""_s, u"E&ditieren"_s, u"E&ditieren"_s, u"Editieren"_s);
+        row("after another", u"编辑(&E)"_s, u"Terms &&& prices"_s, u"Terms &&& prices"_s,
+            u"Terms & prices"_s);
+        row("back to the design", u"编辑(&E)"_s, u""_s, u"Edit"_s, u"Edit"_s);
+        row("to Chinese", u""_s, u"编辑(&E)"_s, u"编辑(&E)"_s, u"编辑"_s);
     }
-    const QString marked = text.isEmpty() ? plain : text;
-    QCOMPARE(form.textsWithMnemonic(), QStringList(form.textsWithMnemonic().size(), marked));
-    QCOMPARE(form.plainTexts(), QStringList(form.plainTexts().size(), plain));
-    QCOMPARE(form.button.toolTip(), u"Hilfe"_s);
-    QCOMPARE(form.tippedTool->toolTip(), u"Hilfe"_s);
-}
-
-void tst_FormTranslator::whatIsNoCaptionStaysAsDesigned()
-{
-    Form form;
-    form.label.setText(u"<b>Smith & Sons</b>"_s);
-    QDialog child(&form.window);
-    QPushButton childButton(u"Edit"_s, &child);
-    m_texts.byKey = {{u"Edit"_s, u"translated"_s}};
-    m_translator.iniFormLang(form.window);
-    QCOMPARE(form.label.text(), u"<b>Smith & Sons</b>"_s);
-    QCOMPARE(form.label.textFormat(), Qt::PlainText);
-    QCOMPARE(form.box.text(), u"Edit"_s);
-    QCOMPARE(childButton.text(), u"Edit"_s);
-}
-
-void tst_FormTranslator::onlyArabicAndHebrewFormsAreMirrored()
-{
-    Form form;
-    for (const QString &code : {u"ARA"_s, u"CHS"_s, u"HBR"_s}) {
-        m_language.code = code;
-        m_translator.iniFormLang(form.window);
-        QCOMPARE(form.button.isRightToLeft(), code != u"CHS"_s);
-    }
-}
-
-void tst_FormTranslator::everyControlHasTheLanguagesFont()
-{
-    Form form;
-    form.button.setFont(QFont(u"monospace"_s, 31, QFont::Bold));
-    form.label.setProperty("fontScale", 1.5);
-    form.label.setProperty("fontBold", true);
-    const qreal desktopSize = QFontInfo(QApplication::font()).pointSizeF();
-    for (const auto &[told, applied] : {std::pair(40, 40.0), std::pair(1, desktopSize)}) {
-        m_language.font = {1, {}, told};
-        m_translator.iniFormFonts(form.window);
-        for (const QWidget *control :
-             QWidgetList{&form.window, &form.button, &form.box, form.grid.horizontalHeader()}) {
-            QCOMPARE(control->font().pointSizeF(), applied);
-            QVERIFY(!control->font().bold());
+    void everyKindOfControlShowsTheTextOfItsCaption()
+    {
+        QFETCH(QString, before);
+        QFETCH(QString, text);
+        QFETCH(QString, marked);
+        QFETCH(QString, plain);
+        Form form;
+        for (const QString &edit : {before, text}) {
+            m_texts.byKey = {{u"Edit"_s, edit}, {u"Help"_s, u"Hilfe"_s}};
+            m_translator.iniFormLang(form.window);
         }
-        QCOMPARE(form.label.font().pointSizeF(), applied * 1.5);
-        QVERIFY(form.label.font().bold());
+        for (const QString &shown :
+             {form.button.text(), form.frame.title(), form.buddyLabel.text(), form.tabs.tabText(0),
+              form.tool->text(), form.menu->title(), form.item->text()}) {
+            QCOMPARE(shown, marked);
+        }
+        const auto *toolButton = qobject_cast<QToolButton *>(form.bar.widgetForAction(form.tool));
+        for (const QString &shown : {form.window.windowTitle(), form.label.text(), form.list.item(0)->text(),
+                                     form.grid.horizontalHeaderItem(0)->text(), toolButton->text(),
+                                     form.tool->toolTip(), form.button.accessibleName()}) {
+            QCOMPARE(shown, plain);
+        }
+        QCOMPARE(form.button.toolTip() + form.tippedTool->toolTip(), u"HilfeHilfe"_s);
+        QCOMPARE(form.customer.text(), u"<b>Smith & Sons</b>"_s); // is no caption
+        QCOMPARE(form.customer.textFormat(), Qt::PlainText);
+        QCOMPARE(form.box.text() + form.childButton.text(), u"EditEdit"_s); // typed text, another window
     }
-}
+
+    void onlyArabicAndHebrewFormsAreMirrored()
+    {
+        Form form;
+        for (const QString &code : {u"ARA"_s, u"CHS"_s, u"HBR"_s}) {
+            m_language.code = code;
+            m_translator.iniFormLang(form.window);
+            QCOMPARE(form.button.isRightToLeft(), code != u"CHS"_s);
+        }
+    }
+
+    void everyControlHasTheLanguagesFont()
+    {
+        Form form;
+        form.button.setFont(QFont(u"monospace"_s, 31, QFont::Bold));
+        form.label.setProperty("fontScale", 1.5);
+        form.label.setProperty("fontBold", true);
+        const qreal desktopSize = QFontInfo(QApplication::font()).pointSizeF();
+        for (const auto &[told, applied] : {std::pair(40, 40.0), std::pair(1, desktopSize)}) {
+            m_language.font = {1, {}, told};
+            m_translator.iniFormFonts(form.window);
+            for (const QWidget *control :
+                 QWidgetList{&form.window, &form.button, form.grid.horizontalHeader()}) {
+                QCOMPARE(control->font().pointSizeF(), applied);
+                QVERIFY(!control->font().bold());
+            }
+            QCOMPARE(form.label.font().pointSizeF(), applied * 1.5);
+            QVERIFY(form.label.font().bold());
+        }
+    }
+};
 
 QTEST_MAIN(tst_FormTranslator)
 #include "tst_FormTranslator.moc"

@@ -2,9 +2,7 @@
 #include "support/TestForms.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QClipboard>
-#include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTabWidget>
@@ -36,6 +34,51 @@ public:
     }
 };
 
+core::CallRecord call(const QString &number, const QString &name, const QString &sn = {})
+{
+    core::CallRecord record;
+    record.CallerID = number;
+    record.SimpleDes = name;
+    record.Source = sn.isEmpty() ? QString() : u"PHONEBOOK"_s;
+    record.SnText = sn;
+    return record;
+}
+
+struct Forms : support::TestForms
+{
+    mainwindow::AutoHide autoHide;
+    FakeCommands commands;
+    std::unique_ptr<mainwindow::FrmMain> window;
+
+    Forms()
+    {
+        core::setGridDefaults(settings.record);
+        desk.values.AppVersion = u"1.00C42"_s;
+        desk.values.WordSeparator = u" "_s;
+        desk.values.OemMark = u"CD"_s;
+        desk.values.ProductDisplayName = u"Corner Desk"_s;
+        navigator.available = {Window::CallNotes, Window::CustomerList, Window::PhoneBook,
+                               Window::Options,   Window::Help,         Window::SendMessage,
+                               Window::AddCaller, Window::CallerEditor};
+        open();
+    }
+    void open()
+    {
+        window.reset();
+        window = std::make_unique<mainwindow::FrmMain>(
+            mainwindow::FrmMain::Context{desk.paths, desk.values, desk.log, settings, texts, prompts,
+                                         navigator, autoHide, commands, services()});
+        window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+    }
+    template <typename Control>
+    Control *find(const char *name) const
+    {
+        return window->findChild<Control *>(QLatin1String(name));
+    }
+    void click(const char *button) const { QTest::mouseClick(find<QAbstractButton>(button), Qt::LeftButton); }
+};
+
 } // namespace
 
 class tst_FrmMain : public QObject
@@ -43,284 +86,158 @@ class tst_FrmMain : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void theCaptionNamesProductAndVersion();
-    void buttonsOpenTheirWindows_data();
-    void buttonsOpenTheirWindows();
-    void aButtonWithoutItsWindowIsDisabled();
-    void exitAsksTheProgram();
-    void theLastCallerStandsInTheBarAndTheGrid();
-    void aDoubleClickOpensTheCallerOfItsRow();
-    void enterOpensAndCopyTakesTheSelectedRows();
-    void theLogsAreShownAndDeletedAfterAQuestion();
-    void testControlsShowOnADevelopersMachineOnly();
-    void escapeNeverTakesTheWindowBeyondReach();
-    void aWindowBroughtUpByACallHidesItselfAfterFiveTicks();
-    void openingAFormEndsBeingInFront();
-    void bothShapes();
-    void theWindowIsRememberedAndNotEndedByClosing();
-
-private:
-    template <typename Control>
-    Control *find(const QString &name) const
+    void theWindowIsRememberedAndNotEndedByClosing()
     {
-        return m_window->findChild<Control *>(name);
+        Forms forms;
+        QCOMPARE(forms.window->windowTitle(), u"Corner Desk [ver] 1.00C42"_s);
+        QCOMPARE(forms.desk.logMessages(), QStringList{u"[SysStarted]"_s});
+        forms.window->resize(777, 555);
+        forms.window->close();
+        QCOMPARE(forms.commands.called, QStringList());
+        forms.click("Command2");
+        forms.find<QAction>("mnuTrayClose")->trigger();
+        QCOMPARE(forms.commands.called, QStringList({u"byebye "_s, u"byebye "_s}));
+        forms.window.reset();
+        QCOMPARE(forms.openForms.count(), 0);
+        core::WindowMemory memory(forms.desk.paths, forms.desk.log);
+        memory.load();
+        QVERIFY(!memory.geometry(u"FrmMain"_s).isEmpty());
+        forms.open();
+        QCOMPARE(forms.window->size(), QSize(777, 555));
     }
-    void open();
-    core::CallRecord call(const QString &number, const QString &name) const;
-    QPoint cellOf(int row) const;
 
-    std::unique_ptr<support::TestForms> m_forms;
-    std::unique_ptr<mainwindow::AutoHide> m_autoHide;
-    std::unique_ptr<FakeCommands> m_commands;
-    std::unique_ptr<mainwindow::FrmMain> m_window;
+    void buttonsOpenTheirWindowsAndAreDisabledWithoutThem()
+    {
+        const std::pair<const char *, Window> buttons[] = {{"cmdCallInfo", Window::CallNotes},
+                                                           {"Command1", Window::CustomerList},
+                                                           {"Command3", Window::Options},
+                                                           {"Command4", Window::PhoneBook},
+                                                           {"cmdSendSMS", Window::SendMessage}};
+        Forms forms;
+        for (const auto &[button, window] : buttons) {
+            forms.click(button);
+            QCOMPARE(forms.navigator.shown.takeLast(), u"show "_s + QString::number(int(window)));
+        }
+        forms.click("Command5");
+        QCOMPARE(forms.navigator.shown, QStringList{u"ShowHelp Popup_MainHelp"_s});
+        forms.navigator.available = {Window::Options};
+        forms.open();
+        for (const auto &[button, window] : buttons) {
+            QCOMPARE(forms.find<QToolButton>(button)->isEnabled(), window == Window::Options);
+        }
+    }
+
+    void theLastCallerStandsInTheBarAndTheGrid()
+    {
+        Forms forms;
+        const auto *bar = forms.find<QPlainTextEdit>("txtLastCallerID");
+        QVERIFY(bar->isReadOnly());
+        forms.window->ShowCallerID_tarn(call(u"5550144"_s, u"<b>Jane</b>"_s));
+        forms.window->showLastCaller(u"   5550144\r\nlast call time:"_s);
+        forms.window->showSource(QHostAddress(u"10.1.2.3"_s));
+        QTRY_COMPARE(bar->toPlainText(), u"   5550144\nlast call time:"_s);
+        QCOMPARE(forms.window->calls().cell(0, u"SimpleDes"_s), u"<b>Jane</b>"_s);
+        QCOMPARE(forms.find<QLabel>("lblSource")->text(), u"[LastDatagram] 2026-11-21 09:30:15  10.1.2.3"_s);
+        forms.window->showPortUnavailable();
+        QCOMPARE(forms.find<QLabel>("lblSource")->text(), u"[PortUnavailable]"_s);
+    }
+
+    void callersAreOpenedAndCopiedFromTheGrid()
+    {
+        Forms forms;
+        forms.window->ShowCallerID_tarn(call(u"5550144"_s, u"Jane"_s, u"12"_s));
+        forms.window->ShowCallerID_tarn(call(u"5550199"_s, u"Bo"_s));
+        auto *grid = forms.find<QTableView>("gridCallerId");
+        QTRY_COMPARE(grid->model()->rowCount(), 2);
+        const QPoint older = grid->visualRect(grid->model()->index(1, 1)).center();
+        QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, older);
+        QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, older);
+        grid->setCurrentIndex(grid->model()->index(0, 1));
+        QTest::keyClick(grid, Qt::Key_Return);
+        QCOMPARE(forms.navigator.shown,
+                 QStringList({u"Show_Editor PHONEBOOK 12"_s, u"addCaller 5550199 Bo"_s}));
+        QTest::keyClick(grid, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(grid, Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(QApplication::clipboard()->text(), u"5550199\tBo\t\t000\t\n5550144\tJane\t\t000\t"_s);
+    }
+
+    void theLogsAreShownAndDeletedAfterAQuestion()
+    {
+        Forms forms;
+        forms.desk.writeFile(forms.desk.paths.SmsFile, "Hello from Bo\r\n");
+        forms.open();
+        const auto *sms = forms.find<QPlainTextEdit>("txtSMS");
+        const auto *runInfo = forms.find<QPlainTextEdit>("txtRuninfo");
+        forms.find<QTabWidget>("SSTab1")->setCurrentIndex(2);
+        QTRY_VERIFY(sms->toPlainText().contains(u"Hello from Bo"_s));
+        forms.find<QTabWidget>("SSTab1")->setCurrentIndex(1);
+        QTRY_VERIFY(runInfo->toPlainText().contains(u"[SysStarted]"_s));
+        for (const bool ok : {false, true}) {
+            forms.prompts.expect(ok);
+            forms.click("Command7");
+            QCOMPARE(QFile::exists(forms.desk.paths.RunLogFile), !ok);
+        }
+        QTRY_COMPARE(runInfo->toPlainText(), QString());
+        forms.find<QTabWidget>("SSTab1")->setCurrentIndex(2);
+        forms.prompts.expect(true);
+        forms.click("Command8");
+        QCOMPARE(forms.commands.called, QStringList{u"eraseShortMessages"_s});
+        QTRY_COMPARE(sms->toPlainText(), QString());
+        QCOMPARE(forms.prompts.asked.join(u' '), u"[AskDeleteRunlog] [AskDeleteRunlog] [AskDeleteSmsLog]"_s);
+    }
+
+    void testControlsShowOnADevelopersMachineOnly()
+    {
+        Forms forms;
+        forms.find<QTabWidget>("SSTab1")->setCurrentIndex(1);
+        QVERIFY(!forms.find<QWidget>("cmdTest")->isVisible());
+        forms.desk.values.DeveloperMode = true;
+        forms.open();
+        forms.find<QTabWidget>("SSTab1")->setCurrentIndex(1);
+        forms.click("Command6");
+        QCOMPARE(forms.commands.called, QStringList{u"handleSampleCall"_s});
+        forms.prompts.expect();
+        forms.click("cmdTest");
+        QCOMPARE(forms.prompts.asked, QStringList{u"CallerID: 5550144"_s});
+    }
+
+    void aWindowBroughtUpByACallHidesItselfUnlessItIsUsed()
+    {
+        Forms forms;
+        forms.window->showForCall(); // it stands already, the operator keeps it
+        QVERIFY(!forms.autoHide.isRunning());
+        forms.window->hide();
+        forms.window->showForCall();
+        QVERIFY(forms.window->isVisible());
+        QVERIFY(forms.window->windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint));
+        for (int tick = 1; tick <= 5; ++tick) {
+            QCOMPARE(forms.autoHide.tick(), tick == 5);
+        }
+        QVERIFY(!forms.autoHide.isRunning());
+        forms.window->hide();
+        forms.window->showForCall();
+        forms.click("Command3");
+        QVERIFY(!forms.window->windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint));
+        QVERIFY(!forms.autoHide.isRunning());
+        QTest::keyClick(forms.window.get(), Qt::Key_Escape); // the offscreen platform has no tray
+        QVERIFY(forms.window->isVisible() && forms.window->isMinimized());
+    }
+
+    void bothShapes()
+    {
+        Forms forms;
+        const QSize full = forms.window->size();
+        forms.click("cmdSmallShape");
+        QVERIFY(forms.window->height() < full.height() / 2);
+        QVERIFY(!forms.find<QWidget>("SSTab1")->isVisible());
+        QVERIFY(forms.find<QPlainTextEdit>("txtLastCallerID")->isVisible());
+        forms.click("cmdFullShape");
+        QCOMPARE(forms.window->size(), full);
+        forms.window->showMaximized();
+        forms.click("cmdSmallShape");
+        QVERIFY(forms.find<QWidget>("SSTab1")->isVisible());
+    }
 };
-
-void tst_FrmMain::init()
-{
-    m_window.reset();
-    m_forms = std::make_unique<support::TestForms>();
-    m_autoHide = std::make_unique<mainwindow::AutoHide>();
-    m_commands = std::make_unique<FakeCommands>();
-    core::setGridDefaults(m_forms->settings.record);
-    m_forms->desk.values.AppVersion = u"1.00C42"_s;
-    m_forms->desk.values.WordSeparator = u" "_s;
-    m_forms->navigator.available = {Window::CallNotes, Window::CustomerList, Window::PhoneBook,
-                                    Window::Options,   Window::Help,         Window::SendMessage,
-                                    Window::AddCaller, Window::CallerEditor};
-}
-
-void tst_FrmMain::open()
-{
-    m_window = std::make_unique<mainwindow::FrmMain>(mainwindow::FrmMain::Context{
-        m_forms->desk.paths, m_forms->desk.values, m_forms->desk.log, m_forms->settings, m_forms->texts,
-        m_forms->prompts, m_forms->navigator, *m_autoHide, *m_commands, m_forms->services()});
-    m_window->show();
-    QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
-}
-
-core::CallRecord tst_FrmMain::call(const QString &number, const QString &name) const
-{
-    core::CallRecord record;
-    record.CallerID = number;
-    record.SimpleDes = name;
-    return record;
-}
-
-QPoint tst_FrmMain::cellOf(int row) const
-{
-    const auto *grid = find<QTableView>(u"gridCallerId"_s);
-    return grid->visualRect(grid->model()->index(row, 1)).center();
-}
-
-void tst_FrmMain::theCaptionNamesProductAndVersion()
-{
-    m_forms->desk.values.OemMark = u"CD"_s;
-    m_forms->desk.values.ProductDisplayName = u"Corner Desk"_s;
-    open();
-    QCOMPARE(m_window->windowTitle(), u"Corner Desk [ver] 1.00C42"_s);
-    QCOMPARE(m_forms->desk.logMessages(), QStringList{u"[SysStarted]"_s});
-    QCOMPARE(m_forms->openForms.count(), 1);
-    QVERIFY(m_forms->desk.values.MainWindowReady);
-}
-
-void tst_FrmMain::buttonsOpenTheirWindows_data()
-{
-    QTest::addColumn<QString>("button");
-    QTest::addColumn<QString>("opens");
-    const auto show = [](Window window) { return QString(u"show "_s + QString::number(int(window))); };
-    QTest::newRow("notes") << u"cmdCallInfo"_s << show(Window::CallNotes);
-    QTest::newRow("customers") << u"Command1"_s << show(Window::CustomerList);
-    QTest::newRow("options") << u"Command3"_s << show(Window::Options);
-    QTest::newRow("phone book") << u"Command4"_s << show(Window::PhoneBook);
-    QTest::newRow("message") << u"cmdSendSMS"_s << show(Window::SendMessage);
-    QTest::newRow("help") << u"Command5"_s << u"ShowHelp Popup_MainHelp"_s;
-}
-
-void tst_FrmMain::buttonsOpenTheirWindows()
-{
-    QFETCH(QString, button);
-    QFETCH(QString, opens);
-    open();
-    QTest::mouseClick(find<QToolButton>(button), Qt::LeftButton);
-    QCOMPARE(m_forms->navigator.shown, QStringList{opens});
-}
-
-void tst_FrmMain::aButtonWithoutItsWindowIsDisabled()
-{
-    m_forms->navigator.available = {Window::Options};
-    open();
-    for (const QString &button :
-         {u"cmdCallInfo"_s, u"Command1"_s, u"Command4"_s, u"Command5"_s, u"cmdSendSMS"_s}) {
-        QVERIFY2(!find<QToolButton>(button)->isEnabled(), qPrintable(button));
-    }
-    QVERIFY(find<QToolButton>(u"Command3"_s)->isEnabled());
-}
-
-void tst_FrmMain::exitAsksTheProgram()
-{
-    open();
-    QTest::mouseClick(find<QToolButton>(u"Command2"_s), Qt::LeftButton);
-    find<QAction>(u"mnuTrayClose"_s)->trigger();
-    QCOMPARE(m_commands->called, QStringList({u"byebye "_s, u"byebye "_s}));
-}
-
-void tst_FrmMain::theLastCallerStandsInTheBarAndTheGrid()
-{
-    open();
-    auto *bar = find<QPlainTextEdit>(u"txtLastCallerID"_s);
-    QVERIFY(bar->isReadOnly());
-    m_window->ShowCallerID_tarn(call(u"5550144"_s, u"<b>Jane</b>"_s));
-    m_window->showLastCaller(u"   5550144\r\nlast call time:"_s);
-    m_window->showSource(QHostAddress(u"10.1.2.3"_s));
-    QTRY_COMPARE(bar->toPlainText(), u"   5550144\nlast call time:"_s);
-    QCOMPARE(m_window->calls().cell(0, u"SimpleDes"_s), u"<b>Jane</b>"_s);
-    QCOMPARE(find<QLabel>(u"lblSource"_s)->text(), u"[LastDatagram] 2026-11-21 09:30:15  10.1.2.3"_s);
-    m_window->showPortUnavailable();
-    QCOMPARE(find<QLabel>(u"lblSource"_s)->text(), u"[PortUnavailable]"_s);
-}
-
-void tst_FrmMain::aDoubleClickOpensTheCallerOfItsRow()
-{
-    open();
-    core::CallRecord known = call(u"5550144"_s, u"Jane"_s);
-    known.Source = u"PHONEBOOK"_s;
-    known.SnText = u"12"_s;
-    m_window->ShowCallerID_tarn(known);
-    m_window->ShowCallerID_tarn(call(u"5550199"_s, u"Nobody"_s));
-    auto *grid = find<QTableView>(u"gridCallerId"_s);
-    QTRY_COMPARE(grid->model()->rowCount(), 2);
-    for (const int row : {1, 0}) {
-        QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, cellOf(row));
-        QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, cellOf(row));
-    }
-    QCOMPARE(m_forms->navigator.shown,
-             QStringList({u"Show_Editor PHONEBOOK 12"_s, u"addCaller 5550199 Nobody"_s}));
-}
-
-void tst_FrmMain::enterOpensAndCopyTakesTheSelectedRows()
-{
-    open();
-    m_window->ShowCallerID_tarn(call(u"5550144"_s, u"Jane"_s));
-    m_window->ShowCallerID_tarn(call(u"5550199"_s, u"Bo"_s));
-    auto *grid = find<QTableView>(u"gridCallerId"_s);
-    QTRY_COMPARE(grid->model()->rowCount(), 2);
-    grid->setFocus();
-    QTest::keyClick(grid, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClick(grid, Qt::Key_C, Qt::ControlModifier);
-    QCOMPARE(QApplication::clipboard()->text(), u"5550199\tBo\t\t000\t\n5550144\tJane\t\t000\t"_s);
-    grid->setCurrentIndex(grid->model()->index(1, 1));
-    QTest::keyClick(grid, Qt::Key_Return);
-    QCOMPARE(m_forms->navigator.shown, QStringList{u"addCaller 5550144 Jane"_s});
-}
-
-void tst_FrmMain::theLogsAreShownAndDeletedAfterAQuestion()
-{
-    m_forms->desk.writeFile(m_forms->desk.paths.SmsFile, "Hello from Bo\r\n");
-    open();
-    auto *tabs = find<QTabWidget>(u"SSTab1"_s);
-    auto *sms = find<QPlainTextEdit>(u"txtSMS"_s);
-    auto *runInfo = find<QPlainTextEdit>(u"txtRuninfo"_s);
-    tabs->setCurrentIndex(2);
-    QTRY_VERIFY(sms->toPlainText().contains(u"Hello from Bo"_s));
-    tabs->setCurrentIndex(1);
-    QTRY_VERIFY(runInfo->toPlainText().contains(u"[SysStarted]"_s));
-    m_forms->prompts.expect(false);
-    QTest::mouseClick(find<QPushButton>(u"Command7"_s), Qt::LeftButton);
-    QVERIFY(QFile::exists(m_forms->desk.paths.RunLogFile));
-    m_forms->prompts.expect(true);
-    QTest::mouseClick(find<QPushButton>(u"Command7"_s), Qt::LeftButton);
-    QVERIFY(!QFile::exists(m_forms->desk.paths.RunLogFile));
-    QTRY_COMPARE(runInfo->toPlainText(), QString());
-    tabs->setCurrentIndex(2);
-    m_forms->prompts.expect(true);
-    QTest::mouseClick(find<QPushButton>(u"Command8"_s), Qt::LeftButton);
-    QCOMPARE(m_commands->called, QStringList{u"eraseShortMessages"_s});
-    QTRY_COMPARE(sms->toPlainText(), QString());
-    QCOMPARE(m_forms->prompts.asked,
-             QStringList({u"[AskDeleteRunlog]"_s, u"[AskDeleteRunlog]"_s, u"[AskDeleteSmsLog]"_s}));
-}
-
-void tst_FrmMain::testControlsShowOnADevelopersMachineOnly()
-{
-    open();
-    find<QTabWidget>(u"SSTab1"_s)->setCurrentIndex(1);
-    QVERIFY(!find<QPushButton>(u"cmdTest"_s)->isVisible());
-    m_window.reset();
-    m_forms->desk.values.DeveloperMode = true;
-    open();
-    find<QTabWidget>(u"SSTab1"_s)->setCurrentIndex(1);
-    QTest::mouseClick(find<QPushButton>(u"Command6"_s), Qt::LeftButton);
-    QCOMPARE(m_commands->called, QStringList{u"handleSampleCall"_s});
-    m_forms->prompts.expect();
-    QTest::mouseClick(find<QPushButton>(u"cmdTest"_s), Qt::LeftButton);
-    QCOMPARE(m_forms->prompts.asked, QStringList{u"CallerID: 5550144"_s});
-}
-
-void tst_FrmMain::escapeNeverTakesTheWindowBeyondReach()
-{
-    open(); // the offscreen platform has no tray
-    QTest::keyClick(find<QTableView>(u"gridCallerId"_s), Qt::Key_Escape);
-    QVERIFY(m_window->isVisible());
-    QVERIFY(m_window->isMinimized());
-}
-
-void tst_FrmMain::aWindowBroughtUpByACallHidesItselfAfterFiveTicks()
-{
-    open();
-    m_window->showForCall(); // it stands already, the operator keeps it
-    QVERIFY(!m_autoHide->isRunning());
-    m_window->hide();
-    m_window->showForCall();
-    QVERIFY(m_window->isVisible());
-    QVERIFY(m_window->windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint));
-    for (int tick = 1; tick < mainwindow::AutoHide::lastTick; ++tick) {
-        QVERIFY(!m_autoHide->tick());
-    }
-    QVERIFY(m_autoHide->tick());
-    QVERIFY(!m_autoHide->isRunning());
-}
-
-void tst_FrmMain::openingAFormEndsBeingInFront()
-{
-    open();
-    m_window->hide();
-    m_window->showForCall();
-    QTest::mouseClick(find<QToolButton>(u"Command3"_s), Qt::LeftButton);
-    QVERIFY(!m_window->windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint));
-    QVERIFY(!m_autoHide->isRunning());
-    QVERIFY(m_window->isVisible());
-}
-
-void tst_FrmMain::bothShapes()
-{
-    open();
-    const QSize full = m_window->size();
-    QTest::mouseClick(find<QToolButton>(u"cmdSmallShape"_s), Qt::LeftButton);
-    QVERIFY(m_window->height() < full.height() / 2);
-    QVERIFY(!find<QTabWidget>(u"SSTab1"_s)->isVisible());
-    QVERIFY(find<QPlainTextEdit>(u"txtLastCallerID"_s)->isVisible());
-    QTest::mouseClick(find<QToolButton>(u"cmdFullShape"_s), Qt::LeftButton);
-    QCOMPARE(m_window->size(), full);
-    m_window->showMaximized();
-    QTest::mouseClick(find<QToolButton>(u"cmdSmallShape"_s), Qt::LeftButton);
-    QVERIFY(find<QTabWidget>(u"SSTab1"_s)->isVisible());
-}
-
-void tst_FrmMain::theWindowIsRememberedAndNotEndedByClosing()
-{
-    open();
-    m_window->resize(777, 555);
-    m_window->close();
-    QCOMPARE(m_commands->called, QStringList());
-    m_window.reset();
-    QCOMPARE(m_forms->openForms.count(), 0);
-    core::WindowMemory memory(m_forms->desk.paths, m_forms->desk.log);
-    memory.load();
-    QVERIFY(!memory.geometry(u"FrmMain"_s).isEmpty());
-    open();
-    QCOMPARE(m_window->size(), QSize(777, 555));
-}
 
 QTEST_MAIN(tst_FrmMain)
 #include "tst_FrmMain.moc"

@@ -1,8 +1,7 @@
 #include "RecordWriter.h"
 #include "reception/Dispatcher.h"
+#include "support/Table.h"
 #include "support/TestDesk.h"
-
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -45,17 +44,23 @@ public:
     QString lastCaller;
 };
 
-struct Reception
+struct Reception : support::TestDesk
 {
-    support::TestDesk desk;
-    core::Settings settings{desk.paths, desk.log};
+    core::Settings settings{paths, log};
     core::CodePage codePage{936};
     RecordedEffects effects;
-    reception::Dispatcher dispatcher{settings, desk.log, desk.values, codePage, effects};
+    reception::Dispatcher dispatcher{settings, log, values, codePage, effects};
 
     void receive(const QByteArray &bytes, const QString &sender = u"10.1.2.3"_s, quint16 port = 4711)
     {
         dispatcher.Winsock1_DataArrival({bytes, QHostAddress(sender), port});
+    }
+    QString savedSender()
+    {
+        core::Settings saved(paths, log);
+        saved.Get_misc();
+        QFile::remove(paths.SettingsFile);
+        return saved.record.LastSenderIp.text() + u' ' + QString::number(saved.record.LastSenderPort);
     }
 };
 
@@ -81,15 +86,13 @@ class tst_Dispatcher : public QObject
 private Q_SLOTS:
     void aCallPopsUpByTheSettingsOrTheFilter_data()
     {
-        QTest::addColumn<int>("popupAllLines");
-        QTest::addColumn<bool>("popsUp");
-        QTest::addColumn<int>("listUnpopped");
-        QTest::addColumn<QString>("causes");
+        const support::Table<int, bool, int, QString> row("popupAllLines", "popsUp", "listUnpopped",
+                                                          "causes");
         const QString whole = u"window,row 5550199,popup 5550199"_s;
-        QTest::newRow("all lines") << 1 << false << 0 << whole;
-        QTest::newRow("a customer") << 2 << true << 0 << u"asked for 5550199,"_s + whole;
-        QTest::newRow("unknown, listed") << 2 << false << -1 << u"asked for 5550199,row 5550199"_s;
-        QTest::newRow("unknown") << 0 << false << 0 << u"asked for 5550199"_s;
+        row("all lines", 1, false, 0, whole);
+        row("a customer", 2, true, 0, u"asked for 5550199,"_s + whole);
+        row("unknown, listed", 2, false, -1, u"asked for 5550199,row 5550199"_s);
+        row("unknown", 0, false, 0, u"asked for 5550199"_s);
     }
     void aCallPopsUpByTheSettingsOrTheFilter()
     {
@@ -105,31 +108,31 @@ private Q_SLOTS:
         QCOMPARE(reception.effects.lastCaller,
                  u"   5550199     Ada     London\r\nlast call time:2026-11-20 10:42 "
                  "ext:201      tel:5550106        "_s);
-        QCOMPARE(reception.desk.values.LastCallerNumber, u"5550199"_s);
-        QCOMPARE(reception.desk.logMessages(), QStringList(2, QString::fromLatin1(call())));
+        QCOMPARE(reception.values.LastCallerNumber, u"5550199"_s);
+        QCOMPARE(reception.logMessages(), QStringList(2, QString::fromLatin1(call())));
     }
 
     void eachKindCausesItsOwn_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QString>("causes");
-        QTest::addColumn<int>("logged");
-        QTest::newRow("short record") << QByteArray("<CID") << u"normal"_s << 1;
-        QTest::newRow("detail") << QByteArray("<DETAILDES") << u"normal"_s << 1;
-        QTest::newRow("message") << QByteArray("SENDSMALLMESSAGE") << u"message SENDSMALLMESSAGE"_s << 1;
-        QTest::newRow("shut down") << QByteArray("SHUTDOWNALL").leftJustified(50) << u"byebye No"_s << 1;
-        QTest::newRow("lower case") << QByteArray("shutdownall") << QString() << 1;
-        QTest::newRow("status") << QByteArray("CHANNELSTATUS") << QString() << 2;
-        QTest::newRow("refresh") << QByteArray("REFRESHCUSTOMERLIST") << QString() << 1;
-        QTest::newRow("leading blank") << " " + call() << QString() << 1;
-        QTest::newRow("empty") << QByteArray() << QString() << 1;
-        QTest::newRow("all NUL") << QByteArray(300, '\0') << QString() << 1;
-        QTest::newRow("all 0xFF") << QByteArray(300, '\xFF') << QString() << 1;
-        QTest::newRow("largest") << QByteArray(65507, '\x81') << QString() << 1;
-        QTest::newRow("escapes, line breaks")
-            << QByteArray("\x1B[2J\r\n<2026-11-21 09:30:15>  x") << QString() << 1;
-        QTest::newRow("markup") << QByteArray("<CRMV1<img src='/etc/passwd'>") << u"asked for "_s << 2;
-        QTest::newRow("bidi, invalid UTF-8") << QByteArray("<CRMV1\xE2\x80\xAE\xC3") << u"asked for "_s << 2;
+        const support::Table<QByteArray, QString, int> row("bytes", "causes", "logged");
+        row("short record", "<CID", u"normal"_s, 1);
+        row("detail", "<DETAILDES            1", u"normal"_s, 1);
+        row("detail that says more", "<DETAILDES 1", u""_s, 1);
+        row("message", "SENDSMALLMESSAGE", u"message SENDSMALLMESSAGE"_s, 1);
+        row("shut down", QByteArray("SHUTDOWNALL").leftJustified(50) + 'x', u"byebye No"_s, 1);
+        row("shut down, a column short", QByteArray("SHUTDOWNALL").leftJustified(49) + 'x', u""_s, 1);
+        row("lower case", "shutdownall", u""_s, 1);
+        row("status", " CHANNELSTATUS", u""_s, 2);
+        row("refresh", "REFRESHCUSTOMERLIST", u""_s, 1);
+        row("leading blank", ' ' + call(), u""_s, 1);
+        row("other magic", "<crmv1", u""_s, 1);
+        row("one character", "<", u""_s, 1);
+        row("empty", "", u""_s, 1);
+        row("all NUL", QByteArray(300, '\0'), u""_s, 1);
+        row("largest", QByteArray(65507, '\x81'), u""_s, 1);
+        row("escapes, line breaks", "\x1B[2J\r\n<2026-11-21 09:30:15>  x", u""_s, 1);
+        row("markup", "<CRMV1<img src='/etc/passwd'>", u"asked for "_s, 2);
+        row("bidi, invalid UTF-8", "<CRMV1\xE2\x80\xAE\xC3", u"asked for "_s, 2);
     }
     void eachKindCausesItsOwn()
     {
@@ -137,10 +140,7 @@ private Q_SLOTS:
         Reception reception;
         reception.receive(bytes);
         QTEST(reception.effects.causes.join(u','), "causes");
-        QTEST(int(reception.desk.fileBytes(reception.desk.paths.RunLogFile).count('\n')), "logged");
-        reception.effects.causes.clear();
-        reception.receive(call());
-        QCOMPARE(reception.effects.causes, QStringList(u"asked for 5550199"_s));
+        QTEST(int(reception.fileBytes(reception.paths.RunLogFile).count('\n')), "logged");
     }
 
     void onlyANewSenderIsSaved()
@@ -148,21 +148,16 @@ private Q_SLOTS:
         Reception reception;
         reception.settings.record.LastSenderIp.setText(u"10.1.2.2"_s);
         reception.receive("x", u"10.1.2.2"_s);
-        QVERIFY(!QFile::exists(reception.desk.paths.SettingsFile));
+        QVERIFY(!QFile::exists(reception.paths.SettingsFile));
         reception.receive("x");
-        core::Settings saved(reception.desk.paths, reception.desk.log);
-        saved.Get_misc();
-        QCOMPARE(saved.record.LastSenderIp.text(), u"10.1.2.3"_s);
-        QCOMPARE(saved.record.LastSenderPort, 4711);
-        QVERIFY(QFile::remove(reception.desk.paths.SettingsFile));
+        QCOMPARE(reception.savedSender(), u"10.1.2.3 4711"_s);
         reception.receive("x", u"10.1.2.3"_s, 4712);
-        QVERIFY(!QFile::exists(reception.desk.paths.SettingsFile));
+        QVERIFY(!QFile::exists(reception.paths.SettingsFile));
         reception.receive("x", u"10.1.2.4"_s, 4713);
-        reception.receive("x", u"10.1.2.5"_s, 4714); // a change of senders by the datagram is saved with the last
-        QTRY_VERIFY(QFile::exists(reception.desk.paths.SettingsFile));
-        saved.Get_misc();
-        QCOMPARE(saved.record.LastSenderIp.text(), u"10.1.2.5"_s);
-        QCOMPARE(saved.record.LastSenderPort, 4714);
+        reception.receive("x", u"10.1.2.5"_s,
+                          4714); // senders that change by the datagram are saved with the last
+        QTRY_VERIFY(QFile::exists(reception.paths.SettingsFile));
+        QCOMPARE(reception.savedSender(), u"10.1.2.5 4714"_s);
     }
 
     void aFailureCostsOneDatagramOnly()
@@ -171,10 +166,10 @@ private Q_SLOTS:
         reception.settings.record.PopupAllLines = 1;
         reception.effects.fails = true;
         reception.receive(call());
-        QCOMPARE(reception.desk.logMessages().constLast(), u"winsock1 DataArrival 7 out of memory"_s);
+        QCOMPARE(reception.logMessages().constLast(), u"winsock1 DataArrival 7 out of memory"_s);
         reception.effects.fails = false;
         reception.receive(call());
-        QCOMPARE(reception.desk.logMessages().size(), 4);
+        QCOMPARE(reception.logMessages().size(), 4);
     }
 
     // The filter counts characters: behind two double-byte ones it begins two characters into the number.
@@ -183,7 +178,7 @@ private Q_SLOTS:
         Reception reception;
         reception.receive(call(u"销售"_s));
         QCOMPARE(reception.effects.causes, QStringList(u"asked for 50199"_s));
-        QCOMPARE(reception.desk.values.LastCallerNumber, u"5550199"_s);
+        QCOMPARE(reception.values.LastCallerNumber, u"5550199"_s);
         QVERIFY(reception.dispatcher.describeLast().contains(u"\nLineNo: 销售\n"_s));
     }
 };

@@ -9,12 +9,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-class KeysAsTexts : public core::TextLookup
-{
-public:
-    QString Lms(const QString &key) const override { return u"text of "_s + key; }
-};
-
 // Below the ports from which the system chooses when a unit binds to any.
 quint16 freePort()
 {
@@ -60,12 +54,11 @@ void letEventsCome()
     }
 }
 
-struct Reception
+struct Reception : support::TestDesk
 {
-    support::TestDesk desk;
     support::FakePrompts prompts;
-    KeysAsTexts texts;
-    core::Settings settings{desk.paths, desk.log};
+    support::KeyTexts texts;
+    core::Settings settings{paths, log};
     core::CodePage codePage{936};
     quint16 port = freePort();
     QList<QByteArray> handled;
@@ -82,23 +75,24 @@ struct Reception
             }
         };
         endpoint = std::make_unique<reception::Endpoint>(
-            reception::Endpoint::Context{settings, desk.log, prompts, texts, codePage}, port, handle);
+            reception::Endpoint::Context{settings, log, prompts, texts, codePage}, port, handle);
+        endpoint->iniUDP();
+    }
+    void send(const QList<QByteArray> &datagrams)
+    {
+        for (const QByteArray &datagram : datagrams) {
+            unit.send(datagram);
+        }
     }
     /// Shows a box, sends 4 to 9 behind it, and sees that nothing is handled until it closes.
     void ask(int handledBefore)
     {
         prompts.expect(true, [this, handledBefore] {
-            send(4, 9);
+            send(numbers(4, 9));
             letEventsCome();
             QCOMPARE(handled, numbers(1, handledBefore));
         });
         prompts.askOkCancel(u"ExitPopWarning"_s, {});
-    }
-    void send(int first, int last)
-    {
-        for (int number = first; number <= last; ++number) {
-            unit.send(QByteArray::number(number));
-        }
     }
 };
 
@@ -112,70 +106,54 @@ class tst_Endpoint : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u"."_s)); }
 
-    void openingWritesFiveLines()
+    void openingTellsTheLogWhereToAnswer()
     {
         Reception reception;
-        reception.endpoint->iniUDP();
-        QVERIFY(reception.endpoint->isBound());
-        QStringList lines = reception.desk.logMessages().first(5);
+        QStringList lines = reception.logMessages();
         QVERIFY(lines.takeAt(3).startsWith("local IP "_L1));
-        QCOMPARE(lines, QStringList({u"IP State 0"_s, u"remote port 1971"_s, u"RemoteIp 0.0.0.0"_s,
-                                     u"loca port 1972"_s}));
-        QVERIFY(!QFile::exists(reception.desk.paths.SettingsFile));
-    }
-
-    void theSettingsTellWhereToAnswer()
-    {
-        Reception reception;
+        QCOMPARE(lines.first(4).join(u'|'), u"IP State 0|remote port 1971|RemoteIp 0.0.0.0|loca port 1972"_s);
+        reception::Endpoint known(
+            {reception.settings, reception.log, reception.prompts, reception.texts, reception.codePage},
+            freePort(), {});
         reception.settings.record.LastSenderIp.setText(u"10.1.2.3"_s);
         reception.settings.record.LastSenderPort = 4711;
         reception.settings.record.LocalPort = 2000;
-        reception.endpoint->iniUDP();
-        const QStringList lines = reception.desk.logMessages();
-        QCOMPARE(lines.mid(1, 2), QStringList({u"remote port 4711"_s, u"RemoteIp 10.1.2.3"_s}));
+        known.iniUDP();
+        lines = reception.logMessages().mid(6);
+        QCOMPARE(lines.mid(1, 2).join(u'|'), u"remote port 4711|RemoteIp 10.1.2.3"_s);
         QCOMPARE(lines.at(4), u"loca port 2000"_s);
+        QVERIFY(!QFile::exists(reception.paths.SettingsFile));
     }
 
     void aPortInUseIsToldAndLogged()
     {
         Reception reception;
         QUdpSocket other;
+        QVERIFY(!other.bind(QHostAddress::AnyIPv4, reception.port, QAbstractSocket::ShareAddress));
+        reception.endpoint->close();
         QVERIFY(other.bind(QHostAddress::AnyIPv4, reception.port, QAbstractSocket::DontShareAddress));
         reception.prompts.expect();
         reception.endpoint->iniUDP();
         QVERIFY(!reception.endpoint->isBound());
-        QCOMPARE(reception.prompts.asked, QStringList(u"text of TheIpAddressInUse"_s));
-        QVERIFY(reception.desk.logMessages().constLast().startsWith("!iniUDP 10048 "_L1));
+        QCOMPARE(reception.prompts.asked, QStringList(u"[TheIpAddressInUse]"_s));
+        QVERIFY(reception.logMessages().constLast().startsWith("!iniUDP 10048 "_L1));
         letEventsCome();
         other.close();
         reception.endpoint->iniUDP();
         QVERIFY(reception.endpoint->isBound());
-        QVERIFY(!other.bind(QHostAddress::AnyIPv4, reception.port, QAbstractSocket::ShareAddress));
     }
 
-    void aBurstIsHandledInOrder()
+    void aBurstOfEverySizeIsHandledInOrder()
     {
+        const QList<QByteArray> sent = QList<QByteArray>{QByteArray(65507, 'x'), "", "x"} + numbers(1, 150);
         Reception reception;
-        reception.endpoint->iniUDP();
-        reception.send(1, 150);
-        QTRY_COMPARE(reception.handled, numbers(1, 150));
-    }
-
-    void everySizeArrives()
-    {
-        const QList<QByteArray> sizes = {QByteArray(65507, 'x'), QByteArray(), "x"};
-        Reception reception;
-        reception.endpoint->iniUDP();
-        for (const QByteArray &bytes : sizes) {
-            reception.unit.send(bytes);
-        }
-        QTRY_COMPARE(reception.handled, sizes);
+        reception.send(sent);
+        QTRY_COMPARE(reception.handled, sent);
     }
 
     void oneIsHandledAtATime()
     {
         Reception reception;
-        reception.endpoint->iniUDP();
         reception.whileHandling = [&] {
             reception.unit.send("2");
             letEventsCome();
@@ -190,38 +168,32 @@ private Q_SLOTS:
     void theSocketIsHeardAfterAReadingInVain()
     {
         Reception reception;
-        reception.endpoint->iniUDP();
         reception.prompts.expect();
         reception.prompts.tell(u"box"_s);
         for (int number = 1; number <= 3; ++number) {
-            reception.send(number, number);
+            reception.send(numbers(number, number));
             QTRY_COMPARE(reception.handled, numbers(1, number));
             letEventsCome();
         }
     }
 
-    void aBoxThatADatagramOpenedHoldsBackTheNext()
+    void anOpenBoxHoldsBackWhatComes()
     {
-        Reception reception;
-        reception.endpoint->iniUDP();
-        reception.whileHandling = [&] { reception.ask(1); };
-        reception.send(1, 3);
-        QTRY_COMPARE(reception.handled, numbers(1, 9));
-    }
-
-    void aBoxOfTheOperatorHoldsAllBack()
-    {
-        Reception reception;
-        reception.endpoint->iniUDP();
-        reception.send(1, 3);
-        reception.ask(0);
-        QTRY_COMPARE(reception.handled, numbers(1, 9));
+        for (const bool openedByADatagram : {false, true}) {
+            Reception reception;
+            reception.send(numbers(1, 3));
+            if (openedByADatagram) {
+                reception.whileHandling = [&] { reception.ask(1); };
+            } else {
+                reception.ask(0);
+            }
+            QTRY_COMPARE(reception.handled, numbers(1, 9));
+        }
     }
 
     void answersGoToTheLastSender()
     {
         Reception reception;
-        reception.endpoint->iniUDP();
         Unit second(reception.port);
         reception.unit.send("1");
         second.send("2");
@@ -233,23 +205,16 @@ private Q_SLOTS:
         QTRY_COMPARE(reception.handled.size(), 3);
         reception.endpoint->SendServer(u"again"_s);
         QCOMPARE(reception.unit.answer(), "again");
-    }
-
-    void anAnswerThatCannotBeSentIsLogged()
-    {
-        Reception reception;
-        reception.endpoint->iniUDP();
         reception.settings.record.LastSenderIp.setText(u"nobody"_s);
         reception.endpoint->SendServer(u"text"_s);
-        QVERIFY(reception.desk.logMessages().constLast().startsWith("!SendServer "_L1));
+        QVERIFY(reception.logMessages().constLast().startsWith("!SendServer "_L1));
     }
 
     void aClosedEndpointHandlesNothingMore()
     {
         Reception reception;
-        reception.endpoint->iniUDP();
         reception.whileHandling = [&] { reception.endpoint->close(); };
-        reception.send(1, 3);
+        reception.send(numbers(1, 3));
         QTRY_COMPARE(reception.handled.size(), 1);
         letEventsCome();
         QCOMPARE(reception.handled.size(), 1);

@@ -1,12 +1,10 @@
 #include "RecordWriter.h"
 #include "core/CodePage.h"
+#include "reception/Columns.h"
 #include "reception/Records.h"
-
-#include <QMap>
-#include <QTest>
+#include "support/Table.h"
 
 using namespace Qt::StringLiterals;
-using reception::DatagramKind;
 
 namespace {
 
@@ -35,20 +33,21 @@ QByteArray fullRecord(int codePage, const QString &line)
     return sim::callRecord(fields, sim::CodePageChoice(codePage));
 }
 
-reception::DatagramText decoded(const QByteArray &bytes, int number = 1252)
+core::CallRecord parsed(const QByteArray &bytes, int number)
 {
     const core::CodePage codePage(number);
-    return {codePage.decode(bytes), codePage.columnRule(bytes)};
+    return reception::parseCallRecord({codePage.decode(bytes), codePage.columnRule(bytes)});
 }
 
-QStringList fieldsOf(const core::CallRecord &record)
+QString fieldsOf(const core::CallRecord &record)
 {
-    return {record.CallerID,  record.IncomingTime.trimmed(),
-            record.Channel,   record.LineNo,
-            record.SimpleDes, record.DetailDes,
-            record.SnText,    record.Source,
-            record.IfVIP,     record.IfInBlackList,
-            record.RawCid,    record.SenderIp};
+    return QStringList{record.CallerID,  record.IncomingTime.trimmed(),
+                       record.Channel,   record.LineNo,
+                       record.SimpleDes, record.DetailDes,
+                       record.SnText,    record.Source,
+                       record.IfVIP,     record.IfInBlackList,
+                       record.RawCid,    record.SenderIp}
+        .join(u'|');
 }
 
 } // namespace
@@ -59,53 +58,50 @@ class tst_Records : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void aRecordIsReadFieldByField_data()
+    void fieldsAreCutByColumns_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<int>("codePage");
-        QTest::addColumn<QStringList>("fields");
-        const auto full = [](const QString &line) {
-            return QStringList{
-                u"02087654321"_s, u"2026-11-21 09:30:15"_s, u"012"_s, line,   u"Ada"_s, u"one [two"_s,
-                u"7"_s,           u"PHONEBOOK"_s,           u"Y"_s,   u"N"_s, u"123"_s, u"10.1.2.3"_s};
-        };
-        QTest::newRow("as units send it")
-            << unitRecord() << 1252
-            << QStringList{
-                   u"5550199"_s, u"2009-08-08 12:51:33"_s, u"007"_s, u"5550101"_s, {}, {}, {}, {}, {}, {}, {},
-                   u"10.1.2.3"_s};
-        QTest::newRow("Chinese line, middle dot")
-            << fullRecord(936, u"艾山·买提"_s) << 936 << full(u"艾山·买提"_s);
-        QTest::newRow("Japanese line, half-width katakana")
-            << fullRecord(932, u"ｴｲｷﾞｮｳ営業"_s) << 932 << full(u"ｴｲｷﾞｮｳ営業"_s);
-        QByteArray half = fullRecord(936, u"x"_s);
-        half.replace(49 + 27, 1, "\xCF");
-        QTest::newRow("half a character") << half << 936 << full(u"x"_s + QString(26, u' ') + u'?');
+        const support::Table<QString, int, int, QString> row("text", "start", "width", "field");
+        row("double bytes", u"中文abc"_s, 5, 2, u"ab"_s);
+        row("second byte inside", u"a中b"_s, 3, 2, u"中b"_s);
+        row("second byte outside", u"a中b"_s, 1, 2, u"a"_s);
+        row("pair of surrogates", u"a🙂b"_s, 2, 2, u"🙂"_s);
+        row("beyond the end", u"abc"_s, 3, 30, u"c"_s);
+        row("behind the end", u"abc"_s, 4, 30, u""_s);
+        row("less than none", u"abc"_s, 144, -141, u""_s);
     }
+    void fieldsAreCutByColumns()
+    {
+        QFETCH(QString, text);
+        QFETCH(int, start);
+        QFETCH(int, width);
+        QTEST(reception::MidByCols(text, start, width), "field");
+        QCOMPARE(reception::ByteColumns(u"\u00FE\u00FF\u4E2D🙂"), 7);
+    }
+
     void aRecordIsReadFieldByField()
     {
-        QFETCH(QByteArray, bytes);
-        QFETCH(int, codePage);
-        QFETCH(QStringList, fields);
-        const reception::DatagramText datagram = decoded(bytes, codePage);
-        QCOMPARE(reception::kindOf(datagram.text), DatagramKind::CallerId);
-        QCOMPARE(fieldsOf(reception::parseCallRecord(datagram)), fields);
+        const QString full =
+            u"02087654321|2026-11-21 09:30:15|012|%1|Ada|one [two|7|PHONEBOOK|Y|N|123|10.1.2.3"_s;
+        QCOMPARE(fieldsOf(parsed(unitRecord(), 1252)),
+                 u"5550199|2009-08-08 12:51:33|007|5550101||||||||10.1.2.3"_s);
+        QCOMPARE(fieldsOf(parsed(fullRecord(936, u"艾山·买提"_s), 936)), full.arg(u"艾山·买提"_s));
+        QCOMPARE(fieldsOf(parsed(fullRecord(932, u"ｴｲｷﾞｮｳ営業"_s), 932)), full.arg(u"ｴｲｷﾞｮｳ営業"_s));
+        const QByteArray half = fullRecord(936, u"x"_s).replace(49 + 27, 1, "\xCF");
+        QCOMPARE(fieldsOf(parsed(half, 936)), full.arg(u"x"_s.leftJustified(27) + u'?'));
     }
 
     void theSendersMatchTellsItsDatabase()
     {
-        const QMap<QString, QString> ids = {{u"SPB12"_s, u"PHONEBOOK 12 12"_s},
-                                            {u" 0012"_s, u"CUSTOMER 0012 12"_s},
-                                            {QString(), u"  0"_s},
-                                            {u"SPB"_s, u"PHONEBOOK  0"_s},
-                                            {u"spb-1 2"_s, u"CUSTOMER 12 12"_s},
-                                            {u"9999999999"_s, u"CUSTOMER 9999999999 0"_s}};
-        for (auto id = ids.begin(); id != ids.end(); ++id) {
+        for (const auto &[match, id] : {std::pair(u"SPB12"_s, u"PHONEBOOK 12 12"_s),
+                                        {u" 0012"_s, u"CUSTOMER 0012 12"_s},
+                                        {u""_s, u"  0"_s},
+                                        {u"SPB"_s, u"PHONEBOOK  0"_s},
+                                        {u"spb-1 2"_s, u"CUSTOMER 12 12"_s},
+                                        {u"9999999999"_s, u"CUSTOMER 9999999999 0"_s}}) {
             sim::CallFields fields;
-            fields.match = id.key();
-            const core::CallRecord record =
-                reception::parseCallRecord(decoded(sim::callRecord(fields, sim::CodePageChoice(1252))));
-            QCOMPARE(u"%1 %2 %3"_s.arg(record.Source, record.SnText).arg(record.SN), id.value());
+            fields.match = match;
+            const core::CallRecord record = parsed(sim::callRecord(fields, {}), 1252);
+            QCOMPARE(u"%1 %2 %3"_s.arg(record.Source, record.SnText).arg(record.SN), id);
         }
     }
 
@@ -113,50 +109,22 @@ private Q_SLOTS:
     {
         const QByteArray whole = fullRecord(936, u"销售一部"_s).first(203) + QByteArray(57, 'T');
         for (qsizetype length = 0; length <= whole.size(); ++length) {
-            const reception::DatagramText datagram = decoded(whole.first(length), 936);
-            const core::CallRecord record = reception::parseCallRecord(datagram);
+            const core::CallRecord record = parsed(whole.first(length), 936);
             const QByteArray padded = whole.first(length).leftJustified(whole.size());
-            QCOMPARE(reception::kindOf(datagram.text) == DatagramKind::CallerId, length >= 6);
-            QCOMPARE(fieldsOf(record), fieldsOf(reception::parseCallRecord(decoded(padded, 936))));
+            QCOMPARE(fieldsOf(record), fieldsOf(parsed(padded, 936)));
             QCOMPARE(record.Tail.size(), qBound(0, length - 203, 39));
         }
     }
 
-    void kindsAreToldApartByTheirFirstCharacters_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<DatagramKind>("kind");
-        QTest::newRow("empty") << QString() << DatagramKind::Unknown;
-        QTest::newRow("one character") << u"<"_s << DatagramKind::Unknown;
-        QTest::newRow("short record") << u"<CID"_s << DatagramKind::ShortCid;
-        QTest::newRow("detail") << u"<DETAILDES            1"_s << DatagramKind::Detail;
-        QTest::newRow("detail that says more") << u"<DETAILDES 1"_s << DatagramKind::Unknown;
-        QTest::newRow("message") << u"SENDSMALLMESSAGE"_s << DatagramKind::SmallMessage;
-        QTest::newRow("padded") << u"SHUTDOWNALL"_s.leftJustified(50) + u"x"_s << DatagramKind::ShutDown;
-        QTest::newRow("too near") << u"SHUTDOWNALL"_s.leftJustified(49) + u"x"_s << DatagramKind::Unknown;
-        QTest::newRow("lower case") << u"shutdownall"_s << DatagramKind::Unknown;
-        QTest::newRow("status") << u" CHANNELSTATUS"_s << DatagramKind::ChannelStatus;
-        QTest::newRow("call") << u"<CRMV1"_s << DatagramKind::CallerId;
-        QTest::newRow("leading blank") << u" <CRMV1"_s << DatagramKind::Unknown;
-        QTest::newRow("other magic") << u"<crmv1"_s << DatagramKind::Unknown;
-    }
-    void kindsAreToldApartByTheirFirstCharacters()
-    {
-        QFETCH(QString, text);
-        QTEST(reception::kindOf(text), "kind");
-    }
-
     void aParameterEndsAtTheFirstBracket()
     {
-        const QMap<QString, QString> values = {{u"{RAWCID:[123]}"_s, u"123"_s},
-                                               {u"{RAWCID:[]}"_s, {}},
-                                               {u"{rawcid:[123]}"_s, {}},
-                                               {u"{RAWCID]:[123]}"_s, {}},
-                                               {u"RAWCID:[1[2"_s, u"1[2"_s},
-                                               {u"RAWCID:12"_s, {}},
-                                               {u"{RAWCID:[1]}{RAWCID:[2]}"_s, u"1"_s}};
-        for (auto value = values.begin(); value != values.end(); ++value) {
-            QCOMPARE(reception::GetTcpCmdPara(value.key(), "RAWCID"_L1), value.value());
+        for (const auto &[text, value] : {std::pair(u"{RAWCID:[123]}"_s, u"123"_s),
+                                          {u"{rawcid:[123]}"_s, u""_s},
+                                          {u"{RAWCID]:[123]}"_s, u""_s},
+                                          {u"RAWCID:[1[2"_s, u"1[2"_s},
+                                          {u"RAWCID:12"_s, u""_s},
+                                          {u"{RAWCID:[1]}{RAWCID:[2]}"_s, u"1"_s}}) {
+            QCOMPARE(reception::GetTcpCmdPara(text, "RAWCID"_L1), value);
         }
     }
 };

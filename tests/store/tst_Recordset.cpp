@@ -1,128 +1,155 @@
-#include "store/Database.h"
+#include "store/Connection.h"
 #include "support/TestDesk.h"
 
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+using store::Recordset;
 
+/// The cursor over a table or a query, and the connection that searches with percent signs.
 class tst_Recordset : public QObject
 {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init();
-    void aTableIsReadForthAndBackInItsOrder();
-    void aRowIsFoundByItsIndexAndChangedOrDeletedByItsKey();
-    void theNumberOfANewRowIsKnownBeforeItIsWritten();
-    void deletingWhileWalkingVisitsEveryRowOnce();
-    void aJoinCanBeReadButNotChanged();
-
-private:
     std::unique_ptr<support::TestDesk> m_desk;
+    std::unique_ptr<store::Database> m_database;
     QString m_path;
-};
 
-void tst_Recordset::init()
-{
-    m_desk = std::make_unique<support::TestDesk>();
-    m_path = m_desk->folder.filePath(u"a.db"_s);
-    store::createDatabase(
-        m_path,
-        u"Create Table phonebook (SN counter, Telno text(255), simpledes text(255));"
-        "create unique index SN on phonebook (SN);"
-        "create index Simpledes on phonebook (simpledes);"_s,
-        [](store::Database &database) {
-            for (const QString &name : {u"zoe"_s, u"Łucja"_s, u"anna"_s}) {
-                database.Execute(u"insert into phonebook(Telno,simpledes) values(?,?)"_s, {u"00123"_s, name});
-            }
-        });
-}
-
-void tst_Recordset::aTableIsReadForthAndBackInItsOrder()
-{
-    store::Database database(m_path);
-    store::Recordset rows = database.OpenRecordset(u"Phonebook"_s);
-    QStringList names;
-    for (; !rows.EOFile(); rows.MoveNext()) {
-        names.append(rows.value(u"SIMPLEDES"_s).toString());
+private Q_SLOTS:
+    void init()
+    {
+        m_desk = std::make_unique<support::TestDesk>();
+        m_path = m_desk->folder.filePath(u"a.db"_s);
+        m_desk->runSql(m_path, u"Create Table phonebook (SN counter, Telno text(255), simpledes text(255));"
+                               "create unique index SN on phonebook (SN);"
+                               "create index Simpledes on phonebook (simpledes);"
+                               "insert into phonebook(Telno,simpledes) values('00123','zoe'),"
+                               "('00123','Łucja 50* off'),('00123','anna 50%')"_s);
+        m_database = std::make_unique<store::Database>(m_path);
     }
-    QCOMPARE(names, QStringList({u"zoe"_s, u"Łucja"_s, u"anna"_s}));
-    rows.MoveLast();
-    rows.MovePrevious();
-    QCOMPARE(rows.value(u"SN"_s).toInt(), 2);
-    QCOMPARE(rows.value(u"Telno"_s).toString(), u"00123"_s);
-    rows.MoveFirst();
-    rows.MovePrevious();
-    QVERIFY(rows.BOF());
-}
 
-void tst_Recordset::aRowIsFoundByItsIndexAndChangedOrDeletedByItsKey()
-{
-    store::Database database(m_path);
-    store::Recordset rows = database.OpenRecordset(u"Phonebook"_s);
-    rows.setIndex(u"Simpledes"_s);
-    QVERIFY(rows.Seek(u"ANNA"_s));
-    rows.Edit();
-    rows.setValue(u"telno"_s, u"1e5"_s);
-    QCOMPARE(rows.value(u"Telno"_s).toString(), u"1e5"_s);
-    rows.Update();
-    rows.setIndex(u"SN"_s);
-    QVERIFY(rows.Seek(u"3"_s));
-    QCOMPARE(rows.value(u"Telno"_s).toString(), u"1e5"_s);
-    QVERIFY(rows.Seek(2));
-    rows.Delete();
-    rows.MoveNext();
-    QCOMPARE(rows.value(u"SN"_s).toInt(), 3);
-    rows.MovePrevious();
-    QCOMPARE(rows.value(u"SN"_s).toInt(), 1);
-    QVERIFY(!rows.Seek(u""_s));
-    QVERIFY_THROWS_EXCEPTION(core::Error, rows.Edit());
-}
+    void aTableIsReadForthAndBackInItsOrder()
+    {
+        Recordset rows = m_database->OpenRecordset(u"Phonebook"_s);
+        QStringList names;
+        for (; !rows.EOFile(); rows.MoveNext()) {
+            names.append(rows.value(u"SIMPLEDES"_s).toString());
+        }
+        QCOMPARE(names.join(u'|'), u"zoe|Łucja 50* off|anna 50%"_s);
+        rows.MoveLast();
+        rows.MovePrevious();
+        QCOMPARE(rows.value(u"SN"_s).toInt(), 2);
+        rows.MoveFirst();
+        rows.MovePrevious();
+        QVERIFY(rows.BOF());
+    }
 
-void tst_Recordset::theNumberOfANewRowIsKnownBeforeItIsWritten()
-{
-    store::Database one(m_path);
-    store::Database other(m_path);
-    store::Recordset mine = one.OpenRecordset(u"Phonebook"_s);
-    store::Recordset theirs = other.OpenRecordset(u"Phonebook"_s);
-    mine.AddNew();
-    QCOMPARE(mine.value(u"SN"_s).toInt(), 4);
-    theirs.AddNew();
-    theirs.setValue(u"simpledes"_s, u"theirs"_s);
-    theirs.Update();
-    QCOMPARE(theirs.value(u"SN"_s).toInt(), 5);
-    mine.setValue(u"simpledes"_s, u"mine"_s);
-    mine.Update();
-    QCOMPARE(mine.value(u"SN"_s).toInt(), 4);
-    QCOMPARE(other.OpenRecordset(u"select * from phonebook where sn = 4"_s).value(u"simpledes"_s).toString(),
-             u"mine"_s);
-}
-
-void tst_Recordset::deletingWhileWalkingVisitsEveryRowOnce()
-{
-    store::Database database(m_path);
-    store::Recordset rows = database.OpenRecordset(u"select * from phonebook order by Simpledes"_s);
-    QStringList names;
-    for (; !rows.EOFile(); rows.MoveNext()) {
-        names.append(rows.value(1).toString() + rows.value(2).toString());
+    void aRowIsFoundByItsIndexAndChangedOrDeletedByItsKey()
+    {
+        Recordset rows = m_database->OpenRecordset(u"Phonebook"_s);
+        rows.setIndex(u"Simpledes"_s);
+        QVERIFY(rows.Seek(u"ANNA 50% "_s));
+        QCOMPARE(rows.value(u"Telno"_s).toString(), u"00123"_s);
+        rows.Edit();
+        rows.setValue(u"telno"_s, u"1e5"_s);
+        rows.Update();
+        rows.setIndex(u"SN"_s);
+        QVERIFY(rows.Seek(u"3"_s));
+        QCOMPARE(rows.value(u"Telno"_s).toString(), u"1e5"_s);
+        QVERIFY(rows.Seek(2));
         rows.Delete();
-        QVERIFY_THROWS_EXCEPTION(core::Error, rows.value(1));
+        rows.MoveNext();
+        QCOMPARE(rows.value(u"SN"_s).toInt(), 3);
+        rows.MovePrevious();
+        QCOMPARE(rows.value(u"SN"_s).toInt(), 1);
+        QVERIFY(!rows.Seek(u""_s));
+        QVERIFY_THROWS_EXCEPTION(core::Error, rows.Edit());
     }
-    QCOMPARE(names.size(), 3);
-    QVERIFY(rows.BOF() && rows.EOFile());
-}
 
-void tst_Recordset::aJoinCanBeReadButNotChanged()
-{
-    store::Database database(m_path);
-    store::Recordset rows = database.OpenRecordset(
-        u"select a.SN, b.simpledes from phonebook a, phonebook b where a.SN=b.SN order by a.SN"_s);
-    QCOMPARE(rows.RecordCount(), 3);
-    QCOMPARE(rows.value(1).toString(), u"zoe"_s);
-    rows.Edit();
-    rows.setValue(u"simpledes"_s, u"x"_s);
-    QVERIFY_THROWS_EXCEPTION(core::Error, rows.Update());
-}
+    void theNumberOfANewRowIsKnownBeforeItIsWritten()
+    {
+        store::Database other(m_path);
+        Recordset mine = m_database->OpenRecordset(u"Phonebook"_s);
+        Recordset theirs = other.OpenRecordset(u"Phonebook"_s);
+        mine.AddNew();
+        QCOMPARE(mine.value(u"SN"_s).toInt(), 4);
+        theirs.AddNew();
+        theirs.setValue(u"simpledes"_s, u"theirs"_s);
+        theirs.Update();
+        QCOMPARE(theirs.value(u"SN"_s).toInt(), 5);
+        mine.setValue(u"simpledes"_s, u"mine"_s);
+        mine.Update();
+        QCOMPARE(other.OpenRecordset(u"select simpledes from phonebook where sn = 4"_s).value(0), u"mine"_s);
+    }
+
+    void ofTwoDesksTheLaterSaveWinsAndADeletedRowIsGone()
+    {
+        store::Database other(m_path);
+        Recordset mine = m_database->OpenRecordset(u"Phonebook"_s);
+        Recordset theirs = other.OpenRecordset(u"Phonebook"_s);
+        for (Recordset *desk : {&mine, &theirs}) {
+            desk->Edit();
+            desk->setValue(u"telno"_s, desk == &mine ? u"mine"_s : u"theirs"_s);
+        }
+        theirs.Update();
+        mine.Update();
+        theirs.MoveFirst();
+        QCOMPARE(theirs.value(u"Telno"_s).toString(), u"mine"_s);
+        mine.Edit();
+        mine.setValue(u"telno"_s, u"lost"_s);
+        theirs.Delete();
+        QVERIFY_THROWS_EXCEPTION(core::Error, mine.Update());
+    }
+
+    void deletingWhileWalkingVisitsEveryRowOnce()
+    {
+        Recordset rows = m_database->OpenRecordset(u"select * from phonebook order by Simpledes"_s);
+        QString names;
+        for (; !rows.EOFile(); rows.MoveNext()) {
+            names += rows.value(2).toString().first(1);
+            rows.Delete();
+            QVERIFY_THROWS_EXCEPTION(core::Error, rows.value(1));
+        }
+        QCOMPARE(names, u"aŁz"_s);
+        QVERIFY(rows.BOF() && rows.EOFile());
+    }
+
+    void aJoinCanBeReadButNotChanged()
+    {
+        Recordset rows = m_database->OpenRecordset(
+            u"select a.SN, b.simpledes from phonebook a, phonebook b where a.SN=b.SN order by a.SN"_s);
+        QCOMPARE(rows.RecordCount(), 3);
+        QCOMPARE(rows.value(1).toString(), u"zoe"_s);
+        rows.Edit();
+        rows.setValue(u"simpledes"_s, u"x"_s);
+        QVERIFY_THROWS_EXCEPTION(core::Error, rows.Update());
+    }
+
+    void aConnectionStaysOnItsFileAndSearchesWithPercentSigns()
+    {
+        store::Connection connection;
+        QVERIFY(!store::ConnectDatabase(m_desk->log, connection, u"elsewhere"_s));
+        QCOMPARE(connection.state(), store::Connection::State::Closed);
+        QVERIFY(m_desk->logMessages().constLast().startsWith(u"!ConnectDatabase 14 "_s));
+        QVERIFY(store::ConnectDatabase(m_desk->log, connection, m_path));
+        QVERIFY(store::ConnectDatabase(m_desk->log, connection, u"elsewhere"_s));
+        for (const auto &[pattern, count] :
+             {std::pair(u"%łUCJA%"_s, 1), {u"%50* o%"_s, 1}, {u"% 50_%"_s, 2}, {u"%"_s, 3}, {u"x"_s, 0}}) {
+            Recordset rows = connection.database().OpenRecordset(
+                u"select * from phonebook where simpledes like '"_s + pattern + u'\'');
+            QCOMPARE(store::GetRecordSetRows(m_desk->log, rows), count);
+            QVERIFY(rows.EOFile());
+        }
+    }
+
+    void textsAreFilledToTheirWidth()
+    {
+        QCOMPARE(store::FillString(m_desk->log, u"ab"_s, true, 5, u"xy"_s), u"abxyx"_s);
+        QCOMPARE(store::FillString(m_desk->log, u"ab"_s, false, 5, u"xy"_s), u"yxyab"_s);
+        QCOMPARE(store::FillString(m_desk->log, u"abcdef"_s, true, 3, u"0"_s), u"abcdef"_s);
+        QCOMPARE(store::FillString(m_desk->log, u"ab"_s, true, 5, u""_s), u""_s);
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_Recordset)
 #include "tst_Recordset.moc"

@@ -3,6 +3,7 @@
 #include "core/Clock.h"
 #include "core/Navigator.h"
 #include "core/Prompts.h"
+#include "core/TextLookup.h"
 
 #include <QList>
 #include <QSet>
@@ -20,8 +21,15 @@ public:
     QDateTime now() const override { return time; }
 };
 
-/// Answers from a script and records what was asked. A prompt that no test announced fails the test, and so does an
-/// announced one that never came.
+/// Answers "[key]" for every key, so that a test sees both that a text was looked up and which.
+class KeyTexts : public core::TextLookup
+{
+public:
+    QString Lms(const QString &key) const override { return u'[' + key + u']'; }
+};
+
+/// Answers from a script and records what was asked. A prompt that no test announced fails the test, and so
+/// does an announced one that never came.
 class FakePrompts : public core::Prompts
 {
 public:
@@ -30,10 +38,10 @@ public:
     Q_DISABLE_COPY_MOVE(FakePrompts)
 
     /// Announces one prompt: its answer (for `tell` it is ignored) and what happens while it is open.
-    void expect(bool answer = true, std::function<void()> whileOpen = {});
+    void expect(bool ok = true, std::function<void()> whileOpen = {}) { m_script.append({ok, whileOpen}); }
 
-    void tell(const QString &text) override;
-    bool askOkCancel(const QString &text, const QString &title) override;
+    void tell(const QString &text) override { answer(text); }
+    bool askOkCancel(const QString &text, const QString &) override { return answer(text); }
     bool isOpen() const override { return m_open > 0; }
 
     QStringList asked; ///< the texts, in order
@@ -58,12 +66,21 @@ public:
     QStringList shown;            ///< one line a call, such as "Show_Editor CUSTOMER 7"
 
     bool canShow(core::Window window) const override { return available.contains(window); }
-    void show(core::Window window) override;
-    void ShowHelp(const QString &helpId) override;
-    void Show_Editor(const QString &source, qint32 sn) override;
-    void showPhoneBook(const QString &query) override;
-    void showCustomerList(const QString &query) override;
-    void addCaller(const QString &number, const QString &keyWord) override;
+    void show(core::Window window) override { record("show", QString::number(int(window))); }
+    void ShowHelp(const QString &helpId) override { record("ShowHelp", helpId); }
+    void showPhoneBook(const QString &query) override { record("showPhoneBook", query); }
+    void showCustomerList(const QString &query) override { record("showCustomerList", query); }
+    void addCaller(const QString &number, const QString &keyWord) override
+    {
+        record("addCaller", number + u' ' + keyWord);
+    }
+    void Show_Editor(const QString &source, qint32 sn) override
+    {
+        record("Show_Editor", source + u' ' + QString::number(sn));
+    }
+
+private:
+    void record(const char *what, const QString &with) { shown.append(QLatin1String(what) + u' ' + with); }
 };
 
 } // namespace support

@@ -1,6 +1,7 @@
 #include "support/TestDesk.h"
 
 #include "store/Database.h"
+#include "store/SqlDialect.h"
 
 #include <QDir>
 #include <QFile>
@@ -34,18 +35,15 @@ QByteArray TestDesk::fileBytes(const QString &path) const
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-void TestDesk::runSql(const QString &path, const QStringList &statements) const
+void TestDesk::runSql(const QString &path, const QString &statements) const
 {
-    const auto run = [&](store::Database &database) {
-        for (const QString &statement : statements) {
-            database.Execute(statement);
-        }
-    };
-    if (QFile::exists(path)) {
-        store::Database database(path);
-        run(database);
-    } else {
-        store::createDatabase(path, {}, run);
+    if (!QFile::exists(path)) {
+        store::createDatabase(path, statements, [](store::Database &) {});
+        return;
+    }
+    store::Database database(path);
+    for (const QString &statement : store::statementsOf(statements)) {
+        database.Execute(statement);
     }
 }
 

@@ -19,7 +19,7 @@ public:
     QStringList logMessages() const;
     QByteArray fileBytes(const QString &path) const;
     /// Runs statements in the given words on a database file, which is made when missing.
-    void runSql(const QString &path, const QStringList &statements) const;
+    void runSql(const QString &path, const QString &statements) const;
     void writeFile(const QString &path, const QByteArray &bytes) const;
 
     QTemporaryDir folder;

@@ -10,12 +10,12 @@ struct ToolRun
     QString errors;
 };
 
-inline ToolRun runTool(const QString &program, const QStringList &arguments,
-                       const QString &folder = QString())
+/// Runs a tool with the options of one line, in which double quotes hold an option together.
+inline ToolRun runTool(const char *program, const QString &options, const QString &folder = QString())
 {
     QProcess process;
     process.setWorkingDirectory(folder);
-    process.start(program, arguments);
+    process.start(QString::fromUtf8(program), QProcess::splitCommand(options));
     if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit) {
         return {};
     }

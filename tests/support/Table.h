@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QTest>
+
+namespace support {
+
+/// The table of a data-driven test: made with the names of its columns, called with each row's name and
+/// cells.
+template <typename... Column>
+class Table
+{
+public:
+    template <typename... Name>
+    explicit Table(Name... columns)
+    {
+        (QTest::addColumn<Column>(columns), ...);
+    }
+    void operator()(const char *name, const Column &...cells) const { (QTest::newRow(name) << ... << cells); }
+};
+
+} // namespace support
