@@ -55,11 +55,7 @@ public:
             bytes = bytes.sliced(std::max<ssize_t>(written, 0));
         }
     }
-    qint64 size() const
-    {
-        struct stat status = {};
-        return ::fstat(m_fd, &status) == 0 ? status.st_size : 0;
-    }
+    qint64 size() const { return std::max<qint64>(::lseek(m_fd, 0, SEEK_END), 0); }
     void sync() const
     {
         if (::fsync(m_fd) != 0) {

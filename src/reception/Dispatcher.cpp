@@ -2,6 +2,8 @@
 
 #include "core/TextUtilities.h"
 
+#include <QStringBuilder>
+
 using namespace Qt::StringLiterals;
 
 namespace reception {
@@ -113,9 +115,9 @@ QString Dispatcher::lastCallerText(const core::CallRecord &record)
     using core::shownText;
     // A record without a previous call has its parameter blocks in the same columns.
     const QStringView tail = record.Tail.startsWith(u'{') ? QStringView() : QStringView(record.Tail);
-    return u"   "_s + shownText(record.CallerID) + u"     "_s + shownText(record.SimpleDes) + u"     "_s +
-           shownText(m_effects.GetArea(record.CallerID)) + u"\r\n"_s + u"last call time:"_s +
-           shownText(tail.mid(0, 16)) + u" ext:"_s + shownText(tail.mid(16, 8)) + u" tel:"_s +
+    return "   "_L1 % shownText(record.CallerID) % "     "_L1 % shownText(record.SimpleDes) % "     "_L1 %
+           shownText(m_effects.GetArea(record.CallerID)) % "\r\n"_L1 % "last call time:"_L1 %
+           shownText(tail.mid(0, 16)) % " ext:"_L1 % shownText(tail.mid(16, 8)) % " tel:"_L1 %
            shownText(tail.right(15));
 }
 
