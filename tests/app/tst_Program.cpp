@@ -61,6 +61,7 @@ struct Desk : support::TestDesk
         return window().findChild<QPlainTextEdit *>(u"txtLastCallerID"_s)->toPlainText();
     }
 
+    QString source() const { return window().findChild<QLabel *>(u"lblSource"_s)->text(); }
     void showsACall()
     {
         send(call(vipNumber, u"Harbor Lantern Hotel"_s));
@@ -146,6 +147,7 @@ private Q_SLOTS:
         QCOMPARE(desk.window().calls().cell(0, u"CallerID"_s), vipNumber);
         QCOMPARE(desk.window().calls().cell(0, u"LineNo"_s), u"5550100"_s);
         QCOMPARE(desk.window().calls().cell(0, u"ID"_s), u"CUSTOMER1"_s);
+        QTRY_VERIFY(desk.source().endsWith(u"2026-11-21 09:30:15  127.0.0.1"_s));
         QTRY_VERIFY(desk.lastCaller().startsWith(
             u"   6175550101     老街火锅店     North(Harbour)\nlast call time:2026-11-20 10:42 ext:"_s));
     }
@@ -256,11 +258,10 @@ private Q_SLOTS:
         other->Execute(u"begin exclusive"_s);
         QVERIFY(desk.start());
         QVERIFY(desk.logged(">  !LoadCustomerPhoneNumberSnArray "));
-        const auto *source = desk.window().findChild<QLabel *>(u"lblSource"_s);
-        const QString unavailable = source->text();
+        const QString unavailable = desk.source();
         QVERIFY(!unavailable.isEmpty());
         other.reset();
-        QTRY_VERIFY(source->text() != unavailable);
+        QTRY_VERIFY(desk.source() != unavailable);
         desk.send(call(vipNumber, u"Harbor Lantern Hotel"_s));
         QTRY_VERIFY(support::openForm<lookup::frmPopUp>() != nullptr);
         QVERIFY(desk.window().calls().cell(0, u"ID"_s) == "CUSTOMER1"_L1);

@@ -92,6 +92,7 @@ private Q_SLOTS:
         columns.swapItemsAt(0, 1);
         columns[0].width = 123456;
         grid.model.ChangeGridCfg(columns);
+        grid.model.iniGridCallerID_tarn();
         QCOMPARE(grid.model.headerData(0, Qt::Horizontal, Qt::DisplayRole).toString(), u"[CallerID]"_s);
         QCOMPARE(grid.model.index(0, 0).data().toString(), u"5557"_s);
         core::Settings read(grid.desk.paths, grid.desk.log);
