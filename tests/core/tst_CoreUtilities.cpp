@@ -62,9 +62,9 @@ private Q_SLOTS:
             forms.IncOpenedForm(form.get());
         }
         QCOMPARE(forms.form(100), form.get());
+        QCOMPARE(forms.form(101), nullptr);
         form.reset();
         QCOMPARE(forms.form(100), nullptr);
-        QCOMPARE(forms.form(101), nullptr);
         for (int open = 101; open >= 0; --open) {
             QCOMPARE(forms.count(), open);
             forms.DecOpenedForm();
