@@ -1,5 +1,7 @@
 #include "Ratios.h"
 
+#include "Report.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
@@ -54,19 +56,13 @@ private:
     bool m_failed = false;
 };
 
-bool print(const bench::Row &row, Collector &collector)
+/// True when the row's reach is kept, and when a filter has left the row out.
+bool report(const bench::Row &row, Collector &collector)
 {
     const double figure = collector.median(row.name + "/figure");
     const double floor = collector.median(row.name + "/floor");
-    if (std::isnan(figure) || std::isnan(floor)) {
-        return true; // left out by a filter
-    }
-    const bool reached = figure / floor <= row.maxRatio && figure <= row.maxFigure;
-    const bool byRatio = std::isfinite(row.maxRatio);
-    std::printf("%-44s %16.1f %16.1f %8.2f   at most %.4g%s%s\n", row.name.c_str(), figure, floor,
-                figure / floor, byRatio ? row.maxRatio : row.maxFigure, byRatio ? " times" : "",
-                reached ? "" : "   MISSED");
-    return reached;
+    return std::isnan(figure) || std::isnan(floor) ||
+           bench::print({row.name, figure, floor, row.maxRatio, row.maxFigure});
 }
 
 } // namespace
@@ -95,8 +91,8 @@ int main(int argc, char **argv)
     Collector collector;
     benchmark::RunSpecifiedBenchmarks(&collector);
 
-    std::printf("\n%-44s %16s %16s %8s   %s\n", "row", "figure", "floor", "ratio", "reach");
+    bench::printHeading();
     const auto missed =
-        std::count_if(rows.begin(), rows.end(), [&](const auto &row) { return !print(row, collector); });
+        std::count_if(rows.begin(), rows.end(), [&](const auto &row) { return !report(row, collector); });
     return missed == 0 && !collector.failed() ? 0 : 1;
 }

@@ -16,18 +16,21 @@ namespace app {
 
 Program::Program(const Outside &outside)
     : m_outside(outside), m_instance(outside.runtimeFolder),
-      m_paths(core::pathsBelow(outside.startFolder, outside.dataFolder)), m_log(m_paths, outside.clock, m_values),
-      m_settings(m_paths, m_log), m_windowMemory(m_paths, m_log), m_openForms(m_log),
-      m_language(m_paths, m_log, outside.prompts, m_settings, outside.systemLanguageId),
+      m_paths(core::pathsBelow(outside.startFolder, outside.dataFolder)),
+      m_log(m_paths, outside.clock, m_values), m_settings(m_paths, m_log), m_windowMemory(m_paths, m_log),
+      m_openForms(m_log), m_language(m_paths, m_log, outside.prompts, m_settings, outside.systemLanguageId),
       m_translator(m_language, m_language.state(), m_log), m_codePage(core::platform::ansiCodePage({})),
       m_numbers(m_paths, m_log), m_areas(m_log), m_messages(m_paths, m_log, outside.clock),
       m_dispatcher(m_settings, m_log, m_values, m_codePage, *this),
       m_endpoint({m_settings, m_log, outside.prompts, m_language, m_codePage}, outside.port,
                  [this](const reception::Datagram &datagram) { receive(datagram); }),
-      m_popUp({m_log, m_settings, m_language, m_windows, {m_translator, m_openForms, m_windowMemory},
+      m_popUp({m_log,
+               m_settings,
+               m_language,
+               m_windows,
+               {m_translator, m_openForms, m_windowMemory},
                [this]() -> const QWidget & { return *m_mainWindow; }})
-{
-}
+{}
 
 Program::~Program()
 {
@@ -42,16 +45,17 @@ bool Program::subMain()
         return false;
     }
     using Step = void (Program::*)();
-    constexpr Step steps[] = {&Program::iniPath,         &Program::readSettings,  &Program::chooseLanguage,
-                              &Program::nameProduct,     &Program::iniVariants,   &Program::loadNumberIndex,
-                              &Program::setGridDefaults, &Program::showMainForm,  &Program::openReception,
+    constexpr Step steps[] = {&Program::iniPath,         &Program::readSettings, &Program::chooseLanguage,
+                              &Program::nameProduct,     &Program::iniVariants,  &Program::loadNumberIndex,
+                              &Program::setGridDefaults, &Program::showMainForm, &Program::openReception,
                               &Program::maintainData};
     for (const Step step : steps) {
-        if (!m_ended) {
-            m_log.trap("subMain"_L1, [&] { (this->*step)(); });
+        const bool done = m_log.trap("subMain"_L1, [&] { (this->*step)(); });
+        if (m_ended || (!done && step == &Program::showMainForm)) {
+            return false;
         }
     }
-    return m_mainWindow != nullptr && !m_ended;
+    return true;
 }
 
 // Where the lock cannot be used at all, starting twice is the lesser evil.
@@ -110,9 +114,15 @@ void Program::iniVariants()
 void Program::loadNumberIndex()
 {
     if (m_values.CustomerDbExists) {
-        m_numbers.LoadPhoneNumberSNArray();
-        m_customersLoaded = m_numbers.LoadCustomerPhoneNumberSnArray();
+        m_databasesLocked = databasesLocked();
+        const bool phoneBook = m_numbers.LoadPhoneNumberSNArray();
+        m_numbersLoaded = m_numbers.LoadCustomerPhoneNumberSnArray() && phoneBook;
     }
+}
+
+bool Program::databasesLocked() const
+{
+    return store::isLocked(m_paths.CustomerFile) || store::isLocked(m_paths.PhoneBookFile);
 }
 
 void Program::setGridDefaults()
@@ -124,9 +134,17 @@ void Program::setGridDefaults()
 
 void Program::showMainForm()
 {
-    m_mainWindow = std::make_unique<mainwindow::FrmMain>(mainwindow::FrmMain::Context{
-        m_paths, m_values, m_log, m_settings, m_language, m_outside.prompts, m_windows, m_autoHide, *this,
-        {m_translator, m_openForms, m_windowMemory}});
+    m_mainWindow = std::make_unique<mainwindow::FrmMain>(
+        mainwindow::FrmMain::Context{m_paths,
+                                     m_values,
+                                     m_log,
+                                     m_settings,
+                                     m_language,
+                                     m_outside.prompts,
+                                     m_windows,
+                                     m_autoHide,
+                                     *this,
+                                     {m_translator, m_openForms, m_windowMemory}});
     m_mainWindow->show();
     paintAtOnce();
     m_instance.onSecondInstance([this] { m_mainWindow->restoreToFront(); });
@@ -142,7 +160,7 @@ void Program::paintAtOnce()
 void Program::openReception()
 {
     m_endpoint.iniUDP();
-    if (!m_endpoint.isBound()) {
+    if (!m_ended && !m_endpoint.isBound()) {
         m_mainWindow->showPortUnavailable();
     }
 }
@@ -153,26 +171,31 @@ void Program::maintainData()
     m_areaPath = areas::MakeAreaPath(m_log, m_paths.StartFolder);
     m_areas.load(m_areaPath);
     store::UpdateDatabase_Customer_0606191111(m_log, m_paths);
-    if (m_values.CustomerDbExists && !(m_customersLoaded && fixed)) {
+    const bool failed = m_values.CustomerDbExists && !(m_numbersLoaded && fixed);
+    if (failed && (m_databasesLocked || databasesLocked())) {
         constexpr std::chrono::seconds pause{2};
         m_mainWindow->showCustomersAvailable(false);
-        QObject::connect(&m_customersRetry, &QTimer::timeout, &m_customersRetry, [this] { retryCustomers(); });
-        m_customersRetry.start(pause);
+        QObject::connect(&m_databasesRetry, &QTimer::timeout, &m_databasesRetry,
+                         [this] { retryDatabases(); });
+        m_databasesRetry.start(pause);
     }
 }
 
-// Another desk may have had the file to itself when the program started. Asking first keeps the log and the window
-// quiet for as long as it has.
-void Program::retryCustomers()
+// Another desk had a file to itself when the program started. Asking first keeps the log and the window quiet
+// for as long as it has.
+void Program::retryDatabases()
 {
-    if (!store::isReadable(m_paths.CustomerFile)) {
+    if (databasesLocked()) {
         return;
     }
-    m_customersRetry.stop();
     loadNumberIndex();
-    store::FixCustomerData(m_log, m_paths, m_popUpTable);
+    const bool fixed = store::FixCustomerData(m_log, m_paths, m_popUpTable) == 1;
     store::UpdateDatabase_Customer_0606191111(m_log, m_paths);
-    m_mainWindow->showCustomersAvailable(true);
+    const bool lockedAgain = !(m_numbersLoaded && fixed) && databasesLocked();
+    if (!lockedAgain) {
+        m_databasesRetry.stop();
+        m_mainWindow->showCustomersAvailable(true);
+    }
 }
 
 bool Program::byebye(const QString &prompt)
@@ -185,6 +208,7 @@ bool Program::byebye(const QString &prompt)
         m_popUp.close();
         m_mainWindow->prepareToEnd();
         m_endpoint.close();
+        m_dispatcher.saveNow();
         m_log.WriteRunLog(m_language.Lms(u"ExitSys"_s));
         m_outside.endProcess();
     }

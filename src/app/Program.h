@@ -37,8 +37,8 @@ public:
     explicit Program(const Outside &outside);
     ~Program() override;
 
-    /// Starts in the fixed order; false when another instance runs, which the operator was told, and when the operator
-    /// has ended the program before it was up.
+    /// Starts in the fixed order; false when another instance runs, which the operator was told, and when the
+    /// operator has ended the program before it was up.
     bool subMain();
 
     /// The main window; only after a successful subMain().
@@ -57,7 +57,8 @@ private:
     void paintAtOnce();
     void openReception();
     void maintainData();
-    void retryCustomers();
+    void retryDatabases();
+    bool databasesLocked() const;
     void receive(const reception::Datagram &datagram);
 
     bool callerPopsUp(const QString &callerNumber) override;
@@ -95,8 +96,9 @@ private:
     reception::Endpoint m_endpoint;
     lookup::CallerPopUp m_popUp;
     std::unique_ptr<mainwindow::FrmMain> m_mainWindow;
-    QTimer m_customersRetry;
-    bool m_customersLoaded = true;
+    QTimer m_databasesRetry;
+    bool m_databasesLocked = false; ///< when the numbers were read
+    bool m_numbersLoaded = true;
     bool m_ended = false;
 };
 

@@ -1,5 +1,6 @@
 #include "app/SingleInstance.h"
 
+#include "core/Error.h"
 #include "core/platform.h"
 
 #include <QLocalSocket>
@@ -10,8 +11,7 @@ namespace app {
 
 SingleInstance::SingleInstance(const QString &runtimeFolder)
     : m_lockFile(runtimeFolder + u"/calldesk.lock"_s), m_socketName(runtimeFolder + u"/calldesk.socket"_s)
-{
-}
+{}
 
 bool SingleInstance::tryToBeFirst()
 {
@@ -20,7 +20,9 @@ bool SingleInstance::tryToBeFirst()
     }
     QLocalServer::removeServer(m_socketName); // left behind by a killed process: we hold the lock
     m_server.setSocketOptions(QLocalServer::UserAccessOption);
-    m_server.listen(m_socketName);
+    if (!m_server.listen(m_socketName)) {
+        throw core::Error(int(m_server.serverError()), m_server.errorString() + u": "_s + m_socketName);
+    }
     return true;
 }
 
@@ -36,13 +38,13 @@ void SingleInstance::callRunningToFront() const
 
 void SingleInstance::onSecondInstance(std::function<void()> handler)
 {
-    QObject::connect(&m_server, &QLocalServer::newConnection, &m_server,
-                     [this, handler = std::move(handler)] {
-                         while (QLocalSocket *caller = m_server.nextPendingConnection()) {
-                             QObject::connect(caller, &QLocalSocket::disconnected, caller, &QObject::deleteLater);
-                             handler();
-                         }
-                     });
+    QObject::connect(
+        &m_server, &QLocalServer::newConnection, &m_server, [this, handler = std::move(handler)] {
+            while (QLocalSocket *caller = m_server.nextPendingConnection()) {
+                QObject::connect(caller, &QLocalSocket::disconnected, caller, &QObject::deleteLater);
+                handler();
+            }
+        });
 }
 
 } // namespace app

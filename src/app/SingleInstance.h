@@ -7,15 +7,16 @@
 
 namespace app {
 
-/// Sees to it that one user runs one instance: the first one holds a lock until its process ends, however it ends,
-/// and listens for later ones, which only ask it to come to the front.
+/// Sees to it that one user runs one instance: the first one holds a lock until its process ends, however it
+/// ends, and listens for later ones, which only ask it to come to the front.
 class SingleInstance
 {
 public:
     /// Lock and socket stand in `runtimeFolder`.
     explicit SingleInstance(const QString &runtimeFolder);
 
-    /// False when another instance runs. Throws core::Error when the lock cannot be used at all.
+    /// False when another instance runs. Throws core::Error when the lock cannot be used at all, and when
+    /// later instances cannot be heard.
     bool tryToBeFirst();
     /// For the second instance: brings the running one's window to the front.
     void callRunningToFront() const;

@@ -21,10 +21,9 @@ void FormSetup::rememberGeometry(const QWidget &form)
     }
 }
 
-void FormSetup::unload(const QWidget &form)
+void FormSetup::unload()
 {
     if (std::exchange(m_loaded, false)) {
-        rememberGeometry(form);
         m_services.openForms.DecOpenedForm();
     }
 }

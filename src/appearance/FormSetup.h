@@ -16,8 +16,8 @@ struct FormServices
     core::WindowMemory &windows;
 };
 
-/// The load and unload handler that every form has: counts it as open, sets its fonts and texts, and gives it the
-/// place on the screen that it had the last time.
+/// The load and unload handler that every form has: counts it as open, sets its fonts and texts, and gives it
+/// the place on the screen that it had the last time.
 class FormSetup
 {
 public:
@@ -27,10 +27,10 @@ public:
 
     /// Call once the form's controls exist.
     void load(QWidget &form, Place place = Place::Remembered);
-    /// Remembers the form's place, where it is to be, without closing it.
+    /// Remembers the form's place, where it is to be; call when it closes.
     void rememberGeometry(const QWidget &form);
-    /// Call when the form closes; a second call does nothing.
-    void unload(const QWidget &form);
+    /// Call when the form is gone; a second call does nothing.
+    void unload();
 
 private:
     FormServices m_services;

@@ -8,7 +8,8 @@
 
 namespace core {
 
-/// Gathers changes for one update of the screen: the first comes at once, further ones at most thirty times a second.
+/// Gathers changes for one update of the screen: the first comes at once, further ones at most ten times a
+/// second.
 class FrameGate : public QObject
 {
 public:
@@ -16,7 +17,7 @@ public:
     void schedule();
 
 private:
-    static constexpr qint64 frameMs = 33;
+    static constexpr qint64 frameMs = 100;
 
     std::function<void()> m_update;
     QTimer m_timer;

@@ -7,4 +7,9 @@ QDateTime QtClock::now() const
     return QDateTime::currentDateTime();
 }
 
+qint64 QtClock::second() const
+{
+    return QDateTime::currentSecsSinceEpoch();
+}
+
 } // namespace core

@@ -9,6 +9,7 @@ class QtClock : public Clock
 {
 public:
     QDateTime now() const override;
+    qint64 second() const override;
 };
 
 } // namespace core

@@ -3,6 +3,9 @@
 #include "core/platform.h"
 
 #include <QFile>
+#include <QStringBuilder>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -10,30 +13,26 @@ namespace core {
 
 namespace {
 
+constexpr char16_t firstLineBreakBeyondAscii = 0x0085;
+
 QChar withoutLineBreak(QChar character)
 {
+    if (character >= u' ' && character.unicode() < firstLineBreakBeyondAscii) {
+        return character;
+    }
     switch (character.unicode()) {
     case u'\n':
     case u'\v':
     case u'\f':
     case u'\r':
         return QChar(0x2400 + character.unicode()); // its visible symbol
-    case 0x0085:
+    case firstLineBreakBeyondAscii:
     case QChar::LineSeparator:
     case QChar::ParagraphSeparator:
         return QChar(0x2424);
     default:
         return character;
     }
-}
-
-// A received line break must not forge an entry of its own, for whatever reads the file.
-QString onOneLine(QString message)
-{
-    for (QChar &character : message) {
-        character = withoutLineBreak(character);
-    }
-    return message;
 }
 
 } // namespace
@@ -44,18 +43,22 @@ RunLog::RunLog(const Paths &paths, const Clock &clock, const ProcessValues &valu
 
 QString RunLog::timeStamp()
 {
-    const QDateTime now = m_clock.now();
-    const qint64 second = now.toSecsSinceEpoch();
+    const qint64 second = m_clock.second();
     if (second != m_stampSecond) {
         m_stampSecond = second;
-        m_stamp = now.toString(u"yyyy-MM-dd HH:mm:ss");
+        m_stamp = m_clock.now().toString(u"yyyy-MM-dd HH:mm:ss");
     }
     return m_stamp;
 }
 
+// A received line break must not forge an entry of its own, for whatever reads the file.
 QString RunLog::line(const QString &message)
 {
-    return u'<' + timeStamp() + u">  "_s + onOneLine(message) + u"\r\n"_s;
+    const QString start = u'<' % timeStamp() % ">  "_L1;
+    QString entry = start % message % "\r\n"_L1;
+    const auto first = entry.begin() + start.size();
+    std::transform(first, first + message.size(), first, withoutLineBreak);
+    return entry;
 }
 
 void RunLog::WriteRunLog(const QString &message)

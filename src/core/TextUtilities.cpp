@@ -61,11 +61,19 @@ bool isUnfit(char32_t code, QChar::Category category)
            isBidiControl(code) || QChar::isNonCharacter(code);
 }
 
+bool isPrintableAscii(QChar character)
+{
+    return character >= u' ' && character <= u'~';
+}
+
 } // namespace
 
 QString shownText(QStringView text, qsizetype maxLength)
 {
     constexpr int maxMarks = 8;
+    if (text.size() <= maxLength && std::all_of(text.begin(), text.end(), isPrintableAscii)) {
+        return text.toString();
+    }
     QString shown;
     shown.reserve(std::min(text.size(), maxLength));
     int marks = 0;

@@ -55,11 +55,7 @@ public:
             bytes = bytes.sliced(std::max<ssize_t>(written, 0));
         }
     }
-    qint64 size() const
-    {
-        struct stat status = {};
-        return ::fstat(m_fd, &status) == 0 ? status.st_size : 0;
-    }
+    qint64 size() const { return std::max<qint64>(::lseek(m_fd, 0, SEEK_END), 0); }
     void sync() const
     {
         if (::fsync(m_fd) != 0) {
@@ -108,9 +104,13 @@ QString runtimeFolder()
     if (!folder.isEmpty() && QFileInfo(folder).isDir()) {
         return folder;
     }
-    const QString ours = QDir::tempPath() + u"/calldesk-"_s + QString::number(::getuid()); // others share the parent
+    const QString ours =
+        QDir::tempPath() + u"/calldesk-"_s + QString::number(::getuid()); // others share the parent
     ::mkdir(QFile::encodeName(ours).constData(), 0700);
-    return ours;
+    struct stat status = {};
+    const bool isOurs = ::lstat(QFile::encodeName(ours).constData(), &status) == 0 &&
+                        S_ISDIR(status.st_mode) && status.st_uid == ::getuid();
+    return isOurs ? ours : QDir::homePath();
 }
 
 QString developerFolder()

@@ -59,7 +59,7 @@ frmPopUp::frmPopUp(core::Navigator &navigator, const appearance::FormServices &s
 
 frmPopUp::~frmPopUp()
 {
-    m_setup.unload(*this);
+    m_setup.unload();
 }
 
 // A label stands where its own text reads from; number and name belong beside the icon in any script.

@@ -81,7 +81,7 @@ void CallGridView::applyColumns()
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + rowPadding);
     for (int column = 0; column < m_calls->columns().size(); ++column) {
         const GridColumn &shape = m_calls->columns().at(column);
-        const int width = shape.width * logicalDpiX() / twipsPerInch;
+        const int width = qRound(shape.width * pixelsPerTwip());
         setColumnWidth(column, std::max(width, horizontalHeader()->sectionSizeHint(column)));
         setColumnHidden(column, !shape.visible);
     }
@@ -89,7 +89,15 @@ void CallGridView::applyColumns()
 
 int CallGridView::columnTwips(int column) const
 {
-    return columnWidth(column) * twipsPerInch / logicalDpiX();
+    return qRound(columnWidth(column) / pixelsPerTwip());
+}
+
+// The widths are meant for the small type of 96 dots an inch; with larger type the columns grow.
+double CallGridView::pixelsPerTwip() const
+{
+    constexpr double designHeight = 14;
+    const double typeScale = std::max(fontMetrics().height() * 96 / (designHeight * logicalDpiY()), 1.0);
+    return typeScale * logicalDpiX() / twipsPerInch;
 }
 
 void CallGridView::paintEvent(QPaintEvent *event)
@@ -134,7 +142,7 @@ int CallGridView::lastVisibleColumn() const
 
 bool CallGridView::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::MouseButtonPress) {
+    if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick) {
         m_mouseDown = true;
     } else if (event->type() == QEvent::MouseButtonRelease) {
         m_mouseDown = false;

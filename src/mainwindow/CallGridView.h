@@ -8,8 +8,9 @@ namespace mainwindow {
 
 class CallGridModel;
 
-/// The table that shows the calls: a hint where there are none, marks for VIPs and black-listed callers, copying of
-/// rows, a double-click (or Enter) that opens the caller, and widths that are saved as the operator draws them.
+/// The table that shows the calls: a hint where there are none, marks for VIPs and black-listed callers,
+/// copying of rows, a double-click (or Enter) that opens the caller, and widths that are saved as the
+/// operator draws them.
 class CallGridView : public QTableView
 {
     Q_OBJECT
@@ -39,6 +40,7 @@ private:
     void noteResized(int column);
     int lastVisibleColumn() const;
     int columnTwips(int column) const;
+    double pixelsPerTwip() const;
 
     CallGridModel *m_calls = nullptr;
     QString m_hint;

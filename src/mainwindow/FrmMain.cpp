@@ -20,8 +20,8 @@ constexpr qint64 shownMessageBytes = 64 << 10; // of a log that only ever grows
 
 FrmMain::FrmMain(const Context &context)
     : m_context(context), m_ui(std::make_unique<Ui::FrmMain>()), m_setup(context.services),
-      m_calls(context.settings, context.values, context.texts, context.log), m_screen([this] { updateScreen(); }),
-      lblSource(new QLabel)
+      m_calls(context.settings, context.values, context.texts, context.log),
+      m_screen([this] { updateScreen(); }), lblSource(new QLabel)
 {
     m_ui->setupUi(this);
     Form_Load();
@@ -30,7 +30,7 @@ FrmMain::FrmMain(const Context &context)
 FrmMain::~FrmMain()
 {
     m_context.log.setRunInfoBox(nullptr);
-    m_setup.unload(*this);
+    m_setup.unload();
 }
 
 void FrmMain::Form_Load()
@@ -52,13 +52,16 @@ void FrmMain::loadTexts()
 {
     const core::ProcessValues &values = m_context.values;
     const QString separator = values.WordSeparator;
-    const QString name = values.OemMark.isEmpty() ? m_context.texts.Lms(u"PopupProductName"_s) : values.ProductDisplayName;
+    const QString name =
+        values.OemMark.isEmpty() ? m_context.texts.Lms(u"PopupProductName"_s) : values.ProductDisplayName;
     const QString title = name + separator + m_context.texts.Lms(u"ver"_s) + separator + values.AppVersion;
-    setWindowTitle(title.trimmed());
+    setWindowTitle(name.isEmpty() && values.OemMark.isEmpty() ? u"CallDesk "_s + values.AppVersion
+                                                              : title.trimmed());
     setWindowIcon(appearance::programIcon());
     m_ui->txtLastCallerID->setPlaceholderText(m_context.texts.Lms(u"NoCallYet"_s));
     m_ui->txtSMS->setPlaceholderText(m_context.texts.Lms(u"NoSmsYet"_s));
     m_ui->gridCallerId->setHint(m_context.texts.Lms(u"NoCallsHint"_s));
+    m_messagesTitle = m_ui->SSTab1->tabText(m_ui->SSTab1->indexOf(m_ui->pageShortMessages));
     lblSource->setObjectName(u"lblSource"_s);
     lblSource->setTextFormat(Qt::PlainText);
     lblSource->setContentsMargins(8, 0, 8, 4);
@@ -115,8 +118,7 @@ void FrmMain::applyIcons()
 void FrmMain::loadLogs()
 {
     m_runInfo.clear();
-    m_runInfo.append(
-        core::ReadTextFile(m_context.log, m_context.paths.RunLogFile, core::RunLog::sizeLimit));
+    m_runInfo.append(core::ReadTextFile(m_context.log, m_context.paths.RunLogFile, core::RunLog::sizeLimit));
     QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont); // datagrams are fixed-column text
     fixed.setPointSizeF(font().pointSizeF());
     m_ui->txtRuninfo->setFont(fixed);
@@ -126,9 +128,9 @@ void FrmMain::loadLogs()
 
 void FrmMain::loadTray()
 {
-    m_tray = std::make_unique<TrayIcon>(QList<QAction *>{m_ui->mnuTrayRestore, m_ui->mnuTrayMove, m_ui->mnuTraySize,
-                                                         m_ui->mnuTrayMinimize, m_ui->mnuTrayMaximize, nullptr,
-                                                         m_ui->mnuTrayClose});
+    m_tray = std::make_unique<TrayIcon>(QList<QAction *>{m_ui->mnuTrayRestore, m_ui->mnuTrayMove,
+                                                         m_ui->mnuTraySize, m_ui->mnuTrayMinimize,
+                                                         m_ui->mnuTrayMaximize, nullptr, m_ui->mnuTrayClose});
     m_tray->setTip(windowTitle());
     m_tray->install(windowIcon());
     connectTray();
@@ -258,6 +260,7 @@ void FrmMain::appendSms(const QString &text)
     constexpr qsizetype keptCharacters = 20000;
     m_sms.append(text.left(keptCharacters / 2) + u"\r\n"_s);
     m_sms.keepLast(keptCharacters);
+    m_unreadMessages += m_ui->txtSMS->isVisible() ? 0 : 1;
     m_screen.schedule();
 }
 
@@ -269,12 +272,22 @@ void FrmMain::updateScreen()
     }
     m_runInfo.show(*m_ui->txtRuninfo);
     m_sms.show(*m_ui->txtSMS);
+    markUnread();
     if (std::exchange(m_raise, false)) {
         raise();
     }
     if (std::exchange(m_sourceChanged, false)) {
         updateSource();
     }
+}
+
+// The tab of the messages carries the number of those that nobody has seen.
+void FrmMain::markUnread()
+{
+    m_unreadMessages = m_ui->txtSMS->isVisible() ? 0 : m_unreadMessages;
+    const int tab = m_ui->SSTab1->indexOf(m_ui->pageShortMessages);
+    const QString title = m_messagesTitle + u" (%1)"_s.arg(m_unreadMessages);
+    m_ui->SSTab1->setTabText(tab, m_unreadMessages > 0 ? title : m_messagesTitle);
 }
 
 void FrmMain::updateSource()
@@ -287,8 +300,8 @@ void FrmMain::updateSource()
     } else if (m_lastSender.isNull()) {
         lblSource->setText(m_context.texts.Lms(u"NoDatagramYet"_s));
     } else {
-        lblSource->setText(m_context.texts.Lms(u"LastDatagram"_s) + separator + m_context.log.timeStamp() + u"  "_s +
-                           m_lastSender.toString());
+        lblSource->setText(m_context.texts.Lms(u"LastDatagram"_s) + separator + m_context.log.timeStamp() +
+                           u"  "_s + m_lastSender.toString());
     }
 }
 

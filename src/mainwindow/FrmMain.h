@@ -2,6 +2,7 @@
 
 #include "appearance/FormSetup.h"
 #include "core/CallRecord.h"
+#include "core/FrameGate.h"
 #include "core/Navigator.h"
 #include "core/Paths.h"
 #include "core/ProcessValues.h"
@@ -11,7 +12,6 @@
 #include "core/TextLookup.h"
 #include "mainwindow/AutoHide.h"
 #include "mainwindow/CallGridModel.h"
-#include "core/FrameGate.h"
 #include "mainwindow/LogText.h"
 #include "mainwindow/TrayIcon.h"
 
@@ -43,8 +43,8 @@ public:
     virtual bool eraseShortMessages() = 0;
 };
 
-/// The program's one permanent window: the calls, the last caller, the run information, the short messages. Closing
-/// or hiding it never ends the program.
+/// The program's one permanent window: the calls, the last caller, the run information, the short messages.
+/// Closing or hiding it never ends the program.
 class FrmMain : public QMainWindow
 {
     Q_OBJECT
@@ -79,8 +79,8 @@ public:
     /// Puts a line of the short-message log under the last one.
     void appendSms(const QString &text);
 
-    /// Brings the window up in its normal state because of a call, without taking the keyboard. One that was hidden hides
-    /// itself again later.
+    /// Brings the window up in its normal state because of a call, without taking the keyboard. One that was
+    /// hidden hides itself again later.
     void showForCall();
     /// A minimised or maximised window becomes normal; a hidden one stays hidden.
     void setNormal();
@@ -116,6 +116,7 @@ private:
     void applyIcons();
     void updateScreen();
     void updateSource();
+    void markUnread();
     void openCaller(int row);
     void deleteRunLog();
     void deleteSmsLog();
@@ -138,9 +139,11 @@ private:
     std::unique_ptr<TrayIcon> m_tray;
     QLabel *lblSource;
     QTimer Timer1;
-    QString m_shape; ///< "SMALL" or "FULL"
+    QString m_shape;  ///< "SMALL" or "FULL"
     QSize m_fullSize; ///< to which the small shape grows again
     QString m_lastCaller;
+    QString m_messagesTitle;
+    int m_unreadMessages = 0;
     QHostAddress m_lastSender;
     bool m_sourceChanged = false;
     bool m_portUnavailable = false;

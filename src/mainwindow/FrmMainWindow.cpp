@@ -130,10 +130,10 @@ void FrmMain::hideOrMinimize()
     m_context.autoHide.clear();
     rememberPlace();
     LastState = windowState() & ~Qt::WindowMinimized;
+    setTopmost(false);
     if (m_tray->isReachable()) {
         keepPlace();
         hide();
-        setTopmost(false);
     } else {
         showMinimized();
     }

@@ -30,7 +30,7 @@ QString asShown(QStringView text)
 
 void LogText::clear()
 {
-    m_text.clear();
+    m_text.resize(0); // not clear(), which would give its memory back: it is filled again soon
     m_shown = 0;
     m_restarted = true;
 }

@@ -2,6 +2,8 @@
 
 #include "core/TextUtilities.h"
 
+#include <QStringBuilder>
+
 using namespace Qt::StringLiterals;
 
 namespace reception {
@@ -49,6 +51,14 @@ void Dispatcher::saveSender()
         m_sinceSave.start();
     } else if (!m_saveLater.isActive()) {
         m_saveLater.start(int(pauseMs));
+    }
+}
+
+void Dispatcher::saveNow()
+{
+    if (m_saveLater.isActive()) {
+        m_saveLater.stop();
+        m_settings.SaveMisc();
     }
 }
 
@@ -103,10 +113,11 @@ bool Dispatcher::popsUp(const DatagramText &datagram)
 QString Dispatcher::lastCallerText(const core::CallRecord &record)
 {
     using core::shownText;
-    const QStringView tail = record.Tail;
-    return u"   "_s + shownText(record.CallerID) + u"     "_s + shownText(record.SimpleDes) + u"     "_s +
-           shownText(m_effects.GetArea(record.CallerID)) + u"\r\n"_s + u"last call time:"_s +
-           shownText(tail.mid(0, 16)) + u" ext:"_s + shownText(tail.mid(16, 8)) + u" tel:"_s +
+    // A record without a previous call has its parameter blocks in the same columns.
+    const QStringView tail = record.Tail.startsWith(u'{') ? QStringView() : QStringView(record.Tail);
+    return "   "_L1 % shownText(record.CallerID) % "     "_L1 % shownText(record.SimpleDes) % "     "_L1 %
+           shownText(m_effects.GetArea(record.CallerID)) % "\r\n"_L1 % "last call time:"_L1 %
+           shownText(tail.mid(0, 16)) % " ext:"_L1 % shownText(tail.mid(16, 8)) % " tel:"_L1 %
            shownText(tail.right(15));
 }
 

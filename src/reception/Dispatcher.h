@@ -25,6 +25,9 @@ public:
 
     void Winsock1_DataArrival(const Datagram &datagram);
 
+    /// Saves a sender that waits to be saved; call before the program ends.
+    void saveNow();
+
     /// The last datagram field by field (see describeDatagram); empty before the first.
     QString describeLast() const;
 

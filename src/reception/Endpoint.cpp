@@ -2,7 +2,6 @@
 
 #include "core/platform.h"
 
-#include <QElapsedTimer>
 #include <QNetworkInterface>
 #include <QNetworkProxy>
 #include <QScopedValueRollback>
@@ -18,6 +17,7 @@ constexpr int receiveBufferBytes = 4 << 20; // holds what arrives while a repain
 constexpr qsizetype maxWaitingBytes = 64 << 20; // beyond it datagrams wait in the socket
 constexpr int maxReceivedAtOnce = 1024;         // a few milliseconds
 constexpr qint64 turnBudgetMs = 8;              // then the event loop gets its turn to paint
+constexpr int gatheringMs = 4;
 
 // A settings file may hold anything.
 quint16 portOf(qint32 setting)
@@ -49,6 +49,12 @@ Endpoint::Endpoint(const Context &context, quint16 port, Handler handler)
     Winsock1.setObjectName(u"Winsock1"_s);
     Winsock1.setProxy(QNetworkProxy::NoProxy); // asking the system for one would delay the start
     connect(&Winsock1, &QUdpSocket::readyRead, this, &Endpoint::receive);
+    m_gathering.setSingleShot(true);
+    m_gathering.setTimerType(Qt::PreciseTimer);
+    connect(&m_gathering, &QTimer::timeout, this, [this] {
+        receiveOne();
+        handleWaiting();
+    });
     m_context.prompts.setClosedHandler([this] { handleLater(); });
 }
 
@@ -59,17 +65,21 @@ Endpoint::~Endpoint()
 
 void Endpoint::iniUDP()
 {
-    m_context.log.trap("iniUDP"_L1, [&] {
+    const bool opened = m_context.log.trap("iniUDP"_L1, [&] {
         Winsock1.close();
         chooseRemote();
         m_context.log.WriteRunLog(u"IP State "_s + QString::number(Winsock1.state()));
         const int bufferBytes = bind();
+        m_gathers = bufferBytes >= receiveBufferBytes; // a small one could overflow meanwhile
         m_context.log.WriteRunLog(u"remote port "_s + QString::number(m_remotePort));
         m_context.log.WriteRunLog(u"RemoteIp "_s + m_remoteHost.toString());
         m_context.log.WriteRunLog(u"local IP "_s + localAddress());
         m_context.log.WriteRunLog(u"loca port "_s + QString::number(m_context.settings.record.LocalPort));
         m_context.log.WriteRunLog(u"receive buffer "_s + QString::number(bufferBytes));
     });
+    if (!opened && Winsock1.error() == QAbstractSocket::AddressInUseError) {
+        m_context.prompts.tell(m_context.texts.Lms(u"TheIpAddressInUse"_s));
+    }
 }
 
 void Endpoint::chooseRemote()
@@ -95,11 +105,7 @@ int Endpoint::bind()
         return core::platform::growReceiveBuffer(Winsock1.socketDescriptor(), receiveBufferBytes);
     }
     const bool inUse = Winsock1.error() == QAbstractSocket::AddressInUseError;
-    const core::Error error(inUse ? addressInUse : int(Winsock1.error()), Winsock1.errorString());
-    if (inUse) {
-        m_context.prompts.tell(m_context.texts.Lms(u"TheIpAddressInUse"_s));
-    }
-    throw error;
+    throw core::Error(inUse ? addressInUse : int(Winsock1.error()), Winsock1.errorString());
 }
 
 void Endpoint::SendServer(const QString &text)
@@ -122,6 +128,7 @@ void Endpoint::SendServer(const QString &text)
 void Endpoint::close()
 {
     Winsock1.close();
+    m_gathering.stop();
     m_waiting.clear();
     m_waitingBytes = 0;
 }
@@ -130,16 +137,17 @@ void Endpoint::close()
 // and after every single datagram that is handled. A flood must not keep the thread at it, however.
 void Endpoint::receiveAll()
 {
-    for (int received = 0; received < maxReceivedAtOnce && hasRoom() && Winsock1.hasPendingDatagrams();
-         ++received) {
-        if (!receiveOne()) {
-            break;
-        }
+    int received = 0;
+    while (received < maxReceivedAtOnce && hasRoom() && Winsock1.hasPendingDatagrams() && receiveOne()) {
+        ++received;
     }
 }
 
 bool Endpoint::receiveOne()
 {
+    if (!hasRoom()) {
+        return false;
+    }
     Datagram datagram;
     const qint64 size =
         Winsock1.readDatagram(m_buffer.data(), m_buffer.size(), &datagram.sender, &datagram.senderPort);
@@ -157,16 +165,19 @@ bool Endpoint::hasRoom() const
     return isBound() && m_waitingBytes < maxWaitingBytes;
 }
 
-// Handling starts outside the socket's signal, or the socket would stay mute while a handler has a message
-// box open. The socket also stays mute until somebody reads from it, so one reading is tried even where a
-// handler has emptied it just before.
+// Waking up for a datagram costs more than handling it. So only the first one after a pause is handled at
+// once; while they keep coming, they gather in the socket for a moment. Handling starts outside the socket's
+// signal, or the socket would stay mute while a handler has a message box open. It also stays mute until
+// somebody reads from it, so one reading is tried even where a handler has emptied it just before.
 void Endpoint::receive()
 {
-    if (hasRoom()) {
+    constexpr qint64 pauseMs = 20;
+    if (!m_gathers || !m_sinceTurn.isValid() || m_sinceTurn.elapsed() > pauseMs) {
         receiveOne();
+        handleLater();
+    } else if (!m_gathering.isActive()) {
+        m_gathering.start(gatheringMs);
     }
-    receiveAll();
-    handleLater();
 }
 
 void Endpoint::handleWaiting()
@@ -188,6 +199,7 @@ void Endpoint::handleWaiting()
         m_handler(datagram);
         receiveAll();
     }
+    m_sinceTurn.start();
     if (!m_waiting.empty() && !m_context.prompts.isOpen()) {
         handleLater();
     }

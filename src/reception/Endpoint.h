@@ -7,8 +7,10 @@
 #include "core/TextLookup.h"
 #include "reception/Datagram.h"
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QString>
+#include <QTimer>
 #include <QUdpSocket>
 
 #include <deque>
@@ -67,6 +69,9 @@ private:
     QByteArray m_buffer = QByteArray(largestDatagram, Qt::Uninitialized);
     std::deque<Datagram> m_waiting;
     qsizetype m_waitingBytes = 0;
+    QTimer m_gathering;
+    QElapsedTimer m_sinceTurn;
+    bool m_gathers = false; ///< the receive buffer is large enough for it
     bool m_handling = false;
     bool m_scheduled = false;
 };

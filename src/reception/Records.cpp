@@ -5,6 +5,8 @@
 
 #include <QList>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace reception {
@@ -15,7 +17,10 @@ namespace {
 class Fields
 {
 public:
-    explicit Fields(const DatagramText &datagram) : m_text(datagram.text), m_rule(datagram.columns) {}
+    explicit Fields(const DatagramText &datagram)
+        : m_text(datagram.text), m_rule(datagram.columns),
+          m_allAscii(std::all_of(m_text.begin(), m_text.end(), [](QChar c) { return c.unicode() < 0x80; }))
+    {}
 
     /// Characters, counted from 1; for columns where only single-byte characters stand.
     QString characters(qsizetype first, qsizetype width) const
@@ -28,7 +33,8 @@ public:
     }
     QString columns(qsizetype first, qsizetype width) const
     {
-        return MidByCols(m_text, first, width, m_rule);
+        return m_allAscii ? characters(first, std::max<qsizetype>(width, 0))
+                          : MidByCols(m_text, first, width, m_rule);
     }
     QString trimmedColumns(qsizetype first, qsizetype width) const { return columns(first, width).trimmed(); }
     QString columnsFrom(qsizetype first) const { return columns(first, ByteColumns(m_text, m_rule) - first); }
@@ -36,6 +42,7 @@ public:
 private:
     QStringView m_text;
     const core::ColumnRule &m_rule;
+    bool m_allAscii; ///< then every character takes one column
 };
 
 QString sourceOf(const QString &match)
@@ -130,18 +137,11 @@ QString GetTcpCmdPara(QStringView text, QLatin1StringView key)
     if (found < 0) {
         return {};
     }
-    QString value;
-    bool inside = false;
-    for (const QChar character : text.sliced(found + key.size())) {
-        if (character == u']') {
-            break;
-        }
-        if (inside) {
-            value += character;
-        }
-        inside = inside || character == u'[';
-    }
-    return value;
+    const QStringView rest = text.sliced(found + key.size());
+    const qsizetype end = rest.indexOf(u']');
+    const QStringView block = end < 0 ? rest : rest.first(end);
+    const qsizetype start = block.indexOf(u'[');
+    return start < 0 ? QString() : block.sliced(start + 1).toString();
 }
 
 QString describeDatagram(const DatagramText &datagram)

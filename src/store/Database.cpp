@@ -102,15 +102,17 @@ void Database::transaction(const std::function<void()> &work)
     m_handle->transaction(work);
 }
 
-bool isReadable(const QString &customerFile)
+bool isLocked(const QString &path)
 {
     try {
-        Database database(customerFile, {Database::Mode::ReadWrite, Wildcards::Asterisk, std::chrono::milliseconds(0)});
-        database.forEachRow(u"select SN from customer where SN=0"_s, [](const Row &) {});
-        database.transaction([] {}); // also nobody else is writing
-        return true;
-    } catch (const core::Error &) {
+        Database database(path,
+                          {Database::Mode::ReadWrite, Wildcards::Asterisk, std::chrono::milliseconds(0)});
+        database.transaction([] {});
         return false;
+    } catch (const core::Error &error) {
+        constexpr int primaryCode = 0xFF; // an extended code tells more in its upper bits
+        const int code = error.number() & primaryCode;
+        return code == SQLITE_BUSY || code == SQLITE_LOCKED;
     }
 }
 

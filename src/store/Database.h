@@ -84,8 +84,9 @@ private:
     std::shared_ptr<Handle> m_handle;
 };
 
-/// Whether the file can be read as a customer database right now; does not wait for another program's lock.
-bool isReadable(const QString &customerFile);
+/// Whether another program's lock keeps the file from being read or written right now; does not wait for it.
+/// A file that is missing or damaged is not locked.
+bool isLocked(const QString &path);
 
 /// Makes a new database file from a schema in the given words and what `fill` adds, in one step: the file is
 /// built beside its place and then renamed, so it is whole or not there. Throws core::Error, also when the

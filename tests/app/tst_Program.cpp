@@ -1,6 +1,7 @@
 #include "DeskFiles.h"
 #include "RecordWriter.h"
 #include "app/Program.h"
+#include "store/Database.h"
 #include "support/TestForms.h"
 
 #include <QUdpSocket>
@@ -54,6 +55,14 @@ struct Desk : support::TestDesk
     QString lastCaller() const
     {
         return window().findChild<QPlainTextEdit *>(u"txtLastCallerID"_s)->toPlainText();
+    }
+
+    QString source() const { return window().findChild<QLabel *>(u"lblSource"_s)->text(); }
+    void showsACall()
+    {
+        send(call(vipNumber, u"Harbor Lantern Hotel"_s));
+        QTRY_VERIFY(lastCaller().contains(vipNumber));
+        QVERIFY(window().isVisible());
     }
 
     support::FakePrompts prompts;
@@ -134,6 +143,7 @@ private Q_SLOTS:
         QCOMPARE(desk.window().calls().cell(0, u"CallerID"_s), vipNumber);
         QCOMPARE(desk.window().calls().cell(0, u"LineNo"_s), u"5550100"_s);
         QCOMPARE(desk.window().calls().cell(0, u"ID"_s), u"CUSTOMER1"_s);
+        QTRY_VERIFY(desk.source().endsWith(u"2026-11-21 09:30:15  127.0.0.1"_s));
         QTRY_VERIFY(desk.lastCaller().startsWith(
             u"   6175550101     老街火锅店     North(Harbour)\nlast call time:2026-11-20 10:42 ext:"_s));
     }
@@ -209,18 +219,70 @@ private Q_SLOTS:
         QVERIFY(desk.window().isVisible());
     }
 
-    void aSecondInstanceEndsAtOnceAndCallsTheFirst()
+    void aDatabaseThatCannotBeReadIsNamedAndCallsShow_data()
+    {
+        const support::Table<QString, QByteArray> row("file", "contents");
+        for (const char *file : {"Customer.ccsm", "SimplePhoneBook.cpbk", "Lang.mdb"}) {
+            for (const char *contents : {"", "No database", "Another schema"}) {
+                row(qPrintable(QLatin1String(file) + u": "_s + QLatin1String(contents)), QLatin1String(file),
+                    contents);
+            }
+        }
+    }
+    void aDatabaseThatCannotBeReadIsNamedAndCallsShow()
+    {
+        QFETCH(QString, file);
+        QFETCH(QByteArray, contents);
+        Desk desk;
+        const QString path = desk.paths.StartFolder + u'/' + file;
+        desk.writeFile(path, contents);
+        if (contents == "Another schema" && QFile::remove(path)) {
+            desk.runSql(path, u"create table strangers (name text)"_s);
+        }
+        QVERIFY(desk.start());
+        desk.showsACall();
+        QStringList errors = desk.logMessages().filter(QRegularExpression(u"^!"_s));
+        QVERIFY(!errors.isEmpty());
+        QCOMPARE(errors.removeDuplicates(), 0); // one a procedure that needed the file
+        QCOMPARE(errors.filter(file), errors);
+    }
+
+    void customersThatWereLockedAtTheStartAreReadOnceTheyAreFree()
     {
         Desk desk;
+        std::optional<store::Database> other(desk.paths.CustomerFile);
+        other->Execute(u"begin exclusive"_s);
         QVERIFY(desk.start());
-        desk.window().hide();
-        const QStringList log = desk.logMessages();
-        const auto first = std::move(desk.program);
-        desk.prompts.expect();
-        QVERIFY(!desk.start());
-        QCOMPARE(desk.prompts.asked, QStringList{u"App is runing!"_s});
-        QCOMPARE(desk.logMessages(), log);
-        QTRY_VERIFY(first->mainWindow().isVisible());
+        QVERIFY(desk.logged(">  !LoadCustomerPhoneNumberSnArray "));
+        const QString unavailable = desk.source();
+        QVERIFY(!unavailable.isEmpty());
+        other.reset();
+        QTRY_VERIFY(desk.source() != unavailable);
+        desk.send(call(vipNumber, u"Harbor Lantern Hotel"_s));
+        QTRY_VERIFY(support::openForm<lookup::frmPopUp>() != nullptr);
+        QVERIFY(desk.window().calls().cell(0, u"ID"_s) == "CUSTOMER1"_L1);
+    }
+
+    void whateverStandsInTheDataFolderTheProgramShowsCalls()
+    {
+        const QList<std::function<bool(Desk &)>> accidents = {
+            [](Desk &desk) { return QDir().mkdir(desk.paths.RunLogFile); },
+            [](Desk &desk) { return QDir().mkdir(desk.paths.SettingsFile); },
+            [](Desk &desk) {
+                desk.writeFile(desk.paths.SettingsFile, QByteArray(333, '\xff'));
+                return QFile::setPermissions(desk.paths.SettingsFile, QFile::ReadOwner);
+            },
+            [](Desk &desk) {
+                const bool removed = QDir(desk.paths.DataFolder).removeRecursively();
+                desk.writeFile(desk.paths.DataFolder, "in the way");
+                return removed;
+            }};
+        for (const auto &happens : accidents) {
+            Desk desk;
+            QVERIFY(happens(desk));
+            QVERIFY(desk.start());
+            desk.showsACall();
+        }
     }
 
     void hostileDatagramsLeaveTheProgramAlive()

@@ -1,6 +1,7 @@
 #include "core/CodePage.h"
 #include "reception/Columns.h"
-#include "support/Table.h"
+
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 using core::CodePage;
@@ -11,35 +12,30 @@ class tst_CodePage : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void bytesAreReadAsTheirCodePageSays_data()
-    {
-        const support::Table<int, QByteArray, QString> row("number", "bytes", "text");
-        row("GBK", 936, "\xCF\xFA\xCA\xDB\xA1\xA4\xA8\xA6\x80", u"销售·é€"_s);
-        row("Big5", 950, "\xBE\x50\xB0\xE2", u"銷售"_s);
-        row("Shift-JIS", 932, "\x89\x63\x8B\xC6\xB4\xB2", u"営業ｴｲ"_s);
-        row("Korean", 949, "\xBF\xB5\xBE\xF7", u"영업"_s);
-        row("Arabic", 1256, "\xD3\xE1\xC7\xE3", u"سلام"_s);
-        row("Hebrew", 1255, "\xF9\xEC\xE5\xED", u"שלום"_s);
-        row("Turkish", 1254, "\xDD\xFE", u"İş"_s);
-        row("Polish", 1250, "\xA3\xF3\x64\x9F", u"Łódź"_s);
-        row("Vietnamese", 1258, "\xF0\xEA", u"đê"_s);
-        row("unknown acts as Western", 4711, "\x5A\x6F\xEB\x20\x80", u"Zoë €"_s);
-        row("half a character before a digit", 936, "\xD5\xC5\xC8 13", u"张? 13"_s);
-        row("half a character at the end", 950, "A\xBE", u"A?"_s);
-        row("unassigned pair", 950, "\x81\x81\xBE\x50", u"??銷"_s);
-        row("unassigned byte", 932, "\x80 \x89\x63", u"? 営"_s);
-        row("invalid UTF-8", 1252, "\xC3\xA9\xC3", u"Ã©Ã"_s);
-        row("NUL beside an unassigned byte", 1255, QByteArray("\0\xCA\xE0", 3), u"\0?א"_s);
-    }
     void bytesAreReadAsTheirCodePageSays()
     {
-        QFETCH(int, number);
-        QFETCH(QByteArray, bytes);
-        QFETCH(QString, text);
-        const CodePage codePage(number);
-        QCOMPARE(codePage.decode(bytes), text);
-        QCOMPARE(reception::ByteColumns(text, codePage.columnRule(bytes)), bytes.size());
-        QVERIFY(text.contains(u'?') || codePage.encode(text) == bytes); // what was whole is written back
+        for (const auto &[number, bytes, text] :
+             {std::tuple(936, QByteArray("\xCF\xFA\xCA\xDB\xA1\xA4\xA8\xA6\x80"), u"销售·é€"_s), // GBK
+              {950, "\xBE\x50\xB0\xE2", u"銷售"_s},                                              // Big5
+              {932, "\x89\x63\x8B\xC6\xB4\xB2", u"営業ｴｲ"_s},                                    // Shift-JIS
+              {949, "\xBF\xB5\xBE\xF7", u"영업"_s},                                              // Korean
+              {1256, "\xD3\xE1\xC7\xE3", u"سلام"_s},                                             // Arabic
+              {1255, "\xF9\xEC\xE5\xED", u"שלום"_s},                                             // Hebrew
+              {1254, "\xDD\xFE", u"İş"_s},                                                       // Turkish
+              {1250, "\xA3\xF3\x64\x9F", u"Łódź"_s},                                             // Polish
+              {1258, "\xF0\xEA", u"đê"_s},                                                       // Vietnamese
+              {4711, "\x5A\x6F\xEB\x20\x80", u"Zoë €"_s},        // unknown acts as Western
+              {936, "\xD5\xC5\xC8 13", u"张? 13"_s},             // half a character before a digit
+              {950, "A\xBE", u"A?"_s},                           // half a character at the end
+              {950, "\x81\x81\xBE\x50", u"??銷"_s},              // unassigned pair
+              {932, "\x80 \x89\x63", u"? 営"_s},                 // unassigned byte
+              {1252, "\xC3\xA9\xC3", u"Ã©Ã"_s},                  // invalid UTF-8
+              {1255, QByteArray("\0\xCA\xE0", 3), u"\0?א"_s}}) { // NUL beside an unassigned byte
+            const CodePage codePage(number);
+            QCOMPARE(codePage.decode(bytes), text);
+            QCOMPARE(reception::ByteColumns(text, codePage.columnRule(bytes)), bytes.size());
+            QVERIFY(text.contains(u'?') || codePage.encode(text) == bytes); // what was whole is written back
+        }
     }
 
     void anyCodePageTakesUtf8AndMarksWhatItLacks()

@@ -1,3 +1,4 @@
+#include "core/OpenForms.h"
 #include "core/TextFiles.h"
 #include "core/TextUtilities.h"
 #include "support/TestDesk.h"
@@ -19,23 +20,21 @@ private Q_SLOTS:
         QCOMPARE(core::leadingNumber(u"2147483648"), 0);
     }
 
-    void aStrangersTextIsShownWithoutItsTricks_data()
-    {
-        const support::Table<QString, QString> row("received", "shown");
-        row("plain, any script", u"李 <b>₂</b> 🙂 שלום"_s, u"李 <b>₂</b> 🙂 שלום"_s);
-        row("control characters", u"a\0b\x1B[2J\r\n\x7F\u0085"_s, u"a b [2J    "_s);
-        row("bidi", u"\u202E1\u2066\u200F\u061C2"_s, u" 1   2"_s);
-        row("line breaks of other kinds", u"1\u20282\u20293\uFDD04"_s, u"1 2 3 4"_s);
-        row("half a character", u"1"_s + QChar(0xDE42) + QChar(0xD83D) + u'2', u"1  2"_s);
-        row("marks", u'e' + QString(300, QChar(0x301)) + u'x', u'e' + QString(8, QChar(0x301)) + u'x');
-        row("long marks", u"\U0001D165"_s.repeated(99) + u'x', u"\U0001D165"_s.repeated(8) + u'x');
-        row("long", QString(65507, u'x'), QString(256, u'x'));
-        row("cut before a pair", QString(255, u'x') + u"🙂"_s, QString(255, u'x'));
-    }
     void aStrangersTextIsShownWithoutItsTricks()
     {
-        QFETCH(QString, received);
-        QTEST(core::shownText(received), "shown");
+        const QString mark(QChar(0x301));
+        for (const auto &[received, shown] :
+             {std::pair(u"李 <b>₂</b> 🙂 שלום"_s, u"李 <b>₂</b> 🙂 שלום"_s),
+              {u"a\0b\x1B[2J\r\n\x7F\u0085"_s, u"a b [2J    "_s},
+              {u"\u202E1\u2066\u200F\u061C2"_s, u" 1   2"_s}, // bidi
+              {u"1\u20282\u20293\uFDD04"_s, u"1 2 3 4"_s},
+              {u"1"_s + QChar(0xDE42) + QChar(0xD83D) + u'2', u"1  2"_s}, // half a character
+              {u'e' + mark.repeated(300) + u'x', u'e' + mark.repeated(8) + u'x'},
+              {u"\U0001D165"_s.repeated(99) + u'x', u"\U0001D165"_s.repeated(8) + u'x'},
+              {QString(65507, u'x'), QString(256, u'x')},
+              {QString(255, u'x') + u"🙂"_s, QString(255, u'x')}}) { // cut before a pair
+            QCOMPARE(core::shownText(received), shown);
+        }
     }
 
     void textFilesAreAppendedToAndReadByLines()
@@ -50,6 +49,25 @@ private Q_SLOTS:
         QCOMPARE(core::ReadTextFile(desk.log, path, 7), u"last\r\n"_s);
         QVERIFY(!core::SaveTextFile(desk.log, u"/dev/full"_s, u"text"_s));
         QVERIFY(desk.logMessages().join(u'|').startsWith("!SaveTextFile 28 "_L1)); // ENOSPC
+    }
+
+    void openFormsAreCountedAndTheFirstHundredKept()
+    {
+        support::TestDesk desk;
+        core::OpenForms forms(desk.log);
+        auto form = std::make_unique<QObject>();
+        for (int opened = 1; opened <= 101; ++opened) {
+            forms.IncOpenedForm(form.get());
+        }
+        QCOMPARE(forms.form(100), form.get());
+        QCOMPARE(forms.form(101), nullptr);
+        form.reset();
+        QCOMPARE(forms.form(100), nullptr);
+        for (int open = 101; open >= 0; --open) {
+            QCOMPARE(forms.count(), open);
+            forms.DecOpenedForm();
+        }
+        QCOMPARE(desk.logMessages(), QStringList(u"!DecOpenedForm 0 no form is open"_s));
     }
 };
 

@@ -22,7 +22,6 @@ struct Desk : support::TestDesk
         log.setRunInfoBox(&box);
         values.MainWindowReady = true;
     }
-    QByteArray file() const { return fileBytes(paths.RunLogFile); }
 };
 
 } // namespace
@@ -39,32 +38,28 @@ private Q_SLOTS:
         desk.log.WriteRunLog(u"SysStarted 张"_s);
         desk.clock.time = desk.clock.time.addSecs(12 * 3600);
         desk.log.WriteRunLog({});
-        QCOMPARE(desk.file(),
+        QCOMPARE(desk.fileBytes(desk.paths.RunLogFile),
                  "<2026-11-21 09:30:15>  SysStarted \xE5\xBC\xA0\r\n<2026-11-21 21:30:15>  \r\n");
     }
 
-    void fileAndBoxAreErasedOnceTheyAreTooLong_data()
-    {
-        const support::Table<int, int, int, int> row("file", "box", "fileAfter", "boxAfter"); // the entry: 30
-        row("at the limit", 20000 - 30, 20000, 20000, 20030);
-        row("long file", 20001 - 30, 7, 57, 30);
-        row("long box", 100, 20001, 130, 30);
-    }
     void fileAndBoxAreErasedOnceTheyAreTooLong()
     {
-        QFETCH(int, file);
-        QFETCH(int, box);
-        Desk desk;
-        desk.box.text.fill(u'#', box);
-        desk.writeFile(desk.paths.RunLogFile, QByteArray(file, '#'));
-        desk.log.WriteRunLog(u"ring!"_s);
-        QTEST(int(desk.file().size()), "fileAfter");
-        QTEST(int(desk.box.text.size()), "boxAfter");
-        QVERIFY(desk.file().size() != 57 || desk.file().endsWith(">  Run.log is erased automatically!\r\n"));
-        desk.values.MainWindowReady = false; // the operator could not see that it goes
-        desk.writeFile(desk.paths.RunLogFile, QByteArray(400000, '#'));
-        desk.log.WriteRunLog(u"ring!"_s);
-        QCOMPARE(desk.file().size(), 400030);
+        const QByteArray stamp = "<2026-11-21 09:30:15>  ";
+        for (const auto &[file, box, mainWindow, erased, cleared] :
+             {std::tuple(20000, 20000, true, false, false),
+              {20001, 7, true, true, true},
+              {100, 20001, true, false, true},
+              {400000, 7, false, false, false}}) {
+            Desk desk;
+            desk.values.MainWindowReady = mainWindow;
+            desk.box.text.fill(u'#', box);
+            desk.writeFile(desk.paths.RunLogFile, QByteArray(file - stamp.size() - 7, '#'));
+            desk.log.WriteRunLog(u"ring!"_s);
+            const QByteArray end = erased ? "Run.log is erased automatically!\r\n" : "ring!\r\n";
+            const QByteArray left = desk.fileBytes(desk.paths.RunLogFile);
+            QVERIFY(left.endsWith(stamp + end) && left.size() == (erased ? (stamp + end).size() : file));
+            QCOMPARE(desk.box.text.size(), (cleared ? 0 : box) + (mainWindow ? 30 : 0));
+        }
     }
 
     void aStrangersTextStaysInItsEntry()
@@ -72,7 +67,8 @@ private Q_SLOTS:
         for (const QChar lineBreak : u"\n\v\f\r\u0085\u2028\u2029"_s) {
             Desk desk;
             desk.log.WriteRunLog(u"ring"_s + lineBreak + u"<2026-11-21 09:00:00>  forged"_s);
-            for (const QString &text : {QString::fromUtf8(desk.file()), desk.box.text}) {
+            for (const QString &text :
+                 {QString::fromUtf8(desk.fileBytes(desk.paths.RunLogFile)), desk.box.text}) {
                 QVERIFY(text.endsWith("<2026-11-21 09:00:00>  forged\r\n"_L1));
                 QVERIFY(!text.chopped(2).contains(lineBreak));
             }

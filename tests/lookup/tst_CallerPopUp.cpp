@@ -99,25 +99,22 @@ private Q_SLOTS:
         m_popUp->ShowPopup(core::CallRecord()); // pops nobody up and leaves the card to the others
         QTRY_VERIFY(card() != nullptr);
         QCOMPARE(find<QLabel>("lblCallerNumber")->text(), u"5550177"_s);
-        const auto *standing = card();
-        pop(caller(u"5550144"_s));
-        QTRY_COMPARE(find<QLabel>("lblCallerNumber")->text(), u"5550144"_s);
-        QCOMPARE(card(), standing);
     }
 
     void theCardStandsInTheCornerAndLeavesTheKeyboardAlone()
     {
         pop(caller(u"5550144"_s));
         QVERIFY(card()->testAttribute(Qt::WA_ShowWithoutActivating));
-        const QRect screen = m_mainWindow.screen()->availableGeometry();
-        for (const auto &[move, inside] :
-             {std::pair(QPoint(), true), {QPoint(32, 0), false}, {QPoint(0, 64), false}}) {
-            QCOMPARE(screen.contains(card()->geometry().translated(move)), inside);
-        }
+        const QRect free = m_mainWindow.screen()->availableGeometry();
+        QVERIFY(free.contains(card()->geometry()));
+        const QPoint gap = free.bottomRight() - card()->geometry().bottomRight();
+        QVERIFY(gap.x() < 32 && gap.y() < 64);
+        const auto *standing = card();
         const QPoint moved = card()->pos() - QPoint(100, 100);
         card()->move(moved);
         pop(caller(u"5550177"_s, u"Y"_s));
         QTRY_VERIFY(find<QLabel>("lblBlackListNotice")->isVisible());
+        QCOMPARE(card(), standing);
         QCOMPARE(card()->pos(), moved);
     }
 

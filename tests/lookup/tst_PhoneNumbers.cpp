@@ -90,9 +90,8 @@ private Q_SLOTS:
         entries.finish();
         for (const auto &[number, sn] : first) {
             QCOMPARE(entries.find(number), sn);
-            const QChar lowByteSame(number.back().unicode() + 0x100);
-            for (const QString &other :
-                 {QString(number + u' '), QString(u'1' + number), number.chopped(1) + lowByteSame}) {
+            const QChar wide(number.back().unicode() + 0x100);
+            for (const QString &other : {number + u' ', u'1' + number, number.chopped(1) + wide}) {
                 QCOMPARE(entries.find(other), -1);
             }
         }

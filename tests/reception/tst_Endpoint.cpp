@@ -1,7 +1,7 @@
 #include "reception/Endpoint.h"
 #include "support/TestDesk.h"
 
-#include <memory>
+#include <QNetworkDatagram>
 
 using namespace Qt::StringLiterals;
 
@@ -23,14 +23,14 @@ class Unit
 {
 public:
     explicit Unit(quint16 to) : m_to(to) { m_socket.bind(QHostAddress::LocalHost); }
-    void send(const QByteArray &bytes) { m_socket.writeDatagram(bytes, QHostAddress::LocalHost, m_to); }
-    quint16 port() const { return m_socket.localPort(); }
-    QByteArray answer()
+    void send(const QList<QByteArray> &datagrams)
     {
-        QByteArray bytes(m_socket.waitForReadyRead(5000) ? m_socket.pendingDatagramSize() : 0, '\0');
-        m_socket.readDatagram(bytes.data(), bytes.size());
-        return bytes;
+        for (const QByteArray &bytes : datagrams) {
+            m_socket.writeDatagram(bytes, QHostAddress::LocalHost, m_to);
+        }
     }
+    quint16 port() const { return m_socket.localPort(); }
+    QByteArray answer() { return m_socket.waitForReadyRead(5000) ? m_socket.receiveDatagram().data() : ""; }
 
 private:
     quint16 m_to;
@@ -78,17 +78,11 @@ struct Reception : support::TestDesk
             reception::Endpoint::Context{settings, log, prompts, texts, codePage}, port, handle);
         endpoint->iniUDP();
     }
-    void send(const QList<QByteArray> &datagrams)
-    {
-        for (const QByteArray &datagram : datagrams) {
-            unit.send(datagram);
-        }
-    }
     /// Shows a box, sends 4 to 9 behind it, and sees that nothing is handled until it closes.
     void ask(int handledBefore)
     {
         prompts.expect(true, [this, handledBefore] {
-            send(numbers(4, 9));
+            unit.send(numbers(4, 9));
             letEventsCome();
             QCOMPARE(handled, numbers(1, handledBefore));
         });
@@ -112,11 +106,14 @@ private Q_SLOTS:
         reception.endpoint = nullptr;
         reception.settings.record.LastSenderIp.setText(u"127.0.0.1"_s);
         reception.settings.record.LastSenderPort = reception.unit.port();
+        reception.settings.record.LocalPort = 2000;
         reception.open();
+        QVERIFY(reception.logMessages().contains(u"loca port 2000"_s));
+        QVERIFY(!QFile::exists(reception.paths.SettingsFile));
         reception.endpoint->SendServer(u"REFRESH 销售"_s);
         QCOMPARE(reception.unit.answer(), "REFRESH \xCF\xFA\xCA\xDB");
         Unit second(reception.port);
-        second.send("1");
+        second.send({"1"});
         QTRY_COMPARE(reception.handled.size(), 1);
         reception.endpoint->SendServer(u"again"_s);
         QCOMPARE(second.answer(), "again");
@@ -147,7 +144,7 @@ private Q_SLOTS:
     {
         const QList<QByteArray> sent = QList<QByteArray>{QByteArray(65507, 'x'), "", "x"} + numbers(1, 150);
         Reception reception;
-        reception.send(sent);
+        reception.unit.send(sent);
         QTRY_COMPARE(reception.handled, sent);
     }
 
@@ -159,7 +156,7 @@ private Q_SLOTS:
         reception.prompts.expect();
         reception.prompts.tell(u"box"_s);
         for (int number = 1; number <= 3; ++number) {
-            reception.send(numbers(number, number));
+            reception.unit.send(numbers(number, number));
             QTRY_COMPARE(reception.handled, numbers(1, number));
             letEventsCome();
         }
@@ -169,7 +166,7 @@ private Q_SLOTS:
     {
         for (const bool openedByADatagram : {false, true}) {
             Reception reception;
-            reception.send(numbers(1, 3));
+            reception.unit.send(numbers(1, 3));
             if (openedByADatagram) {
                 reception.whileHandling = [&] { reception.ask(1); };
             } else {

@@ -68,26 +68,14 @@ private Q_SLOTS:
         const sim::CodePageChoice gbk(936);
         const QString middle(28, QChar(0x4E2D)); // fills every field
         const QByteArray record = sim::callRecord(sampleCall(middle), gbk);
-        const std::tuple<int, int, QByteArray> expected[] = {{1, 6, "<CRMV1"},
-                                                             {7, 16, ""},
-                                                             {23, 8, "012"},
-                                                             {31, 19, "2026-11-21 09:30:15"},
-                                                             {50, 28, gbk.encode(middle.left(14))},
-                                                             {78, 30, "02087654321"},
-                                                             {108, 5, "   > "},
-                                                             {113, 30, gbk.encode(middle.left(15))},
-                                                             {143, 1, ""},
-                                                             {144, 10, "SPB7"},
-                                                             {154, 30, "10.1.2.3"},
-                                                             {184, 10, "N"},
-                                                             {194, 10, "Y"},
-                                                             {204, 16, "2026-11-20 10:42"},
-                                                             {220, 8, "201"},
-                                                             {228, 15, "5035550106"}};
-        for (const auto &[first, width, text] : expected) {
-            QCOMPARE(record.mid(first - 1, width), text.leftJustified(width));
-        }
-        QCOMPARE(record.mid(242), "{RAWCID:[123]}{DETAILDES:[one [two] three]}"_ba);
+        const auto field = [](const char *text, qsizetype width) {
+            return QByteArray(text).leftJustified(width);
+        };
+        QCOMPARE(record, field("<CRMV1", 22) + field("012", 8) + "2026-11-21 09:30:15" +
+                             gbk.encode(middle.left(14)) + field("02087654321", 30) + "   > " +
+                             gbk.encode(middle.left(15)) + ' ' + field("SPB7", 10) + field("10.1.2.3", 30) +
+                             field("N", 10) + field("Y", 10) + "2026-11-20 10:42" + field("201", 8) +
+                             field("5035550106", 15) + "{RAWCID:[123]}{DETAILDES:[one [two] three]}");
         sim::CallFields bare;
         QCOMPARE(sim::callRecord(bare, {}).size(), 203);
         bare.detail = u"Owner"_s;

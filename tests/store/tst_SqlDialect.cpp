@@ -1,6 +1,7 @@
 #include "core/Error.h"
 #include "store/SqlDialect.h"
-#include "support/Table.h"
+
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 using store::Wildcards;
@@ -10,34 +11,28 @@ class tst_SqlDialect : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void statementsAreEmittedInTheEnginesWords_data()
-    {
-        const support::Table<QByteArray, QByteArray> row("given", "emitted");
-        row("like", "Select * from customer where  [CustomerName] like '*it''s [x] like*'",
-            "Select * from customer where [CustomerName] GLOB '*it''s [x] like*'");
-        row("isnull", "update customer set T3='1' where T3=' ' or isnull(T3);",
-            "update customer set T3='1' where T3=' ' or ((T3) is null)");
-        row("isnull of a computation", "select 1=isnull(ifnull(a,(b))) , (c)",
-            "select 1=((ifnull(a,(b))) is null) , (c)");
-        row("a column called isnull", "select isnull from t", "select isnull from t");
-        row("double quotes", "select \"it's \"\"x\"\"\" from t", "select 'it''s \"x\"' from t");
-        row("no comment begins", "select 1--2 /*3", "select 1- -2 / *3");
-        row("column types", "Create Table t ([ID] text(50) primary key,m Memo,b BIT, n long not null)",
-            "Create Table t ([ID] TEXT COLLATE JET primary key,m TEXT,b BOOLEAN, n INTEGER not null)");
-        row("auto-number", "create table t (SN counter primary key, x text(5) default 'a,b', unique (n))",
-            "create table t (SN INTEGER PRIMARY KEY AUTOINCREMENT, x TEXT COLLATE JET default 'a,b', unique "
-            "(n))");
-        row("index", "create unique index SN on [customer] (SN)",
-            "create unique index [customer_SN] on [customer] (SN)");
-    }
     void statementsAreEmittedInTheEnginesWords()
     {
-        QFETCH(QByteArray, given);
-        QFETCH(QByteArray, emitted);
-        QString wanted = QString::fromLatin1(emitted);
-        QCOMPARE(store::toSqlite(QString::fromLatin1(given), Wildcards::Asterisk), wanted);
-        QCOMPARE(store::toSqlite(QString::fromLatin1(given), Wildcards::Percent),
-                 wanted.replace(u" GLOB "_s, u" LIKE "_s));
+        for (const auto &[given, emitted] :
+             {std::pair(u"Select * from customer where  [CustomerName] like '*it''s [x] like*'"_s,
+                        u"Select * from customer where [CustomerName] GLOB '*it''s [x] like*'"_s),
+              {u"update customer set T3='1' where T3=' ' or isnull(T3);"_s,
+               u"update customer set T3='1' where T3=' ' or ((T3) is null)"_s},
+              {u"select 1=isnull(ifnull(a,(b))) , (c)"_s, u"select 1=((ifnull(a,(b))) is null) , (c)"_s},
+              {u"select isnull from t"_s, u"select isnull from t"_s}, // a column called so
+              {u"select \"it's \"\"x\"\"\" from t"_s, u"select 'it''s \"x\"' from t"_s},
+              {u"select 1--2 /*3"_s, u"select 1- -2 / *3"_s}, // no comment begins
+              {u"Create Table t ([ID] text(50) primary key,m Memo,b BIT, n long not null)"_s,
+               u"Create Table t ([ID] TEXT COLLATE JET primary key,m TEXT,b BOOLEAN, n INTEGER not null)"_s},
+              {u"create table t (SN counter primary key, x text(5) default 'a,b', unique (n))"_s,
+               u"create table t (SN INTEGER PRIMARY KEY AUTOINCREMENT, x TEXT COLLATE JET default 'a,b', "
+               "unique (n))"_s},
+              {u"create unique index SN on [customer] (SN)"_s,
+               u"create unique index [customer_SN] on [customer] (SN)"_s}}) {
+            QString wanted = emitted;
+            QCOMPARE(store::toSqlite(given, Wildcards::Asterisk), wanted);
+            QCOMPARE(store::toSqlite(given, Wildcards::Percent), wanted.replace(u" GLOB "_s, u" LIKE "_s));
+        }
     }
 
     void brokenTextIsRefused()

@@ -10,7 +10,7 @@ namespace {
 int signOfOrder(const QByteArray &left, const QByteArray &right)
 {
     const int order = store::compareJet(left, right);
-    return order < 0 ? -1 : order > 0 ? 1 : 0;
+    return (order > 0) - (order < 0);
 }
 
 } // namespace
@@ -22,11 +22,11 @@ class tst_TextOrder : public QObject
 private Q_SLOTS:
     void namesStandInDictionaryOrder()
     {
-        const QString sorted =
-            u"| |  |0755|A b|ab|Æ|Ea|éa|eb|Isparta=ISPARTA|ısparta|Lodz|Łódź=łÓDŹ|Lodzz|"
-            "resume x|résumé x=re\u0301sume\u0301 x|resumes|Zoë=ZOË　 =Ｚｏë|ΟΔΟΣ=οδος|Дом|"
-            "محمد|ｶﾞ=ガ|张伟|\uA640\uFB21=\uA641\uFB21|한국"_s;
-        const QStringList ranks = sorted.split(u'|');
+        const QStringList ranks =
+            QString(u"| |  |0755|A b|ab|Æ|Ea|éa|eb|Isparta=ISPARTA|ısparta|Lodz|Łódź=łÓDŹ|Lodzz|"
+                    "resume x|résumé x=re\u0301sume\u0301 x|resumes|Zoë=ZOË　 =Ｚｏë|ΟΔΟΣ=οδος|Дом|"
+                    "محمد|ｶﾞ=ガ|张伟|\uA640\uFB21=\uA641\uFB21|한국"_s)
+                .split(u'|');
         for (qsizetype i = 0; i < ranks.size(); ++i) {
             for (qsizetype j = 0; j < ranks.size(); ++j) {
                 for (const QString &left : ranks.at(i).split(u'=')) {
@@ -56,8 +56,7 @@ private Q_SLOTS:
             const QByteArray b = text();
             const QByteArray c = text();
             QCOMPARE(signOfOrder(a, b), -signOfOrder(b, a));
-            QVERIFY2(signOfOrder(a, b) > 0 || signOfOrder(b, c) > 0 || signOfOrder(a, c) <= 0,
-                     (a + '/' + b + '/' + c).toHex().constData());
+            QVERIFY(signOfOrder(a, b) > 0 || signOfOrder(b, c) > 0 || signOfOrder(a, c) <= 0);
         }
     }
 };

@@ -59,19 +59,19 @@ private Q_SLOTS:
     void everyFileIsMadeWithItsRowsUnlessItExists()
     {
         const mkdesk::DeskSources sources;
+        QCOMPARE(sources.helpLanguages().size(), 3);
         for (const bool sample : {false, true}) {
             const QString folder = sample ? u"a/sample/"_s : u"a/empty/"_s;
             const ToolRun result = run(folder + (sample ? u" --sample"_s : u""_s));
             QVERIFY2(result.status == 0, qPrintable(result.errors));
-            const auto rowsOf = [&](const QString &path) {
-                return sample ? sources.table(path) : mkdesk::TsvTable();
+            const auto rowsOf = [&](const char *path) {
+                return sample ? sources.table(QLatin1String(path)) : mkdesk::TsvTable();
             };
-            compareRows(folder + u"Customer.ccsm"_s, u"customer"_s, rowsOf(u"sample/customers.tsv"_s));
-            compareRows(folder + u"SimplePhoneBook.cpbk"_s, u"phonebook"_s,
-                        rowsOf(u"sample/phonebook.tsv"_s));
+            compareRows(folder + u"Customer.ccsm"_s, u"customer"_s, rowsOf("sample/customers.tsv"));
+            compareRows(folder + u"SimplePhoneBook.cpbk"_s, u"phonebook"_s, rowsOf("sample/phonebook.tsv"));
             compareRows(folder + u"Lang.mdb"_s, u"Lang"_s, sources.languageTexts());
             compareRows(folder + u"UserLang.lan"_s, u"Language"_s, {{}, sources.languageTexts().rows});
-            for (const QString &code : {u"ENG"_s, u"CHS"_s, u"CHT"_s}) {
+            for (const QString &code : sources.helpLanguages()) {
                 mkdesk::TsvTable pages{{u"HelpID"_s, u"Help"_s}, {}};
                 for (const QString &id : sources.helpIds(code)) {
                     pages.rows.append({id, sources.text(u"help/%1/%2.txt"_s.arg(code, id))});
@@ -83,50 +83,41 @@ private Q_SLOTS:
         }
         write(u"a/empty/Customer.ccsm"_s, "years of work");
         const ToolRun again = run(u"a/empty"_s);
-        QCOMPARE(again.status, 0);
-        QCOMPARE(again.output, QString());
-        QVERIFY(again.errors.contains(u"kept Customer.ccsm"_s));
+        QVERIFY(again.status == 0 && again.output.isEmpty() &&
+                again.errors.contains(u"kept Customer.ccsm"_s));
         QCOMPARE(m_desk->fileBytes(below(u"a/empty/Customer.ccsm"_s)), "years of work"_ba);
     }
 
     void aLanguageWithAFileOfItsOwnGetsIt()
     {
-        for (const QString &name :
-             {u"Customer"_s, u"SimplePhoneBook"_s, u"Lang"_s, u"Language"_s, u"Help"_s}) {
-            const QString schema = u"schema/%1.sql"_s.arg(name);
+        for (const char *name : {"Customer", "SimplePhoneBook", "Lang", "Language", "Help"}) {
+            const QString schema = u"schema/%1.sql"_s.arg(QLatin1String(name));
             write(u"data/"_s + schema, mkdesk::DeskSources().text(schema).toUtf8());
         }
         write(u"data/lang/window.tsv"_s, "id\tENG\tCHS\tCHT\nEdit\tTwo\\nlines \\\\ x\t\t\n");
         write(u"data/lang/SPN.tsv"_s, "item\tuserlanguage\tenglish\nEdit\t&Editar\t&Edit\n");
-        const ToolRun result = run(u"desk --data data"_s);
-        QVERIFY2(result.status == 0, qPrintable(result.errors));
+        QCOMPARE(run(u"desk --data data"_s).status, 0);
         const QStringList columns{u"item"_s, u"userlanguage"_s};
         compareRows(u"desk/SPN.lan"_s, u"Language"_s, {columns, {{u"Edit"_s, u"&Editar"_s}}});
         compareRows(u"desk/UserLang.lan"_s, u"Language"_s, {columns, {{u"Edit"_s, u"Two\nlines \\ x"_s}}});
         write(u"data/lang/window.tsv"_s, "id\tENG\tCHS\tCHT\n1\t2\t3\t4\nEdit\n");
-        QVERIFY(
-            run(u"again --data data"_s).errors.contains(u"lang/window.tsv, line 3: 1 fields instead of 4"_s));
+        const QString told = run(u"again --data data"_s).errors;
+        QVERIFY2(told.contains(u"lang/window.tsv, line 3: 1 fields instead of 4"_s), qPrintable(told));
     }
 
-    void failuresAreToldAndSetTheExitStatus_data()
-    {
-        const support::Table<QString, int, QString> row("options", "status", "told");
-        row("no folder", u""_s, 2, u"--help"_s);
-        row("two folders", u"a b"_s, 2, u"one folder"_s);
-        row("no option", u"a --simple"_s, 2, u"simple"_s);
-        row("no sources", u"a --data ."_s, 1, u"does not hold the sources"_s);
-        row("a file in the folder's place", u"taken/desk"_s, 1, u"cannot make the folder"_s);
-        row("a folder in the file's place", u"full"_s, 1, u"Customer.ccsm is no file"_s);
-    }
     void failuresAreToldAndSetTheExitStatus()
     {
-        QFETCH(QString, options);
-        QFETCH(QString, told);
         write(u"taken"_s, "a file");
         write(u"full/Customer.ccsm/x"_s, "a folder");
-        const ToolRun result = run(options);
-        QTEST(result.status, "status");
-        QVERIFY2(result.errors.contains(told), qPrintable(result.errors));
+        for (const auto &[options, status, told] : {std::tuple(u""_s, 2, "--help"),
+                                                    {u"a b"_s, 2, "one folder"},
+                                                    {u"a --data ."_s, 1, "does not hold the sources"},
+                                                    {u"taken/desk"_s, 1, "cannot make the folder"},
+                                                    {u"full"_s, 1, "Customer.ccsm is no file"}}) {
+            const ToolRun result = run(options);
+            QVERIFY2(result.errors.contains(QLatin1String(told)), qPrintable(result.errors));
+            QCOMPARE(result.status, status);
+        }
     }
 
     void everyNumberLeadsToOneCustomerWhoseTextsFit()

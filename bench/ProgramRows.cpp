@@ -1,0 +1,226 @@
+#include "ProgramRows.h"
+
+#include "Child.h"
+#include "DeskData.h"
+#include "LogLines.h"
+#include "Report.h"
+#include "Sending.h"
+
+#include "core/Paths.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QTemporaryDir>
+#include <QThread>
+#include <QUdpSocket>
+
+#include <algorithm>
+#include <functional>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace bench {
+
+namespace {
+
+constexpr int customers = 100'000;
+const QString ourselves = u"bench_program"_s;
+
+quint16 freePort()
+{
+    QUdpSocket socket;
+    socket.bind(QHostAddress::AnyIPv4, 0);
+    return socket.localPort();
+}
+
+/// A start folder with all the delivered files and a data folder, gone at the end.
+struct Desk
+{
+    explicit Desk(int customerCount);
+
+    QTemporaryDir folder;
+    QString start = folder.filePath(u"desk"_s);
+    QString data = folder.filePath(u"data"_s);
+    core::Paths paths = core::pathsBelow(start, data);
+};
+
+Desk::Desk(int customerCount)
+{
+    QDir().mkpath(start);
+    QDir().mkpath(data);
+    if (customerCount > 0) {
+        makePhoneBook(paths.PhoneBookFile, customerCount / 10);
+        makeCustomers(paths.CustomerFile, customerCount);
+    }
+    Child mkdesk(u"calldesk-mkdesk"_s, {start});
+    mkdesk.ends(-1);
+}
+
+/// One of the roles that listen on a port, from its readiness on.
+struct Receiver
+{
+    Receiver(const QString &role, const Desk &desk)
+        : process(ourselves, {role, desk.start, desk.data, QString::number(port)})
+    {
+        process.value("ready"_L1);
+    }
+
+    quint16 port = freePort();
+    Child process;
+};
+
+struct Sender : Child
+{
+    Sender(quint16 port, int count, int rate)
+        : Child(ourselves,
+                {u"--send"_s, QString::number(port), QString::number(count), QString::number(rate)})
+    {}
+};
+
+double median(std::vector<double> values)
+{
+    std::sort(values.begin(), values.end());
+    return values.at(values.size() / 2);
+}
+
+using Measure = std::function<double()>;
+
+/// Medians of a figure and its floor, measured in turns so that a busy moment of the machine hits both.
+Result compare(const std::string &name, int repetitions, const Measure &figure, const Measure &floor)
+{
+    std::vector<double> figures;
+    std::vector<double> floors;
+    for (int i = 0; i < repetitions; ++i) {
+        figures.push_back(figure());
+        floors.push_back(floor());
+    }
+    return {.name = name, .figure = median(figures), .floor = median(floors)};
+}
+
+/// Microseconds of CPU time that a receiver takes for each datagram.
+double cpuPerDatagram(const QString &role, const Desk &desk, int rate)
+{
+    constexpr int seconds = 3;
+    Receiver receiver(role, desk);
+    Sender(receiver.port, seconds * rate, rate).ends(-1);
+    sendShutDown(receiver.port);
+    return receiver.process.value("cpu"_L1) * 1e6 / (seconds * rate);
+}
+
+bool measureCpu(const Desk &desk, int rate)
+{
+    Result result = compare(
+        "CPU us a datagram, " + std::to_string(rate) + " a second", 5,
+        [&] { return cpuPerDatagram(u"--program"_s, desk, rate); },
+        [&] { return cpuPerDatagram(u"--floor"_s, desk, rate); });
+    result.maxRatio = 4;
+    return print(result);
+}
+
+bool measurePaced(const Desk &desk)
+{
+    constexpr int rate = 20'000;
+    constexpr int count = 10 * rate;
+    Receiver receiver(u"--watched"_s, desk);
+    LogLines lines(desk.paths.RunLogFile, count);
+    Sender sender(receiver.port, count, rate);
+    sender.ends(1000);
+    const double warmMb = receiver.process.residentMb();
+    sender.ends(-1);
+    lines.waitUntilQuiet();
+    const double grownMb = receiver.process.residentMb() - warmMb;
+    sendShutDown(receiver.port);
+    const double waitMs = receiver.process.value("wait"_L1);
+    const bool none = print({.name = "20000 a second for 10 s: not logged",
+                             .figure = double(lines.incomplete()),
+                             .maxFigure = 0});
+    const bool prompt =
+        print({.name = "20000 a second for 10 s: longest wait in ms", .figure = waitMs, .maxFigure = 50});
+    const bool level =
+        print({.name = "20000 a second for 10 s: growth in MB", .figure = grownMb, .maxFigure = 2});
+    return none && prompt && level;
+}
+
+bool measureBurst(const Desk &desk)
+{
+    constexpr int count = 10'000;
+    Receiver receiver(u"--watched"_s, desk);
+    LogLines lines(desk.paths.RunLogFile, count);
+    Sender(receiver.port, count, 0).ends(-1);
+    lines.waitUntilQuiet();
+    sendShutDown(receiver.port);
+    receiver.process.value("cpu"_L1);
+    return print({.name = "10000 at once: not logged", .figure = double(lines.incomplete()), .maxFigure = 0});
+}
+
+struct Start
+{
+    double ms = 0;
+    double residentMb = 0;
+};
+
+/// From the start of the process until its window is painted, and what it then holds.
+Start startOf(const QString &program, const QStringList &arguments)
+{
+    QElapsedTimer time;
+    time.start();
+    Child process(program, arguments);
+    process.value("painted"_L1);
+    const double ms = static_cast<double>(time.nsecsElapsed()) / 1e6;
+    QThread::msleep(300); // until it has nothing left to do
+    return {ms, process.residentMb()};
+}
+
+bool measureStart(const Desk &desk, const std::string &name, double maxRatio, bool memory)
+{
+    const QString port = QString::number(freePort());
+    std::vector<double> residents, leastResidents;
+    const auto program = [&] {
+        const Start start = startOf(ourselves, {u"--program"_s, desk.start, desk.data, port});
+        residents.push_back(start.residentMb);
+        return start.ms;
+    };
+    const auto minimal = [&] {
+        const Start start = startOf(u"bench_minimal"_s, {desk.paths.CustomerFile, port});
+        leastResidents.push_back(start.residentMb);
+        return start.ms;
+    };
+    program(); // the first start of all upgrades the new database
+    Result result = compare("start until painted in ms, " + name, 11, program, minimal);
+    result.maxRatio = maxRatio;
+    const bool soon = print(result);
+    const bool small = !memory || print({.name = "resident memory in MB, " + name,
+                                         .figure = median(residents),
+                                         .floor = median(leastResidents),
+                                         .maxRatio = 2});
+    return soon && small;
+}
+
+} // namespace
+
+bool measureProgramRows(const std::string &word)
+{
+    int argc = 0;
+    const QCoreApplication application(argc, nullptr);
+    const Desk empty(0);
+    const Desk full(customers);
+    const std::pair<const char *, std::function<bool()>> rows[] = {
+        {"cpu", [&] { return measureCpu(full, 20'000); }},
+        {"cpu slow", [&] { return measureCpu(full, 5'000); }},
+        {"paced", [&] { return measurePaced(full); }},
+        {"burst", [&] { return measureBurst(full); }},
+        {"start empty", [&] { return measureStart(empty, "empty database", 3, true); }},
+        {"start full", [&] { return measureStart(full, "100000 customers", 6, false); }}};
+    printHeading();
+    bool reached = true;
+    for (const auto &[name, measure] : rows) {
+        if (std::string(name).find(word) != std::string::npos) {
+            reached = measure() && reached;
+        }
+    }
+    return reached;
+}
+
+} // namespace bench

@@ -1,0 +1,161 @@
+#include "RunningProgram.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString answerOf(const QString &command, const QStringList &arguments)
+{
+    QProcess process;
+    process.start(command, arguments);
+    process.waitForFinished();
+    return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
+}
+
+QString xdotool(const QStringList &arguments)
+{
+    return answerOf(u"xdotool"_s, arguments);
+}
+
+QString propertyOf(const QString &window, const QString &name)
+{
+    return answerOf(u"xprop"_s, {u"-id"_s, window, name});
+}
+
+QStringList windowsOf(qint64 process)
+{
+    return xdotool({u"search"_s, u"--onlyvisible"_s, u"--pid"_s, QString::number(process)})
+        .split(u'\n', Qt::SkipEmptyParts);
+}
+
+void press(const QString &window, const QString &key)
+{
+    QTRY_VERIFY(xdotool({u"windowactivate"_s, window, u"getactivewindow"_s}) == window);
+    xdotool({u"key"_s, key});
+}
+
+void clickOn(const QString &window, int button)
+{
+    xdotool({u"mousemove"_s, u"--window"_s, window, u"8"_s, u"8"_s, u"click"_s, QString::number(button)});
+}
+
+} // namespace
+
+/// The program on a desktop with a window manager and, where a test starts one, a tray.
+class tst_Desktop : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { m_program = std::make_unique<RunningProgram>(); }
+    void cleanup()
+    {
+        m_program.reset();
+        m_tray.kill();
+        m_tray.waitForFinished();
+    }
+
+    void aSecondInstanceBringsTheFirstToFrontAndTouchesNothing()
+    {
+        startWithTray();
+        press(mainWindow(), u"Escape"_s);
+        QTRY_VERIFY(mainWindow().isEmpty());
+        const QMap<QString, QByteArray> files = m_program->allFiles();
+        QProcess second;
+        m_program->startProcess(second);
+        QTRY_COMPARE(windowsOf(second.processId()).size(), 1); // "App is runing!"
+        QTRY_VERIFY(!mainWindow().isEmpty());
+        press(windowsOf(second.processId()).first(), u"Return"_s);
+        QTRY_COMPARE(second.state(), QProcess::NotRunning);
+        QCOMPARE(second.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(second.exitCode(), 0);
+        QCOMPARE(m_program->allFiles(), files);
+        QTRY_COMPARE(xdotool({u"getactivewindow"_s}), mainWindow());
+    }
+
+    void shutDownAllLeavesNothingInTheTray()
+    {
+        startWithTray();
+        m_program->sendCall();
+        QTRY_VERIFY(!windowOfType(u"= _NET_WM_WINDOW_TYPE_UTILITY"_s).isEmpty());
+        QCOMPARE(m_program->shutDown(), 0);
+        QTRY_COMPARE(trayWindows(), m_emptyTray);
+        QVERIFY(m_program->log().endsWith(">  The program has ended\r\n"));
+        QCOMPARE(m_program->log().count('!'), 0);
+    }
+
+    void aClickOnTheTrayIconBringsTheWindowBackToItsPlace()
+    {
+        startWithTray();
+        const QString place = xdotool({u"getwindowgeometry"_s, mainWindow()}).section(u'\n', 1);
+        press(mainWindow(), u"alt+F4"_s);
+        QTRY_VERIFY(mainWindow().isEmpty());
+        QVERIFY(m_program->isRunning());
+        clickOn(trayIcon(), 1);
+        QTRY_VERIFY(!mainWindow().isEmpty());
+        QTRY_COMPARE(xdotool({u"getwindowgeometry"_s, mainWindow()}).section(u'\n', 1), place);
+    }
+
+    void aRightClickOnTheTrayIconOpensTheMenu()
+    {
+        startWithTray();
+        const qsizetype windows = windowsOf(m_program->processId()).size();
+        clickOn(trayIcon(), 3);
+        QTRY_COMPARE(windowsOf(m_program->processId()).size(), windows + 1);
+        xdotool({u"key"_s, u"Up"_s, u"Return"_s}); // its last line ends the program, after a question
+        QTRY_VERIFY(!windowOfType(u"= _NET_WM_WINDOW_TYPE_DIALOG"_s).isEmpty());
+        press(windowOfType(u"= _NET_WM_WINDOW_TYPE_DIALOG"_s), u"Escape"_s);
+        QTRY_COMPARE(windowsOf(m_program->processId()).size(), windows);
+        QVERIFY(m_program->isRunning());
+    }
+
+    void withoutATrayTheWindowMinimizes()
+    {
+        QVERIFY(m_program->start());
+        QTRY_VERIFY(!mainWindow().isEmpty());
+        const QString window = mainWindow();
+        for (const QString &key : {u"Escape"_s, u"alt+F4"_s}) {
+            press(window, key);
+            QTRY_VERIFY(propertyOf(window, u"WM_STATE"_s).contains("Iconic"_L1));
+        }
+        QVERIFY(m_program->isRunning());
+    }
+
+private:
+    void startWithTray()
+    {
+        m_tray.start(u"trayer"_s, QStringLiteral("--edge top --align right --SetDockType true"
+                                                 " --widthtype request --height 24")
+                                      .split(u' '));
+        QTRY_VERIFY(!windowsOf(m_tray.processId()).isEmpty());
+        m_trayPanel = windowsOf(m_tray.processId()).first();
+        m_emptyTray = trayWindows();
+        QVERIFY(m_program->start());
+        QTRY_VERIFY(!mainWindow().isEmpty());
+        QTRY_VERIFY(!trayIcon().isEmpty());
+        QTRY_COMPARE(trayWindows(), m_emptyTray + 1);
+    }
+    qsizetype trayWindows() const
+    {
+        static const QRegularExpression child(u"^ {5}0x"_s, QRegularExpression::MultilineOption);
+        return answerOf(u"xwininfo"_s, {u"-tree"_s, u"-id"_s, m_trayPanel}).count(child);
+    }
+    QString windowOfType(const QString &type) const
+    {
+        const QStringList windows = windowsOf(m_program->processId());
+        const auto found = std::find_if(windows.begin(), windows.end(), [&](const QString &window) {
+            return propertyOf(window, u"_NET_WM_WINDOW_TYPE"_s).contains(type);
+        });
+        return found != windows.end() ? *found : QString();
+    }
+    QString mainWindow() const { return windowOfType(u"= _NET_WM_WINDOW_TYPE_NORMAL"_s); }
+    QString trayIcon() const { return windowOfType(u"= _KDE_NET_WM_WINDOW_TYPE_OVERRIDE"_s); }
+
+    QProcess m_tray;
+    QString m_trayPanel;
+    qsizetype m_emptyTray = 0;
+    std::unique_ptr<RunningProgram> m_program;
+};
+
+QTEST_GUILESS_MAIN(tst_Desktop)
+#include "tst_Desktop.moc"
