@@ -2,8 +2,8 @@
 
 namespace app {
 
-// The forms behind these doors come with the customer database, the phone book and the notes; until one is here, its
-// buttons are disabled.
+// The forms behind these doors come with the customer database, the phone book and the notes; until one is
+// here, its buttons are disabled.
 bool Windows::canShow(core::Window) const
 {
     return false;

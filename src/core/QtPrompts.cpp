@@ -12,8 +12,8 @@ namespace core {
 
 namespace {
 
-// A box belongs to the window that the operator works in, never to a tool window such as a popup, which may close
-// under it, and is never hidden behind a window that is in front of all.
+// A box belongs to the window that the operator works in, never to a tool window such as a popup, which may
+// close under it, and is never hidden behind a window that is in front of all.
 QWidget *windowBehind()
 {
     QWidget *active = QApplication::activeWindow();
@@ -61,7 +61,8 @@ bool QtPrompts::ask(const QString &text, const QString &title, bool question)
 
 void QtPrompts::translate(QMessageBox &box) const
 {
-    for (const auto &[button, key] : {std::pair(QMessageBox::Ok, u"OK"_s), std::pair(QMessageBox::Cancel, u"Cancel"_s)}) {
+    for (const auto &[button, key] :
+         {std::pair(QMessageBox::Ok, u"OK"_s), std::pair(QMessageBox::Cancel, u"Cancel"_s)}) {
         const QString word = texts() != nullptr ? texts()->Lms(key) : QString();
         if (QAbstractButton *shown = box.button(button); shown != nullptr && !word.isEmpty()) {
             shown->setText(word);

@@ -14,8 +14,8 @@
 
 namespace lookup {
 
-/// Pops callers up: decides by the record whether, and keeps the one popup window. Of several calls within one frame
-/// of the screen the newest is shown.
+/// Pops callers up: decides by the record whether, and keeps the one popup window. Of several calls within
+/// one frame of the screen the newest is shown.
 class CallerPopUp
 {
 public:
@@ -29,10 +29,7 @@ public:
         std::function<const QWidget &()> mainWindow;
     };
 
-    explicit CallerPopUp(Context context)
-        : m_context(std::move(context)), m_screen([this] { showNext(); })
-    {
-    }
+    explicit CallerPopUp(Context context) : m_context(std::move(context)), m_screen([this] { showNext(); }) {}
     ~CallerPopUp();
     Q_DISABLE_COPY_MOVE(CallerPopUp)
 

@@ -9,8 +9,9 @@ namespace lookup {
 
 bool NumberIndex::LoadPhoneNumberSNArray()
 {
-    return m_log.trap("LoadPhoneNumberSNArray"_L1,
-               [&] { PhoneNumberSNArray = load(m_paths.PhoneBookFile, u"phonebook"_s, {u"Telno"_s}); });
+    return m_log.trap("LoadPhoneNumberSNArray"_L1, [&] {
+        PhoneNumberSNArray = load(m_paths.PhoneBookFile, u"phonebook"_s, {u"Telno"_s});
+    });
 }
 
 bool NumberIndex::LoadCustomerPhoneNumberSnArray()

@@ -25,8 +25,8 @@ public:
 
     qint32 GetSnByPhoneNumber(QStringView phoneNumber) const;
     qint32 GetCustomerSnByPhoneNumber(QStringView phoneNumber) const;
-    /// The lookup of a call, given the number as received without the blanks around it. -1 without a log entry where
-    /// the index was never loaded: a desk may well have no customers.
+    /// The lookup of a call, given the number as received without the blanks around it. -1 without a log
+    /// entry where the index was never loaded: a desk may well have no customers.
     qint32 FindCustomerSnOfCaller(QStringView callerNumber) const;
 
 private:

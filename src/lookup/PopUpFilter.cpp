@@ -4,7 +4,8 @@ using namespace Qt::StringLiterals;
 
 namespace lookup {
 
-bool callerPopsUp(const NumberIndex &numbers, const store::CustomerPopUpTable &flags, QStringView callerNumber)
+bool callerPopsUp(const NumberIndex &numbers, const store::CustomerPopUpTable &flags,
+                  QStringView callerNumber)
 {
     constexpr qint32 none = -1;
     const qint32 sn = numbers.FindCustomerSnOfCaller(callerNumber);

@@ -15,8 +15,7 @@ constexpr int firstDataRow = 1; // row 0 of the grid is its header
 CallGridModel::CallGridModel(core::Settings &settings, const core::ProcessValues &values,
                              const core::TextLookup &texts, core::RunLog &log)
     : m_settings(settings), m_values(values), m_texts(texts), m_log(log)
-{
-}
+{}
 
 void CallGridModel::iniGridCallerID_tarn()
 {
@@ -177,7 +176,8 @@ RowKey rowKey(const QString &id)
 
 } // namespace
 
-void ShowEditor(core::Navigator &navigator, const QString &callerId, const QString &simpleDes, const QString &id)
+void ShowEditor(core::Navigator &navigator, const QString &callerId, const QString &simpleDes,
+                const QString &id)
 {
     const RowKey key = rowKey(id);
     if (key.source.isEmpty()) {
@@ -189,7 +189,8 @@ void ShowEditor(core::Navigator &navigator, const QString &callerId, const QStri
 
 bool canShowEditor(const core::Navigator &navigator, const QString &id)
 {
-    return navigator.canShow(rowKey(id).source.isEmpty() ? core::Window::AddCaller : core::Window::CallerEditor);
+    return navigator.canShow(rowKey(id).source.isEmpty() ? core::Window::AddCaller
+                                                         : core::Window::CallerEditor);
 }
 
 } // namespace mainwindow

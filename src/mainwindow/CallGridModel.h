@@ -16,8 +16,8 @@
 
 namespace mainwindow {
 
-/// The calls of the caller-ID grid, newest first, in a ring of MaxGridRows - 1 rows: a new call overwrites the
-/// oldest and moves nothing. Cells are found by their column's name.
+/// The calls of the caller-ID grid, newest first, in a ring of MaxGridRows - 1 rows: a new call overwrites
+/// the oldest and moves nothing. Cells are found by their column's name.
 class CallGridModel : public QAbstractTableModel
 {
 public:
@@ -27,7 +27,8 @@ public:
     CallGridModel(core::Settings &settings, const core::ProcessValues &values, const core::TextLookup &texts,
                   core::RunLog &log);
 
-    /// Builds the columns from the settings; those of an unusable list are the defaults, which the run log then says.
+    /// Builds the columns from the settings; those of an unusable list are the defaults, which the run log
+    /// then says.
     void iniGridCallerID_tarn();
     /// Adds one call as the newest. Views see it with the next publish().
     void ShowCallerID_tarn(const core::CallRecord &record);
@@ -70,14 +71,15 @@ private:
     QStringList GridColumnNames;
     std::vector<size_t> m_fieldOfColumn;
     std::vector<Row> m_ring;
-    size_t m_newest = 0;  ///< place in the ring
-    size_t m_added = 0;   ///< calls since the last publish()
-    int m_published = 0;  ///< rows that the views know
+    size_t m_newest = 0; ///< place in the ring
+    size_t m_added = 0;  ///< calls since the last publish()
+    int m_published = 0; ///< rows that the views know
 };
 
-/// Opens what a double-click on a grid row opens: the editor of a known caller ("CUSTOMER12" in the ID cell), for an
-/// unknown one the dialog that files the number.
-void ShowEditor(core::Navigator &navigator, const QString &callerId, const QString &simpleDes, const QString &id);
+/// Opens what a double-click on a grid row opens: the editor of a known caller ("CUSTOMER12" in the ID cell),
+/// for an unknown one the dialog that files the number.
+void ShowEditor(core::Navigator &navigator, const QString &callerId, const QString &simpleDes,
+                const QString &id);
 
 /// Whether ShowEditor would open anything for that ID cell.
 bool canShowEditor(const core::Navigator &navigator, const QString &id);

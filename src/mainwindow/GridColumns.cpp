@@ -30,7 +30,8 @@ QList<GridColumn> defaults()
 bool namesEachOnce(const QStringList &names)
 {
     const QStringList &known = gridColumnNames();
-    return names.size() == known.size() && QSet(names.begin(), names.end()) == QSet(known.begin(), known.end());
+    return names.size() == known.size() &&
+           QSet(names.begin(), names.end()) == QSet(known.begin(), known.end());
 }
 
 int usableWidth(const QString &text, const QString &name)
@@ -46,7 +47,8 @@ int usableWidth(const QString &text, const QString &name)
 
 bool anyVisible(const QList<GridColumn> &columns)
 {
-    return std::any_of(columns.begin(), columns.end(), [](const GridColumn &column) { return column.visible; });
+    return std::any_of(columns.begin(), columns.end(),
+                       [](const GridColumn &column) { return column.visible; });
 }
 
 } // namespace
@@ -65,7 +67,8 @@ QList<GridColumn> readGridColumns(const core::SettingsRecord &record, bool *usab
     const QStringList flags = splitTrimmed(record.gridColumnVisibility.text());
     QList<GridColumn> columns;
     for (qsizetype at = 0; at < names.size(); ++at) {
-        columns.append({names.at(at), usableWidth(widths.value(at), names.at(at)), flags.value(at) == "1"_L1});
+        columns.append(
+            {names.at(at), usableWidth(widths.value(at), names.at(at)), flags.value(at) == "1"_L1});
     }
     const bool good = namesEachOnce(names) && anyVisible(columns);
     if (usable != nullptr) {

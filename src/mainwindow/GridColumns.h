@@ -19,9 +19,9 @@ struct GridColumn
     bool visible;
 };
 
-/// The grid's columns in order, as the settings record lists them. A list that does not name each of the seven
-/// columns once is not usable: the defaults are returned and `usable` is set to false. Unusable widths are replaced
-/// one by one; with no column visible the default ones are.
+/// The grid's columns in order, as the settings record lists them. A list that does not name each of the
+/// seven columns once is not usable: the defaults are returned and `usable` is set to false. Unusable widths
+/// are replaced one by one; with no column visible the default ones are.
 QList<GridColumn> readGridColumns(const core::SettingsRecord &record, bool *usable = nullptr);
 
 /// Stores order, widths and visibility in the record's three comma-separated fields; saves nothing.

@@ -4,8 +4,8 @@
 
 namespace mainwindow {
 
-/// The yellow bar: the last caller large in its first line, the previous call in its second. Read-only; its text can
-/// be selected and copied.
+/// The yellow bar: the last caller large in its first line, the previous call in its second. Read-only; its
+/// text can be selected and copied.
 class LastCallerBox : public QPlainTextEdit
 {
     Q_OBJECT

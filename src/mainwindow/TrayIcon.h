@@ -8,7 +8,8 @@
 
 namespace mainwindow {
 
-/// The icon beside the clock with its menu `mnuTray`: a left click restores the window, a right click opens the menu.
+/// The icon beside the clock with its menu `mnuTray`: a left click restores the window, a right click opens
+/// the menu.
 class TrayIcon : public QObject
 {
     Q_OBJECT

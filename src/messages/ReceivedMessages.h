@@ -10,21 +10,21 @@
 
 namespace messages {
 
-/// Files the short messages that the server passes on (docs/formats.md): in the running log and in the month's.
+/// Files the short messages that the server passes on (docs/formats.md): in the running log and in the
+/// month's.
 class ReceivedMessages
 {
 public:
     /// All must outlive it.
     ReceivedMessages(const core::Paths &paths, core::RunLog &log, const core::Clock &clock)
         : m_paths(paths), m_log(log), m_clock(clock)
-    {
-    }
+    {}
 
-    /// Logs a received record and returns the entry to show. Nothing for a record of 200 characters or fewer, and, with
-    /// an entry in the run log, for one too short to hold its delimiters.
+    /// Logs a received record and returns the entry to show. Nothing for a record of 200 characters or fewer,
+    /// and, with an entry in the run log, for one too short to hold its delimiters.
     std::optional<QString> ShowSmallMessage(const QString &record);
-    /// Deletes the running log at the operator's wish; the months' logs stay. False, with an entry in the run log, where
-    /// the file stays.
+    /// Deletes the running log at the operator's wish; the months' logs stay. False, with an entry in the run
+    /// log, where the file stays.
     bool erase();
 
 private:
