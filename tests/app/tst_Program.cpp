@@ -6,8 +6,6 @@
 
 #include <QUdpSocket>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 const QString vipNumber = QStringLiteral("6175550101");    // of the sample desk: pop-up flag set

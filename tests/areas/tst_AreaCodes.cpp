@@ -1,8 +1,6 @@
 #include "areas/AreaCodes.h"
 #include "support/TestDesk.h"
 
-using namespace Qt::StringLiterals;
-
 class tst_AreaCodes : public QObject
 {
     Q_OBJECT

@@ -3,8 +3,6 @@
 #include "core/TextUtilities.h"
 #include "support/TestDesk.h"
 
-using namespace Qt::StringLiterals;
-
 /// The small procedures that every folder uses.
 class tst_CoreUtilities : public QObject
 {

@@ -1,8 +1,6 @@
 #include "core/RunLog.h"
 #include "support/TestDesk.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 class TextBox : public core::RunInfoBox

@@ -1,8 +1,6 @@
 #include "core/Settings.h"
 #include "support/TestDesk.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 QByteArray wholeRecord()

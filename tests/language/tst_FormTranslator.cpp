@@ -1,8 +1,6 @@
 #include "language/FormTranslator.h"
 #include "support/TestForms.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 struct Texts : core::TextLookup

@@ -1,10 +1,9 @@
+#include "support/Table.h"
+
 #include <QDirIterator>
 #include <QFile>
 #include <QRegularExpression>
 #include <QStringEncoder>
-#include <QTest>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -2,8 +2,6 @@
 #include "language/LanguagePack.h"
 #include "support/TestDesk.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 struct Desk : support::TestDesk

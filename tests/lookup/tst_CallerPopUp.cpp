@@ -1,8 +1,6 @@
 #include "lookup/CallerPopUp.h"
 #include "support/TestForms.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 lookup::frmPopUp *card()

@@ -6,8 +6,6 @@
 
 #include <map>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 /// A desk whose index on the numbers would put row 8 before row 3, were it read instead of the table.

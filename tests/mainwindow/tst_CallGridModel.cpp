@@ -4,7 +4,6 @@
 #include <QAbstractItemModelTester>
 #include <QRandomGenerator>
 
-using namespace Qt::StringLiterals;
 using mainwindow::CallGridModel;
 
 namespace {
@@ -100,18 +99,6 @@ private Q_SLOTS:
         QCOMPARE(saved.gridColumnNames.text(), u"CallerID,Channel,SimpleDes,IncomingTime,SN,LineNo,ID"_s);
         QCOMPARE(saved.gridColumnWidths.text(), u"9999,500,2500,2700,500,1500,1500"_s);
         QCOMPARE(saved.gridColumnVisibility.text(), u"1,,1,1,1,1,"_s);
-    }
-
-    void aRowOpensWhatItsIdSays()
-    {
-        for (const auto &[id, opens] : {std::pair(u"CUSTOMER70000"_s, u"Show_Editor CUSTOMER 70000"_s),
-                                        {u"PHONEBOOK3"_s, u"Show_Editor PHONEBOOK 3"_s},
-                                        {u""_s, u"addCaller 5551 Jane"_s},
-                                        {u"CUSTOMER"_s, u"addCaller 5551 Jane"_s}}) {
-            support::FakeNavigator navigator;
-            mainwindow::ShowEditor(navigator, u"5551"_s, u"Jane"_s, id);
-            QCOMPARE(navigator.shown, QStringList{opens});
-        }
     }
 };
 

@@ -1,7 +1,6 @@
 #include "mainwindow/FrmMain.h"
 #include "support/TestForms.h"
 
-using namespace Qt::StringLiterals;
 using core::Window;
 
 namespace {

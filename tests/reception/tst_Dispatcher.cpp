@@ -2,8 +2,6 @@
 #include "reception/Dispatcher.h"
 #include "support/TestDesk.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 /// Records what a datagram caused, in order.

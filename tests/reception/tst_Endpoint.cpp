@@ -3,8 +3,6 @@
 
 #include <QNetworkDatagram>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 // Below the ports from which the system chooses when a unit binds to any.

@@ -4,8 +4,6 @@
 #include "reception/Records.h"
 #include "support/Table.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 /// The shape of a unit's record, laid by hand: the line begins in column 51, the number in column 81.

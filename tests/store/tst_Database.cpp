@@ -1,11 +1,9 @@
 #include "DeliveredFiles.h"
-#include "support/TestDesk.h"
 
 #include <QFileInfo>
 
 #include <sqlite3.h>
 
-using namespace Qt::StringLiterals;
 using store::Database;
 using store::Row;
 

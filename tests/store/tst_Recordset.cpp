@@ -1,7 +1,6 @@
 #include "store/Connection.h"
 #include "support/TestDesk.h"
 
-using namespace Qt::StringLiterals;
 using store::Recordset;
 
 namespace {

@@ -1,10 +1,7 @@
 #include "DeliveredFiles.h"
 #include "store/Upgrade.h"
-#include "support/TestDesk.h"
 
 #include <QElapsedTimer>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

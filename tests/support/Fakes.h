@@ -4,12 +4,9 @@
 #include "core/Navigator.h"
 #include "core/Prompts.h"
 #include "core/TextLookup.h"
+#include "support/Table.h"
 
-#include <QList>
 #include <QSet>
-#include <QStringList>
-
-#include <functional>
 
 namespace support {
 
@@ -34,7 +31,12 @@ class FakePrompts : public core::Prompts
 {
 public:
     FakePrompts() = default;
-    ~FakePrompts() override;
+    ~FakePrompts() override
+    {
+        if (!m_script.isEmpty()) {
+            QTest::qFail("an announced prompt never came", __FILE__, __LINE__);
+        }
+    }
     Q_DISABLE_COPY_MOVE(FakePrompts)
 
     /// Announces one prompt: its answer (for `tell` it is ignored) and what happens while it is open.
@@ -52,7 +54,22 @@ private:
         bool ok = true;
         std::function<void()> whileOpen;
     };
-    bool answer(const QString &text);
+    bool answer(const QString &text)
+    {
+        asked.append(text);
+        if (m_script.isEmpty()) {
+            QTest::qFail(qPrintable(u"nobody announced this prompt: "_s + text), __FILE__, __LINE__);
+            return false;
+        }
+        const Answer scripted = m_script.takeFirst();
+        ++m_open;
+        if (scripted.whileOpen) {
+            scripted.whileOpen();
+        }
+        --m_open;
+        notifyClosed();
+        return scripted.ok;
+    }
 
     QList<Answer> m_script;
     int m_open = 0;

@@ -2,6 +2,8 @@
 
 #include <QTest>
 
+using namespace Qt::StringLiterals; // every test begins with this header or one that includes it
+
 namespace support {
 
 /// The table of a data-driven test: made with the names of its columns, called with each row's name and

@@ -3,9 +3,11 @@
 #include "core/Paths.h"
 #include "core/ProcessValues.h"
 #include "core/RunLog.h"
+#include "store/Database.h"
+#include "store/SqlDialect.h"
 #include "support/Fakes.h"
-#include "support/Table.h"
 
+#include <QDir>
 #include <QTemporaryDir>
 
 namespace support {
@@ -14,14 +16,41 @@ namespace support {
 class TestDesk
 {
 public:
-    TestDesk();
+    TestDesk()
+    {
+        QDir(folder.path()).mkdir(u"start"_s);
+        QDir(folder.path()).mkpath(u"data/SMS"_s);
+        paths = core::pathsBelow(folder.filePath(u"start"_s), folder.filePath(u"data"_s));
+    }
 
     /// The run log's messages without their time stamps.
-    QStringList logMessages() const;
-    QByteArray fileBytes(const QString &path) const;
+    QStringList logMessages() const
+    {
+        static const QRegularExpression stamp(u"^<[^>]*>  "_s, QRegularExpression::MultilineOption);
+        const QString text = QString::fromUtf8(fileBytes(paths.RunLogFile)).remove(stamp);
+        return text.split(u"\r\n"_s, Qt::SkipEmptyParts);
+    }
+    QByteArray fileBytes(const QString &path) const
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    void writeFile(const QString &path, const QByteArray &bytes) const
+    {
+        QFile file(path);
+        QVERIFY2(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size(), qPrintable(path));
+    }
     /// Runs statements in the given words on a database file, which is made when missing.
-    void runSql(const QString &path, const QString &statements) const;
-    void writeFile(const QString &path, const QByteArray &bytes) const;
+    void runSql(const QString &path, const QString &statements) const
+    {
+        if (!QFile::exists(path)) {
+            store::createDatabase(path, {}, [](store::Database &) {});
+        }
+        store::Database database(path);
+        for (const QString &statement : store::statementsOf(statements)) {
+            database.Execute(statement);
+        }
+    }
 
     QTemporaryDir folder;
     core::Paths paths;

@@ -4,10 +4,7 @@
 
 #include "core/TextUtilities.h"
 #include "lookup/PhoneNumbers.h"
-#include "store/Database.h"
 #include "support/TestDesk.h"
-
-using namespace Qt::StringLiterals;
 
 /// The maker of the delivered files as a program; and the sample desk hangs together with the scene that is
 /// played in it.

@@ -4,8 +4,6 @@
 #include <QNetworkDatagram>
 #include <QUdpSocket>
 
-using namespace Qt::StringLiterals;
-
 /// The simulator as a program, against a socket of ours in the place of CallDesk's.
 class tst_CalldeskSim : public QObject
 {
