@@ -1,9 +1,7 @@
 #include "core/CodePage.h"
 #include "reception/Columns.h"
+#include "support/Table.h"
 
-#include <QTest>
-
-using namespace Qt::StringLiterals;
 using core::CodePage;
 
 /// What the bytes of the network mean, and that none of them moves a later column.

@@ -1,33 +1,28 @@
 #include "core/RunLog.h"
 #include "support/TestDesk.h"
 
-namespace {
-
-class TextBox : public core::RunInfoBox
-{
-public:
-    void clear() override { text.clear(); }
-    qsizetype length() const override { return text.size(); }
-    void append(const QString &line) override { text += line; }
-    QString text;
-};
-
-struct Desk : support::TestDesk
-{
-    TextBox box;
-    Desk()
-    {
-        log.setRunInfoBox(&box);
-        values.MainWindowReady = true;
-    }
-};
-
-} // namespace
-
 /// What the run log file and its on-screen copy hold, and that a stranger's text cannot forge an entry.
 class tst_RunLog : public QObject
 {
     Q_OBJECT
+
+    struct TextBox : core::RunInfoBox
+    {
+        void clear() override { text.clear(); }
+        qsizetype length() const override { return text.size(); }
+        void append(const QString &line) override { text += line; }
+        QString text;
+    };
+
+    struct Desk : support::TestDesk
+    {
+        TextBox box;
+        Desk()
+        {
+            log.setRunInfoBox(&box);
+            values.MainWindowReady = true;
+        }
+    };
 
 private Q_SLOTS:
     void anEntryIsOneStampedLine()
@@ -42,21 +37,21 @@ private Q_SLOTS:
 
     void fileAndBoxAreErasedOnceTheyAreTooLong()
     {
-        const QByteArray stamp = "<2026-11-21 09:30:15>  ";
-        for (const auto &[file, box, mainWindow, erased, cleared] :
-             {std::tuple(20000, 20000, true, false, false),
-              {20001, 7, true, true, true},
-              {100, 20001, true, false, true},
-              {400000, 7, false, false, false}}) {
+        for (const auto &[file, box, mainWindow, fileAfter, boxAfter] :
+             {std::tuple(20000 - 30, 20000, true, 20000, 20030),
+              {20001 - 30, 7, true, 57, 30},
+              {100, 20001, true, 130, 30},
+              {400000, 7, false, 400030, 7}}) {
             Desk desk;
             desk.values.MainWindowReady = mainWindow;
             desk.box.text.fill(u'#', box);
-            desk.writeFile(desk.paths.RunLogFile, QByteArray(file - stamp.size() - 7, '#'));
-            desk.log.WriteRunLog(u"ring!"_s);
-            const QByteArray end = erased ? "Run.log is erased automatically!\r\n" : "ring!\r\n";
+            desk.writeFile(desk.paths.RunLogFile, QByteArray(file, '#'));
+            desk.log.WriteRunLog(u"ring!"_s); // 30 bytes with its stamp
             const QByteArray left = desk.fileBytes(desk.paths.RunLogFile);
-            QVERIFY(left.endsWith(stamp + end) && left.size() == (erased ? (stamp + end).size() : file));
-            QCOMPARE(desk.box.text.size(), (cleared ? 0 : box) + (mainWindow ? 30 : 0));
+            QCOMPARE(left.size(), fileAfter);
+            QVERIFY(
+                left.endsWith(fileAfter == 57 ? ">  Run.log is erased automatically!\r\n" : ">  ring!\r\n"));
+            QCOMPARE(desk.box.text.size(), boxAfter);
         }
     }
 

@@ -1,32 +1,28 @@
 #include "core/Settings.h"
 #include "support/TestDesk.h"
 
-namespace {
-
-QByteArray wholeRecord()
-{
-    QByteArray bytes;
-    for (int byte = 0; byte < 100; ++byte) {
-        bytes += char(255 - byte);
-    }
-    bytes += QByteArray("192.168.100.200").leftJustified(50) + QByteArray("\xB3\x07\x00\x00\x01\x00", 6);
-    bytes += QByteArray("CHS").leftJustified(50) + QByteArray("\x04\x03\x02\x01\x02\x00", 6);
-    bytes += QByteArray("CallerID,ID").leftJustified(60) + QByteArray("1800,1500").leftJustified(40);
-    return bytes + QByteArray("1,0").leftJustified(20) + "\xFE\xFF";
-}
-
-struct Desk : support::TestDesk
-{
-    core::Settings settings{paths, log};
-    QByteArray file() const { return fileBytes(paths.SettingsFile); }
-};
-
-} // namespace
-
 /// The 334 bytes of "Crm.cfg", and that no accident to the file takes them away.
 class tst_Settings : public QObject
 {
     Q_OBJECT
+
+    static QByteArray wholeRecord()
+    {
+        QByteArray bytes;
+        for (int byte = 0; byte < 100; ++byte) {
+            bytes += char(255 - byte);
+        }
+        bytes += QByteArray("192.168.100.200").leftJustified(50) + QByteArray("\xB3\x07\x00\x00\x01\x00", 6);
+        bytes += QByteArray("CHS").leftJustified(50) + QByteArray("\x04\x03\x02\x01\x02\x00", 6);
+        bytes += QByteArray("CallerID,ID").leftJustified(60) + QByteArray("1800,1500").leftJustified(40);
+        return bytes + QByteArray("1,0").leftJustified(20) + "\xFE\xFF";
+    }
+
+    struct Desk : support::TestDesk
+    {
+        core::Settings settings{paths, log};
+        QByteArray file() const { return fileBytes(paths.SettingsFile); }
+    };
 
 private Q_SLOTS:
     void everyFieldStandsAtItsOffset()

@@ -1,54 +1,50 @@
 #include "language/FormTranslator.h"
 #include "support/TestForms.h"
 
-namespace {
-
-struct Texts : core::TextLookup
-{
-    QHash<QString, QString> byKey;
-    QString Lms(const QString &key) const override { return byKey.value(key); }
-};
-
-/// One control of every kind, designed with the caption "Edit".
-struct Form
-{
-    QWidget window;
-    QPushButton button{u"Edit"_s, &window};
-    QGroupBox frame{u"Edit"_s, &window};
-    QLabel label{u"Edit"_s, &frame};
-    QLabel buddyLabel{u"Edit"_s, &frame};
-    QLabel customer{u"<b>Smith & Sons</b>"_s, &frame};
-    QLineEdit box{u"Edit"_s, &frame};
-    QListWidget list{&window};
-    QTabWidget tabs{&window};
-    QTableWidget grid{2, 1, &window};
-    QToolBar bar{&window};
-    QMenuBar menus{&window};
-    QAction *tool = bar.addAction(u"Edit"_s);
-    QAction *tippedTool = bar.addAction(u"Edit"_s);
-    QMenu *menu = menus.addMenu(u"Edit"_s);
-    QAction *item = menu->addAction(u"Edit"_s);
-    QDialog child{&window};
-    QPushButton childButton{u"Edit"_s, &child};
-
-    Form()
-    {
-        window.setWindowTitle(u"Edit"_s);
-        button.setToolTip(u"Help"_s);
-        button.setAccessibleName(u"Edit"_s);
-        tippedTool->setToolTip(u"Help"_s);
-        buddyLabel.setBuddy(&box);
-        list.addItem(u"Edit"_s);
-        tabs.addTab(new QWidget, u"Edit"_s);
-        grid.setHorizontalHeaderLabels({u"Edit"_s});
-    }
-};
-
-} // namespace
-
 class tst_FormTranslator : public QObject
 {
     Q_OBJECT
+
+    struct Texts : core::TextLookup
+    {
+        QHash<QString, QString> byKey;
+        QString Lms(const QString &key) const override { return byKey.value(key); }
+    };
+
+    /// One control of every kind, designed with the caption "Edit".
+    struct Form
+    {
+        QWidget window;
+        QPushButton button{u"Edit"_s, &window};
+        QGroupBox frame{u"Edit"_s, &window};
+        QLabel label{u"Edit"_s, &frame};
+        QLabel buddyLabel{u"Edit"_s, &frame};
+        QLabel customer{u"<b>Smith & Sons</b>"_s, &frame};
+        QLineEdit box{u"Edit"_s, &frame};
+        QListWidget list{&window};
+        QTabWidget tabs{&window};
+        QTableWidget grid{2, 1, &window};
+        QToolBar bar{&window};
+        QMenuBar menus{&window};
+        QAction *tool = bar.addAction(u"Edit"_s);
+        QAction *tippedTool = bar.addAction(u"Edit"_s);
+        QMenu *menu = menus.addMenu(u"Edit"_s);
+        QAction *item = menu->addAction(u"Edit"_s);
+        QDialog child{&window};
+        QPushButton childButton{u"Edit"_s, &child};
+
+        Form()
+        {
+            window.setWindowTitle(u"Edit"_s);
+            button.setToolTip(u"Help"_s);
+            button.setAccessibleName(u"Edit"_s);
+            tippedTool->setToolTip(u"Help"_s);
+            buddyLabel.setBuddy(&box);
+            list.addItem(u"Edit"_s);
+            tabs.addTab(new QWidget, u"Edit"_s);
+            grid.setHorizontalHeaderLabels({u"Edit"_s});
+        }
+    };
 
     Texts m_texts;
     support::TestDesk m_desk;

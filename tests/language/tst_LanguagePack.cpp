@@ -2,35 +2,32 @@
 #include "language/LanguagePack.h"
 #include "support/TestDesk.h"
 
-namespace {
-
-struct Desk : support::TestDesk
-{
-    support::FakePrompts prompts;
-    core::Settings settings{paths, log};
-    language::LanguagePack pack{paths, log, prompts, settings, 0x0404}; // a Taiwanese system
-
-    explicit Desk(const QString &langTable = u"create table Lang(id text(255), ENG memo, CHS memo, CHT memo);"
-                                             "insert into Lang values('Edit','&Edit','编辑','編輯'),"
-                                             "('ver','Version','版本',null),('VER','second','2','2'),"
-                                             "('438','Call notes','','通話紀要');"_s)
-    {
-        runSql(paths.LangFile, langTable);
-    }
-    /// The texts of three keys in a language.
-    QString textsIn(const QString &setting)
-    {
-        settings.record.LanguageSetting.setText(setting);
-        pack.iniLanguage();
-        return pack.Lms(u"eDIT"_s) + u'|' + pack.Lms(u"Ver"_s) + u'|' + pack.Lms(u"438"_s);
-    }
-};
-
-} // namespace
-
 class tst_LanguagePack : public QObject
 {
     Q_OBJECT
+
+    struct Desk : support::TestDesk
+    {
+        support::FakePrompts prompts;
+        core::Settings settings{paths, log};
+        language::LanguagePack pack{paths, log, prompts, settings, 0x0404}; // a Taiwanese system
+
+        explicit Desk(const QString &langTable =
+                          u"create table Lang(id text(255), ENG memo, CHS memo, CHT memo);"
+                          "insert into Lang values('Edit','&Edit','编辑','編輯'),"
+                          "('ver','Version','版本',null),('VER','second','2','2'),"
+                          "('438','Call notes','','通話紀要');"_s)
+        {
+            runSql(paths.LangFile, langTable);
+        }
+        /// The texts of three keys in a language.
+        QString textsIn(const QString &setting)
+        {
+            settings.record.LanguageSetting.setText(setting);
+            pack.iniLanguage();
+            return pack.Lms(u"eDIT"_s) + u'|' + pack.Lms(u"Ver"_s) + u'|' + pack.Lms(u"438"_s);
+        }
+    };
 
 private Q_SLOTS:
     void systemAndSettingDecideTheLanguage_data()

@@ -1,37 +1,31 @@
 #include "lookup/CallerPopUp.h"
 #include "support/TestForms.h"
 
-namespace {
-
-lookup::frmPopUp *card()
-{
-    return support::openForm<lookup::frmPopUp>();
-}
-
-template <typename Control>
-Control *find(const char *name)
-{
-    return card()->findChild<Control *>(QLatin1String(name));
-}
-
-core::CallRecord caller(const QString &number, const QString &vip = {}, const QString &blackList = {})
-{
-    core::CallRecord record;
-    record.CallerID = number;
-    record.SimpleDes = u"Jane <b>Miller\u202E</b>"_s;
-    record.DetailDes = QString(60000, u'w');
-    record.SnText = u"70007"_s;
-    record.Source = u"CUSTOMER"_s;
-    record.IfVIP = vip;
-    record.IfInBlackList = blackList;
-    return record;
-}
-
-} // namespace
-
 class tst_CallerPopUp : public QObject
 {
     Q_OBJECT
+
+    static lookup::frmPopUp *card() { return support::openForm<lookup::frmPopUp>(); }
+
+    template <typename Control>
+    static Control *find(const char *name)
+    {
+        return card()->findChild<Control *>(QLatin1String(name));
+    }
+
+    static core::CallRecord caller(const QString &number, const QString &vip = {},
+                                   const QString &blackList = {})
+    {
+        core::CallRecord record;
+        record.CallerID = number;
+        record.SimpleDes = u"Jane <b>Miller\u202E</b>"_s;
+        record.DetailDes = QString(60000, u'w');
+        record.SnText = u"70007"_s;
+        record.Source = u"CUSTOMER"_s;
+        record.IfVIP = vip;
+        record.IfInBlackList = blackList;
+        return record;
+    }
 
     std::unique_ptr<support::TestForms> m_forms;
     std::unique_ptr<lookup::CallerPopUp> m_popUp;

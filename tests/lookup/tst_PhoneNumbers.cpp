@@ -6,39 +6,35 @@
 
 #include <map>
 
-namespace {
-
-/// A desk whose index on the numbers would put row 8 before row 3, were it read instead of the table.
-struct Desk : support::TestDesk
-{
-    lookup::NumberIndex index{paths, log};
-    support::KeyTexts texts;
-    support::FakePrompts prompts;
-    support::FakeNavigator navigator;
-    lookup::ExistenceChecks checks{{paths, log, index, texts, prompts, navigator}};
-
-    Desk()
-    {
-        runSql(paths.PhoneBookFile, u"create table phonebook (SN counter, Telno text);"
-                                    "create index Telno on phonebook (Telno);"
-                                    "insert into phonebook values (3, '9533-1234567, 13900000000'),"
-                                    " (8, '13900000000 word')"_s);
-        runSql(paths.CustomerFile,
-               u"create table customer (SN counter, CustomerName text, WorkPhones text,"
-               " ContactPersonMobile text, Fax text, ContactPersonHomePhones text);"
-               "insert into customer values (70000, 'Harbour Ltd', '11', null, '33 22', '44'),"
-               " (70001, 'Bay', null, '22', '', '13900000000')"_s);
-        index.LoadPhoneNumberSNArray();
-        index.LoadCustomerPhoneNumberSnArray();
-    }
-};
-
-} // namespace
-
 /// The road of a number: out of a text, into the index, and to the row that holds it.
 class tst_PhoneNumbers : public QObject
 {
     Q_OBJECT
+
+    /// A desk whose index on the numbers would put row 8 before row 3, were it read instead of the table.
+    struct Desk : support::TestDesk
+    {
+        lookup::NumberIndex index{paths, log};
+        support::KeyTexts texts;
+        support::FakePrompts prompts;
+        support::FakeNavigator navigator;
+        lookup::ExistenceChecks checks{{paths, log, index, texts, prompts, navigator}};
+
+        Desk()
+        {
+            runSql(paths.PhoneBookFile, u"create table phonebook (SN counter, Telno text);"
+                                        "create index Telno on phonebook (Telno);"
+                                        "insert into phonebook values (3, '9533-1234567, 13900000000'),"
+                                        " (8, '13900000000 word')"_s);
+            runSql(paths.CustomerFile,
+                   u"create table customer (SN counter, CustomerName text, WorkPhones text,"
+                   " ContactPersonMobile text, Fax text, ContactPersonHomePhones text);"
+                   "insert into customer values (70000, 'Harbour Ltd', '11', null, '33 22', '44'),"
+                   " (70001, 'Bay', null, '22', '', '13900000000')"_s);
+            index.LoadPhoneNumberSNArray();
+            index.LoadCustomerPhoneNumberSnArray();
+        }
+    };
 
 private Q_SLOTS:
     void aTextIsCutAtItsSeparators_data()

@@ -6,35 +6,31 @@
 
 using mainwindow::CallGridModel;
 
-namespace {
-
-struct Grid : support::TestForms
-{
-    CallGridModel model{settings, desk.values, texts, desk.log};
-    core::SettingsRecord &record = settings.record;
-
-    Grid()
-    {
-        core::setGridDefaults(record);
-        model.iniGridCallerID_tarn();
-    }
-    void add(int number)
-    {
-        core::CallRecord call;
-        call.CallerID = u"555"_s + QString::number(number);
-        call.SimpleDes = u"a\x1b[31mb\r\nc\u202Ed"_s;
-        call.Source = u"CUSTOMER"_s;
-        call.SnText = QString::number(number);
-        call.SN = number;
-        model.ShowCallerID_tarn(call);
-    }
-};
-
-} // namespace
-
 class tst_CallGridModel : public QObject
 {
     Q_OBJECT
+
+    struct Grid : support::TestForms
+    {
+        CallGridModel model{settings, desk.values, texts, desk.log};
+        core::SettingsRecord &record = settings.record;
+
+        Grid()
+        {
+            core::setGridDefaults(record);
+            model.iniGridCallerID_tarn();
+        }
+        void add(int number)
+        {
+            core::CallRecord call;
+            call.CallerID = u"555"_s + QString::number(number);
+            call.SimpleDes = u"a\x1b[31mb\r\nc\u202Ed"_s;
+            call.Source = u"CUSTOMER"_s;
+            call.SnText = QString::number(number);
+            call.SN = number;
+            model.ShowCallerID_tarn(call);
+        }
+    };
 
 private Q_SLOTS:
     void theNewest299CallsAreShownOncePublished()

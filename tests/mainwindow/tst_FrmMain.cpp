@@ -3,62 +3,61 @@
 
 using core::Window;
 
-namespace {
-
-struct FakeCommands : mainwindow::MainWindowCommands
-{
-    QStringList called;
-    bool note(const QString &call)
-    {
-        called.append(call);
-        return true;
-    }
-    bool byebye(const QString &prompt) override { return note(u"byebye "_s + prompt); }
-    void handleSampleCall() override { note(u"handleSampleCall"_s); }
-    QString describeLastDatagram() override { return u"CallerID: 5550144"_s; }
-    bool eraseShortMessages() override { return note(u"eraseShortMessages"_s); }
-};
-
-struct Forms : support::TestForms
-{
-    mainwindow::AutoHide autoHide;
-    FakeCommands commands;
-    std::unique_ptr<mainwindow::FrmMain> window;
-
-    Forms()
-    {
-        core::setGridDefaults(settings.record);
-        desk.values.AppVersion = u"1.00C42"_s;
-        desk.values.WordSeparator = u" "_s;
-        desk.values.OemMark = u"CD"_s;
-        desk.values.ProductDisplayName = u"Corner Desk"_s;
-        navigator.available = {Window::CallNotes, Window::CustomerList, Window::PhoneBook,
-                               Window::Options,   Window::Help,         Window::SendMessage,
-                               Window::AddCaller, Window::CallerEditor};
-        open();
-    }
-    void open()
-    {
-        window.reset();
-        window = std::make_unique<mainwindow::FrmMain>(
-            mainwindow::FrmMain::Context{desk.paths, desk.values, desk.log, settings, texts, prompts,
-                                         navigator, autoHide, commands, services()});
-        window->show();
-        QVERIFY(QTest::qWaitForWindowExposed(window.get()));
-    }
-    template <typename Control>
-    Control *find(const char *name) const
-    {
-        return window->findChild<Control *>(QLatin1String(name));
-    }
-    void click(const char *button) const { QTest::mouseClick(find<QAbstractButton>(button), Qt::LeftButton); }
-};
-
-} // namespace
-
 class tst_FrmMain : public QObject
 {
     Q_OBJECT
+
+    struct FakeCommands : mainwindow::MainWindowCommands
+    {
+        QStringList called;
+        bool note(const QString &call)
+        {
+            called.append(call);
+            return true;
+        }
+        bool byebye(const QString &prompt) override { return note(u"byebye "_s + prompt); }
+        void handleSampleCall() override { note(u"handleSampleCall"_s); }
+        QString describeLastDatagram() override { return u"CallerID: 5550144"_s; }
+        bool eraseShortMessages() override { return note(u"eraseShortMessages"_s); }
+    };
+
+    struct Forms : support::TestForms
+    {
+        mainwindow::AutoHide autoHide;
+        FakeCommands commands;
+        std::unique_ptr<mainwindow::FrmMain> window;
+
+        Forms()
+        {
+            core::setGridDefaults(settings.record);
+            desk.values.AppVersion = u"1.00C42"_s;
+            desk.values.WordSeparator = u" "_s;
+            desk.values.OemMark = u"CD"_s;
+            desk.values.ProductDisplayName = u"Corner Desk"_s;
+            navigator.available = {Window::CallNotes, Window::CustomerList, Window::PhoneBook,
+                                   Window::Options,   Window::Help,         Window::SendMessage,
+                                   Window::AddCaller, Window::CallerEditor};
+            open();
+        }
+        void open()
+        {
+            window.reset();
+            window = std::make_unique<mainwindow::FrmMain>(
+                mainwindow::FrmMain::Context{desk.paths, desk.values, desk.log, settings, texts, prompts,
+                                             navigator, autoHide, commands, services()});
+            window->show();
+            QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+        }
+        template <typename Control>
+        Control *find(const char *name) const
+        {
+            return window->findChild<Control *>(QLatin1String(name));
+        }
+        void click(const char *button) const
+        {
+            QTest::mouseClick(find<QAbstractButton>(button), Qt::LeftButton);
+        }
+    };
 
 private Q_SLOTS:
     void theWindowIsRememberedAndNotEndedByClosing()

@@ -2,76 +2,72 @@
 #include "reception/Dispatcher.h"
 #include "support/TestDesk.h"
 
-namespace {
-
-/// Records what a datagram caused, in order.
-class RecordedEffects : public reception::CallEffects
-{
-public:
-    bool callerPopsUp(const QString &number) override { return note(u"asked for "_s + number, popsUp); }
-    QString GetArea(const QString &) override { return u"London"_s; }
-    void setMainWindowNormal() override { note(u"normal"_s); }
-    void showMainWindow() override { note(u"window"_s); }
-    void ShowCallerID_tarn(const core::CallRecord &call) override { note(u"row "_s + call.CallerID); }
-    void showLastCaller(const QString &text) override { lastCaller = text; }
-    void ShowPopup(const core::CallRecord &call) override { note(u"popup "_s + call.CallerID); }
-    void ShowSmallMessage(const QString &text) override { note(u"message "_s + text.trimmed()); }
-    bool byebye(const QString &prompt) override { return note(u"byebye "_s + prompt); }
-
-    bool popsUp = false;
-    bool fails = false;
-    QStringList causes;
-    QString lastCaller;
-
-private:
-    bool note(const QString &cause, bool answer = true)
-    {
-        causes.append(cause);
-        if (fails) {
-            throw core::Error(7, u"out of memory"_s);
-        }
-        return answer;
-    }
-};
-
-struct Reception : support::TestDesk
-{
-    core::Settings settings{paths, log};
-    core::CodePage codePage{936};
-    RecordedEffects effects;
-    reception::Dispatcher dispatcher{settings, log, values, codePage, effects};
-
-    void receive(const QByteArray &bytes, const QString &sender = u"10.1.2.3"_s, quint16 port = 4711)
-    {
-        dispatcher.Winsock1_DataArrival({bytes, QHostAddress(sender), port});
-    }
-    QString savedSender()
-    {
-        core::Settings saved(paths, log);
-        saved.Get_misc();
-        QFile::remove(paths.SettingsFile);
-        return saved.record.LastSenderIp.text() + u' ' + QString::number(saved.record.LastSenderPort);
-    }
-};
-
-QByteArray call(const QString &line = u"5550101"_s)
-{
-    sim::CallFields fields;
-    fields.line = line;
-    fields.number = u"5550199"_s;
-    fields.name = u"Ada"_s;
-    fields.tailTime = u"2026-11-20 10:42"_s;
-    fields.tailExt = u"201"_s;
-    fields.tailTel = u"5550106"_s;
-    return sim::callRecord(fields, sim::CodePageChoice(936));
-}
-
-} // namespace
-
 /// What each datagram causes, and what stays of it in the run log and the settings.
 class tst_Dispatcher : public QObject
 {
     Q_OBJECT
+
+    /// Records what a datagram caused, in order.
+    class RecordedEffects : public reception::CallEffects
+    {
+    public:
+        bool callerPopsUp(const QString &number) override { return note(u"asked for "_s + number, popsUp); }
+        QString GetArea(const QString &) override { return u"London"_s; }
+        void setMainWindowNormal() override { note(u"normal"_s); }
+        void showMainWindow() override { note(u"window"_s); }
+        void ShowCallerID_tarn(const core::CallRecord &call) override { note(u"row "_s + call.CallerID); }
+        void showLastCaller(const QString &text) override { lastCaller = text; }
+        void ShowPopup(const core::CallRecord &call) override { note(u"popup "_s + call.CallerID); }
+        void ShowSmallMessage(const QString &text) override { note(u"message "_s + text.trimmed()); }
+        bool byebye(const QString &prompt) override { return note(u"byebye "_s + prompt); }
+
+        bool popsUp = false;
+        bool fails = false;
+        QStringList causes;
+        QString lastCaller;
+
+    private:
+        bool note(const QString &cause, bool answer = true)
+        {
+            causes.append(cause);
+            if (fails) {
+                throw core::Error(7, u"out of memory"_s);
+            }
+            return answer;
+        }
+    };
+
+    struct Reception : support::TestDesk
+    {
+        core::Settings settings{paths, log};
+        core::CodePage codePage{936};
+        RecordedEffects effects;
+        reception::Dispatcher dispatcher{settings, log, values, codePage, effects};
+
+        void receive(const QByteArray &bytes, const QString &sender = u"10.1.2.3"_s, quint16 port = 4711)
+        {
+            dispatcher.Winsock1_DataArrival({bytes, QHostAddress(sender), port});
+        }
+        QString savedSender()
+        {
+            core::Settings saved(paths, log);
+            saved.Get_misc();
+            QFile::remove(paths.SettingsFile);
+            return saved.record.LastSenderIp.text() + u' ' + QString::number(saved.record.LastSenderPort);
+        }
+    };
+
+    static QByteArray call(const QString &line = u"5550101"_s)
+    {
+        sim::CallFields fields;
+        fields.line = line;
+        fields.number = u"5550199"_s;
+        fields.name = u"Ada"_s;
+        fields.tailTime = u"2026-11-20 10:42"_s;
+        fields.tailExt = u"201"_s;
+        fields.tailTel = u"5550106"_s;
+        return sim::callRecord(fields, sim::CodePageChoice(936));
+    }
 
 private Q_SLOTS:
     void aCallPopsUpByTheSettingsOrTheFilter()

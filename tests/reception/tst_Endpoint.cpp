@@ -3,97 +3,96 @@
 
 #include <QNetworkDatagram>
 
-namespace {
-
-// Below the ports from which the system chooses when a unit binds to any.
-quint16 freePort()
-{
-    QUdpSocket socket;
-    auto port = quint16(20000 + QCoreApplication::applicationPid() % 10000);
-    while (!socket.bind(QHostAddress::AnyIPv4, port, QAbstractSocket::DontShareAddress)) {
-        ++port;
-    }
-    return port;
-}
-
-/// A caller-ID unit at the other end of the loopback.
-class Unit
-{
-public:
-    explicit Unit(quint16 to) : m_to(to) { m_socket.bind(QHostAddress::LocalHost); }
-    void send(const QList<QByteArray> &datagrams)
-    {
-        for (const QByteArray &bytes : datagrams) {
-            m_socket.writeDatagram(bytes, QHostAddress::LocalHost, m_to);
-        }
-    }
-    quint16 port() const { return m_socket.localPort(); }
-    QByteArray answer() { return m_socket.waitForReadyRead(5000) ? m_socket.receiveDatagram().data() : ""; }
-
-private:
-    quint16 m_to;
-    QUdpSocket m_socket;
-};
-
-QList<QByteArray> numbers(int first, int last)
-{
-    QList<QByteArray> datagrams;
-    for (int number = first; number <= last; ++number) {
-        datagrams.append(QByteArray::number(number));
-    }
-    return datagrams;
-}
-
-void letEventsCome()
-{
-    for (int turn = 0; turn < 50; ++turn) {
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 1);
-    }
-}
-
-struct Reception : support::TestDesk
-{
-    support::FakePrompts prompts;
-    support::KeyTexts texts;
-    core::Settings settings{paths, log};
-    core::CodePage codePage{936};
-    quint16 port = freePort();
-    QList<QByteArray> handled;
-    std::function<void()> whileHandling;
-    std::unique_ptr<reception::Endpoint> endpoint;
-    Unit unit{port};
-
-    Reception() { open(); }
-    void open()
-    {
-        const auto handle = [this](const reception::Datagram &datagram) {
-            handled.append(datagram.bytes);
-            if (const auto once = std::exchange(whileHandling, {})) {
-                once();
-            }
-        };
-        endpoint = std::make_unique<reception::Endpoint>(
-            reception::Endpoint::Context{settings, log, prompts, texts, codePage}, port, handle);
-        endpoint->iniUDP();
-    }
-    /// Shows a box, sends 4 to 9 behind it, and sees that nothing is handled until it closes.
-    void ask(int handledBefore)
-    {
-        prompts.expect(true, [this, handledBefore] {
-            unit.send(numbers(4, 9));
-            letEventsCome();
-            QCOMPARE(handled, numbers(1, handledBefore));
-        });
-        prompts.askOkCancel(u"ExitPopWarning"_s, {});
-    }
-};
-
-} // namespace
-
 /// Real datagrams over the loopback: all of them, in order, and none behind the operator's back.
 class tst_Endpoint : public QObject
 {
     Q_OBJECT
+
+    // Below the ports from which the system chooses when a unit binds to any.
+    static quint16 freePort()
+    {
+        QUdpSocket socket;
+        auto port = quint16(20000 + QCoreApplication::applicationPid() % 10000);
+        while (!socket.bind(QHostAddress::AnyIPv4, port, QAbstractSocket::DontShareAddress)) {
+            ++port;
+        }
+        return port;
+    }
+
+    /// A caller-ID unit at the other end of the loopback.
+    class Unit
+    {
+    public:
+        explicit Unit(quint16 to) : m_to(to) { m_socket.bind(QHostAddress::LocalHost); }
+        void send(const QList<QByteArray> &datagrams)
+        {
+            for (const QByteArray &bytes : datagrams) {
+                m_socket.writeDatagram(bytes, QHostAddress::LocalHost, m_to);
+            }
+        }
+        quint16 port() const { return m_socket.localPort(); }
+        QByteArray answer()
+        {
+            return m_socket.waitForReadyRead(5000) ? m_socket.receiveDatagram().data() : "";
+        }
+
+    private:
+        quint16 m_to;
+        QUdpSocket m_socket;
+    };
+
+    static QList<QByteArray> numbers(int first, int last)
+    {
+        QList<QByteArray> datagrams;
+        for (int number = first; number <= last; ++number) {
+            datagrams.append(QByteArray::number(number));
+        }
+        return datagrams;
+    }
+
+    static void letEventsCome()
+    {
+        for (int turn = 0; turn < 50; ++turn) {
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 1);
+        }
+    }
+
+    struct Reception : support::TestDesk
+    {
+        support::FakePrompts prompts;
+        support::KeyTexts texts;
+        core::Settings settings{paths, log};
+        core::CodePage codePage{936};
+        quint16 port = freePort();
+        QList<QByteArray> handled;
+        std::function<void()> whileHandling;
+        std::unique_ptr<reception::Endpoint> endpoint;
+        Unit unit{port};
+
+        Reception() { open(); }
+        void open()
+        {
+            const auto handle = [this](const reception::Datagram &datagram) {
+                handled.append(datagram.bytes);
+                if (const auto once = std::exchange(whileHandling, {})) {
+                    once();
+                }
+            };
+            endpoint = std::make_unique<reception::Endpoint>(
+                reception::Endpoint::Context{settings, log, prompts, texts, codePage}, port, handle);
+            endpoint->iniUDP();
+        }
+        /// Shows a box, sends 4 to 9 behind it, and sees that nothing is handled until it closes.
+        void ask(int handledBefore)
+        {
+            prompts.expect(true, [this, handledBefore] {
+                unit.send(numbers(4, 9));
+                letEventsCome();
+                QCOMPARE(handled, numbers(1, handledBefore));
+            });
+            prompts.askOkCancel(u"ExitPopWarning"_s, {});
+        }
+    };
 
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u"."_s)); }

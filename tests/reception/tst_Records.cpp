@@ -4,49 +4,46 @@
 #include "reception/Records.h"
 #include "support/Table.h"
 
-namespace {
-
-/// The shape of a unit's record, laid by hand: the line begins in column 51, the number in column 81.
-QByteArray unitRecord()
-{
-    return "<CRMV1" + QByteArray(15, ' ') + "0007     2009-08-08 12:51:33 " +
-           QByteArray("5550101").leftJustified(30) + QByteArray("5550199").leftJustified(30) +
-           QByteArray(">").leftJustified(43) + QByteArray("10.1.2.3").leftJustified(15);
-}
-
-/// Every field of a call, in the order in which they are declared.
-sim::CallFields sampleCall(const QString &line)
-{
-    return {u"012"_s,      u"2026-11-21 09:30:15"_s,
-            line,          u"02087654321"_s,
-            line.left(15), u"SPB7"_s,
-            u"10.1.2.3"_s, u"N"_s,
-            u"Y"_s,        u"2026-11-20 10:42"_s,
-            u"201"_s,      u"5035550106"_s,
-            u"123"_s,      u"one [two] three"_s};
-}
-
-core::CallRecord parsed(const QByteArray &bytes, int number)
-{
-    const core::CodePage codePage(number);
-    return reception::parseCallRecord({codePage.decode(bytes), codePage.columnRule(bytes)});
-}
-
-QString fieldsOf(const core::CallRecord &record)
-{
-    const QStringList caller = {record.CallerID, record.IncomingTime.trimmed(), record.Channel,
-                                record.LineNo};
-    const QStringList about = {record.SimpleDes, record.DetailDes, record.SnText, record.Source,
-                               record.IfVIP};
-    return (caller + about + QStringList{record.IfInBlackList, record.RawCid, record.SenderIp}).join(u'|');
-}
-
-} // namespace
-
 /// What a datagram says, whoever cut, bent or forged it.
 class tst_Records : public QObject
 {
     Q_OBJECT
+
+    /// The shape of a unit's record, laid by hand: the line begins in column 51, the number in column 81.
+    static QByteArray unitRecord()
+    {
+        return "<CRMV1" + QByteArray(15, ' ') + "0007     2009-08-08 12:51:33 " +
+               QByteArray("5550101").leftJustified(30) + QByteArray("5550199").leftJustified(30) +
+               QByteArray(">").leftJustified(43) + QByteArray("10.1.2.3").leftJustified(15);
+    }
+
+    /// Every field of a call, in the order in which they are declared.
+    static sim::CallFields sampleCall(const QString &line)
+    {
+        return {u"012"_s,      u"2026-11-21 09:30:15"_s,
+                line,          u"02087654321"_s,
+                line.left(15), u"SPB7"_s,
+                u"10.1.2.3"_s, u"N"_s,
+                u"Y"_s,        u"2026-11-20 10:42"_s,
+                u"201"_s,      u"5035550106"_s,
+                u"123"_s,      u"one [two] three"_s};
+    }
+
+    static core::CallRecord parsed(const QByteArray &bytes, int number)
+    {
+        const core::CodePage codePage(number);
+        return reception::parseCallRecord({codePage.decode(bytes), codePage.columnRule(bytes)});
+    }
+
+    static QString fieldsOf(const core::CallRecord &record)
+    {
+        const QStringList caller = {record.CallerID, record.IncomingTime.trimmed(), record.Channel,
+                                    record.LineNo};
+        const QStringList about = {record.SimpleDes, record.DetailDes, record.SnText, record.Source,
+                                   record.IfVIP};
+        return (caller + about + QStringList{record.IfInBlackList, record.RawCid, record.SenderIp})
+            .join(u'|');
+    }
 
 private Q_SLOTS:
     void fieldsAreCutByColumns()

@@ -7,53 +7,50 @@
 using store::Database;
 using store::Row;
 
-namespace {
-
-void addCustomers(Database &database)
-{
-    for (int number = 999; number > 699; --number) {
-        const QString name = u"Customer %1"_s.arg(number);
-        database.Execute(u"insert into customer(CustomerName,Address) values(?,?)"_s,
-                         {name, name.repeated(9)});
-    }
-}
-
-/// Past all of our own: with another text order, and none of the hardening.
-void executeRaw(const QString &path, const char *sql)
-{
-    sqlite3 *engine = nullptr;
-    sqlite3_open(path.toUtf8().constData(), &engine);
-    const auto backwards = [](void *, int n, const void *a, int m, const void *b) {
-        return -QByteArrayView(static_cast<const char *>(a), n).compare({static_cast<const char *>(b), m});
-    };
-    sqlite3_create_collation(engine, "JET", SQLITE_UTF8, nullptr, backwards);
-    QCOMPARE(sqlite3_exec(engine, sql, nullptr, nullptr, nullptr), SQLITE_OK);
-    sqlite3_close(engine);
-}
-
-int countRows(Database &database)
-{
-    int rows = 0;
-    database.forEachRow(u"select SN, Address from customer"_s, [&](const Row &) { ++rows; });
-    return rows;
-}
-
-QString errorOf(const QString &path)
-{
-    try {
-        Database database(path);
-        countRows(database);
-    } catch (const core::Error &error) {
-        return QString::number(error.number()) + u' ' + error.description();
-    }
-    return u"opened"_s;
-}
-
-} // namespace
-
 class tst_Database : public QObject
 {
     Q_OBJECT
+
+    static void addCustomers(Database &database)
+    {
+        for (int number = 999; number > 699; --number) {
+            const QString name = u"Customer %1"_s.arg(number);
+            database.Execute(u"insert into customer(CustomerName,Address) values(?,?)"_s,
+                             {name, name.repeated(9)});
+        }
+    }
+
+    /// Past all of our own: with another text order, and none of the hardening.
+    static void executeRaw(const QString &path, const char *sql)
+    {
+        sqlite3 *engine = nullptr;
+        sqlite3_open(path.toUtf8().constData(), &engine);
+        const auto backwards = [](void *, int n, const void *a, int m, const void *b) {
+            return -QByteArrayView(static_cast<const char *>(a), n)
+                        .compare({static_cast<const char *>(b), m});
+        };
+        sqlite3_create_collation(engine, "JET", SQLITE_UTF8, nullptr, backwards);
+        QCOMPARE(sqlite3_exec(engine, sql, nullptr, nullptr, nullptr), SQLITE_OK);
+        sqlite3_close(engine);
+    }
+
+    static int countRows(Database &database)
+    {
+        int rows = 0;
+        database.forEachRow(u"select SN, Address from customer"_s, [&](const Row &) { ++rows; });
+        return rows;
+    }
+
+    static QString errorOf(const QString &path)
+    {
+        try {
+            Database database(path);
+            countRows(database);
+        } catch (const core::Error &error) {
+            return QString::number(error.number()) + u' ' + error.description();
+        }
+        return u"opened"_s;
+    }
 
     std::unique_ptr<support::TestDesk> m_desk;
     QString m_path;

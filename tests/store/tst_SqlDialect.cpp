@@ -1,9 +1,7 @@
 #include "core/Error.h"
 #include "store/SqlDialect.h"
+#include "support/Table.h"
 
-#include <QTest>
-
-using namespace Qt::StringLiterals;
 using store::Wildcards;
 
 class tst_SqlDialect : public QObject

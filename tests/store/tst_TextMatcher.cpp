@@ -1,46 +1,41 @@
 #include "store/TextMatcher.h"
+#include "support/Table.h"
 
 #include <QRandomGenerator>
-#include <QTest>
 
-using namespace Qt::StringLiterals;
 using store::TextMatcher;
 using store::Wildcards;
-
-namespace {
-
-bool like(const QString &text, const QString &pattern, Wildcards wildcards = Wildcards::Asterisk)
-{
-    return TextMatcher(pattern.toUtf8(), wildcards).matches(text.toUtf8());
-}
-
-QString randomText(QRandomGenerator &random, int atMost, const QString &letters)
-{
-    QString text;
-    for (int i = random.bounded(atMost); i > 0; --i) {
-        text += letters.at(random.bounded(letters.size()));
-    }
-    return text;
-}
-
-/// The meaning of ? and *, told as a recursion.
-bool walks(QStringView text, QStringView pattern)
-{
-    if (pattern.isEmpty()) {
-        return text.isEmpty();
-    }
-    if (pattern.front() == u'*') {
-        return walks(text, pattern.sliced(1)) || (!text.isEmpty() && walks(text.sliced(1), pattern));
-    }
-    return !text.isEmpty() && (pattern.front() == u'?' || pattern.front() == text.front()) &&
-           walks(text.sliced(1), pattern.sliced(1));
-}
-
-} // namespace
 
 class tst_TextMatcher : public QObject
 {
     Q_OBJECT
+
+    static bool like(const QString &text, const QString &pattern, Wildcards wildcards = Wildcards::Asterisk)
+    {
+        return TextMatcher(pattern.toUtf8(), wildcards).matches(text.toUtf8());
+    }
+
+    static QString randomText(QRandomGenerator &random, int atMost, const QString &letters)
+    {
+        QString text;
+        for (int i = random.bounded(atMost); i > 0; --i) {
+            text += letters.at(random.bounded(letters.size()));
+        }
+        return text;
+    }
+
+    /// The meaning of ? and *, told as a recursion.
+    static bool walks(QStringView text, QStringView pattern)
+    {
+        if (pattern.isEmpty()) {
+            return text.isEmpty();
+        }
+        if (pattern.front() == u'*') {
+            return walks(text, pattern.sliced(1)) || (!text.isEmpty() && walks(text.sliced(1), pattern));
+        }
+        return !text.isEmpty() && (pattern.front() == u'?' || pattern.front() == text.front()) &&
+               walks(text.sliced(1), pattern.sliced(1));
+    }
 
 private Q_SLOTS:
     void patternsMatch()

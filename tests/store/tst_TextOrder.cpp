@@ -1,23 +1,17 @@
 #include "store/TextOrder.h"
+#include "support/Table.h"
 
 #include <QRandomGenerator>
-#include <QTest>
-
-using namespace Qt::StringLiterals;
-
-namespace {
-
-int signOfOrder(const QByteArray &left, const QByteArray &right)
-{
-    const int order = store::compareJet(left, right);
-    return (order > 0) - (order < 0);
-}
-
-} // namespace
 
 class tst_TextOrder : public QObject
 {
     Q_OBJECT
+
+    static int signOfOrder(const QByteArray &left, const QByteArray &right)
+    {
+        const int order = store::compareJet(left, right);
+        return (order > 0) - (order < 0);
+    }
 
 private Q_SLOTS:
     void namesStandInDictionaryOrder()
