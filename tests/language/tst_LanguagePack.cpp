@@ -12,13 +12,12 @@ class tst_LanguagePack : public QObject
         core::Settings settings{paths, log};
         language::LanguagePack pack{paths, log, prompts, settings, 0x0404}; // a Taiwanese system
 
-        explicit Desk(const QString &langTable =
-                          u"create table Lang(id text(255), ENG memo, CHS memo, CHT memo);"
-                          "insert into Lang values('Edit','&Edit','编辑','編輯'),"
-                          "('ver','Version','版本',null),('VER','second','2','2'),"
-                          "('438','Call notes','','通話紀要');"_s)
+        Desk()
         {
-            runSql(paths.LangFile, langTable);
+            runSql(paths.LangFile, u"create table Lang(id text(255), ENG memo, CHS memo, CHT memo);"
+                                   "insert into Lang values('Edit','&Edit','编辑','編輯'),"
+                                   "('ver','Version','版本',null),('VER','second','2','2'),"
+                                   "('438','Call notes','','通話紀要');"_s);
         }
         /// The texts of three keys in a language.
         QString textsIn(const QString &setting)
@@ -88,18 +87,6 @@ private Q_SLOTS:
                         "insert into Language values('Edit','Editar','&Edit'), ('ver','','Version');"_s);
             QCOMPARE(desk.textsIn(setting), u"Editar|Version|"_s);
         }
-    }
-
-    void aMissingDatabaseIsToldAndAnUnusableOneLogged()
-    {
-        Desk desk(u"create table Lang(id text(255), ENG memo);"_s);
-        QCOMPARE(desk.textsIn(u"CHS"_s), u"||"_s);
-        QVERIFY(desk.logMessages().last().startsWith(u"!Load LangPack "_s));
-        QVERIFY(QFile::remove(desk.paths.LangFile));
-        desk.prompts.expect();
-        QCOMPARE(desk.textsIn(u"CHS"_s), u"||"_s);
-        QCOMPARE(desk.prompts.asked.last(), u"No Lang.mdb file found! path = "_s + desk.paths.LangFile);
-        QCOMPARE(desk.pack.state().code, u"CHS"_s);
     }
 
     void textsReadBeforeTheDamageAreKept()

@@ -27,28 +27,25 @@ class tst_CallerPopUp : public QObject
         return record;
     }
 
-    std::unique_ptr<support::TestForms> m_forms;
-    std::unique_ptr<lookup::CallerPopUp> m_popUp;
-    QWidget m_mainWindow;
-
-    void pop(const core::CallRecord &record)
+    struct Desk : support::TestForms
     {
-        m_popUp->ShowPopup(record);
-        QTRY_VERIFY(card() != nullptr);
-    }
+        QWidget mainWindow;
+        lookup::CallerPopUp popUp{{desk.log, settings, texts, navigator, services(),
+                                   [this]() -> const QWidget & { return mainWindow; }}};
+
+        Desk()
+        {
+            settings.record.PopupDetail = 1;
+            navigator.available = {core::Window::CallerEditor};
+        }
+        void pop(const core::CallRecord &record)
+        {
+            popUp.ShowPopup(record);
+            QTRY_VERIFY(card() != nullptr);
+        }
+    };
 
 private Q_SLOTS:
-    void init()
-    {
-        m_popUp.reset();
-        m_forms = std::make_unique<support::TestForms>();
-        m_forms->settings.record.PopupDetail = 1;
-        m_forms->navigator.available = {core::Window::CallerEditor};
-        m_popUp = std::make_unique<lookup::CallerPopUp>(lookup::CallerPopUp::Context{
-            m_forms->desk.log, m_forms->settings, m_forms->texts, m_forms->navigator, m_forms->services(),
-            [this]() -> const QWidget & { return m_mainWindow; }});
-    }
-
     void theMarksDecideColorsAndWords_data()
     {
         const support::Table<QString, QString, bool, QColor, QColor, QString> row(
@@ -64,10 +61,10 @@ private Q_SLOTS:
         QFETCH(QString, vip);
         QFETCH(QString, blackList);
         QFETCH(QString, notice);
+        Desk desk;
         const core::CallRecord record = caller(u"5550144"_s, vip, blackList);
-        QTEST(lookup::decidePopUp(lookup::popupInfoOf(record), false, m_forms->texts).has_value(),
-              "alwaysShows");
-        pop(record);
+        QTEST(lookup::decidePopUp(lookup::popupInfoOf(record), false, desk.texts).has_value(), "alwaysShows");
+        desk.pop(record);
         QCOMPARE(find<QLineEdit>("txtAbout")->text(), u"5550144     Jane <b>Miller </b>"_s);
         QCOMPARE(find<QPlainTextEdit>("txtContent")->toPlainText(), QString(256, u'w'));
         for (const char *box : {"txtAbout", "txtContent"}) {
@@ -80,31 +77,33 @@ private Q_SLOTS:
         for (QString core::CallRecord::*field : {&core::CallRecord::SnText, &core::CallRecord::SimpleDes}) {
             core::CallRecord nobody = record; // unknown, or without a name
             (nobody.*field).clear();
-            QVERIFY(!lookup::decidePopUp(lookup::popupInfoOf(nobody), true, m_forms->texts));
+            QVERIFY(!lookup::decidePopUp(lookup::popupInfoOf(nobody), true, desk.texts));
         }
     }
 
     void aTurnWithSeveralCallsShowsTheNewest()
     {
-        m_popUp->ShowPopup(caller(u"5550144"_s));
-        m_popUp->ShowPopup(caller(u"5550177"_s));
-        m_popUp->ShowPopup(core::CallRecord()); // pops nobody up and leaves the card to the others
+        Desk desk;
+        desk.popUp.ShowPopup(caller(u"5550144"_s));
+        desk.popUp.ShowPopup(caller(u"5550177"_s));
+        desk.popUp.ShowPopup(core::CallRecord()); // pops nobody up and leaves the card to the others
         QTRY_VERIFY(card() != nullptr);
         QCOMPARE(find<QLabel>("lblCallerNumber")->text(), u"5550177"_s);
     }
 
     void theCardStandsInTheCornerAndLeavesTheKeyboardAlone()
     {
-        pop(caller(u"5550144"_s));
+        Desk desk;
+        desk.pop(caller(u"5550144"_s));
         QVERIFY(card()->testAttribute(Qt::WA_ShowWithoutActivating));
-        const QRect free = m_mainWindow.screen()->availableGeometry();
+        const QRect free = desk.mainWindow.screen()->availableGeometry();
         QVERIFY(free.contains(card()->geometry()));
         const QPoint gap = free.bottomRight() - card()->geometry().bottomRight();
         QVERIFY(gap.x() < 32 && gap.y() < 64);
         const auto *standing = card();
         const QPoint moved = card()->pos() - QPoint(100, 100);
         card()->move(moved);
-        pop(caller(u"5550177"_s, u"Y"_s));
+        desk.pop(caller(u"5550177"_s, u"Y"_s));
         QTRY_VERIFY(find<QLabel>("lblBlackListNotice")->isVisible());
         QCOMPARE(card(), standing);
         QCOMPARE(card()->pos(), moved);
@@ -112,19 +111,20 @@ private Q_SLOTS:
 
     void buttonsAndEscapeEndTheCard()
     {
+        Desk desk;
         for (const char *button : {"Command2", "Command1", "Escape"}) {
-            pop(caller(u"5550144"_s));
+            desk.pop(caller(u"5550144"_s));
             if (auto *pressed = find<QPushButton>(button)) {
                 QTest::mouseClick(pressed, Qt::LeftButton);
             } else {
                 QTest::keyClick(card(), Qt::Key_Escape);
             }
             QTRY_COMPARE(card(), nullptr);
-            QCOMPARE(m_forms->navigator.shown, QStringList{u"Show_Editor CUSTOMER 70007"_s}); // by the first
+            QCOMPARE(desk.navigator.shown, QStringList{u"Show_Editor CUSTOMER 70007"_s}); // by the first
         }
-        QTRY_COMPARE(m_forms->openForms.count(), 0);
-        m_forms->navigator.available.clear();
-        pop(caller(u"5550144"_s));
+        QTRY_COMPARE(desk.openForms.count(), 0);
+        desk.navigator.available.clear();
+        desk.pop(caller(u"5550144"_s));
         QVERIFY(!find<QPushButton>("Command2")->isEnabled());
     }
 };

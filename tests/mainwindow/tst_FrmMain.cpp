@@ -157,11 +157,11 @@ private Q_SLOTS:
         forms.desk.values.DeveloperMode = true;
         forms.open();
         forms.find<QTabWidget>("SSTab1")->setCurrentIndex(1);
-        forms.click("Command6");
-        QCOMPARE(forms.commands.called, QStringList{u"handleSampleCall"_s});
         forms.prompts.expect();
         forms.click("cmdTest");
         QCOMPARE(forms.prompts.asked, QStringList{u"CallerID: 5550144"_s});
+        forms.click("Command6");
+        QCOMPARE(forms.commands.called, QStringList{u"handleSampleCall"_s});
     }
 
     void aWindowBroughtUpByACallHidesItselfUnlessItIsUsed()

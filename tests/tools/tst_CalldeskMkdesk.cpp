@@ -117,16 +117,13 @@ private Q_SLOTS:
         }
     }
 
-    void everyNumberLeadsToOneCustomerWhoseTextsFit()
+    void everyNumberLeadsToOneCustomer()
     {
         QSet<QString> seen;
         for (const QStringList &customer : m_customers.rows) {
             for (const QString &number : numbersOf(customer)) {
                 QVERIFY2(number.size() >= 7 && !seen.contains(number), qPrintable(number));
                 seen.insert(number);
-            }
-            for (const QString &text : customer) {
-                QVERIFY2(text.size() <= 255 && text == text.trimmed(), qPrintable(text));
             }
         }
         QVERIFY(seen.size() > 2 * m_customers.rows.size());
