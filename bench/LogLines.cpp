@@ -22,7 +22,7 @@ constexpr char endLine[] = "END\n";
 // Open for writing, too: the program opens and closes the pipe for each entry, and so it never looks ended
 // between two.
 LogLines::LogLines(const QString &pipe, int datagrams)
-    : m_pipe(::open(QFile::encodeName(pipe).constData(), O_RDWR | O_CLOEXEC)),
+    : m_name(pipe), m_pipe(::open(QFile::encodeName(pipe).constData(), O_RDWR | O_CLOEXEC)),
       m_linesOf(static_cast<size_t>(datagrams))
 {
     if (m_pipe < 0) {
@@ -36,6 +36,7 @@ LogLines::~LogLines()
 {
     incomplete();
     ::close(m_pipe);
+    QFile::remove(m_name);
 }
 
 void LogLines::waitUntilQuiet() const

@@ -13,6 +13,7 @@ namespace bench {
 class LogLines
 {
 public:
+    /// Removes the pipe in the end: a program that starts reads its run log.
     LogLines(const QString &pipe, int datagrams);
     ~LogLines();
     Q_DISABLE_COPY_MOVE(LogLines)
@@ -26,6 +27,7 @@ private:
     void readAll();
     void count(const std::string &line);
 
+    QString m_name;
     int m_pipe;
     std::vector<int> m_linesOf;
     std::atomic<int> m_lines = 0;

@@ -17,6 +17,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <stdexcept>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -99,20 +100,19 @@ Result compare(const std::string &name, int repetitions, const Measure &figure, 
     return {.name = name, .figure = median(figures), .floor = median(floors)};
 }
 
-/// Microseconds of CPU time that a receiver takes for each datagram.
+/// Microseconds of CPU time that a receiver takes for each datagram, over one second.
 double cpuPerDatagram(const QString &role, const Desk &desk, int rate)
 {
-    constexpr int seconds = 3;
     Receiver receiver(role, desk);
-    Sender(receiver.port, seconds * rate, rate).ends(-1);
+    Sender(receiver.port, rate, rate).ends(-1);
     sendShutDown(receiver.port);
-    return receiver.process.value("cpu"_L1) * 1e6 / (seconds * rate);
+    return receiver.process.value("cpu"_L1) * 1e6 / rate;
 }
 
 bool measureCpu(const Desk &desk, int rate)
 {
     Result result = compare(
-        "CPU us a datagram, " + std::to_string(rate) + " a second", 5,
+        "CPU us a datagram, " + std::to_string(rate) + " a second", 9,
         [&] { return cpuPerDatagram(u"--program"_s, desk, rate); },
         [&] { return cpuPerDatagram(u"--floor"_s, desk, rate); });
     result.maxRatio = 4;
@@ -123,12 +123,15 @@ bool measurePaced(const Desk &desk)
 {
     constexpr int rate = 20'000;
     constexpr int count = 10 * rate;
+    constexpr double mostSeconds = 10.2;
     Receiver receiver(u"--watched"_s, desk);
     LogLines lines(desk.paths.RunLogFile, count);
     Sender sender(receiver.port, count, rate);
     sender.ends(1000);
     const double warmMb = receiver.process.residentMb();
-    sender.ends(-1);
+    if (sender.value("sent"_L1) > mostSeconds) {
+        throw std::runtime_error("this machine is too busy to send at that pace");
+    }
     lines.waitUntilQuiet();
     const double grownMb = receiver.process.residentMb() - warmMb;
     sendShutDown(receiver.port);
@@ -143,7 +146,7 @@ bool measurePaced(const Desk &desk)
     return none && prompt && level;
 }
 
-bool measureBurst(const Desk &desk)
+int burstNotLogged(const Desk &desk)
 {
     constexpr int count = 10'000;
     Receiver receiver(u"--watched"_s, desk);
@@ -152,7 +155,18 @@ bool measureBurst(const Desk &desk)
     lines.waitUntilQuiet();
     sendShutDown(receiver.port);
     receiver.process.value("cpu"_L1);
-    return print({.name = "10000 at once: not logged", .figure = double(lines.incomplete()), .maxFigure = 0});
+    return lines.incomplete();
+}
+
+bool measureBurst(const Desk &desk)
+{
+    constexpr int bursts = 5;
+    int notLogged = 0;
+    for (int i = 0; i < bursts; ++i) {
+        notLogged += burstNotLogged(desk);
+    }
+    return print(
+        {.name = "10000 at once, five times: not logged", .figure = double(notLogged), .maxFigure = 0});
 }
 
 struct Start

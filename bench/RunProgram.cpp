@@ -10,6 +10,7 @@
 #include "core/QtClock.h"
 
 #include <QFile>
+#include <QTimer>
 
 #include <cstdio>
 #include <cstdlib>
@@ -98,7 +99,7 @@ int bench::runProgram(const ProgramPlace &place, bool watched)
     if (!program.subMain()) {
         return EXIT_FAILURE;
     }
-    QMetaObject::invokeMethod(
-        &application, [&] { start(measured, place, watched); }, Qt::QueuedConnection);
+    constexpr std::chrono::milliseconds untilQuiet{300}; // until what the start leaves to the event loop is done
+    QTimer::singleShot(untilQuiet, [&] { start(measured, place, watched); });
     return QApplication::exec();
 }

@@ -20,12 +20,10 @@ namespace {
 
 int send(const QStringList &arguments)
 {
-    const bool kept =
+    const double seconds =
         bench::sendCalls(arguments.at(0).toUShort(), arguments.at(1).toInt(), arguments.at(2).toInt());
-    if (!kept) {
-        std::fputs("this machine is too busy to send at that pace\n", stderr);
-    }
-    return kept ? EXIT_SUCCESS : EXIT_FAILURE;
+    std::printf("sent %.3f\n", seconds);
+    return EXIT_SUCCESS;
 }
 
 /// The parts that the rows start as processes of their own; anything else is a word.
