@@ -40,6 +40,9 @@ void buildIndexes(benchmark::State &state, Desk &desk)
         lookup::NumberIndex index(desk.paths, desk.log);
         index.LoadPhoneNumberSNArray();
         index.LoadCustomerPhoneNumberSnArray();
+        while (index.isLoading()) {
+            index.continueLoading();
+        }
         if (index.FindCustomerSnOfCaller(u"053300007919") != 1) {
             state.SkipWithError("the index was not built");
         }

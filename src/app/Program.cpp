@@ -30,7 +30,13 @@ Program::Program(const Outside &outside)
                m_windows,
                {m_translator, m_openForms, m_windowMemory},
                [this]() -> const QWidget & { return *m_mainWindow; }})
-{}
+{
+    const auto connectTimer = [this](const QTimer &timer, void (Program::*handler)()) {
+        QObject::connect(&timer, &QTimer::timeout, &timer, [this, handler] { (this->*handler)(); });
+    };
+    connectTimer(m_numbersLoading, &Program::loadMoreNumbers);
+    connectTimer(m_databasesRetry, &Program::retryDatabases);
+}
 
 Program::~Program()
 {
@@ -120,6 +126,26 @@ void Program::loadNumberIndex()
     }
 }
 
+void Program::loadMoreNumbers()
+{
+    if (!m_numbers.continueLoading() && databasesLocked()) {
+        retryLater();
+    }
+    awaitNumbers();
+}
+
+// The numbers of a large desk are read on in pieces while the window already stands. Calls wait for the last
+// one.
+void Program::awaitNumbers()
+{
+    m_endpoint.hold(m_numbers.isLoading());
+    if (m_numbers.isLoading()) {
+        m_numbersLoading.start(std::chrono::milliseconds(1));
+    } else {
+        m_numbersLoading.stop();
+    }
+}
+
 bool Program::databasesLocked() const
 {
     return store::isLocked(m_paths.CustomerFile) || store::isLocked(m_paths.PhoneBookFile);
@@ -171,14 +197,18 @@ void Program::maintainData()
     m_areaPath = areas::MakeAreaPath(m_log, m_paths.StartFolder);
     m_areas.load(m_areaPath);
     store::UpdateDatabase_Customer_0606191111(m_log, m_paths);
+    awaitNumbers();
     const bool failed = m_values.CustomerDbExists && !(m_numbersLoaded && fixed);
     if (failed && (m_databasesLocked || databasesLocked())) {
-        constexpr std::chrono::seconds pause{2};
-        m_mainWindow->showCustomersAvailable(false);
-        QObject::connect(&m_databasesRetry, &QTimer::timeout, &m_databasesRetry,
-                         [this] { retryDatabases(); });
-        m_databasesRetry.start(pause);
+        retryLater();
     }
+}
+
+void Program::retryLater()
+{
+    constexpr std::chrono::seconds pause{2};
+    m_mainWindow->showCustomersAvailable(false);
+    m_databasesRetry.start(pause);
 }
 
 // Another desk had a file to itself when the program started. Asking first keeps the log and the window quiet
@@ -189,6 +219,7 @@ void Program::retryDatabases()
         return;
     }
     loadNumberIndex();
+    awaitNumbers();
     const bool fixed = store::FixCustomerData(m_log, m_paths, m_popUpTable) == 1;
     store::UpdateDatabase_Customer_0606191111(m_log, m_paths);
     const bool lockedAgain = !(m_numbersLoaded && fixed) && databasesLocked();

@@ -52,11 +52,14 @@ private:
     void nameProduct();
     void iniVariants();
     void loadNumberIndex();
+    void loadMoreNumbers();
+    void awaitNumbers();
     void setGridDefaults();
     void showMainForm();
     void paintAtOnce();
     void openReception();
     void maintainData();
+    void retryLater();
     void retryDatabases();
     bool databasesLocked() const;
     void receive(const reception::Datagram &datagram);
@@ -96,6 +99,7 @@ private:
     reception::Endpoint m_endpoint;
     lookup::CallerPopUp m_popUp;
     std::unique_ptr<mainwindow::FrmMain> m_mainWindow;
+    QTimer m_numbersLoading;
     QTimer m_databasesRetry;
     bool m_databasesLocked = false; ///< when the numbers were read
     bool m_numbersLoaded = true;

@@ -16,7 +16,7 @@ public:
     {
         const core::Paths &paths;
         core::RunLog &log;
-        const NumberIndex &index;
+        NumberIndex &index;
         const core::TextLookup &texts;
         core::Prompts &prompts;
         core::Navigator &navigator;
@@ -32,7 +32,7 @@ public:
     QString IfTheCustumerExist(const QString &name) const;
 
 private:
-    using Lookup = qint32 (NumberIndex::*)(QStringView) const;
+    using Lookup = qint32 (NumberIndex::*)(QStringView);
     using Show = void (core::Navigator::*)(const QString &);
     QString check(const QString &numbers, Lookup lookUp, const QString &query, Show show) const;
     qint32 firstOwner(const QString &numbers, Lookup lookUp) const;

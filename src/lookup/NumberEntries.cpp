@@ -3,6 +3,7 @@
 #include "core/Error.h"
 #include "core/TextUtilities.h"
 
+#include <algorithm>
 #include <bit>
 #include <limits>
 
@@ -47,19 +48,24 @@ void NumberEntries::append(QStringView piece, qint32 sn)
     m_entries.push_back({static_cast<quint32>(offset), static_cast<quint16>(m_digits.size() - offset), sn});
 }
 
-void NumberEntries::finish()
+bool NumberEntries::finishSome()
 {
-    m_digits.shrink_to_fit();
-    m_entries.shrink_to_fit();
-    m_slots.assign(2 * m_entries.size(), Slot());
-    for (size_t i = 0; i < m_entries.size(); ++i) {
-        const QLatin1StringView number = view(m_entries[i]).PhoneNumber;
+    constexpr size_t entriesAtOnce = 100000;
+    if (m_hashed == 0) {
+        m_digits.shrink_to_fit();
+        m_entries.shrink_to_fit();
+        m_slots.assign(2 * m_entries.size(), Slot());
+    }
+    const size_t end = std::min(m_hashed + entriesAtOnce, m_entries.size());
+    for (; m_hashed < end; ++m_hashed) {
+        const QLatin1StringView number = view(m_entries[m_hashed]).PhoneNumber;
         const quint64 hash = hashOf(number);
         Slot &slot = m_slots[slotOf(number, hash)];
         if (slot.entry == noEntry) {
-            slot = {tagOf(hash), static_cast<quint32>(i)};
+            slot = {tagOf(hash), static_cast<quint32>(m_hashed)};
         }
     }
+    return m_hashed == m_entries.size();
 }
 
 qint32 NumberEntries::find(QStringView number) const

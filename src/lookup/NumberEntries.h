@@ -23,8 +23,9 @@ public:
     /// Adds an entry with the digits of `piece`, of at most 32,767 characters. Throws core::Error when there
     /// are too many.
     void append(QStringView piece, qint32 sn);
-    /// Builds the hash and gives spare memory back: call it once, after the last append.
-    void finish();
+    /// Gives spare memory back and builds the hash: to be called after the last append until it returns true.
+    /// Each call takes a few milliseconds.
+    bool finishSome();
 
     bool isEmpty() const { return m_entries.empty(); }
 
@@ -52,6 +53,7 @@ private:
 
     std::vector<char> m_digits;
     std::vector<Entry> m_entries;
+    size_t m_hashed = 0;       ///< entries that the hash knows
     std::vector<Slot> m_slots; ///< open addressing with linear probing, twice as many as entries
 };
 

@@ -1,81 +1,79 @@
 #include "lookup/NumberIndex.h"
 
-#include "lookup/PhoneNumbers.h"
-#include "store/Database.h"
-
 using namespace Qt::StringLiterals;
 
 namespace lookup {
 
 bool NumberIndex::LoadPhoneNumberSNArray()
 {
-    return m_log.trap("LoadPhoneNumberSNArray"_L1, [&] {
-        PhoneNumberSNArray = load(m_paths.PhoneBookFile, u"phonebook"_s, {u"Telno"_s});
-    });
+    return load(m_phoneBook, m_paths.PhoneBookFile, u"phonebook"_s, {u"Telno"_s});
 }
 
 bool NumberIndex::LoadCustomerPhoneNumberSnArray()
 {
-    return m_log.trap("LoadCustomerPhoneNumberSnArray"_L1, [&] {
-        CustomerPhoneNumberSnArray =
-            load(m_paths.CustomerFile, u"Customer"_s,
-                 {u"WorkPhones"_s, u"ContactPersonMobile"_s, u"Fax"_s, u"ContactPersonHomePhones"_s});
-    });
+    return load(m_customers, m_paths.CustomerFile, u"Customer"_s,
+                {u"WorkPhones"_s, u"ContactPersonMobile"_s, u"Fax"_s, u"ContactPersonHomePhones"_s});
 }
 
-qint32 NumberIndex::GetSnByPhoneNumber(QStringView phoneNumber) const
+bool NumberIndex::continueLoading()
 {
-    return find("GetSnByPhoneNumber"_L1, PhoneNumberSNArray, phoneNumber);
+    return m_phoneBook.reading ? readOn(m_phoneBook) : !m_customers.reading || readOn(m_customers);
 }
 
-qint32 NumberIndex::GetCustomerSnByPhoneNumber(QStringView phoneNumber) const
+qint32 NumberIndex::GetSnByPhoneNumber(QStringView phoneNumber)
 {
-    return find("GetCustomerSnByPhoneNumber"_L1, CustomerPhoneNumberSnArray, phoneNumber);
+    return find("GetSnByPhoneNumber"_L1, m_phoneBook, phoneNumber);
 }
 
-qint32 NumberIndex::FindCustomerSnOfCaller(QStringView callerNumber) const
+qint32 NumberIndex::GetCustomerSnByPhoneNumber(QStringView phoneNumber)
 {
-    return CustomerPhoneNumberSnArray.find(callerNumber);
+    return find("GetCustomerSnByPhoneNumber"_L1, m_customers, phoneNumber);
 }
 
-// Built aside, so that a reading that breaks off leaves the old index whole.
-NumberEntries NumberIndex::load(const QString &file, const QString &table,
-                                const QStringList &numberColumns) const
+qint32 NumberIndex::FindCustomerSnOfCaller(QStringView callerNumber)
 {
-    NumberEntries entries;
-    bool hasRows = false;
-    QString numbers;
-    store::Database database(file);
-    database.forEachRow(table, QStringList(u"SN"_s) + numberColumns, [&](const store::Row &row) {
-        hasRows = true;
-        numbers.resize(0);
-        for (int column = 1; column <= numberColumns.size(); ++column) {
-            if (column > 1) {
-                numbers += u',';
-            }
-            row.appendTo(numbers, column);
+    return whole(m_customers).find(callerNumber);
+}
+
+bool NumberIndex::load(Index &index, const QString &file, const QString &table,
+                       const QStringList &numberColumns)
+{
+    index.reading.reset();
+    return m_log.trap(index.procedure, [&] { index.reading.emplace(m_log, file, table, numberColumns); }) &&
+           readOn(index);
+}
+
+// Read aside, so that a reading that breaks off leaves the old index whole.
+bool NumberIndex::readOn(Index &index)
+{
+    bool ended = true;
+    const bool done = m_log.trap(index.procedure, [&] {
+        ended = index.reading->readOn();
+        if (ended) {
+            index.entries = index.reading->take();
         }
-        for (const QStringView piece : phoneNumberPieces(m_log, numbers)) {
-            entries.append(piece, row.integer(0));
-        }
     });
-    if (!hasRows) {
-        entries.append({}, 0);
+    if (!done || ended) {
+        index.reading.reset();
     }
-    if (entries.isEmpty()) {
-        throw core::Error(0, u"no row holds a number: "_s + table);
-    }
-    entries.finish();
-    return entries;
+    return done;
 }
 
-qint32 NumberIndex::find(QLatin1StringView procedure, const NumberEntries &index, QStringView number) const
+const NumberEntries &NumberIndex::whole(Index &index)
+{
+    while (index.reading) {
+        readOn(index);
+    }
+    return index.entries;
+}
+
+qint32 NumberIndex::find(QLatin1StringView procedure, Index &index, QStringView number)
 {
     return m_log.trap(procedure, -1, [&] {
-        if (index.isEmpty()) {
+        if (whole(index).isEmpty()) {
             throw core::Error(0, u"the number index was never loaded"_s);
         }
-        return index.find(number);
+        return index.entries.find(number);
     });
 }
 

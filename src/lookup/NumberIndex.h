@@ -3,8 +3,11 @@
 #include "core/Paths.h"
 #include "core/RunLog.h"
 #include "lookup/NumberEntries.h"
+#include "lookup/NumberReading.h"
 
 #include <QStringList>
+
+#include <optional>
 
 namespace lookup {
 
@@ -19,24 +22,42 @@ public:
     NumberIndex(const core::Paths &paths, core::RunLog &log) : m_paths(paths), m_log(log) {}
 
     /// Rebuild an index from its table. An empty table gives one entry, an empty number with SN 0; after a
-    /// failure, rows without a single number included, the index keeps what it held.
+    /// failure, rows without a single number included, the index keeps what it held. Of a table with more
+    /// than 10,000 rows the rest is read by continueLoading(), or by the first lookup, which never sees half
+    /// an index.
     bool LoadPhoneNumberSNArray();
     bool LoadCustomerPhoneNumberSnArray();
 
-    qint32 GetSnByPhoneNumber(QStringView phoneNumber) const;
-    qint32 GetCustomerSnByPhoneNumber(QStringView phoneNumber) const;
+    bool isLoading() const { return m_phoneBook.reading || m_customers.reading; }
+    /// Reads on for a few milliseconds; false after a failure.
+    bool continueLoading();
+
+    qint32 GetSnByPhoneNumber(QStringView phoneNumber);
+    qint32 GetCustomerSnByPhoneNumber(QStringView phoneNumber);
     /// The lookup of a call, given the number as received without the blanks around it. -1 without a log
     /// entry where the index was never loaded: a desk may well have no customers.
-    qint32 FindCustomerSnOfCaller(QStringView callerNumber) const;
+    qint32 FindCustomerSnOfCaller(QStringView callerNumber);
 
 private:
-    NumberEntries load(const QString &file, const QString &table, const QStringList &numberColumns) const;
-    qint32 find(QLatin1StringView procedure, const NumberEntries &index, QStringView number) const;
+    /// An index with the name of its procedure and, while its table is read, what will take its place.
+    struct Index
+    {
+        QLatin1StringView procedure;
+        NumberEntries &entries;
+        std::optional<NumberReading> reading = {};
+    };
+
+    bool load(Index &index, const QString &file, const QString &table, const QStringList &numberColumns);
+    bool readOn(Index &index);
+    const NumberEntries &whole(Index &index);
+    qint32 find(QLatin1StringView procedure, Index &index, QStringView number);
 
     const core::Paths &m_paths;
     core::RunLog &m_log;
     NumberEntries PhoneNumberSNArray;
     NumberEntries CustomerPhoneNumberSnArray;
+    Index m_phoneBook{QLatin1StringView("LoadPhoneNumberSNArray"), PhoneNumberSNArray};
+    Index m_customers{QLatin1StringView("LoadCustomerPhoneNumberSnArray"), CustomerPhoneNumberSnArray};
 };
 
 } // namespace lookup

@@ -4,8 +4,7 @@ using namespace Qt::StringLiterals;
 
 namespace lookup {
 
-bool callerPopsUp(const NumberIndex &numbers, const store::CustomerPopUpTable &flags,
-                  QStringView callerNumber)
+bool callerPopsUp(NumberIndex &numbers, const store::CustomerPopUpTable &flags, QStringView callerNumber)
 {
     constexpr qint32 none = -1;
     const qint32 sn = numbers.FindCustomerSnOfCaller(callerNumber);

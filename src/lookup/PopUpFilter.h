@@ -9,7 +9,6 @@ namespace lookup {
 
 /// Whether a call from this number pops up: it does when a customer holds the number and that customer's
 /// pop-up flag is not "0".
-bool callerPopsUp(const NumberIndex &numbers, const store::CustomerPopUpTable &flags,
-                  QStringView callerNumber);
+bool callerPopsUp(NumberIndex &numbers, const store::CustomerPopUpTable &flags, QStringView callerNumber);
 
 } // namespace lookup

@@ -125,6 +125,12 @@ void Endpoint::SendServer(const QString &text)
     });
 }
 
+void Endpoint::hold(bool held)
+{
+    m_held = held;
+    handleLater();
+}
+
 void Endpoint::close()
 {
     Winsock1.close();
@@ -190,7 +196,7 @@ void Endpoint::handleWaiting()
     const QScopedValueRollback handling(m_handling, true);
     QElapsedTimer turn;
     turn.start();
-    while (!m_waiting.empty() && !m_context.prompts.isOpen() && turn.elapsed() < turnBudgetMs) {
+    while (mayHandle() && turn.elapsed() < turnBudgetMs) {
         const Datagram datagram = std::move(m_waiting.front());
         m_waiting.pop_front();
         m_waitingBytes -= costOf(datagram);
@@ -200,7 +206,7 @@ void Endpoint::handleWaiting()
         receiveAll();
     }
     m_sinceTurn.start();
-    if (!m_waiting.empty() && !m_context.prompts.isOpen()) {
+    if (mayHandle()) {
         handleLater();
     }
 }

@@ -45,6 +45,8 @@ public:
     void iniUDP();
     /// Sends a command text to the last known sender.
     void SendServer(const QString &text);
+    /// While held, datagrams wait as they do behind a message box.
+    void hold(bool held);
     /// Closes for good; waiting datagrams are dropped.
     void close();
 
@@ -57,6 +59,7 @@ private:
     void receiveAll();
     bool receiveOne();
     bool hasRoom() const;
+    bool mayHandle() const { return !m_waiting.empty() && !m_held && !m_context.prompts.isOpen(); }
     void handleWaiting();
     void handleLater();
 
@@ -72,6 +75,7 @@ private:
     QTimer m_gathering;
     QElapsedTimer m_sinceTurn;
     bool m_gathers = false; ///< the receive buffer is large enough for it
+    bool m_held = false;
     bool m_handling = false;
     bool m_scheduled = false;
 };

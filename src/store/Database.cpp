@@ -43,6 +43,11 @@ qint32 Row::integer(int column) const
     return fits ? static_cast<qint32>(number) : 0;
 }
 
+qint64 Row::key(int column) const
+{
+    return sqlite3_column_int64(m_statement, column);
+}
+
 bool Row::isNull(int column) const
 {
     return sqlite3_column_type(m_statement, column) == SQLITE_NULL;

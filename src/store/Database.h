@@ -29,6 +29,8 @@ public:
     /// The text as the engine holds it, in UTF-8.
     QByteArrayView bytes(int column) const;
     qint32 integer(int column) const;
+    /// The engine's own key of a row, column "rowid".
+    qint64 key(int column) const;
     bool isNull(int column) const;
 
 private:
