@@ -99,7 +99,8 @@ int bench::runProgram(const ProgramPlace &place, bool watched)
     if (!program.subMain()) {
         return EXIT_FAILURE;
     }
-    constexpr std::chrono::milliseconds untilQuiet{300}; // until what the start leaves to the event loop is done
+    constexpr std::chrono::milliseconds untilQuiet{
+        300}; // until what the start leaves to the event loop is done
     QTimer::singleShot(untilQuiet, [&] { start(measured, place, watched); });
     return QApplication::exec();
 }

@@ -13,6 +13,9 @@ void Windows::show(core::Window) {}
 void Windows::ShowHelp(const QString &) {}
 void Windows::Show_Editor(const QString &, qint32) {}
 void Windows::addCaller(const QString &, const QString &) {}
+void Windows::addCustomer(const QString &, const QString &) {}
+void Windows::ShowCustomerByName(const QString &) {}
+void Windows::ShowNotePad(const QString &) {}
 void Windows::showPhoneBook(const QString &) {}
 void Windows::showCustomerList(const QString &) {}
 

@@ -23,6 +23,13 @@ public:
     /// Opens the phone book, or the customer list, on the rows of a query in the given words.
     virtual void showPhoneBook(const QString &query) = 0;
     virtual void showCustomerList(const QString &query) = 0;
+    /// Opens the customer editor for a new customer with that number, and with a key word first the customer
+    /// list on what it finds, so that the operator sees whether the caller is on file already.
+    virtual void addCustomer(const QString &number, const QString &keyWord) = 0;
+    /// Opens the customer editor on the first customer of that name.
+    virtual void ShowCustomerByName(const QString &name) = 0;
+    /// Opens the call notes editor for a customer, with the notes that were kept of him.
+    virtual void ShowNotePad(const QString &customerName) = 0;
     /// Opens the dialog that files an unknown caller's number.
     virtual void addCaller(const QString &number, const QString &keyWord) = 0;
 };

@@ -14,10 +14,16 @@ class Prompts
 {
 public:
     virtual ~Prompts() = default;
-    /// A message with an OK button.
-    virtual void tell(const QString &text) = 0;
-    /// A question with OK and Cancel; an empty title stands for the program's own.
+    /// A message with an OK button. Here and below an empty title stands for the window's own.
+    virtual void tell(const QString &text, const QString &title = {}) = 0;
+    /// A question with OK and Cancel.
     virtual bool askOkCancel(const QString &text, const QString &title = {}) = 0;
+    enum class Answer { Save, Discard, Cancel };
+    /// Asks what becomes of typed text that was not saved.
+    virtual Answer askSave(const QString &text) = 0;
+    /// The file to write, which the operator agreed to replace where it exists; empty when cancelled.
+    /// `proposed` is a file name or a path, `filter` as in "(*.txt)|*.txt|(*.*)|*.*".
+    virtual QString saveFileName(const QString &proposed, const QString &filter) = 0;
     /// True while one of the above waits for an answer; calls that arrive meanwhile are held back.
     virtual bool isOpen() const = 0;
 

@@ -2,7 +2,9 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QFileDialog>
 #include <QMessageBox>
+#include <QStandardPaths>
 
 #include <algorithm>
 
@@ -27,20 +29,78 @@ QWidget *windowBehind()
     return main != windows.end() ? *main : nullptr;
 }
 
+/// "(*.txt)|*.txt|(*.*)|*.*" in the toolkit's words: pairs of a name and a pattern.
+QString toolkitFilter(const QString &filter)
+{
+    const QStringList parts = filter.split(u'|');
+    QStringList filters;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        filters.append(parts.at(i).section(u'(', 0, 0) + u'(' + parts.at(i + 1) + u')');
+    }
+    return filters.join(u";;"_s);
+}
+
+QString firstSuffix(const QString &filter)
+{
+    return filter.section(u'|', 1, 1).section(u'.', -1);
+}
+
 } // namespace
 
-void QtPrompts::tell(const QString &text)
+/// Counts a prompt as open while it is, and tells when the last one has closed.
+class QtPrompts::OpenPrompt
 {
-    ask(text, {}, false);
+public:
+    explicit OpenPrompt(QtPrompts &prompts) : m_prompts(prompts) { ++m_prompts.m_open; }
+    ~OpenPrompt()
+    {
+        --m_prompts.m_open;
+        m_prompts.notifyClosed();
+    }
+    Q_DISABLE_COPY_MOVE(OpenPrompt)
+
+private:
+    QtPrompts &m_prompts;
+};
+
+void QtPrompts::tell(const QString &text, const QString &title)
+{
+    ask(text, title, QMessageBox::Ok, QMessageBox::Ok);
 }
 
 bool QtPrompts::askOkCancel(const QString &text, const QString &title)
 {
-    return ask(text, title, true);
+    return ask(text, title, QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Cancel) == QMessageBox::Ok;
 }
 
-bool QtPrompts::ask(const QString &text, const QString &title, bool question)
+Prompts::Answer QtPrompts::askSave(const QString &text)
 {
+    switch (
+        ask(text, {}, QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save)) {
+    case QMessageBox::Save:
+        return Answer::Save;
+    case QMessageBox::Discard:
+        return Answer::Discard;
+    default:
+        return Answer::Cancel;
+    }
+}
+
+QString QtPrompts::saveFileName(const QString &proposed, const QString &filter)
+{
+    const OpenPrompt open(*this);
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    QFileDialog dialog(windowBehind(), QString(), folder, toolkitFilter(filter));
+    dialog.setObjectName(u"fileDialog"_s);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(firstSuffix(filter));
+    dialog.selectFile(proposed);
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
+
+int QtPrompts::ask(const QString &text, const QString &title, int buttons, int defaultButton)
+{
+    const OpenPrompt open(*this);
     QWidget *parent = windowBehind();
     QMessageBox box(parent);
     box.setObjectName(u"messageBox"_s);
@@ -48,21 +108,18 @@ bool QtPrompts::ask(const QString &text, const QString &title, bool question)
     box.setTextFormat(Qt::PlainText);
     box.setText(text);
     box.setWindowTitle(!title.isEmpty() ? title : parent != nullptr ? parent->windowTitle() : u"CallDesk"_s);
-    box.setIcon(question ? QMessageBox::Question : QMessageBox::Information);
-    box.setStandardButtons(question ? QMessageBox::Ok | QMessageBox::Cancel : QMessageBox::Ok);
-    box.setDefaultButton(question ? QMessageBox::Cancel : QMessageBox::Ok);
+    box.setIcon(buttons == QMessageBox::Ok ? QMessageBox::Information : QMessageBox::Question);
+    box.setStandardButtons(QMessageBox::StandardButtons(buttons));
+    box.setDefaultButton(static_cast<QMessageBox::StandardButton>(defaultButton));
     translate(box);
-    ++m_open;
-    const bool ok = box.exec() == QMessageBox::Ok;
-    --m_open;
-    notifyClosed();
-    return ok;
+    return box.exec();
 }
 
 void QtPrompts::translate(QMessageBox &box) const
 {
     for (const auto &[button, key] :
-         {std::pair(QMessageBox::Ok, u"OK"_s), std::pair(QMessageBox::Cancel, u"Cancel"_s)}) {
+         {std::pair(QMessageBox::Ok, u"OK"_s), std::pair(QMessageBox::Cancel, u"Cancel"_s),
+          std::pair(QMessageBox::Save, u"Save"_s), std::pair(QMessageBox::Discard, u"DontSave"_s)}) {
         const QString word = texts() != nullptr ? texts()->Lms(key) : QString();
         if (QAbstractButton *shown = box.button(button); shown != nullptr && !word.isEmpty()) {
             shown->setText(word);

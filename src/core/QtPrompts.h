@@ -10,12 +10,15 @@ namespace core {
 class QtPrompts : public Prompts
 {
 public:
-    void tell(const QString &text) override;
+    void tell(const QString &text, const QString &title) override;
     bool askOkCancel(const QString &text, const QString &title) override;
+    Answer askSave(const QString &text) override;
+    QString saveFileName(const QString &proposed, const QString &filter) override;
     bool isOpen() const override { return m_open > 0; }
 
 private:
-    bool ask(const QString &text, const QString &title, bool question);
+    class OpenPrompt;
+    int ask(const QString &text, const QString &title, int buttons, int defaultButton);
     void translate(QMessageBox &box) const;
 
     int m_open = 0;

@@ -47,6 +47,10 @@ void replaceFile(const QString &from, const QString &to);
 /// Error when it cannot be taken for another reason.
 bool takeProcessLock(const QString &path);
 
+/// The system's text editor as a program name; empty where the system knows no such thing and a text file is
+/// opened like any other.
+QString textEditor();
+
 /// The desktop is set to dark colours.
 bool prefersDark();
 

@@ -182,6 +182,11 @@ bool takeProcessLock(const QString &path)
     return true;
 }
 
+QString textEditor()
+{
+    return {};
+}
+
 bool prefersDark()
 {
     const QString theme = qEnvironmentVariable("GTK_THEME");

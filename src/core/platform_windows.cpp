@@ -126,6 +126,11 @@ bool takeProcessLock(const QString &path)
     return GetLastError() != ERROR_ALREADY_EXISTS;
 }
 
+QString textEditor()
+{
+    return u"notepad"_s;
+}
+
 bool prefersDark()
 {
     DWORD light = 1;

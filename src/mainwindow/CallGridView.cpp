@@ -3,11 +3,8 @@
 #include "appearance/ThemedIcons.h"
 #include "mainwindow/CallGridModel.h"
 
-#include <QApplication>
-#include <QClipboard>
+#include <QEvent>
 #include <QHeaderView>
-#include <QKeyEvent>
-#include <QPainter>
 #include <QStyledItemDelegate>
 
 using namespace Qt::StringLiterals;
@@ -17,7 +14,6 @@ namespace mainwindow {
 namespace {
 
 constexpr int twipsPerInch = 1440;
-constexpr int rowPadding = 12;
 constexpr QChar firstStrongIsolate(0x2068);
 constexpr QChar popDirectionalIsolate(0x2069);
 
@@ -53,13 +49,11 @@ protected:
 
 } // namespace
 
-CallGridView::CallGridView(QWidget *parent) : QTableView(parent)
+CallGridView::CallGridView(QWidget *parent) : RecordGrid(parent)
 {
     setItemDelegate(new CallDelegate(this));
     horizontalHeader()->viewport()->installEventFilter(this);
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, &CallGridView::noteResized);
-    connect(this, &QTableView::doubleClicked, this,
-            [this](const QModelIndex &index) { Q_EMIT callActivated(index.row()); });
 }
 
 void CallGridView::setCalls(CallGridModel *calls)
@@ -70,15 +64,8 @@ void CallGridView::setCalls(CallGridModel *calls)
     applyColumns();
 }
 
-void CallGridView::setHint(const QString &text)
-{
-    m_hint = text;
-    viewport()->update();
-}
-
 void CallGridView::applyColumns()
 {
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + rowPadding);
     for (int column = 0; column < m_calls->columns().size(); ++column) {
         const GridColumn &shape = m_calls->columns().at(column);
         const int width = qRound(shape.width * pixelsPerTwip());
@@ -98,28 +85,6 @@ double CallGridView::pixelsPerTwip() const
     constexpr double designHeight = 14;
     const double typeScale = std::max(fontMetrics().height() * 96 / (designHeight * logicalDpiY()), 1.0);
     return typeScale * logicalDpiX() / twipsPerInch;
-}
-
-void CallGridView::paintEvent(QPaintEvent *event)
-{
-    QTableView::paintEvent(event);
-    if (model() == nullptr || model()->rowCount() > 0 || m_hint.isEmpty()) {
-        return;
-    }
-    constexpr int margin = 32;
-    QPainter painter(viewport());
-    painter.setPen(palette().color(QPalette::PlaceholderText));
-    painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),
-                     Qt::AlignCenter | Qt::TextWordWrap, m_hint);
-}
-
-void CallGridView::keyPressEvent(QKeyEvent *event)
-{
-    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && currentIndex().isValid()) {
-        Q_EMIT callActivated(currentIndex().row());
-    } else {
-        QTableView::keyPressEvent(event);
-    }
 }
 
 // The header tells of every change of a width, also of our own; while a mouse button is down it is the
@@ -151,23 +116,6 @@ bool CallGridView::eventFilter(QObject *watched, QEvent *event)
         }
     }
     return QTableView::eventFilter(watched, event);
-}
-
-void CallGridView::copySelection()
-{
-    QStringList lines;
-    QModelIndexList rows = selectionModel()->selectedRows();
-    std::sort(rows.begin(), rows.end());
-    for (const QModelIndex &row : std::as_const(rows)) {
-        QStringList cells;
-        for (int column = 0; column < model()->columnCount(); ++column) {
-            if (!isColumnHidden(column)) {
-                cells.append(row.siblingAtColumn(column).data().toString());
-            }
-        }
-        lines.append(cells.join(u'\t'));
-    }
-    QApplication::clipboard()->setText(lines.join(u'\n'));
 }
 
 } // namespace mainwindow

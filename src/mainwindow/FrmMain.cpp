@@ -176,7 +176,7 @@ void FrmMain::connectButtons()
     connect(m_ui->mnuCopy, &QAction::triggered, m_ui->gridCallerId, &CallGridView::copySelection);
     connect(m_ui->mnuOpenCaller, &QAction::triggered, this,
             [this] { openCaller(m_ui->gridCallerId->currentIndex().row()); });
-    connect(m_ui->gridCallerId, &CallGridView::callActivated, this, &FrmMain::openCaller);
+    connect(m_ui->gridCallerId, &CallGridView::recordActivated, this, &FrmMain::openCaller);
     connect(m_ui->Command6, &QPushButton::clicked, this, [this] { m_context.commands.handleSampleCall(); });
     connect(m_ui->cmdTest, &QPushButton::clicked, this,
             [this] { m_context.prompts.tell(m_context.commands.describeLastDatagram()); });

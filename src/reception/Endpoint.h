@@ -3,6 +3,7 @@
 #include "core/CodePage.h"
 #include "core/Prompts.h"
 #include "core/RunLog.h"
+#include "core/Server.h"
 #include "core/Settings.h"
 #include "core/TextLookup.h"
 #include "reception/Datagram.h"
@@ -20,7 +21,7 @@ namespace reception {
 
 /// The UDP socket on which caller-ID units and servers speak to the program, and through which it answers the
 /// last of them. Hands datagrams on in arrival order, one at a time; while a message box is open they wait.
-class Endpoint : public QObject
+class Endpoint : public QObject, public core::Server
 {
 public:
     using Handler = std::function<void(const Datagram &)>;
@@ -43,8 +44,7 @@ public:
 
     /// Opens the socket, anew when it was open. A port in use is told to the operator.
     void iniUDP();
-    /// Sends a command text to the last known sender.
-    void SendServer(const QString &text);
+    void SendServer(const QString &text) override;
     /// While held, datagrams wait as they do behind a message box.
     void hold(bool held);
     /// Closes for good; waiting datagrams are dropped.

@@ -63,6 +63,11 @@ void Recordset::MovePrevious()
     moveTo(position() - 1);
 }
 
+void Recordset::Move(qint64 rows)
+{
+    moveTo(position() + rows);
+}
+
 QStringList Recordset::fieldNames() const
 {
     return m_source->names();

@@ -28,6 +28,8 @@ public:
     void MoveLast();
     void MoveNext();
     void MovePrevious();
+    /// Moves by so many rows, at most to before the first or behind the last.
+    void Move(qint64 rows);
 
     QStringList fieldNames() const;
     /// The current row's field, or what setValue has given it; a null QVariant for Null. Between AddNew and

@@ -151,7 +151,7 @@ private Q_SLOTS:
     {
         Reception reception;
         reception.prompts.expect();
-        reception.prompts.tell(u"box"_s);
+        reception.prompts.tell(u"box"_s, {});
         for (int number = 1; number <= 3; ++number) {
             reception.unit.send(numbers(number, number));
             QTRY_COMPARE(reception.handled, numbers(1, number));

@@ -3,6 +3,8 @@
 #include "core/Clock.h"
 #include "core/Navigator.h"
 #include "core/Prompts.h"
+#include "core/Server.h"
+#include "core/Shell.h"
 #include "core/TextLookup.h"
 #include "support/Table.h"
 
@@ -40,39 +42,78 @@ public:
     Q_DISABLE_COPY_MOVE(FakePrompts)
 
     /// Announces one prompt: its answer (for `tell` it is ignored) and what happens while it is open.
-    void expect(bool ok = true, std::function<void()> whileOpen = {}) { m_script.append({ok, whileOpen}); }
+    void expect(bool ok = true, std::function<void()> whileOpen = {})
+    {
+        m_script.append({.ok = ok, .whileOpen = std::move(whileOpen)});
+    }
 
-    void tell(const QString &text) override { answer(text); }
-    bool askOkCancel(const QString &text, const QString &) override { return answer(text); }
+    /// Announces a file dialog; empty: the operator cancels.
+    void expectFile(const QString &path) { m_script.append({.path = path}); }
+    /// Announces the question about typed text that was not saved.
+    void expectSave(Answer choice) { m_script.append({.choice = choice}); }
+
+    void tell(const QString &text, const QString &) override { answer(text); }
+    bool askOkCancel(const QString &text, const QString &) override { return answer(text).ok; }
+    Answer askSave(const QString &text) override { return answer(text).choice; }
+    QString saveFileName(const QString &proposed, const QString &) override { return answer(proposed).path; }
     bool isOpen() const override { return m_open > 0; }
 
     QStringList asked; ///< the texts, in order
 
 private:
-    struct Answer
+    struct Scripted
     {
         bool ok = true;
-        std::function<void()> whileOpen;
+        std::function<void()> whileOpen = {};
+        QString path = {};
+        Answer choice = Answer::Cancel;
     };
-    bool answer(const QString &text)
+    Scripted answer(const QString &text)
     {
         asked.append(text);
         if (m_script.isEmpty()) {
             QTest::qFail(qPrintable(u"nobody announced this prompt: "_s + text), __FILE__, __LINE__);
-            return false;
+            return {.ok = false};
         }
-        const Answer scripted = m_script.takeFirst();
+        const Scripted scripted = m_script.takeFirst();
         ++m_open;
         if (scripted.whileOpen) {
             scripted.whileOpen();
         }
         --m_open;
         notifyClosed();
-        return scripted.ok;
+        return scripted;
     }
 
-    QList<Answer> m_script;
+    QList<Scripted> m_script;
     int m_open = 0;
+};
+
+/// Records what the system was asked to open.
+class FakeShell : public core::Shell
+{
+public:
+    QStringList opened; ///< one line a call, such as "openPage http://desk.example"
+
+    bool openPage(const QString &address) override { return record("openPage", address); }
+    bool startMail(const QString &address) override { return record("startMail", address); }
+    bool openFile(const QString &path) override { return record("openFile", path); }
+    bool editText(const QString &path) override { return record("editText", path); }
+
+private:
+    bool record(const char *what, const QString &with)
+    {
+        opened.append(QLatin1String(what) + u' ' + with);
+        return true;
+    }
+};
+
+/// Records the commands that were sent.
+class FakeServer : public core::Server
+{
+public:
+    QStringList sent;
+    void SendServer(const QString &text) override { sent.append(text); }
 };
 
 /// Records which windows were asked for; shows none.
@@ -85,6 +126,12 @@ public:
     bool canShow(core::Window window) const override { return available.contains(window); }
     void show(core::Window window) override { record("show", QString::number(int(window))); }
     void ShowHelp(const QString &helpId) override { record("ShowHelp", helpId); }
+    void addCustomer(const QString &number, const QString &keyWord) override
+    {
+        record("addCustomer", number + u' ' + keyWord);
+    }
+    void ShowCustomerByName(const QString &name) override { record("ShowCustomerByName", name); }
+    void ShowNotePad(const QString &customerName) override { record("ShowNotePad", customerName); }
     void showPhoneBook(const QString &query) override { record("showPhoneBook", query); }
     void showCustomerList(const QString &query) override { record("showCustomerList", query); }
     void addCaller(const QString &number, const QString &keyWord) override

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "appearance/FormSetup.h"
+#include "appearance/FormContext.h"
 #include "core/OpenForms.h"
 #include "core/Settings.h"
 #include "core/WindowMemory.h"
@@ -29,6 +29,8 @@ public:
     TestDesk desk;
     FakePrompts prompts;
     FakeNavigator navigator;
+    FakeShell shell;
+    FakeServer server;
     KeyTexts texts;
     core::Settings settings{desk.paths, desk.log};
     core::OpenForms openForms{desk.log};
@@ -37,6 +39,11 @@ public:
     language::FormTranslator translator{texts, language, desk.log};
 
     appearance::FormServices services() { return {translator, openForms, windows}; }
+    appearance::FormContext context()
+    {
+        return {desk.paths, desk.values, desk.log,  texts,  desk.clock,
+                prompts,    shell,       navigator, server, services()};
+    }
 };
 
 } // namespace support

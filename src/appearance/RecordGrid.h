@@ -1,0 +1,54 @@
+#pragma once
+
+#include "core/WindowMemory.h"
+
+#include <QTableView>
+
+namespace appearance {
+
+/// The table of every list: a hint where it is empty, copying of cells and rows, a double-click or Enter that
+/// opens a row, Del that asks to delete it, and, where `remember` is called, the operator's widths, order and
+/// choice of columns kept from one time to the next.
+class RecordGrid : public QTableView
+{
+    Q_OBJECT
+
+public:
+    explicit RecordGrid(QWidget *parent = nullptr);
+    ~RecordGrid() override;
+
+    /// What stands in the middle of an empty grid.
+    void setHint(const QString &text);
+    /// Lets the operator move, hide and show columns by the header's context menu.
+    void setColumnsChoosable();
+    /// Takes widths, order and choice of columns from the memory, and keeps them there under `name` from then
+    /// on. Call once the model stands; the memory must outlive the grid.
+    void remember(core::WindowMemory &memory, const QString &name);
+
+Q_SIGNALS:
+    void recordActivated(int row);
+    void deleteRequested();
+
+public Q_SLOTS:
+    /// The selected rows as tab-separated text, one line each, visible columns in their order on the screen.
+    void copySelection();
+    /// The text of the current cell alone.
+    void copyCell();
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+    void changeEvent(QEvent *event) override;
+
+private:
+    void fitRows();
+    void chooseColumns(const QPoint &position);
+    void keepColumns();
+
+    QString m_hint;
+    core::WindowMemory *m_memory = nullptr;
+    QString m_name;
+};
+
+} // namespace appearance

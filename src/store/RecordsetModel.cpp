@@ -1,0 +1,164 @@
+#include "store/RecordsetModel.h"
+
+namespace store {
+
+namespace {
+
+constexpr int rowsKept = 500; // a few screens full
+
+} // namespace
+
+/// The opened file and the cursor on it.
+struct RecordsetModel::Rows
+{
+    Rows(const QString &file, const QString &select)
+        : database(file), recordset(database.OpenRecordset(select)), names(recordset.fieldNames()),
+          count(static_cast<int>(recordset.RecordCount()))
+    {}
+
+    Recordset &at(int row)
+    {
+        recordset.MoveFirst();
+        recordset.Move(row);
+        return recordset;
+    }
+
+    Database database;
+    Recordset recordset;
+    QStringList names;
+    int count;
+};
+
+RecordsetModel::RecordsetModel(core::RunLog &log, QLatin1StringView name, QObject *parent)
+    : QAbstractTableModel(parent), m_log(log), m_name(name), m_cache(rowsKept)
+{}
+
+RecordsetModel::~RecordsetModel() = default;
+
+bool RecordsetModel::setRecordSource(const QString &databaseFile, const QString &select)
+{
+    return m_log.trap(m_name, [&] {
+        auto rows = std::make_unique<Rows>(databaseFile, select);
+        beginResetModel();
+        m_rows = std::move(rows);
+        m_cache.clear();
+        m_databaseFile = databaseFile;
+        m_select = select;
+        endResetModel();
+    });
+}
+
+bool RecordsetModel::refresh()
+{
+    return setRecordSource(QString(m_databaseFile), QString(m_select));
+}
+
+void RecordsetModel::setHeading(const QString &field, const QString &heading)
+{
+    m_headings.insert(field.toLower(), heading);
+    Q_EMIT headerDataChanged(Qt::Horizontal, 0, std::max(columnCount() - 1, 0));
+}
+
+int RecordsetModel::rowCount(const QModelIndex &parent) const
+{
+    return m_rows == nullptr || parent.isValid() ? 0 : m_rows->count;
+}
+
+int RecordsetModel::columnCount(const QModelIndex &parent) const
+{
+    return m_rows == nullptr || parent.isValid() ? 0 : static_cast<int>(m_rows->names.size());
+}
+
+/// A row that another desk has deleted meanwhile reads as one of empty cells until the next refresh.
+const QVariantList &RecordsetModel::rowAt(int row) const
+{
+    if (const QVariantList *kept = m_cache.object(row)) {
+        return *kept;
+    }
+    auto *fields = new QVariantList(m_rows->names.size());
+    m_cache.insert(row, fields);
+    m_log.trap(m_name, [&] {
+        Recordset &recordset = m_rows->at(row);
+        for (int column = 0; column < fields->size(); ++column) {
+            (*fields)[column] = recordset.value(column);
+        }
+    });
+    return *fields;
+}
+
+QVariant RecordsetModel::data(const QModelIndex &index, int role) const
+{
+    if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::EditRole)) {
+        return {};
+    }
+    const QVariant value = rowAt(index.row()).value(index.column());
+    return role == Qt::DisplayRole ? QVariant(value.toString()) : value;
+}
+
+QVariant RecordsetModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole || m_rows == nullptr) {
+        return {};
+    }
+    const QString name = m_rows->names.value(section);
+    return m_headings.value(name.toLower(), name);
+}
+
+Qt::ItemFlags RecordsetModel::flags(const QModelIndex &index) const
+{
+    const Qt::ItemFlags usual = QAbstractTableModel::flags(index);
+    return m_editable ? usual | Qt::ItemIsEditable : usual;
+}
+
+bool RecordsetModel::setData(const QModelIndex &index, const QVariant &value, int role)
+{
+    if (!index.isValid() || role != Qt::EditRole || value == rowAt(index.row()).value(index.column())) {
+        return false;
+    }
+    const bool written = m_log.trap(m_name, [&] {
+        Recordset &recordset = m_rows->at(index.row());
+        recordset.Edit();
+        recordset.setValue(m_rows->names.at(index.column()), value);
+        recordset.Update();
+    });
+    m_cache.remove(index.row());
+    if (written) {
+        Q_EMIT dataChanged(index, index);
+        Q_EMIT changedInPlace();
+    }
+    return written;
+}
+
+bool RecordsetModel::removeRows(int row, int count, const QModelIndex &parent)
+{
+    if (parent.isValid() || row < 0 || count < 1 || row + count > rowCount()) {
+        return false;
+    }
+    for (int i = 0; i < count; ++i) {
+        if (!m_log.trap(m_name, [&] { m_rows->at(row).Delete(); })) {
+            return false;
+        }
+        beginRemoveRows({}, row, row);
+        --m_rows->count;
+        m_cache.clear();
+        endRemoveRows();
+    }
+    return true;
+}
+
+int RecordsetModel::columnOf(const QString &field) const
+{
+    for (int column = 0; column < columnCount(); ++column) {
+        if (m_rows->names.at(column).compare(field, Qt::CaseInsensitive) == 0) {
+            return column;
+        }
+    }
+    return -1;
+}
+
+QVariant RecordsetModel::field(int row, const QString &name) const
+{
+    return row >= 0 && row < rowCount() ? rowAt(row).value(columnOf(name)) : QVariant();
+}
+
+} // namespace store

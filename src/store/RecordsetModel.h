@@ -1,0 +1,70 @@
+#pragma once
+
+#include "core/RunLog.h"
+#include "store/Database.h"
+
+#include <QAbstractTableModel>
+#include <QCache>
+#include <QHash>
+
+#include <optional>
+
+namespace store {
+
+/// The data control of a list: shows the rows of a select over one table in a grid. Only the keys of the rows
+/// are held; a row is read when it is looked at. Cells may be edited in place.
+class RecordsetModel : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    /// `name` is the data control's, as it stands in the run log in front of its errors. The log must outlive
+    /// the model.
+    RecordsetModel(core::RunLog &log, QLatin1StringView name, QObject *parent = nullptr);
+    ~RecordsetModel() override;
+
+    /// Shows the rows of a select in the given words. False, with an entry in the run log, where that fails:
+    /// the model then shows what it showed before.
+    bool setRecordSource(const QString &databaseFile, const QString &select);
+    /// Runs the last select anew, on the file as it now is.
+    bool refresh();
+    const QString &recordSource() const { return m_select; }
+
+    void setEditable(bool editable) { m_editable = editable; }
+    /// The heading of a column; one that has none shows its name.
+    void setHeading(const QString &field, const QString &heading);
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
+    Qt::ItemFlags flags(const QModelIndex &index) const override;
+    /// Writes the cell to the file at once; false, with an entry in the run log, where that fails.
+    bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
+    /// Deletes rows from the file, each on its own; stops at the first that fails.
+    bool removeRows(int row, int count, const QModelIndex &parent = {}) override;
+
+    /// The column of a field name, whatever its case; -1 without one.
+    int columnOf(const QString &field) const;
+    /// A field of a row; null where there is no such row any more.
+    QVariant field(int row, const QString &name) const;
+
+Q_SIGNALS:
+    /// After a cell was written by setData().
+    void changedInPlace();
+
+private:
+    struct Rows;
+    const QVariantList &rowAt(int row) const;
+
+    core::RunLog &m_log;
+    QLatin1StringView m_name;
+    QString m_databaseFile;
+    QString m_select;
+    std::unique_ptr<Rows> m_rows;
+    mutable QCache<int, QVariantList> m_cache;
+    QHash<QString, QString> m_headings; ///< by field name in lower case
+    bool m_editable = false;
+};
+
+} // namespace store
