@@ -32,18 +32,25 @@ QStringList matches(const QString &text, const QString &pattern)
     return found;
 }
 
-// A set may hold a letter as its base and a tone mark, as that of Vietnamese does.
+bool holds(const char *characterSet, const QString &letter)
+{
+    QStringEncoder encoder(characterSet);
+    const QByteArray bytes = encoder(letter);
+    return encoder.isValid() && !encoder.hasError() && !bytes.isEmpty();
+}
+
+// The Vietnamese set holds most letters as a base and one of five tones.
 QString foreignLetters(const QString &code, const QString &text)
 {
+    static const QRegularExpression tones(u"[\\x{300}\\x{301}\\x{303}\\x{309}\\x{323}]"_s);
+    const char *set = characterSets.value(code);
     QString foreign = text == text.normalized(QString::NormalizationForm_C) ? QString() : u"not composed"_s;
-    const auto holds = [&](const QString &letter) {
-        QStringEncoder encoder(characterSets.value(code));
-        const QByteArray bytes = encoder(letter);
-        return encoder.isValid() && !encoder.hasError() && !bytes.isEmpty();
-    };
     for (const QChar letter : text) {
-        if (letter > u'~' && !holds(letter) &&
-            (letter.decomposition().isEmpty() || !holds(letter.decomposition()))) {
+        QString base = QString(letter).normalized(QString::NormalizationForm_D);
+        const auto tone = base.indexOf(tones);
+        const QString sign = tone < 0 ? QString() : base.sliced(tone, 1);
+        base = base.remove(sign).normalized(QString::NormalizationForm_C);
+        if (letter > u'~' && !holds(set, letter) && (tone < 0 || !holds(set, sign) || !holds(set, base))) {
             foreign += letter;
         }
     }
@@ -291,14 +298,15 @@ private Q_SLOTS:
                 QMultiHash<QString, Caption> pressed;
                 for (const Caption &caption : Form(*form).captions) {
                     const QString letter = mnemonicOf(m_texts.value(code).value(caption.key.toUpper()));
+                    if (!caption.pressed || letter.isEmpty()) {
+                        continue;
+                    }
                     for (const Caption &other : pressed.values(letter)) {
                         QVERIFY2(
                             !caption.page.startsWith(other.page) && !other.page.startsWith(caption.page),
                             qPrintable(u"%1 %2: %3 and %4"_s.arg(code, form.key(), caption.key, other.key)));
                     }
-                    if (caption.pressed && !letter.isEmpty()) {
-                        pressed.insert(letter, caption);
-                    }
+                    pressed.insert(letter, caption);
                 }
             }
         }
