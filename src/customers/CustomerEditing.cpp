@@ -117,7 +117,8 @@ bool CustomerEditing::IfRepeatCustomerField(qint32 sn, const QString &column, co
         if (value.isEmpty()) {
             return false;
         }
-        const QString name = QLatin1StringView(customerFields().at(static_cast<size_t>(fieldOf(column))).column);
+        const QString name =
+            QLatin1StringView(customerFields().at(static_cast<size_t>(fieldOf(column))).column);
         const QByteArray capitals = value.toUpper().toUtf8();
         const bool ascii = value.toUpper().toLatin1() == capitals;
         std::optional<qint32> first;

@@ -43,8 +43,8 @@ public:
         : m_context(context), m_controls(controls)
     {}
 
-    /// Fill the controls from the row of that key, or from the first of that name. False, with the controls as
-    /// they were and the operator told, where there is none or it cannot be read.
+    /// Fill the controls from the row of that key, or from the first of that name. False, with the controls
+    /// as they were and the operator told, where there is none or it cannot be read.
     bool ShowCustomerBySN(qint32 sn);
     bool ShowCustomerByName(const QString &name);
     /// Fills the controls for a customer who is not on file; he will pop up.

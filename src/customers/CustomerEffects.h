@@ -16,8 +16,8 @@ public:
     virtual void refreshCustomerList() = 0;
     /// Forwards the record to the unit or server.
     virtual void SendTDRData(const core::CustomerInfo &info) = 0;
-    /// The customer stands in the file under `newName`: the data fix-ups, the number index, the call notes and
-    /// the popup follow. `oldName` is the name before, empty for a customer who was not on file.
+    /// The customer stands in the file under `newName`: the data fix-ups, the number index, the call notes
+    /// and the popup follow. `oldName` is the name before, empty for a customer who was not on file.
     virtual void customerSaved(qint32 sn, const QString &oldName, const QString &newName) = 0;
 };
 

@@ -65,14 +65,16 @@ constexpr CustomerFieldTable fieldTable = {{
 }};
 
 // Receivers count on the size: what one text gains in width, another must give.
-static_assert(std::accumulate(fieldTable.begin(), fieldTable.end(), int(sizeof(core::CustomerInfo::doNotSend)),
+static_assert(std::accumulate(fieldTable.begin(), fieldTable.end(),
+                              int(sizeof(core::CustomerInfo::doNotSend)),
                               [](int sum, const CustomerField &field) { return sum + field.width; }) ==
               core::CustomerInfo::size);
 
 constexpr QStringView flagLetters = u"NYG"; // at the check box's number
 
-// A pop-up flag has no rule for a missing one: what it would stand for is settled when the program repairs the
-// rows at its start, and guessing it here would switch a customer's popup on or off behind the operator's back.
+// A pop-up flag has no rule for a missing one: what it would stand for is settled when the program repairs
+// the rows at its start, and guessing it here would switch a customer's popup on or off behind the operator's
+// back.
 int popUpFlag(const QVariant &stored)
 {
     constexpr int invalidNull = 94;

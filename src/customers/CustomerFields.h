@@ -18,8 +18,8 @@ enum class FieldKind : quint8 {
     PopUpFlag   ///< check box: its number, which must be there
 };
 
-/// One column of `customer` that the editor holds. Everything that goes through a customer's fields goes through
-/// this table, in this order: loading, saving, the forwarded record, headings.
+/// One column of `customer` that the editor holds. Everything that goes through a customer's fields goes
+/// through this table, in this order: loading, saving, the forwarded record, headings.
 struct CustomerField
 {
     const char *column;
