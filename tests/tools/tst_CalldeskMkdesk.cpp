@@ -88,6 +88,19 @@ private Q_SLOTS:
         QCOMPARE(m_desk->fileBytes(below(u"a/empty/Customer.ccsm"_s)), "years of work"_ba);
     }
 
+    void aDeskIsCheckedForDamage()
+    {
+        QCOMPARE(run(u"desk --sample"_s).status, 0);
+        QCOMPARE(run(u"desk --check"_s).status, 0);
+        QByteArray bytes = m_desk->fileBytes(below(u"desk/Customer.ccsm"_s));
+        const qsizetype middle = bytes.size() / 2;
+        bytes.replace(middle, 4096, QByteArray(4096, 'x'));
+        write(u"desk/Customer.ccsm"_s, bytes);
+        const ToolRun damaged = run(u"desk --check"_s);
+        QCOMPARE(damaged.status, 1);
+        QVERIFY(damaged.output.contains(u"SimplePhoneBook.cpbk: ok"_s));
+    }
+
     void aLanguageWithAFileOfItsOwnGetsIt()
     {
         for (const char *name : {"Customer", "SimplePhoneBook", "Lang", "Language", "Help"}) {

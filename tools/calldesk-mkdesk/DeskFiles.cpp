@@ -104,6 +104,11 @@ DeskFile areaFile(const DeskSources &sources, const QString &tablePath)
     return {u"AreaCode.mdb"_s, sources.text(u"schema/Area.sql"_s), fillWith(u"placename"_s, areas)};
 }
 
+QStringList databasePatterns()
+{
+    return {u"*.ccsm"_s, u"*.cpbk"_s, u"*.mdb"_s, u"*.lan"_s, u"*.chlp"_s};
+}
+
 Made makeDeskFile(const DeskFile &file, const QString &folder)
 {
     const QString path = QDir(folder).filePath(file.path);
