@@ -245,6 +245,15 @@ class tst_LangTexts : public QObject
                 keys.insert(key.toUpper());
             }
         }
+        for (const QString &source : m_sources) { // a key that is joined of two words, as a column's name
+            for (const QString &joined : matches(source.toUpper(), u"\"(\\w+)\"_S \\+ \\w"_s)) {
+                for (const QString &key : m_areas.keys()) {
+                    if (key.startsWith(joined) && keys.contains(key.sliced(joined.size()))) {
+                        keys.insert(key);
+                    }
+                }
+            }
+        }
         return keys;
     }
 
