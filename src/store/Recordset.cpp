@@ -68,6 +68,11 @@ void Recordset::Move(qint64 rows)
     moveTo(position() + rows);
 }
 
+bool Recordset::readOn(std::chrono::milliseconds time)
+{
+    return m_source->readOn(time);
+}
+
 QStringList Recordset::fieldNames() const
 {
     return m_source->names();

@@ -5,16 +5,19 @@ namespace store {
 namespace {
 
 constexpr int rowsKept = 500; // a few screens full
+constexpr std::chrono::milliseconds oneTurn{20};
 
 } // namespace
 
 /// The opened file and the cursor on it.
 struct RecordsetModel::Rows
 {
-    Rows(const QString &file, const QString &select)
-        : database(file), recordset(database.OpenRecordset(select)), names(recordset.fieldNames()),
-          count(static_cast<int>(recordset.RecordCount()))
+    Rows(const QString &file, const QString &select, bool inSlices)
+        : database(file), recordset(inSlices ? database.OpenSliced(select) : database.OpenRecordset(select)),
+          names(recordset.fieldNames()), complete(recordset.readOn(oneTurn)), count(known())
     {}
+
+    int known() const { return static_cast<int>(recordset.RecordCount()); }
 
     Recordset &at(int row)
     {
@@ -26,26 +29,48 @@ struct RecordsetModel::Rows
     Database database;
     Recordset recordset;
     QStringList names;
+    bool complete;
     int count;
 };
 
 RecordsetModel::RecordsetModel(core::RunLog &log, QLatin1StringView name, QObject *parent)
     : QAbstractTableModel(parent), m_log(log), m_name(name), m_cache(rowsKept)
-{}
+{
+    connect(&m_reading, &QTimer::timeout, this, &RecordsetModel::readOn);
+}
 
 RecordsetModel::~RecordsetModel() = default;
 
 bool RecordsetModel::setRecordSource(const QString &databaseFile, const QString &select)
 {
     return m_log.trap(m_name, [&] {
-        auto rows = std::make_unique<Rows>(databaseFile, select);
+        auto rows = std::make_unique<Rows>(databaseFile, select, m_inSlices);
+        m_reading.stop();
         beginResetModel();
         m_rows = std::move(rows);
         m_cache.clear();
         m_databaseFile = databaseFile;
         m_select = select;
         endResetModel();
+        if (!m_rows->complete) {
+            m_reading.start(0);
+        }
     });
+}
+
+void RecordsetModel::readOn()
+{
+    const bool read = m_log.trap(m_name, [this] { m_rows->complete = m_rows->recordset.readOn(oneTurn); });
+    const int known = m_rows->known();
+    if (known > m_rows->count) {
+        beginInsertRows({}, m_rows->count, known - 1);
+        m_rows->count = known;
+        endInsertRows();
+    }
+    if (!read || m_rows->complete) {
+        m_reading.stop();
+        Q_EMIT readingEnded();
+    }
 }
 
 bool RecordsetModel::refresh()

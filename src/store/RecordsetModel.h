@@ -6,6 +6,7 @@
 #include <QAbstractTableModel>
 #include <QCache>
 #include <QHash>
+#include <QTimer>
 
 #include <optional>
 
@@ -22,6 +23,11 @@ public:
     /// the model.
     RecordsetModel(core::RunLog &log, QLatin1StringView name, QObject *parent = nullptr);
     ~RecordsetModel() override;
+
+    /// From the next select on: a long search shows its first rows at once and finds the others from the
+    /// event loop, with rows inserted at the end. Without this every select is read at once.
+    void setReadsInSlices(bool slices) { m_inSlices = slices; }
+    bool isReading() const { return m_reading.isActive(); }
 
     /// Shows the rows of a select in the given words. False, with an entry in the run log, where that fails:
     /// the model then shows what it showed before.
@@ -52,10 +58,13 @@ public:
 Q_SIGNALS:
     /// After a cell was written by setData().
     void changedInPlace();
+    /// All rows are known, or the reading broke off, which was logged; not for what was read at once.
+    void readingEnded();
 
 private:
     struct Rows;
     const QVariantList &rowAt(int row) const;
+    void readOn();
 
     core::RunLog &m_log;
     QLatin1StringView m_name;
@@ -65,6 +74,8 @@ private:
     mutable QCache<int, QVariantList> m_cache;
     QHash<QString, QString> m_headings; ///< by field name in lower case
     bool m_editable = false;
+    bool m_inSlices = false;
+    QTimer m_reading; ///< runs while rows of a search are still to be found
 };
 
 } // namespace store

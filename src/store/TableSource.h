@@ -31,6 +31,10 @@ public:
     void update(const QList<Field> &fields) override;
     void remove() override;
 
+protected:
+    /// Rows behind those known so far.
+    void appendKeys(const std::vector<qint64> &keys);
+
 private:
     void readKeys();
     std::vector<qint64>::iterator placeOf(qint64 key);
