@@ -73,6 +73,11 @@ bool Recordset::readOn(std::chrono::milliseconds time)
     return m_source->readOn(time);
 }
 
+qint64 Recordset::positionOf(qint64 number) const
+{
+    return m_source->positionOf(number);
+}
+
 QStringList Recordset::fieldNames() const
 {
     return m_source->names();

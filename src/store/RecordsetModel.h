@@ -36,6 +36,9 @@ public:
     bool refresh();
     const QString &recordSource() const { return m_select; }
 
+    /// The fields that make the first columns, whatever their order in the file, from the next select on; the
+    /// others stand behind them.
+    void setLeadingFields(const QStringList &fields) { m_leading = fields; }
     void setEditable(bool editable) { m_editable = editable; }
     /// The heading of a column; one that has none shows its name.
     void setHeading(const QString &field, const QString &heading);
@@ -52,6 +55,8 @@ public:
 
     /// The column of a field name, whatever its case; -1 without one.
     int columnOf(const QString &field) const;
+    /// The row with that auto-number; -1 where it is not shown.
+    int rowOf(qint64 number) const;
     /// A field of a row; null where there is no such row any more.
     QVariant field(int row, const QString &name) const;
 
@@ -65,6 +70,8 @@ private:
     struct Rows;
     const QVariantList &rowAt(int row) const;
     void readOn();
+    void arrangeColumns();
+    QString fieldAt(int column) const;
 
     core::RunLog &m_log;
     QLatin1StringView m_name;
@@ -73,6 +80,8 @@ private:
     std::unique_ptr<Rows> m_rows;
     mutable QCache<int, QVariantList> m_cache;
     QHash<QString, QString> m_headings; ///< by field name in lower case
+    QStringList m_leading;
+    QList<int> m_fieldOf; ///< of each column: the field's place in the row
     bool m_editable = false;
     bool m_inSlices = false;
     QTimer m_reading; ///< runs while rows of a search are still to be found

@@ -21,6 +21,7 @@ public:
     virtual qint64 count() = 0;
     virtual qint64 position() = 0;
     virtual void standOn(qint64 position) = 0;
+    virtual qint64 positionOf(qint64) { return -1; }
     /// Reads more of the rows where they are read in slices; true when all are known.
     virtual bool readOn(std::chrono::milliseconds) { return true; }
     /// The row at hand, nothing when there is none.

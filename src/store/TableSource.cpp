@@ -77,6 +77,13 @@ void TableSource::standOn(qint64 position)
     m_position = position;
 }
 
+qint64 TableSource::positionOf(qint64 key)
+{
+    readKeys();
+    const auto place = placeOf(key);
+    return place != m_keys->end() && *place == key ? place - m_keys->begin() : -1;
+}
+
 void TableSource::standOnKey(std::optional<qint64> key)
 {
     m_key = key;

@@ -21,6 +21,7 @@ public:
     qint64 count() override;
     qint64 position() override;
     void standOn(qint64 position) override;
+    qint64 positionOf(qint64 key) override;
     const QVariantList *row() override;
 
     void setIndex(const QString &name) override;
