@@ -146,7 +146,7 @@ void frmNotePad::keyPressEvent(QKeyEvent *event)
                (enter && m_ui->SSTab1->currentWidget() == m_ui->pageEntry)) {
         save();
     } else if (event->key() == Qt::Key_F1) {
-        m_context.forms.navigator.ShowHelp(u"Popup_NotePad"_s);
+        m_context.forms.navigator.ShowHelp(u"Popup_Notes"_s);
     } else {
         QWidget::keyPressEvent(event);
     }

@@ -203,7 +203,7 @@ void frmNotePadManager::keyPressEvent(QKeyEvent *event)
     } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         ShowResult();
     } else if (event->key() == Qt::Key_F1) {
-        m_context.forms.navigator.ShowHelp(u"Popup_NotePadManager"_s);
+        m_context.forms.navigator.ShowHelp(u"Popup_Notes_Manager"_s);
     } else {
         QWidget::keyPressEvent(event);
     }
