@@ -117,7 +117,7 @@ private Q_SLOTS:
     void aSearchFindsTheTextAnywhere_data()
     {
         const support::Table<QString, QString> row("text", "found"); // found: null where the query breaks
-        row("nothing typed: table order", u""_s, u"3 5 8 9"_s);
+        row("nothing typed: table order, nothing in Nulls", u""_s, u"3 5 9"_s);
         row("piece of a number", u"5501"_s, u"3 9"_s);
         row("description, other case", u"ŻÓŁW"_s, u"5"_s);
         row("details", u"LATE"_s, u"3"_s);
