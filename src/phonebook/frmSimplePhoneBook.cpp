@@ -61,6 +61,7 @@ void frmSimplePhoneBook::setUpGrid()
 {
     m_ui->DbgPhoneBook->setModel(m_data);
     m_ui->DbgPhoneBook->setItemDelegate(new MarkDelegate(*m_data, this));
+    m_ui->DbgPhoneBook->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 }
 
 void frmSimplePhoneBook::connectControls()
@@ -132,6 +133,7 @@ void frmSimplePhoneBook::showAll()
     m_ui->txtSearch->clear();
     if (bind(allEntriesQuery())) {
         standOn(std::max(row, 0));
+        showCount();
     }
     showHint();
 }
