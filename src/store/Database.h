@@ -62,12 +62,20 @@ public:
     /// A cursor over a table (its name alone) or over the result of a select. Throws core::Error.
     Recordset OpenRecordset(const QString &tableOrSelect, const QVariantList &bound = {});
 
+    /// A cursor over a long search, in the order of the table's rows, whose rows are found slice by slice as
+    /// Recordset::readOn is called; between two slices the file is not locked. A select that gives an order,
+    /// or has no condition, is read at once. Throws core::Error.
+    Recordset OpenSliced(const QString &select);
+
     /// Runs one statement; the number of rows changed. Throws core::Error.
     qint64 Execute(const QString &sql, const QVariantList &bound = {});
 
     /// Calls `visit` for each row of a select, in order, without keeping any. The fastest way to read a whole
     /// table. Throws core::Error also when the reading breaks off at a damaged page.
     void forEachRow(const QString &select, const std::function<void(const Row &)> &visit);
+    /// The same with values for the marks in the select.
+    void forEachBoundRow(const QString &select, const QVariantList &bound,
+                         const std::function<void(const Row &)> &visit);
     /// The same for the named columns of a whole table.
     void forEachRow(const QString &table, const QStringList &columns,
                     const std::function<void(const Row &)> &visit);
@@ -89,6 +97,10 @@ private:
 /// Whether another program's lock keeps the file from being read or written right now; does not wait for it.
 /// A file that is missing or damaged is not locked.
 bool isLocked(const QString &path);
+
+/// What the engine finds wrong with a file's pages and indexes, one finding each; empty for a sound file.
+/// Reads all of it. Throws core::Error where it cannot be opened.
+QStringList damageOf(const QString &path);
 
 /// Makes a new database file from a schema in the given words and what `fill` adds, in one step: the file is
 /// built beside its place and then renamed, so it is whole or not there. Throws core::Error, also when the
