@@ -80,8 +80,7 @@ QList<DeskFile> deskFiles(const DeskSources &sources, bool sample)
         {u"UserLang.lan"_s, languageSchema, fillWith(u"Language"_s, ownTranslation(texts))},
     };
     for (const QString &code : sources.languageCodes()) {
-        files.append({code + u".lan"_s, languageSchema,
-                      fillWith(u"Language"_s, sources.table(u"lang/%1.tsv"_s.arg(code)))});
+        files.append({code + u".lan"_s, languageSchema, fillWith(u"Language"_s, sources.languageFile(code))});
     }
     for (const QString &code : sources.helpLanguages()) {
         files.append(
