@@ -59,8 +59,9 @@ private Q_SLOTS:
     void everyConditionStandsInItsPlace()
     {
         support::TestDesk desk;
-        NoteConditions asked{.start = QDateTime({2001, 1, 1}, {0, 0}),
-                             .end = QDateTime({2009, 12, 31}, {23, 59, 59})};
+        NoteConditions asked;
+        asked.start = QDateTime({2001, 1, 1}, {0, 0});
+        asked.end = QDateTime({2009, 12, 31}, {23, 59, 59});
         const QString select = MakeCondition(desk.log, asked);
         const QString range = u" and [DateAndTime]>='2001-01-01 00:00:00' and "
                               "[DateAndTime]<='2009-12-31 23:59:59'"_s;

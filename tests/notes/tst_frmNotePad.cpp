@@ -2,6 +2,8 @@
 #include "notes/ReportBox.h"
 #include "notes/frmNotePad.h"
 
+#include <QSignalSpy>
+
 using core::Prompts;
 
 /// The call note editor, used as a person does.
@@ -45,7 +47,7 @@ private Q_SLOTS:
         QTRY_COMPARE(box->textCursor().position(), box->toPlainText().size());
         QTest::keyClicks(box, u"typed"_s);
         QTest::keyClick(box, Qt::Key_Backspace);
-        QCOMPARE(box->toPlainText().size(), box->report().remove(u'\r').size());
+        QCOMPARE(box->toPlainText().size(), QString(box->report()).remove(u'\r').size());
         QTest::keyClick(box, Qt::Key_A, Qt::ControlModifier);
         QVERIFY(box->textCursor().hasSelection());
 
