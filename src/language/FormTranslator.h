@@ -21,6 +21,9 @@ public:
         : m_texts(texts), m_language(language), m_log(log)
     {}
 
+    /// The code of the language that forms are translated into, such as "ENG".
+    const QString &languageCode() const { return m_language.code; }
+
     /// Sets the language's font on the form and its controls: never smaller than the desktop's own. A control
     /// with the dynamic property "fontScale" (a factor) gets that much more, one with "fontBold" is bold.
     void iniFormFonts(QWidget &form) const;

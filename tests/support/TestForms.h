@@ -7,6 +7,7 @@
 #include "language/FormTranslator.h"
 #include "support/TestDesk.h"
 
+#include <QSignalSpy>
 #include <QtWidgets>
 
 namespace support {

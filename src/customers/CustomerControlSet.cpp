@@ -1,0 +1,101 @@
+#include "customers/CustomerControlSet.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace customers {
+
+namespace {
+
+// In the table 2 is grey, with the toolkit it is checked.
+int checkValue(const QCheckBox &box)
+{
+    switch (box.checkState()) {
+    case Qt::Checked:
+        return 1;
+    case Qt::PartiallyChecked:
+        return 2;
+    default:
+        return 0;
+    }
+}
+
+// Grey can be chosen only where it is stored.
+void setCheckValue(QCheckBox &box, int value)
+{
+    constexpr int grey = 2;
+    box.setTristate(value == grey);
+    box.setCheckState(value == 0 ? Qt::Unchecked : value == grey ? Qt::PartiallyChecked : Qt::Checked);
+}
+
+// Not toPlainText(), which turns no-break spaces into blanks.
+QString typedMemo(const QPlainTextEdit &edit)
+{
+    return edit.document()->toRawText().replace(QChar::ParagraphSeparator, u"\r\n"_s);
+}
+
+} // namespace
+
+CustomerControlSet::CustomerControlSet(const QWidget &form)
+{
+    std::ranges::transform(customerFields(), m_controls.begin(), [&](const CustomerField &field) {
+        auto *const control = form.findChild<QWidget *>(QLatin1StringView(field.control));
+        Q_ASSERT(control != nullptr);
+        return control;
+    });
+}
+
+FieldTexts CustomerControlSet::texts() const
+{
+    FieldTexts texts;
+    std::ranges::transform(m_controls, texts.begin(), [this](QWidget *control) { return text(*control); });
+    return texts;
+}
+
+void CustomerControlSet::setTexts(const FieldTexts &texts)
+{
+    const QString *text = texts.data();
+    for (QWidget *control : m_controls) {
+        setText(*control, *text++);
+    }
+}
+
+QString CustomerControlSet::text(QWidget &control) const
+{
+    if (const auto *const box = qobject_cast<const QCheckBox *>(&control)) {
+        return QString::number(checkValue(*box));
+    }
+    if (const auto *const combo = qobject_cast<const QComboBox *>(&control)) {
+        return combo->currentText();
+    }
+    if (const auto *const memo = qobject_cast<const QPlainTextEdit *>(&control)) {
+        return memo->document()->isModified() ? typedMemo(*memo) : m_memos.value(memo);
+    }
+    const auto *const line = qobject_cast<const QLineEdit *>(&control);
+    return line != nullptr ? line->text() : QString();
+}
+
+void CustomerControlSet::setText(QWidget &control, const QString &text)
+{
+    if (auto *const box = qobject_cast<QCheckBox *>(&control)) {
+        setCheckValue(*box, text.toInt());
+    } else if (auto *const combo = qobject_cast<QComboBox *>(&control)) {
+        combo->setCurrentIndex(-1);
+        combo->setEditText(text);
+        combo->lineEdit()->setCursorPosition(0);
+    } else if (auto *const memo = qobject_cast<QPlainTextEdit *>(&control)) {
+        memo->setPlainText(text);
+        m_memos.insert(memo, text);
+    } else if (auto *const line = qobject_cast<QLineEdit *>(&control)) {
+        line->setText(text);
+        line->setCursorPosition(0);
+    }
+}
+
+} // namespace customers

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "customers/CustomerFields.h"
+
+#include <QHash>
+#include <QWidget>
+
+namespace customers {
+
+/// The form's 48 controls by the names in the table of fields, as one value.
+class CustomerControlSet
+{
+public:
+    CustomerControlSet() = default;
+    /// The form must hold every one of them, and outlive the set.
+    explicit CustomerControlSet(const QWidget &form);
+
+    FieldTexts texts() const;
+    void setTexts(const FieldTexts &texts);
+
+private:
+    QString text(QWidget &control) const;
+    void setText(QWidget &control, const QString &text);
+
+    std::array<QWidget *, customerFieldCount> m_controls{};
+    QHash<const QWidget *, QString> m_memos; ///< as set: a text document would change their line ends
+};
+
+} // namespace customers

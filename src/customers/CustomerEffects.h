@@ -1,0 +1,24 @@
+#pragma once
+
+#include "core/CustomerInfo.h"
+
+#include <QString>
+
+namespace customers {
+
+/// What a saved customer causes outside of the editor. The program implements it.
+class CustomerEffects
+{
+public:
+    virtual ~CustomerEffects() = default;
+
+    /// The customer list, where it is open, shows "select * from customer " anew.
+    virtual void refreshCustomerList() = 0;
+    /// Forwards the record to the unit or server.
+    virtual void SendTDRData(const core::CustomerInfo &info) = 0;
+    /// The customer stands in the file under `newName`: the data fix-ups, the number index, the call notes
+    /// and the popup follow. `oldName` is the name before, empty for a customer who was not on file.
+    virtual void customerSaved(qint32 sn, const QString &oldName, const QString &newName) = 0;
+};
+
+} // namespace customers

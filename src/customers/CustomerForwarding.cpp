@@ -1,0 +1,32 @@
+#include "customers/CustomerForwarding.h"
+
+namespace customers {
+
+core::CustomerInfo GetCustomerInfo(const CustomerRecord &saved)
+{
+    core::CustomerInfo info;
+    const QString *shown = saved.shown.data();
+    for (const CustomerField &field : customerFields()) {
+        info.fields.append({field.width, storedValue(field, *shown++).toString()});
+    }
+    return info;
+}
+
+QList<ReceivedField> receivedFields(QByteArrayView image)
+{
+    QList<ReceivedField> received;
+    if (image.size() != core::CustomerInfo::size) {
+        return received;
+    }
+    for (const CustomerField &field : customerFields()) {
+        QByteArrayView bytes = image.first(field.width);
+        while (bytes.endsWith(' ')) {
+            bytes.chop(1);
+        }
+        received.append({QLatin1StringView(field.column), bytes});
+        image = image.sliced(field.width);
+    }
+    return received;
+}
+
+} // namespace customers

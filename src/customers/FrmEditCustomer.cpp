@@ -1,0 +1,292 @@
+#include "customers/FrmEditCustomer.h"
+
+#include "appearance/ThemedIcons.h"
+#include "core/TextUtilities.h"
+#include "customers/Addresses.h"
+#include "ui_FrmEditCustomer.h"
+
+#include <QCloseEvent>
+#include <QCompleter>
+#include <QShortcut>
+
+using namespace Qt::StringLiterals;
+
+namespace customers {
+
+FrmEditCustomer::FrmEditCustomer(const Context &context)
+    : m_context(context), m_ui(std::make_unique<Ui::FrmEditCustomer>()), m_setup(context.form.services),
+      m_lists(context.form.paths, context.form.log, context.form.services.translator),
+      m_editing({context.form.paths, context.form.values, context.form.log, context.form.texts,
+                 context.form.prompts, context.form.server, context.effects},
+                *this)
+{
+    m_ui->setupUi(this);
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowIcon(appearance::programIcon());
+    m_setup.load(*this);
+    m_controls = CustomerControlSet(*this);
+    setUpCombos();
+    setUpAddresses();
+    setUpButtons();
+    mirror(*m_ui->txtLinkman, *m_ui->txtLinkman1);
+    mirror(*m_ui->txtLinkmanMobile, *m_ui->txtLinkmanMobile1);
+    mirror(*m_ui->txtLinkmanEmail, *m_ui->txtLinkmanEmail1);
+    setUpChecks();
+    startNewCustomer({});
+}
+
+FrmEditCustomer::~FrmEditCustomer()
+{
+    m_setup.unload();
+}
+
+// A box that completed or chose by itself would change what was typed: a city in other letters is another
+// item.
+void FrmEditCustomer::setUpCombos()
+{
+    const QList<QComboBox *> combos = findChildren<QComboBox *>();
+    for (QComboBox *combo : combos) {
+        combo->completer()->setCompletionMode(QCompleter::PopupCompletion);
+        combo->completer()->setCaseSensitivity(Qt::CaseSensitive);
+        combo->setFocusPolicy(Qt::StrongFocus);
+        combo->installEventFilter(this);
+        if (combo == m_ui->txtContactPersonSex) {
+            combo->addItems({u"Male"_s, u"FeMale"_s});
+        } else if (combo != m_ui->cmbSeatID) {
+            m_lists.ReadComboList(*combo);
+            connect(combo->lineEdit(), &QLineEdit::editingFinished, this,
+                    [this, combo] { m_lists.SaveComboItem(*combo); });
+        }
+    }
+}
+
+void FrmEditCustomer::setUpAddresses()
+{
+    const QColor ink = palette().color(QPalette::ButtonText);
+    m_ui->cmdOpenPage->setIcon(appearance::themedIcon(u"globe", ink));
+    m_ui->cmdSendEmail->setIcon(appearance::themedIcon(u"mail", ink));
+    connect(m_ui->cmdOpenPage, &QToolButton::clicked, this, &FrmEditCustomer::openHomepage);
+    connect(m_ui->cmdSendEmail, &QToolButton::clicked, this, &FrmEditCustomer::writeEmail);
+    m_ui->txtHomepage->installEventFilter(this);
+    m_ui->txtLinkmanEmail1->installEventFilter(this);
+}
+
+void FrmEditCustomer::setUpButtons()
+{
+    core::Navigator &navigator = m_context.form.navigator;
+    m_ui->cmdViewNotePad->setEnabled(navigator.canShow(core::Window::CallNotes));
+    connect(m_ui->cmdViewNotePad, &QPushButton::clicked, this, &FrmEditCustomer::viewNotes);
+    connect(m_ui->Command1, &QPushButton::clicked, this, [this] {
+        if (settleUnsavedChanges()) {
+            startNewCustomer({});
+        }
+    });
+    connect(m_ui->Command2, &QPushButton::clicked, this, &FrmEditCustomer::save);
+    connect(m_ui->Command3, &QPushButton::clicked, this, &QWidget::close);
+    connect(m_ui->Command4, &QPushButton::clicked, this,
+            [&navigator] { navigator.ShowHelp(u"Popup_CustomerDatabase_Edit"_s); });
+    connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, this, &FrmEditCustomer::save);
+}
+
+void FrmEditCustomer::mirror(QLineEdit &one, QLineEdit &other)
+{
+    const auto copy = [](QLineEdit &from, QLineEdit &to) {
+        connect(&from, &QLineEdit::textChanged, &to, [&to](const QString &text) {
+            if (to.text() != text) {
+                to.setText(text);
+            }
+        });
+    };
+    copy(one, other);
+    copy(other, one);
+}
+
+void FrmEditCustomer::setUpChecks()
+{
+    connect(m_ui->txtCustomerName, &QLineEdit::editingFinished, this, &FrmEditCustomer::checkName);
+    for (QLineEdit *numbers : numberEdits()) {
+        connect(numbers, &QLineEdit::editingFinished, this, [this, numbers] { checkNumbers(*numbers); });
+    }
+}
+
+QList<QLineEdit *> FrmEditCustomer::numberEdits() const
+{
+    return {m_ui->txtCompanyCall, m_ui->txtCompanyFax, m_ui->txtLinkmanMobile, m_ui->txtLinkmanMobile1};
+}
+
+/// Only what was typed since the last check: the warning itself takes the focus from the field.
+bool FrmEditCustomer::wasTyped(QLineEdit &edit) const
+{
+    const bool typed = edit.isModified();
+    edit.setModified(false);
+    return typed && m_mode == Mode::ADD && !edit.text().trimmed().isEmpty();
+}
+
+// An apostrophe would break the statements that hold the name between quotation marks.
+void FrmEditCustomer::checkName()
+{
+    const bool typed = wasTyped(*m_ui->txtCustomerName);
+    const QString name = m_ui->txtCustomerName->text().replace(u'\'', QChar(0x2019));
+    if (name != m_ui->txtCustomerName->text()) {
+        m_ui->txtCustomerName->setText(name);
+    }
+    const QString found = typed ? m_context.checks.IfTheCustumerExist(name.trimmed()) : QString();
+    if (!found.isEmpty() && found != "NO"_L1) {
+        m_context.form.prompts.tell(m_context.form.texts.Lms(u"CustomerExisted"_s));
+    }
+}
+
+void FrmEditCustomer::checkNumbers(QLineEdit &numbers)
+{
+    if (wasTyped(numbers)) {
+        m_context.checks.IfThePhoneNumberExistInCustomer(numbers.text());
+    }
+}
+
+CustomerRecord FrmEditCustomer::shownCustomer() const
+{
+    return {core::leadingNumber(m_ui->txtSN->text()), m_controls.texts()};
+}
+
+void FrmEditCustomer::showCustomer(const CustomerRecord &customer)
+{
+    showSN(customer.SN);
+    m_controls.setTexts(customer.shown);
+    m_ui->SSTab1->setCurrentIndex(0);
+    m_ui->txtCustomerName->setFocus();
+}
+
+void FrmEditCustomer::showSN(qint32 sn)
+{
+    m_ui->txtSN->setText(sn != 0 ? QString::number(sn) : QString());
+}
+
+void FrmEditCustomer::startNewCustomer(const QString &number)
+{
+    enter(Mode::ADD);
+    m_editing.showNewCustomer(number);
+}
+
+void FrmEditCustomer::enter(Mode mode)
+{
+    m_mode = mode;
+    m_ui->Command1->setEnabled(mode == Mode::ADD);
+}
+
+void FrmEditCustomer::addCustomer(const QString &number)
+{
+    if (settleUnsavedChanges()) {
+        startNewCustomer(number);
+    }
+    bringUp();
+}
+
+bool FrmEditCustomer::ShowCustomerBySN(qint32 sn)
+{
+    return edit([&] { return m_editing.ShowCustomerBySN(sn); });
+}
+
+bool FrmEditCustomer::ShowCustomerByName(const QString &name)
+{
+    return edit([&] { return m_editing.ShowCustomerByName(name); });
+}
+
+bool FrmEditCustomer::edit(const std::function<bool()> &load)
+{
+    const bool loaded = settleUnsavedChanges() && load();
+    if (loaded) {
+        enter(Mode::EDIT);
+    }
+    if (loaded || isVisible()) {
+        bringUp();
+    }
+    return loaded;
+}
+
+void FrmEditCustomer::appendNumber(const QString &number)
+{
+    m_ui->txtCompanyCall->setText(m_ui->txtCompanyCall->text() + u',' + number);
+}
+
+void FrmEditCustomer::bringUp()
+{
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
+}
+
+/// False where the operator wants to go on with what stands in the form.
+bool FrmEditCustomer::settleUnsavedChanges()
+{
+    if (!isVisible() || !m_editing.hasUnsavedChanges()) {
+        return true;
+    }
+    bringUp();
+    using Answer = core::Prompts::Answer;
+    const Answer answer = m_context.form.prompts.askSave(m_context.form.texts.Lms(u"CustomerUnsaved"_s));
+    return answer == Answer::Discard || (answer == Answer::Save && save());
+}
+
+// A shortcut leaves no field, so what was typed last is checked here.
+bool FrmEditCustomer::save()
+{
+    checkName();
+    for (QLineEdit *numbers : numberEdits()) {
+        checkNumbers(*numbers);
+    }
+    return m_editing.save();
+}
+
+void FrmEditCustomer::viewNotes()
+{
+    m_context.form.navigator.ShowNotePad(m_ui->txtCustomerName->text().trimmed());
+}
+
+void FrmEditCustomer::openHomepage()
+{
+    OpenIE(m_context.form.log, m_context.form.shell, m_ui->txtHomepage->text());
+}
+
+void FrmEditCustomer::writeEmail()
+{
+    SendEmail(m_context.form.log, m_context.form.shell, m_ui->txtLinkmanEmail1->text());
+}
+
+void FrmEditCustomer::closeEvent(QCloseEvent *event)
+{
+    if (!settleUnsavedChanges()) {
+        event->ignore();
+        return;
+    }
+    m_setup.rememberGeometry(*this);
+    QWidget::closeEvent(event);
+}
+
+void FrmEditCustomer::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape) {
+        close();
+    } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        auto *const button = qobject_cast<QAbstractButton *>(focusWidget());
+        (button != nullptr ? button : m_ui->Command2)->click();
+    } else {
+        QWidget::keyPressEvent(event);
+    }
+}
+
+/// A wheel that passes over a box on the way down must not choose another item.
+bool FrmEditCustomer::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::MouseButtonDblClick && watched == m_ui->txtHomepage) {
+        openHomepage();
+    } else if (event->type() == QEvent::MouseButtonDblClick && watched == m_ui->txtLinkmanEmail1) {
+        writeEmail();
+    } else if (event->type() == QEvent::Wheel) {
+        auto *const combo = qobject_cast<QComboBox *>(watched);
+        return combo != nullptr && !combo->hasFocus();
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+} // namespace customers

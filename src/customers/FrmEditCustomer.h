@@ -1,0 +1,92 @@
+#pragma once
+
+#include "appearance/ComboLists.h"
+#include "appearance/FormContext.h"
+#include "customers/CustomerControlSet.h"
+#include "customers/CustomerEditing.h"
+#include "lookup/ExistenceChecks.h"
+
+#include <QWidget>
+
+#include <functional>
+#include <memory>
+
+class QLineEdit;
+
+namespace Ui {
+class FrmEditCustomer;
+}
+
+namespace customers {
+
+/// The editor of one customer. Deletes itself when closed.
+class FrmEditCustomer : public QWidget, private CustomerControls
+{
+    Q_OBJECT
+
+public:
+    /// All of it must outlive the form.
+    struct Context
+    {
+        appearance::FormContext form;
+        const lookup::ExistenceChecks &checks;
+        CustomerEffects &effects;
+    };
+
+    explicit FrmEditCustomer(const Context &context);
+    ~FrmEditCustomer() override;
+
+    /// Shows the form empty but for the number, to add a customer ("ADD" mode). Here and below, typed text
+    /// that was not saved is asked about first, and the form stays as it is where the operator cancels.
+    void addCustomer(const QString &number);
+    /// Shows the form with the customer of that key ("EDIT" mode). False where the operator cancelled and,
+    /// after telling it, where there is no such row or it cannot be read; a form that was not open then stays
+    /// so.
+    bool ShowCustomerBySN(qint32 sn);
+    /// The same for the first customer of that name.
+    bool ShowCustomerByName(const QString &name);
+    /// Adds "," and the number to the phone numbers.
+    void appendNumber(const QString &number);
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    enum class Mode { ADD, EDIT };
+
+    CustomerRecord shownCustomer() const override;
+    void showCustomer(const CustomerRecord &customer) override;
+    void showSN(qint32 sn) override;
+
+    void setUpCombos();
+    void setUpAddresses();
+    void setUpButtons();
+    void setUpChecks();
+    static void mirror(QLineEdit &one, QLineEdit &other);
+    QList<QLineEdit *> numberEdits() const;
+    bool wasTyped(QLineEdit &edit) const;
+    void checkName();
+    void checkNumbers(QLineEdit &numbers);
+
+    void enter(Mode mode);
+    void startNewCustomer(const QString &number);
+    bool edit(const std::function<bool()> &load);
+    bool settleUnsavedChanges();
+    bool save();
+    void bringUp();
+    void viewNotes();
+    void openHomepage();
+    void writeEmail();
+
+    Context m_context;
+    std::unique_ptr<Ui::FrmEditCustomer> m_ui;
+    appearance::FormSetup m_setup;
+    appearance::ComboLists m_lists;
+    CustomerControlSet m_controls;
+    CustomerEditing m_editing;
+    Mode m_mode = Mode::ADD;
+};
+
+} // namespace customers

@@ -1,0 +1,85 @@
+#include "appearance/ComboLists.h"
+#include "appearance/RecordGrid.h"
+#include "support/TestForms.h"
+
+/// What lists and combo boxes of all forms share.
+class tst_Lists : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aComboRemembersEachTextOncePerLanguage()
+    {
+        support::TestForms forms;
+        QDir(forms.desk.paths.StartFolder).mkdir(u"PopUserData"_s);
+        const appearance::ComboLists lists(forms.desk.paths, forms.desk.log, forms.translator);
+        QComboBox combo;
+        combo.setObjectName(u"txtCity"_s);
+        combo.setEditable(true);
+        for (const QString &text : {u"Łódź"_s, u"北京"_s, u"Łódź"_s, u"łódź"_s, u""_s, u"two\nlines"_s}) {
+            combo.setEditText(text);
+            lists.SaveComboItem(combo);
+        }
+        const QString file = forms.desk.paths.PopUserDataFolder + u"/txtCity_ENG.txt"_s;
+        QCOMPARE(QString::fromUtf8(forms.desk.fileBytes(file)), u"Łódź\r\n北京\r\nłódź\r\n"_s);
+        QVERIFY(forms.desk.logMessages().last().startsWith(u"!SaveComboItem "_s));
+
+        QComboBox next;
+        next.setObjectName(u"txtCity"_s);
+        next.setEditable(true);
+        next.setEditText(u"typed"_s);
+        lists.ReadComboList(next);
+        QCOMPARE(next.count(), 3);
+        QCOMPARE(next.itemText(1), u"北京"_s);
+        QCOMPARE(next.currentText(), u"typed"_s);
+        forms.language.code = u"CHS"_s;
+        next.clear();
+        lists.ReadComboList(next);
+        QCOMPARE(next.count(), 0);
+    }
+
+    void aNameThatLeavesTheFolderIsRefused()
+    {
+        support::TestForms forms;
+        const appearance::ComboLists lists(forms.desk.paths, forms.desk.log, forms.translator);
+        QComboBox combo;
+        combo.setObjectName(u"txtCity"_s);
+        forms.language.code = u"../x"_s;
+        lists.ReadComboList(combo);
+        QVERIFY(forms.desk.logMessages().last().startsWith(u"!ReadComboList "_s));
+    }
+
+    void aGridCopiesWhatItShowsAndKeepsItsColumns()
+    {
+        support::TestForms forms;
+        QStandardItemModel model(2, 3);
+        for (int cell = 0; cell < 6; ++cell) {
+            model.setItem(cell / 3, cell % 3, new QStandardItem(u"a\tb%1"_s.arg(cell)));
+        }
+        {
+            appearance::RecordGrid grid;
+            grid.setModel(&model);
+            grid.setSelectionBehavior(QAbstractItemView::SelectRows);
+            grid.remember(forms.windows, u"list"_s);
+            grid.horizontalHeader()->moveSection(2, 0);
+            grid.setColumnHidden(1, true);
+            grid.show();
+            grid.selectAll();
+            QTest::keyClick(&grid, Qt::Key_C, Qt::ControlModifier);
+            QCOMPARE(QApplication::clipboard()->text(), u"a b2\ta b0\na b5\ta b3"_s);
+            QSignalSpy opened(&grid, &appearance::RecordGrid::recordActivated);
+            grid.setCurrentIndex(model.index(1, 0));
+            QTest::keyClick(&grid, Qt::Key_Return);
+            QCOMPARE(opened.takeFirst().first().toInt(), 1);
+            grid.hide();
+        }
+        appearance::RecordGrid again;
+        again.setModel(&model);
+        again.remember(forms.windows, u"list"_s);
+        QVERIFY(again.isColumnHidden(1));
+        QCOMPARE(again.horizontalHeader()->logicalIndex(0), 2);
+    }
+};
+
+QTEST_MAIN(tst_Lists)
+#include "tst_Lists.moc"
