@@ -1,5 +1,6 @@
-// The windows of call notes at 100,000 calls with 200,000 entries: any search until its first page is painted, and
-// the report of a customer with 10,000 entries, beside the engine's own reading of the same rows.
+// The windows of call notes at 100,000 calls with 200,000 entries: any search until its first page is
+// painted, and the report of a customer with 10,000 entries, beside the engine's own reading of the same
+// rows.
 
 #include "DeskData.h"
 #include "EventLoopWatch.h"

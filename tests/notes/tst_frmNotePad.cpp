@@ -38,7 +38,8 @@ private Q_SLOTS:
         click(form, "cmdSave");
         QCOMPARE(desk.rows(u"select * from callinfo"_s),
                  u"Call20261121093015|O'Brien's|2026-11-21 09:30:15|Ann|Delivery"_s);
-        QCOMPARE(desk.rows(u"select Request,IfResolved from customerrequest"_s), u"can't wait|true\nMore|false"_s);
+        QCOMPARE(desk.rows(u"select Request,IfResolved from customerrequest"_s),
+                 u"can't wait|true\nMore|false"_s);
 
         control<QTabWidget>(form, "SSTab1")->setCurrentIndex(0);
         click(form, "cmdRefreshReport");
@@ -109,7 +110,7 @@ private Q_SLOTS:
         QCOMPARE(control<QLineEdit>(editor(), "txtCustomerName")->text(), u"O'Brien's"_s);
         QTRY_VERIFY(control<notes::ReportBox>(editor(), "txtReport")->report().contains(u"Old one"_s));
         QTest::keyClick(editor(), Qt::Key_F1);
-        QCOMPARE(desk.navigator.shown, QStringList(u"ShowHelp Popup_NotePad"_s));
+        QCOMPARE(desk.navigator.shown, QStringList(u"ShowHelp Popup_Notes"_s));
     }
 
     void aReportOfManyPiecesIsFilledInWhole()
