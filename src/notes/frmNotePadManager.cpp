@@ -167,8 +167,9 @@ void frmNotePadManager::readReport(const std::function<void(const QString &)> &u
     if (m_select.isEmpty()) {
         return;
     }
-    auto *run = new ReportRun(m_context.forms.log, m_context.forms.paths.CustomerFile, m_select,
-                              m_fixedCustomer.isEmpty() ? std::nullopt : std::optional(m_fixedCustomer), this);
+    auto *run =
+        new ReportRun(m_context.forms.log, m_context.forms.paths.CustomerFile, m_select,
+                      m_fixedCustomer.isEmpty() ? std::nullopt : std::optional(m_fixedCustomer), this);
     const auto setReady = [this](bool ready) {
         m_ui->cmdExport->setEnabled(ready);
         m_ui->cmdPrintOut->setEnabled(ready);
