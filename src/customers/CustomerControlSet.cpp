@@ -26,12 +26,12 @@ int checkValue(const QCheckBox &box)
     }
 }
 
-// Grey is shown where it is stored; a click makes it a clear yes or no again.
+// Grey can be chosen only where it is stored.
 void setCheckValue(QCheckBox &box, int value)
 {
     constexpr int grey = 2;
+    box.setTristate(value == grey);
     box.setCheckState(value == 0 ? Qt::Unchecked : value == grey ? Qt::PartiallyChecked : Qt::Checked);
-    box.setTristate(false);
 }
 
 // Not toPlainText(), which turns no-break spaces into blanks.
@@ -77,7 +77,8 @@ QString CustomerControlSet::text(QWidget &control) const
     if (const auto *const memo = qobject_cast<const QPlainTextEdit *>(&control)) {
         return memo->document()->isModified() ? typedMemo(*memo) : m_memos.value(memo);
     }
-    return qobject_cast<const QLineEdit &>(control).text();
+    const auto *const line = qobject_cast<const QLineEdit *>(&control);
+    return line != nullptr ? line->text() : QString();
 }
 
 void CustomerControlSet::setText(QWidget &control, const QString &text)

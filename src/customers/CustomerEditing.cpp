@@ -53,7 +53,9 @@ bool CustomerEditing::show(QLatin1StringView procedure, const QString &index, co
         if (!customers.Seek(key)) {
             return u"CustomerNotFound"_s;
         }
-        m_controls.showCustomer(customerOf(customers));
+        const CustomerRecord customer = customerOf(customers);
+        m_controls.showCustomer(customer);
+        m_nameOnFile = customer.text(u"CustomerName");
         m_asLoaded = m_controls.shownCustomer();
         return QString();
     });
@@ -63,14 +65,16 @@ bool CustomerEditing::show(QLatin1StringView procedure, const QString &index, co
     return problem.isEmpty();
 }
 
-void CustomerEditing::showNewCustomer()
+void CustomerEditing::showNewCustomer(const QString &number)
 {
     CustomerRecord customer;
     for (const QStringView flag : {u"IfVIP", u"ifinblacklist"}) {
         customer.shown.at(static_cast<size_t>(fieldOf(flag))) = u"0"_s;
     }
     customer.shown.at(static_cast<size_t>(fieldOf(u"T3"))) = u"1"_s;
+    customer.shown.at(static_cast<size_t>(fieldOf(u"WorkPhones"))) = number;
     m_controls.showCustomer(customer);
+    m_nameOnFile.clear();
     m_asLoaded = m_controls.shownCustomer();
 }
 
@@ -143,10 +147,10 @@ bool CustomerEditing::save()
     if (!SaveCustomer()) {
         return false;
     }
-    const QString oldName = m_asLoaded.text(u"CustomerName");
     m_asLoaded = m_controls.shownCustomer();
+    const QString name = m_asLoaded.text(u"CustomerName").trimmed();
     m_context.effects.SendTDRData(GetCustomerInfo(m_asLoaded));
-    m_context.effects.customerSaved(m_asLoaded.SN, oldName, shown.text(u"CustomerName").trimmed());
+    m_context.effects.customerSaved(m_asLoaded.SN, std::exchange(m_nameOnFile, name), name);
     return true;
 }
 

@@ -47,8 +47,8 @@ public:
     /// as they were and the operator told, where there is none or it cannot be read.
     bool ShowCustomerBySN(qint32 sn);
     bool ShowCustomerByName(const QString &name);
-    /// Fills the controls for a customer who is not on file; he will pop up.
-    void showNewCustomer();
+    /// Fills the controls for a customer who is not on file, but for that number; his calls will pop up.
+    void showNewCustomer(const QString &number);
 
     /// Writes the controls into the customer's row, or a new one where there is none. False where the name is
     /// missing, which the operator was told, and where the database failed.
@@ -70,6 +70,7 @@ private:
     Context m_context;
     CustomerControls &m_controls;
     CustomerRecord m_asLoaded;
+    QString m_nameOnFile;
 };
 
 } // namespace customers

@@ -101,7 +101,7 @@ qsizetype fieldOf(QStringView column)
         return column.compare(QLatin1StringView(field.column), Qt::CaseInsensitive) == 0;
     });
     if (found == fieldTable.end()) {
-        throw core::Error(0, u"no such field of a customer: "_s + column);
+        throw core::Error(0, u"no such field of a customer: "_s + column.toString());
     }
     return found - fieldTable.begin();
 }

@@ -76,7 +76,7 @@ void FrmCustomer::setUpGrid()
     connect(&grid, &appearance::RecordGrid::deleteRequested, this, &FrmCustomer::deleteCurrent);
 }
 
-// Three columns have no text of their own and are titled by what they hold.
+// Three columns have no key in the table of fields, and are titled as in the editor.
 void FrmCustomer::translateHeadings()
 {
     const auto title = [this](const QString &field, const QString &key) {
@@ -84,10 +84,11 @@ void FrmCustomer::translateHeadings()
         Ado1.setHeading(field, text.isEmpty() ? field : text);
     };
     for (const CustomerField &field : customerFields()) {
-        const QString key = QString::fromLatin1(field.labelKey);
-        const QString column = QString::fromLatin1(field.column);
-        title(column, key.isEmpty() ? u"CustomerColumn"_s + column : key);
+        title(QString::fromLatin1(field.column), QString::fromLatin1(field.labelKey));
     }
+    title(u"T1"_s, u"SecondContact"_s);
+    title(u"T2"_s, u"SecondContactMobile"_s);
+    title(u"T3"_s, u"PopTheCaller"_s);
     title(u"SN"_s, u"SN"_s);
 }
 
@@ -233,7 +234,7 @@ void FrmCustomer::editRow(int row, const QString &number)
     if (sn != 0) {
         m_commands.editCustomer(sn, number);
     } else if (row >= 0) {
-        showMessage(u"CustomerIsGone"_s); // another desk has deleted it
+        showMessage(u"CustomerNotFound"_s); // another desk has deleted it
     }
 }
 

@@ -164,8 +164,7 @@ void FrmEditCustomer::showSN(qint32 sn)
 void FrmEditCustomer::startNewCustomer(const QString &number)
 {
     enter(Mode::ADD);
-    m_editing.showNewCustomer();
-    m_ui->txtCompanyCall->setText(number);
+    m_editing.showNewCustomer(number);
 }
 
 void FrmEditCustomer::enter(Mode mode)

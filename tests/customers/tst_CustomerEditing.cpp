@@ -1,0 +1,242 @@
+#include "customers/CustomerDesk.h"
+#include "customers/CustomerForwarding.h"
+
+using customers::CustomerField;
+using customers::customerFields;
+using customers::CustomerRecord;
+using customers::fieldOf;
+
+/// A customer's way between the table and the editor, without the editor.
+class tst_CustomerEditing : public QObject
+{
+    Q_OBJECT
+
+    struct Desk : support::TestDesk, customers::CustomerControls
+    {
+        support::FakePrompts prompts;
+        support::FakeServer server;
+        support::KeyTexts texts;
+        FakeCustomerEffects effects;
+        CustomerRecord shown;
+        QString storedWhenSnWasShown;
+        customers::CustomerEditing editing{{paths, values, log, texts, prompts, server, effects}, *this};
+
+        Desk()
+        {
+            values.WordSeparator = u" "_s;
+            deliver(u"Customer"_s, paths.CustomerFile);
+        }
+        CustomerRecord shownCustomer() const override { return shown; }
+        void showCustomer(const CustomerRecord &customer) override { shown = customer; }
+        void showSN(qint32 sn) override
+        {
+            shown.SN = sn;
+            storedWhenSnWasShown = count();
+        }
+        QString &field(QStringView column) { return shown.shown.at(size_t(fieldOf(column))); }
+        QString count() const { return customerSql(*this, u"select count(*) from customer"_s); }
+    };
+
+private Q_SLOTS:
+    void eachOfTheFieldsArrivesWhereItBelongs()
+    {
+        Desk desk;
+        desk.shown = fullCustomer();
+        QVERIFY(desk.editing.save());
+        QCOMPARE(desk.shown.SN, 1);
+        QCOMPARE(desk.storedWhenSnWasShown, u"0"_s);
+        CustomerRecord expected = fullCustomer();
+        expected.SN = 1;
+        expected.shown.at(size_t(fieldOf(u"ContactPersonMessenger"))) =
+            expected.text(u"ContactPersonHomePhones");
+        const QByteArray image = desk.effects.sent.at(0).toBytes(core::CodePage(1252));
+        const auto received = customers::receivedFields(image);
+        for (const CustomerField &field : customerFields()) {
+            const QString column = QLatin1String(field.column);
+            const size_t place = size_t(fieldOf(column));
+            const QString stored = column == "IfVIP"_L1 ? u"Y"_s : fullCustomer().shown.at(place);
+            QCOMPARE(customerSql(desk, u"select "_s + column + u" from customer where SN = 1"_s), stored);
+            QCOMPARE(QString::fromLatin1(received.at(qsizetype(place)).bytes), stored.left(field.width));
+        }
+        for (const bool byName : {false, true}) {
+            desk.shown = {};
+            QVERIFY(byName ? desk.editing.ShowCustomerByName(u"value 0"_s)
+                           : desk.editing.ShowCustomerBySN(1));
+            QVERIFY(desk.shown == expected);
+        }
+    }
+
+    void savingTrimsWhereItIsToldAndAgainEditsTheSameRow()
+    {
+        Desk desk;
+        desk.editing.showNewCustomer(u"5550144"_s);
+        desk.field(u"CustomerName") = u"  O\u2019Hara "_s;
+        desk.field(u"CustomerID") = u"ab-1"_s;
+        desk.field(u"city") = u" ' Łódź "_s;
+        desk.field(u"Country") = u" \" 中国 "_s;
+        QVERIFY(desk.editing.hasUnsavedChanges());
+        QVERIFY(desk.editing.save());
+        QVERIFY(!desk.editing.hasUnsavedChanges());
+        const QString select =
+            u"select CustomerName, CustomerID, city, Country, WorkPhones, IfVIP, ifinblacklist, "
+            "T3 from customer"_s;
+        QCOMPARE(customerSql(desk, select), u"O\u2019Hara|AB-1| ' Łódź |\" 中国|5550144|N|0|1"_s);
+        desk.field(u"CustomerName") = u"Ms Hara"_s;
+        QVERIFY(desk.editing.save());
+        QCOMPARE(desk.count(), u"1"_s);
+        const QStringList called = {u"refreshCustomerList"_s, u"customerSaved 1  O\u2019Hara"_s,
+                                    u"refreshCustomerList"_s, u"customerSaved 1 O\u2019Hara Ms Hara"_s};
+        QCOMPARE(desk.effects.called, called);
+        QCOMPARE(desk.server.sent, QStringList({u"REFRESHCUSTOMERLIST"_s, u"REFRESHCUSTOMERLIST"_s}));
+    }
+
+    void aNameIsNeededAndACustomerIdIsNobodyElses()
+    {
+        Desk desk;
+        desk.field(u"CustomerID") = u"x"_s;
+        desk.prompts.expect();
+        QVERIFY(!desk.editing.save());
+        desk.field(u"CustomerName") = u"One"_s;
+        QVERIFY(desk.editing.save());
+        desk.shown.SN = 0;
+        desk.field(u"CustomerID") = u"X"_s;
+        desk.prompts.expect();
+        QVERIFY(!desk.editing.save());
+        QCOMPARE(desk.count(), u"1"_s);
+        desk.field(u"CustomerID").clear();
+        QVERIFY(desk.editing.save() && (desk.shown.SN = 0, desk.editing.save()));
+        QCOMPARE(desk.prompts.asked,
+                 QStringList({u"[PlsInputCustomerName]"_s, u"[CustomerID] [CustomerIDexisted]"_s}));
+    }
+
+    void flagsKeepTheirEncodings_data()
+    {
+        const support::Table<QString, QVariant, QString, QString> row("column", "stored", "shown", "savedAs");
+        row("VIP, small letter", u"IfVIP"_s, u"y"_s, u"1"_s, u"Y"_s);
+        row("VIP, grey", u"IfVIP"_s, u"G"_s, u"2"_s, u"G"_s);
+        row("VIP, no letter", u"IfVIP"_s, u"1"_s, u"0"_s, u"N"_s);
+        row("VIP, Null", u"IfVIP"_s, QVariant(), u"0"_s, u"N"_s);
+        row("black list", u"ifinblacklist"_s, 1, u"1"_s, u"1"_s);
+        row("black list, Null", u"ifinblacklist"_s, QVariant(), u"0"_s, u"0"_s);
+        row("no popup", u"T3"_s, u"0"_s, u"0"_s, u"0"_s);
+        row("popup, blanks", u"T3"_s, u" 1 "_s, u"1"_s, u"1"_s);
+        row("text, Null", u"note"_s, QVariant(), QString(), QString());
+    }
+    void flagsKeepTheirEncodings()
+    {
+        QFETCH(QString, column);
+        QFETCH(QVariant, stored);
+        Desk desk;
+        customerSql(desk, u"insert into customer (CustomerName, T3) values ('A', '1')"_s);
+        customerSql(desk, u"update customer set "_s + column + u" = ?"_s, {stored});
+        QVERIFY(desk.editing.ShowCustomerBySN(1));
+        QTEST(desk.shown.text(column), "shown");
+        QVERIFY(desk.editing.save());
+        QTEST(customerSql(desk, u"select "_s + column + u" from customer"_s), "savedAs");
+    }
+
+    void whatCannotBeShownIsToldAndLeavesTheEditorAsItWas_data()
+    {
+        const support::Table<QString, QString, QString> row("statement", "told", "logged");
+        row("Null", u"update customer set T3 = null"_s, u"[CustomerNotShown]"_s,
+            u"!ShowCustomerBySN 94 T3 is Null"_s);
+        row("text", u"update customer set T3 = 'yes'"_s, u"[CustomerNotShown]"_s,
+            u"!ShowCustomerBySN 13 T3 is no number"_s);
+        row("all Null", u"update customer set CustomerName = null, T3 = null"_s, u"[CustomerNotShown]"_s,
+            u"!ShowCustomerBySN 94 T3 is Null"_s);
+        row("deleted", u"delete from customer"_s, u"[CustomerNotFound]"_s, QString());
+    }
+    void whatCannotBeShownIsToldAndLeavesTheEditorAsItWas()
+    {
+        QFETCH(QString, statement);
+        Desk desk;
+        desk.shown = fullCustomer();
+        QVERIFY(desk.editing.save());
+        const CustomerRecord before = desk.shown;
+        customerSql(desk, statement);
+        desk.prompts.expect();
+        QVERIFY(!desk.editing.ShowCustomerBySN(1));
+        QVERIFY(desk.shown == before);
+        QTEST(desk.prompts.asked.join(u' '), "told");
+        QTEST(desk.logMessages().join(u' '), "logged");
+    }
+
+    // The first match decides, so a duplicate behind the edited row itself goes unnoticed.
+    void onlyTheFirstCustomerWithAValueCounts()
+    {
+        Desk desk;
+        const QStringList ids = {u"AB"_s, u"ab"_s, u"straße"_s, u"STRASSE"_s, u"Ł"_s, u"AB "_s, u"'"_s};
+        for (const QString &id : ids) {
+            customerSql(desk, u"insert into customer (CustomerID) values (?)"_s, {id});
+        }
+        customerSql(desk, u"insert into customer (CustomerName) values ('no ID')"_s);
+        for (const QString &value : ids + QStringList({u"Ab"_s, u"ł"_s, u"none"_s, QString()})) {
+            const auto first =
+                std::ranges::find_if(ids, [&](const QString &id) { return id.toUpper() == value.toUpper(); });
+            for (qint32 sn = 0; sn <= ids.size(); ++sn) {
+                QCOMPARE(desk.editing.IfRepeatCustomerField(sn, u"customerid"_s, value),
+                         first != ids.end() && sn != first - ids.begin() + 1);
+            }
+        }
+        QVERIFY(!desk.editing.IfRepeatCustomerField(0, u"x from customer; --"_s, u"AB"_s));
+        QVERIFY(desk.logMessages().constLast().startsWith("!IfRepeatCustomerField "_L1));
+    }
+
+    void aFailedSaveKeepsWhatWasTypedAndASecondTrySucceeds()
+    {
+        Desk desk;
+        const auto failsWhile = [&desk](const std::function<void(const std::function<void()> &)> &spoil) {
+            const CustomerRecord before = desk.shown;
+            desk.prompts.expect();
+            spoil([&] { QVERIFY(!desk.editing.save()); });
+            QVERIFY(desk.shown.shown == before.shown);
+            QCOMPARE(desk.prompts.asked.takeLast(), u"[CustomerNotSaved]"_s);
+            QVERIFY(desk.effects.called.isEmpty() && desk.effects.sent.isEmpty() &&
+                    desk.server.sent.isEmpty());
+            QVERIFY(desk.logMessages().constLast().startsWith("SaveCustomer "_L1));
+        };
+        desk.shown = fullCustomer();
+        failsWhile([&desk](auto save) { // locked by another desk
+            store::Database other(desk.paths.CustomerFile);
+            other.transaction([&] {
+                other.Execute(u"insert into customer (CustomerName) values ('B')"_s);
+                save();
+            });
+        });
+        failsWhile([&desk](auto save) { // the folder is lost
+            const QString away = desk.paths.CustomerFile + u".away"_s;
+            QVERIFY(QFile::rename(desk.paths.CustomerFile, away));
+            QVERIFY(QDir().mkpath(desk.paths.CustomerFile));
+            save();
+            QVERIFY(QDir().rmdir(desk.paths.CustomerFile) && QFile::rename(away, desk.paths.CustomerFile));
+        });
+        QVERIFY(desk.editing.save());
+        QCOMPARE(desk.count(), u"2"_s);
+    }
+
+    void aCustomerWhomAnotherDeskDeletedIsAddedAgain()
+    {
+        Desk desk;
+        desk.shown = fullCustomer();
+        QVERIFY(desk.editing.save());
+        customerSql(desk, u"delete from customer"_s);
+        QVERIFY(desk.editing.save());
+        QCOMPARE(desk.shown.SN, 2);
+        QCOMPARE(customerSql(desk, u"select SN, CustomerName from customer"_s), u"2|VALUE 0"_s);
+    }
+
+    // 5 bytes hold two Chinese characters and a half.
+    void aForwardedTextIsCutBetweenCharacters()
+    {
+        core::CustomerInfo info{.fields = {{5, u"客户资料"_s}, {3, u"€x"_s}, {4, u"\U0001F600ab"_s}},
+                                .doNotSend = 0x0102};
+        const QByteArray image = info.toBytes(core::CodePage(936));
+        QCOMPARE(image.size(), 3265);
+        QCOMPARE(image.first(5), QByteArray("\xBF\xCD\xBB\xA7 "));
+        QCOMPARE(image.last(3), QByteArray(" \x02\x01"));
+        QVERIFY(customers::receivedFields(image.chopped(1)).isEmpty());
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_CustomerEditing)
+#include "tst_CustomerEditing.moc"

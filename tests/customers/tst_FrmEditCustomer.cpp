@@ -1,0 +1,204 @@
+#include "customers/CustomerDesk.h"
+#include "customers/FrmEditCustomer.h"
+#include "support/TestForms.h"
+
+using customers::FrmEditCustomer;
+using Answer = core::Prompts::Answer;
+
+class tst_FrmEditCustomer : public QObject
+{
+    Q_OBJECT
+
+    struct Forms : support::TestForms
+    {
+        lookup::NumberIndex numbers{desk.paths, desk.log};
+        lookup::ExistenceChecks checks{{desk.paths, desk.log, numbers, texts, prompts, navigator}};
+        FakeCustomerEffects effects;
+        QPointer<FrmEditCustomer> form;
+
+        Forms()
+        {
+            deliver(u"Customer"_s, desk.paths.CustomerFile);
+            customerSql(desk,
+                        u"insert into customer (CustomerName, WorkPhones, T3, note, IfVIP) values ('Acme', "
+                        "'5550144', '1', ?, 'G')"_s,
+                        {u"one\ntwo\u00A0three"_s});
+            numbers.LoadCustomerPhoneNumberSnArray();
+            QVERIFY(QDir().mkpath(desk.paths.PopUserDataFolder));
+            navigator.available = {core::Window::CallNotes};
+            open();
+        }
+        ~Forms() { delete form; }
+        void open()
+        {
+            delete form;
+            form = new FrmEditCustomer({context(), checks, effects});
+        }
+        template <typename Control = QLineEdit>
+        Control *find(const char *name) const
+        {
+            return form->findChild<Control *>(QLatin1String(name));
+        }
+        /// Types into a field and leaves it, as the toolkit does it in a window that has the keyboard.
+        void type(const char *name, const QString &text) const
+        {
+            find(name)->selectAll();
+            QTest::keyClicks(find(name), text);
+            Q_EMIT find(name)->editingFinished();
+        }
+        QString text(const char *name) const { return find(name)->text(); }
+        void click(const char *name) const { QTest::mouseClick(find<QAbstractButton>(name), Qt::LeftButton); }
+    };
+
+private Q_SLOTS:
+    void everyFieldOfTheTableHasItsControlAndALabel()
+    {
+        Forms forms;
+        const QList<QLabel *> labels = forms.form->findChildren<QLabel *>();
+        for (const customers::CustomerField &field : customers::customerFields()) {
+            auto *const control = forms.find<QWidget>(field.control);
+            QVERIFY2(control != nullptr, field.control);
+            const auto label = std::ranges::find(labels, control, &QLabel::buddy);
+            const auto *const box = qobject_cast<QCheckBox *>(control);
+            const QString caption = box != nullptr          ? box->text()
+                                    : label != labels.end() ? (*label)->text()
+                                                            : u""_s;
+            QVERIFY2(*field.labelKey == 0 ? !caption.isEmpty()
+                                          : caption == u"[%1]"_s.arg(QLatin1String(field.labelKey)),
+                     field.control);
+        }
+    }
+
+    void everyFieldIsSavedAsItIsShown()
+    {
+        Forms forms;
+        forms.form->addCustomer(u"1"_s);
+        customers::CustomerRecord customer = fullCustomer();
+        customers::CustomerControlSet(*forms.form).setTexts(customer.shown);
+        QVERIFY(QTest::qWaitForWindowActive(forms.form));
+        QTest::keyClick(forms.form, Qt::Key_S, Qt::ControlModifier);
+        QCOMPARE(forms.text("txtSN"), u"2"_s);
+        forms.open();
+        QVERIFY(forms.form->ShowCustomerByName(u"VALUE 0"_s));
+        customer.shown.at(size_t(customers::fieldOf(u"ContactPersonMessenger"))) =
+            customer.text(u"ContactPersonHomePhones");
+        QVERIFY(customers::CustomerControlSet(*forms.form).texts() == customer.shown);
+        QCOMPARE(forms.text("txtLinkman1") + forms.text("txtLinkmanMobile1"), u"VALUE 7VALUE 12"_s);
+    }
+
+    void whatIsOnlyLookedAtStaysAsItIsOnFile()
+    {
+        Forms forms;
+        QVERIFY(forms.form->ShowCustomerBySN(1));
+        QCOMPARE(forms.find<QCheckBox>("chkYNVIP")->checkState(), Qt::PartiallyChecked);
+        forms.click("Command2");
+        QCOMPARE(customerSql(forms.desk, u"select note, IfVIP from customer"_s), u"one\ntwo\u00A0three|G"_s);
+        forms.find<QPlainTextEdit>("txtRemark")->appendPlainText(u"four"_s);
+        forms.click("Command2");
+        QCOMPARE(customerSql(forms.desk, u"select note from customer"_s), u"one\r\ntwo\u00A0three\r\nfour"_s);
+        forms.form->close();
+    }
+
+    void theTwoCopiesOfTheContactStayEqual()
+    {
+        Forms forms;
+        for (const auto &[one, other] : {std::pair("txtLinkman", "txtLinkman1"),
+                                         {"txtLinkmanMobile", "txtLinkmanMobile1"},
+                                         {"txtLinkmanEmail", "txtLinkmanEmail1"}}) {
+            forms.find(one)->setText(u"first"_s);
+            QCOMPARE(forms.text(other), u"first"_s);
+            QTest::keyClicks(forms.find(other), u"!"_s);
+            QCOMPARE(forms.text(one), u"first!"_s);
+        }
+    }
+
+    void warningsComeOnlyWhileAddingAndOnlyForWhatWasTyped()
+    {
+        Forms forms;
+        forms.form->addCustomer(u"5550144"_s);
+        Q_EMIT forms.find("txtCompanyCall")->editingFinished();
+        forms.prompts.expect();
+        forms.type("txtCustomerName", u"acm"_s);
+        Q_EMIT forms.find("txtCustomerName")->editingFinished();
+        for (const char *name : {"txtCompanyCall", "txtCompanyFax", "txtLinkmanMobile"}) {
+            forms.prompts.expect();
+            forms.type(name, u"555-0144"_s);
+            QCOMPARE(forms.navigator.shown.takeLast(),
+                     u"showCustomerList Select * from customer where sn = 1"_s);
+        }
+        QCOMPARE(forms.prompts.asked.constFirst(), u"[CustomerExisted]"_s);
+        forms.prompts.expectSave(Answer::Discard);
+        QVERIFY(forms.form->ShowCustomerBySN(1));
+        forms.type("txtCustomerName", u"Acme's"_s);
+        forms.type("txtCompanyFax", u"5550144"_s);
+        QCOMPARE(forms.text("txtCustomerName"), u"Acme\u2019s"_s);
+        QCOMPARE(forms.prompts.asked.size(), 5);
+    }
+
+    void unsavedTextIsAskedAbout()
+    {
+        Forms forms;
+        QVERIFY(forms.form->ShowCustomerBySN(1));
+        QVERIFY(!forms.find<QWidget>("Command1")->isEnabled());
+        forms.find("txtQuote")->setText(u"9"_s);
+        forms.prompts.expectSave(Answer::Cancel);
+        QTest::keyClick(forms.form, Qt::Key_Escape);
+        QVERIFY(forms.form->isVisible());
+        forms.prompts.expectSave(Answer::Cancel);
+        forms.form->addCustomer(u"2"_s);
+        QCOMPARE(forms.text("txtSN"), u"1"_s);
+        forms.prompts.expectSave(Answer::Save);
+        forms.form->addCustomer(u"2"_s);
+        QCOMPARE(customerSql(forms.desk, u"select quote from customer"_s), u"9"_s);
+        QCOMPARE(forms.text("txtSN") + forms.text("txtQuote") + forms.text("txtCompanyCall"), u"2"_s);
+        forms.form->appendNumber(u"3"_s);
+        QCOMPARE(forms.text("txtCompanyCall"), u"2,3"_s);
+        forms.prompts.expectSave(Answer::Discard);
+        forms.click("Command1");
+        QCOMPARE(forms.text("txtCompanyCall"), QString());
+        forms.form->close();
+        QTRY_VERIFY(forms.form.isNull());
+    }
+
+    void addressesReachTheSystemWithTheirPrefix()
+    {
+        Forms forms;
+        forms.form->addCustomer({});
+        for (const QString &address :
+             {u" desk.example "_s, u"http://a.example"_s, u"HTTP://B.example"_s, u" "_s}) {
+            forms.find("txtHomepage")->setText(address);
+            QTest::mouseDClick(forms.find("txtHomepage"), Qt::LeftButton);
+        }
+        forms.find("txtLinkmanEmail")->setText(u" o@desk.example"_s);
+        QTest::mouseDClick(forms.find("txtLinkmanEmail1"), Qt::LeftButton);
+        forms.click("cmdSendEmail");
+        const QString mail = u"startMail o@desk.example"_s;
+        QCOMPARE(forms.shell.opened,
+                 QStringList({u"openPage http://desk.example"_s, u"openPage http://a.example"_s,
+                              u"openPage http://HTTP://B.example"_s, mail, mail}));
+        forms.click("Command4");
+        forms.find("txtCustomerName")->setText(u"Acme"_s);
+        forms.click("cmdViewNotePad");
+        QCOMPARE(forms.navigator.shown,
+                 QStringList({u"ShowHelp Popup_CustomerDatabase_Edit"_s, u"ShowNotePad Acme"_s}));
+    }
+
+    void combosRememberWhatWasTypedLetterForLetter()
+    {
+        Forms forms;
+        for (const QString &city : {u"Paris"_s, u"paris"_s, u"Paris"_s}) {
+            auto *const combo = forms.find<QComboBox>("txtCity");
+            combo->lineEdit()->selectAll();
+            QTest::keyClicks(combo->lineEdit(), city);
+            Q_EMIT combo->lineEdit()->editingFinished();
+            QCOMPARE(combo->currentText(), city);
+        }
+        forms.open();
+        QCOMPARE(forms.find<QComboBox>("txtCity")->count(), 2);
+        QCOMPARE(forms.find<QComboBox>("txtCity")->currentText(), QString());
+        QCOMPARE(forms.find<QComboBox>("txtContactPersonSex")->itemText(1), u"FeMale"_s);
+    }
+};
+
+QTEST_MAIN(tst_FrmEditCustomer)
+#include "tst_FrmEditCustomer.moc"
