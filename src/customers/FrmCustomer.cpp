@@ -45,6 +45,7 @@ FrmCustomer::FrmCustomer(const appearance::FormContext &context, CustomerListCom
     setUpKeys();
     showRows(QString::fromUtf16(listQuery), 0);
     setUpGrid();
+    m_ui->txtSearch->setFocus();
 }
 
 FrmCustomer::~FrmCustomer()
@@ -284,7 +285,7 @@ void FrmCustomer::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() != Qt::Key_Escape) {
         QWidget::keyPressEvent(event);
-    } else if (m_ui->txtSearch->hasFocus() && !m_ui->txtSearch->text().isEmpty()) {
+    } else if (focusWidget() == m_ui->txtSearch && !m_ui->txtSearch->text().isEmpty()) {
         m_ui->txtSearch->clear();
         search();
     } else {
