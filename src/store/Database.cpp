@@ -107,6 +107,15 @@ void Database::transaction(const std::function<void()> &work)
     m_handle->transaction(work);
 }
 
+QStringList damageOf(const QString &path)
+{
+    Database database(path, Database::Mode::ReadOnly);
+    QStringList findings;
+    database.forEachRow(u"pragma integrity_check"_s, [&](const Row &row) { findings.append(row.text(0)); });
+    findings.removeAll(u"ok"_s);
+    return findings;
+}
+
 bool isLocked(const QString &path)
 {
     try {

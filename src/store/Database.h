@@ -90,6 +90,10 @@ private:
 /// A file that is missing or damaged is not locked.
 bool isLocked(const QString &path);
 
+/// What the engine finds wrong with a file's pages and indexes, one finding each; empty for a sound file.
+/// Reads all of it. Throws core::Error where it cannot be opened.
+QStringList damageOf(const QString &path);
+
 /// Makes a new database file from a schema in the given words and what `fill` adds, in one step: the file is
 /// built beside its place and then renamed, so it is whole or not there. Throws core::Error, also when the
 /// file exists.

@@ -75,7 +75,7 @@ private:
             QTest::qFail(qPrintable(u"nobody announced this prompt: "_s + text), __FILE__, __LINE__);
             return {.ok = false};
         }
-        const Scripted scripted = m_script.takeFirst();
+        Scripted scripted = m_script.takeFirst();
         ++m_open;
         if (scripted.whileOpen) {
             scripted.whileOpen();

@@ -56,7 +56,7 @@ private Q_SLOTS:
     void everyFileIsMadeWithItsRowsUnlessItExists()
     {
         const mkdesk::DeskSources sources;
-        QCOMPARE(sources.helpLanguages().size(), 3);
+        QVERIFY(sources.helpLanguages().size() >= 3);
         for (const bool sample : {false, true}) {
             const QString folder = sample ? u"a/sample/"_s : u"a/empty/"_s;
             const ToolRun result = run(folder + (sample ? u" --sample"_s : u""_s));
@@ -68,6 +68,9 @@ private Q_SLOTS:
             compareRows(folder + u"SimplePhoneBook.cpbk"_s, u"phonebook"_s, rowsOf("sample/phonebook.tsv"));
             compareRows(folder + u"Lang.mdb"_s, u"Lang"_s, sources.languageTexts());
             compareRows(folder + u"UserLang.lan"_s, u"Language"_s, {{}, sources.languageTexts().rows});
+            for (const QString &code : sources.languageCodes()) {
+                compareRows(folder + code + u".lan"_s, u"Language"_s, sources.languageFile(code));
+            }
             for (const QString &code : sources.helpLanguages()) {
                 mkdesk::TsvTable pages{{u"HelpID"_s, u"Help"_s}, {}};
                 for (const QString &id : sources.helpIds(code)) {
@@ -85,6 +88,19 @@ private Q_SLOTS:
         QCOMPARE(m_desk->fileBytes(below(u"a/empty/Customer.ccsm"_s)), "years of work"_ba);
     }
 
+    void aDeskIsCheckedForDamage()
+    {
+        QCOMPARE(run(u"desk --sample"_s).status, 0);
+        QCOMPARE(run(u"desk --check"_s).status, 0);
+        QByteArray bytes = m_desk->fileBytes(below(u"desk/Customer.ccsm"_s));
+        const qsizetype middle = bytes.size() / 2;
+        bytes.replace(middle, 4096, QByteArray(4096, 'x'));
+        write(u"desk/Customer.ccsm"_s, bytes);
+        const ToolRun damaged = run(u"desk --check"_s);
+        QCOMPARE(damaged.status, 1);
+        QVERIFY(damaged.output.contains(u"SimplePhoneBook.cpbk: ok"_s));
+    }
+
     void aLanguageWithAFileOfItsOwnGetsIt()
     {
         for (const char *name : {"Customer", "SimplePhoneBook", "Lang", "Language", "Help"}) {
@@ -92,14 +108,22 @@ private Q_SLOTS:
             write(u"data/"_s + schema, mkdesk::DeskSources().text(schema).toUtf8());
         }
         write(u"data/lang/window.tsv"_s, "id\tENG\tCHS\tCHT\nEdit\tTwo\\nlines \\\\ x\t\t\n");
-        write(u"data/lang/SPN.tsv"_s, "item\tuserlanguage\tenglish\nEdit\t&Editar\t&Edit\n");
-        QCOMPARE(run(u"desk --data data"_s).status, 0);
-        const QStringList columns{u"item"_s, u"userlanguage"_s};
-        compareRows(u"desk/SPN.lan"_s, u"Language"_s, {columns, {{u"Edit"_s, u"&Editar"_s}}});
-        compareRows(u"desk/UserLang.lan"_s, u"Language"_s, {columns, {{u"Edit"_s, u"Two\nlines \\ x"_s}}});
+        write(u"data/lang/SPN/a.tsv"_s, "id\ttext\nOther\t\n");
+        write(u"data/lang/SPN/b.tsv"_s, "id\ttext\neDIT\tDos\\nl\u00EDneas\n");
+        write(u"data/lang/DEU/a.tsv"_s, "id\ttext\nEdit\tZwei\n"); // no language of the program
+        const ToolRun made = run(u"desk --data data"_s);
+        QVERIFY2(made.status == 0 && !made.output.contains(u"DEU"_s), qPrintable(made.errors));
+        const QStringList columns{u"item"_s, u"userlanguage"_s, u"english"_s};
+        const QString english = u"Two\nlines \\ x"_s;
+        compareRows(u"desk/SPN.lan"_s, u"Language"_s, {columns, {{u"eDIT"_s, u"Dos\nlíneas"_s, english}}});
+        compareRows(u"desk/UserLang.lan"_s, u"Language"_s, {columns, {{u"Edit"_s, english, english}}});
         write(u"data/lang/window.tsv"_s, "id\tENG\tCHS\tCHT\n1\t2\t3\t4\nEdit\n");
         const QString told = run(u"again --data data"_s).errors;
         QVERIFY2(told.contains(u"lang/window.tsv, line 3: 1 fields instead of 4"_s), qPrintable(told));
+        write(u"data/lang/window.tsv"_s, "id\tENG\tCHS\tCHT\n");
+        write(u"data/lang/SPN/a.tsv"_s, "text\tid\n");
+        const QString order = run(u"again --data data"_s).errors;
+        QVERIFY2(order.contains(u"lang/SPN/a.tsv: the columns must be id, text"_s), qPrintable(order));
     }
 
     void failuresAreToldAndSetTheExitStatus()

@@ -80,8 +80,7 @@ QList<DeskFile> deskFiles(const DeskSources &sources, bool sample)
         {u"UserLang.lan"_s, languageSchema, fillWith(u"Language"_s, ownTranslation(texts))},
     };
     for (const QString &code : sources.languageCodes()) {
-        files.append({code + u".lan"_s, languageSchema,
-                      fillWith(u"Language"_s, sources.table(u"lang/%1.tsv"_s.arg(code)))});
+        files.append({code + u".lan"_s, languageSchema, fillWith(u"Language"_s, sources.languageFile(code))});
     }
     for (const QString &code : sources.helpLanguages()) {
         files.append(
@@ -103,6 +102,11 @@ DeskFile areaFile(const DeskSources &sources, const QString &tablePath)
         }
     }
     return {u"AreaCode.mdb"_s, sources.text(u"schema/Area.sql"_s), fillWith(u"placename"_s, areas)};
+}
+
+QStringList databasePatterns()
+{
+    return {u"*.ccsm"_s, u"*.cpbk"_s, u"*.mdb"_s, u"*.lan"_s, u"*.chlp"_s};
 }
 
 Made makeDeskFile(const DeskFile &file, const QString &folder)

@@ -26,6 +26,9 @@ QList<DeskFile> deskFiles(const DeskSources &sources, bool sample);
 /// core::Error.
 DeskFile areaFile(const DeskSources &sources, const QString &tablePath);
 
+/// The names of all database files of a desk, as file patterns.
+QStringList databasePatterns();
+
 enum class Made { New, Kept };
 
 /// Makes the file below `folder` unless it is there; folders are made as needed. Throws core::Error.

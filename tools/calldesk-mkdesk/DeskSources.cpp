@@ -45,29 +45,45 @@ TsvTable DeskSources::table(const QString &path) const
     return parseTsv(text(path), path);
 }
 
-TsvTable DeskSources::languageTexts() const
+TsvTable DeskSources::areas(const QString &folder, const QStringList &columns) const
 {
-    TsvTable all;
-    all.columns = QStringList{u"id"_s, u"ENG"_s, u"CHS"_s, u"CHT"_s};
-    const QStringList files =
-        QDir(m_folder.filePath(u"lang"_s)).entryList({u"*.tsv"_s}, QDir::Files, QDir::Name);
-    for (const QString &file : files) {
-        if (ownFileCodes().contains(QFileInfo(file).completeBaseName())) {
-            continue;
-        }
-        const TsvTable part = table(u"lang/"_s + file);
-        if (part.columns != all.columns) {
-            throw core::Error(0, u"lang/"_s + file + u": the columns must be id, ENG, CHS and CHT"_s);
+    TsvTable all{columns, {}};
+    for (const QString &file :
+         QDir(m_folder.filePath(folder)).entryList({u"*.tsv"_s}, QDir::Files, QDir::Name)) {
+        const QString path = folder + u'/' + file;
+        const TsvTable part = table(path);
+        if (part.columns != columns) {
+            throw core::Error(0, path + u": the columns must be "_s + columns.join(u", "_s));
         }
         all.rows += part.rows;
     }
     return all;
 }
 
+TsvTable DeskSources::languageTexts() const
+{
+    return areas(u"lang"_s, {u"id"_s, u"ENG"_s, u"CHS"_s, u"CHT"_s});
+}
+
+TsvTable DeskSources::languageFile(const QString &code) const
+{
+    QHash<QString, QString> english;
+    for (const QStringList &row : languageTexts().rows) {
+        english.insert(row.at(0).toUpper(), row.at(1));
+    }
+    TsvTable file{{u"item"_s, u"userlanguage"_s, u"english"_s}, {}};
+    for (const QStringList &row : areas(u"lang/"_s + code, {u"id"_s, u"text"_s}).rows) {
+        if (!row.at(1).isEmpty()) {
+            file.rows.append({row.at(0), row.at(1), english.value(row.at(0).toUpper())});
+        }
+    }
+    return file;
+}
+
 QStringList DeskSources::languageCodes() const
 {
     QStringList codes = ownFileCodes();
-    codes.removeIf([this](const QString &code) { return !m_folder.exists(u"lang/%1.tsv"_s.arg(code)); });
+    codes.removeIf([this](const QString &code) { return !m_folder.exists(u"lang/"_s + code); });
     return codes;
 }
 

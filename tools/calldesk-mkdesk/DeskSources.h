@@ -21,14 +21,19 @@ public:
 
     /// The texts of all windows in one table with the columns `id`, `ENG`, `CHS` and `CHT`.
     TsvTable languageTexts() const;
-    /// The codes of the languages that have a file of their own.
+    /// The codes of the languages that have a file of their own; their texts stand in lang/<code>/<area>.tsv.
     QStringList languageCodes() const;
+    /// The rows of such a file, with the columns `item`, `userlanguage` and `english`. A key whose text is
+    /// empty has no row.
+    TsvTable languageFile(const QString &code) const;
     /// The codes of the languages that have help pages.
     QStringList helpLanguages() const;
     /// The IDs of a language's help pages; each is the file help/<code>/<id>.txt.
     QStringList helpIds(const QString &code) const;
 
 private:
+    TsvTable areas(const QString &folder, const QStringList &columns) const;
+
     QDir m_folder;
 };
 

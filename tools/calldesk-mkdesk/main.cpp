@@ -1,9 +1,11 @@
 #include "DeskFiles.h"
 
 #include "core/Error.h"
+#include "store/Database.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
+#include <QDirIterator>
 
 #include <cstdio>
 
@@ -21,7 +23,7 @@ that were made, one a line.
 Example:
     calldesk-mkdesk MyDesk --sample
 
-Exit status: 0 done, 1 a file could not be made, 2 wrong use.
+Exit status: 0 done, 1 a file could not be made or is damaged, 2 wrong use.
 )"_L1;
 
 void write(std::FILE *stream, const QString &text)
@@ -46,6 +48,8 @@ void describeOptions(QCommandLineParser &parser)
          u"file"_s});
     parser.addOption(
         {u"data"_s, u"Take the text sources from this folder, not from the program."_s, u"folder"_s});
+    parser.addOption(
+        {u"check"_s, u"Make nothing; check every database file below FOLDER for damage instead."_s});
     parser.addOption({{u"h"_s, u"help"_s}, u"This text."_s});
     parser.addOption({{u"v"_s, u"version"_s}, u"The version."_s});
 }
@@ -69,6 +73,19 @@ ExitStatus makeDesk(const QCommandLineParser &parser)
     return Done;
 }
 
+ExitStatus checkDesk(const QString &folder)
+{
+    ExitStatus status = Done;
+    QDirIterator files(folder, mkdesk::databasePatterns(), QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        const QString path = files.next();
+        const QStringList damage = store::damageOf(path);
+        write(stdout, path + u": "_s + (damage.isEmpty() ? u"ok"_s : damage.join(u"; "_s)));
+        status = damage.isEmpty() ? status : Failed;
+    }
+    return status;
+}
+
 ExitStatus run(QCommandLineParser &parser, const QStringList &arguments)
 {
     describeOptions(parser);
@@ -86,7 +103,7 @@ ExitStatus run(QCommandLineParser &parser, const QStringList &arguments)
                  u"\nTry calldesk-mkdesk --help"_s);
         return WrongUse;
     }
-    return makeDesk(parser);
+    return parser.isSet(u"check"_s) ? checkDesk(parser.positionalArguments().constFirst()) : makeDesk(parser);
 }
 
 } // namespace

@@ -1,0 +1,33 @@
+#include "help/HelpTexts.h"
+
+#include "store/Database.h"
+
+#include <QDir>
+#include <QFile>
+
+using namespace Qt::StringLiterals;
+
+namespace help {
+
+QString HelpTexts::ReadHelp(const QString &languageCode, const QString &helpId)
+{
+    return m_log.trap("ReadHelp"_L1, QString(), [&] {
+        const QString path =
+            QDir::toNativeSeparators(m_paths.StartFolder + u"/Help/Help"_s + languageCode + u".chlp"_s);
+        if (!QFile::exists(path)) {
+            m_prompts.tell(u"Can't find Help File: "_s + path);
+            return QString();
+        }
+        return read(path, helpId.trimmed());
+    });
+}
+
+QString HelpTexts::read(const QString &path, const QString &helpId) const
+{
+    store::Database database(path, store::Database::Mode::ReadOnly);
+    store::Recordset pages = database.OpenRecordset(u"Help"_s);
+    pages.setIndex(u"HelpID"_s);
+    return pages.Seek(helpId) ? pages.value(u"Help"_s).toString() : QString();
+}
+
+} // namespace help

@@ -1,0 +1,38 @@
+#include "help/HelpWindow.h"
+
+using namespace Qt::StringLiterals;
+
+namespace help {
+
+HelpWindow::HelpWindow(const Context &context)
+    : m_context(context), m_texts(context.forms.paths, context.forms.log, context.forms.prompts)
+{}
+
+HelpWindow::~HelpWindow()
+{
+    delete m_form;
+}
+
+void HelpWindow::ShowHelp(const QString &helpId)
+{
+    m_context.forms.log.trap("ShowHelp"_L1, [&] {
+        const QString text = m_texts.ReadHelp(m_context.language.code, helpId);
+        if (m_form == nullptr) {
+            m_form = new frmHelp(m_context.forms);
+        }
+        m_form->setText(text);
+        m_form->setWindowState(m_form->windowState() & ~Qt::WindowMinimized);
+        m_form->show();
+        m_form->raise();
+        m_form->activateWindow();
+    });
+}
+
+void HelpWindow::close()
+{
+    if (m_form != nullptr) {
+        m_form->close();
+    }
+}
+
+} // namespace help

@@ -1,0 +1,30 @@
+#include "messages/MessageSender.h"
+
+#include "messages/SmsRecord.h"
+
+using namespace Qt::StringLiterals;
+
+namespace messages {
+
+namespace {
+
+// Question marks are what takes the place of characters that a code page lacks.
+bool lacksSome(const QString &text, const core::CodePage &codePage)
+{
+    return codePage.encode(text).count('?') > text.count(u'?');
+}
+
+} // namespace
+
+MessageSender::Outcome MessageSender::SendSMS(const QString &SendTo, const QString &Text)
+{
+    return m_log.trap("SendSMS"_L1, Outcome(), [&] {
+        const QString text = sendableText(Text, m_codePage);
+        m_server.SendServer(smsRecord(SendTo, text, m_codePage));
+        const qsizetype lineEnds = text.count(u'\r');
+        return Outcome{.cut = text.size() - lineEnds < Text.size() - Text.count(u'\r'),
+                       .altered = lacksSome(text, m_codePage)};
+    });
+}
+
+} // namespace messages

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "core/CodePage.h"
+#include "core/RunLog.h"
+#include "core/Server.h"
+
+#include <QString>
+
+namespace messages {
+
+/// Hands short messages to the server, which passes them on.
+class MessageSender
+{
+public:
+    /// All must outlive it.
+    MessageSender(core::Server &server, const core::CodePage &codePage, core::RunLog &log)
+        : m_server(server), m_codePage(codePage), m_log(log)
+    {}
+
+    /// What became of the text on its way into one datagram of the current language's code page.
+    struct Outcome
+    {
+        bool cut = false;     ///< only its beginning fitted
+        bool altered = false; ///< the code page lacks some of its characters
+    };
+
+    /// `SendTo` is an operator's name or "ALL". Whether the server has received the record is not known.
+    Outcome SendSMS(const QString &SendTo, const QString &Text);
+
+private:
+    core::Server &m_server;
+    const core::CodePage &m_codePage;
+    core::RunLog &m_log;
+};
+
+} // namespace messages

@@ -1,0 +1,64 @@
+#include "messages/MessageWindows.h"
+
+namespace messages {
+
+MessageWindows::MessageWindows(const Context &context) : m_context(context) {}
+
+MessageWindows::~MessageWindows()
+{
+    delete m_send;
+    delete m_show;
+}
+
+void MessageWindows::showSend()
+{
+    if (m_send == nullptr) {
+        m_send = new frmSendSMS(m_context.forms, m_context.codePage, m_draft);
+    }
+    m_send->setWindowState(m_send->windowState() & ~Qt::WindowMinimized);
+    m_send->show();
+    m_send->raise();
+    m_send->activateWindow();
+}
+
+void MessageWindows::showReceived(const QString &text)
+{
+    m_inbox.add(m_context.forms.log.timeStamp(), text);
+    m_screen.schedule();
+}
+
+void MessageWindows::update()
+{
+    if (m_show == nullptr) {
+        m_show = new frmShowSMS(m_context.forms, m_inbox, [this] { notifyUnread(); });
+    }
+    m_show->showMessages();
+    notifyUnread();
+}
+
+void MessageWindows::markAllSeen()
+{
+    m_inbox.markAllSeen();
+    notifyUnread();
+}
+
+void MessageWindows::notifyUnread()
+{
+    if (const int unread = m_inbox.unseen(); std::exchange(m_told, unread) != unread) {
+        if (m_context.unreadChanged) {
+            m_context.unreadChanged(unread);
+        }
+    }
+}
+
+void MessageWindows::close()
+{
+    if (m_send != nullptr) {
+        m_send->close();
+    }
+    if (m_show != nullptr) {
+        m_show->close();
+    }
+}
+
+} // namespace messages

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "appearance/FormContext.h"
+#include "core/CodePage.h"
+#include "core/FrameGate.h"
+#include "messages/Inbox.h"
+#include "messages/frmSendSMS.h"
+#include "messages/frmShowSMS.h"
+
+#include <QPointer>
+
+#include <functional>
+
+namespace messages {
+
+/// The windows of the short messages.
+class MessageWindows
+{
+public:
+    struct Context
+    {
+        appearance::FormContext forms;
+        const core::CodePage &codePage;              ///< of the current language
+        std::function<void(int)> unreadChanged = {}; ///< with the number of messages nobody has seen yet
+    };
+
+    explicit MessageWindows(const Context &context);
+    ~MessageWindows();
+
+    /// Opens the form that sends a message, or brings it to the front.
+    void showSend();
+    /// Shows the text of a received message, a burst of them at once.
+    void showReceived(const QString &text);
+    /// The operator has read the messages in another place.
+    void markAllSeen();
+    int unread() const { return m_inbox.unseen(); }
+    void close();
+
+private:
+    void update();
+    void notifyUnread();
+
+    Context m_context;
+    Inbox m_inbox;
+    Draft m_draft;
+    int m_told = 0; ///< the number last given to unreadChanged
+    QPointer<frmSendSMS> m_send;
+    QPointer<frmShowSMS> m_show;
+    core::FrameGate m_screen{[this] { update(); }};
+};
+
+} // namespace messages

@@ -1,0 +1,85 @@
+#include "messages/SmsRecord.h"
+
+#include "core/Error.h"
+#include "core/TextUtilities.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace messages {
+
+namespace {
+
+constexpr qsizetype commandWidth = 50;
+constexpr qsizetype destinationWidth = 50;
+constexpr qsizetype reservedWidth = 100;
+constexpr qsizetype headWidth = commandWidth + destinationWidth + reservedWidth;
+constexpr qsizetype largestDatagram = 65507;
+constexpr auto opening = "{{{"_L1;
+constexpr auto closing = "}}}"_L1;
+constexpr qsizetype delimiters = opening.size() + closing.size();
+
+/// The longest beginning of `text` in whole characters that takes at most `width` bytes.
+QStringView fitting(QStringView text, qsizetype width, const core::CodePage &codePage)
+{
+    qsizetype end = 0;
+    while (end < text.size()) {
+        const core::CodePoint character = core::codePointAt(text, end);
+        width -= codePage.encode(text.sliced(end, character.units)).size();
+        if (width < 0) {
+            break;
+        }
+        end += character.units;
+    }
+    return text.first(end);
+}
+
+QString fixedWidth(QStringView text, qsizetype width, const core::CodePage &codePage)
+{
+    const QStringView kept = fitting(text, width, codePage);
+    return kept.toString() + QString(width - codePage.encode(kept).size(), u' ');
+}
+
+/// The characters of the three fields: each double-byte character of the destination stands for two columns,
+/// so the delimiter may come that much earlier.
+qsizetype headLength(QStringView record)
+{
+    const QStringView fields = record.first(std::min(commandWidth + destinationWidth, record.size()));
+    const qsizetype shortest =
+        headWidth - std::ranges::count_if(fields, [](QChar character) { return character.unicode() > 0x7F; });
+    const qsizetype found = record.indexOf(opening, shortest);
+    return found >= 0 && found < headWidth ? found : headWidth;
+}
+
+} // namespace
+
+QString smsRecord(const QString &SendTo, const QString &Text, const core::CodePage &codePage)
+{
+    return fixedWidth(u"SENDSMALLMESSAGE", commandWidth, codePage) +
+           fixedWidth(SendTo, destinationWidth, codePage) + QString(reservedWidth, u' ') + opening + Text +
+           closing;
+}
+
+QString sendableText(const QString &Text, const core::CodePage &codePage)
+{
+    constexpr qsizetype room = largestDatagram - headWidth - delimiters;
+    QString text = Text.left(2 * room); // no character of two units takes less than a byte
+    text.replace("\r\n"_L1, "\n"_L1).replace("\n"_L1, "\r\n"_L1);
+    return codePage.encode(text).size() <= room ? text : fitting(text, room, codePage).toString();
+}
+
+std::optional<QString> smsText(const QString &record)
+{
+    const qsizetype head = headLength(record);
+    if (record.size() <= head) {
+        return std::nullopt;
+    }
+    const qsizetype length = record.size() - head - delimiters;
+    if (length < 0) {
+        throw core::Error(5, u"the message record is too short for its delimiters"_s);
+    }
+    return record.mid(head + opening.size(), length);
+}
+
+} // namespace messages

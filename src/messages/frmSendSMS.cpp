@@ -1,0 +1,91 @@
+#include "messages/frmSendSMS.h"
+
+#include "appearance/ThemedIcons.h"
+#include "core/TextUtilities.h"
+#include "ui_frmSendSMS.h"
+
+#include <QCompleter>
+#include <QLineEdit>
+#include <QShortcut>
+
+using namespace Qt::StringLiterals;
+
+namespace messages {
+
+frmSendSMS::frmSendSMS(const appearance::FormContext &context, const core::CodePage &codePage, Draft &draft)
+    : QDialog(nullptr, Qt::Window), m_context(context), m_draft(draft),
+      m_sender(context.server, codePage, context.log),
+      m_lists(context.paths, context.log, context.services.translator),
+      m_ui(std::make_unique<Ui::frmSendSMS>()), m_setup(context.services)
+{
+    m_ui->setupUi(this);
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowIcon(appearance::programIcon());
+    m_setup.load(*this);
+    m_lists.ReadComboList(*m_ui->txtSendTo);
+    // A name that another one begins with must not turn into it.
+    m_ui->txtSendTo->completer()->setCompletionMode(QCompleter::PopupCompletion);
+    m_ui->txtSendTo->completer()->setCaseSensitivity(Qt::CaseSensitive);
+    m_ui->txtSendTo->setEditText(m_draft.sendTo);
+    m_ui->txtSMS->setPlainText(m_draft.text);
+    connect(m_ui->txtSendTo->lineEdit(), &QLineEdit::editingFinished, this, &frmSendSMS::txtSendTo_LostFocus);
+    connect(m_ui->Command6, &QPushButton::clicked, this, &frmSendSMS::send);
+    connect(m_ui->Command1, &QPushButton::clicked, this, &QDialog::reject);
+    const auto *sendKey = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return), this);
+    connect(sendKey, &QShortcut::activated, this, &frmSendSMS::send);
+    const auto *helpKey = new QShortcut(QKeySequence::HelpContents, this);
+    connect(helpKey, &QShortcut::activated, this,
+            [this] { m_context.navigator.ShowHelp(u"Popup_Messages"_s); });
+}
+
+frmSendSMS::~frmSendSMS()
+{
+    m_setup.unload();
+}
+
+void frmSendSMS::done(int result)
+{
+    const Draft draft = typed();
+    m_draft = draft.text == m_sentText ? Draft() : draft;
+    m_setup.rememberGeometry(*this);
+    QDialog::done(result);
+}
+
+Draft frmSendSMS::typed() const
+{
+    return {m_ui->txtSendTo->currentText(), m_ui->txtSMS->toPlainText()};
+}
+
+void frmSendSMS::txtSendTo_LostFocus()
+{
+    if (m_ui->txtSendTo->currentText().trimmed().isEmpty()) {
+        m_ui->txtSendTo->setEditText(u"ALL"_s);
+    }
+    m_lists.SaveComboItem(*m_ui->txtSendTo);
+}
+
+// The send key may come while the destination is still being typed.
+void frmSendSMS::send()
+{
+    txtSendTo_LostFocus();
+    const Draft message = typed();
+    const MessageSender::Outcome outcome = m_sender.SendSMS(message.sendTo, message.text);
+    m_sentText = message.text;
+    showOutcome(message.sendTo, outcome);
+}
+
+void frmSendSMS::showOutcome(const QString &sendTo, MessageSender::Outcome outcome)
+{
+    const QString separator = m_context.values.WordSeparator;
+    QStringList lines = {m_context.texts.Lms(u"MessageHandedOver"_s) + separator + core::shownText(sendTo) +
+                         u" ("_s + m_context.clock.now().toString(u"HH:mm:ss"_s) + u')'};
+    if (outcome.altered) {
+        lines.append(m_context.texts.Lms(u"MessageAltered"_s));
+    }
+    m_ui->lblSent->setText(lines.join(u'\n'));
+    if (outcome.cut) {
+        m_context.prompts.tell(m_context.texts.Lms(u"MessageCut"_s));
+    }
+}
+
+} // namespace messages

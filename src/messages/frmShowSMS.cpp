@@ -1,0 +1,127 @@
+#include "messages/frmShowSMS.h"
+
+#include "appearance/ThemedIcons.h"
+#include "core/TextUtilities.h"
+#include "ui_frmShowSMS.h"
+
+#include <QApplication>
+#include <QScreen>
+#include <QShortcut>
+#include <QStyle>
+
+using namespace Qt::StringLiterals;
+
+namespace messages {
+
+namespace {
+
+constexpr int screenMargin = 16;
+
+/// The text in lines that a box lays out in time: a long one is shown in pieces, none of it is left out.
+QString shownLines(const QString &text)
+{
+    constexpr qsizetype pieceLength = 1000;
+    QStringList shown;
+    const QStringList lines = text.split(u'\n');
+    for (const QString &line : lines) {
+        QStringView rest = QStringView(line).chopped(line.endsWith(u'\r') ? 1 : 0);
+        do {
+            qsizetype length = std::min(rest.size(), pieceLength);
+            length -= length < rest.size() && rest[length].isLowSurrogate() ? 1 : 0;
+            shown.append(core::shownText(rest.first(length), pieceLength));
+            rest = rest.sliced(length);
+        } while (!rest.isEmpty());
+    }
+    return shown.join(u'\n');
+}
+
+} // namespace
+
+frmShowSMS::frmShowSMS(const appearance::FormContext &context, Inbox &inbox, std::function<void()> seen)
+    : QDialog(nullptr, Qt::Window | Qt::WindowStaysOnTopHint), m_context(context), m_inbox(inbox),
+      m_seen(std::move(seen)), m_ui(std::make_unique<Ui::frmShowSMS>()), m_setup(context.services)
+{
+    m_ui->setupUi(this);
+    setAttribute(Qt::WA_DeleteOnClose);
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    setWindowIcon(appearance::programIcon());
+    m_setup.load(*this);
+    if (context.services.windows.geometry(objectName()).isEmpty()) {
+        place();
+    }
+    connect(m_ui->Command1, &QPushButton::clicked, this, &QDialog::reject);
+    connect(m_ui->cmdPrevious, &QPushButton::clicked, this, [this] { page(-1); });
+    connect(m_ui->cmdNext, &QPushButton::clicked, this, [this] { page(1); });
+    const auto *helpKey = new QShortcut(QKeySequence::HelpContents, this);
+    connect(helpKey, &QShortcut::activated, this,
+            [this] { m_context.navigator.ShowHelp(u"Popup_Messages"_s); });
+}
+
+frmShowSMS::~frmShowSMS()
+{
+    m_setup.unload();
+}
+
+// In a corner, away from what the operator types, and not in the one where callers pop up.
+void frmShowSMS::place()
+{
+    const QRect free = screen()->availableGeometry();
+    const int titleBar = style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    move(free.left() + screenMargin, free.bottom() - height() - titleBar - screenMargin);
+}
+
+void frmShowSMS::showMessages()
+{
+    fill();
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    QApplication::alert(this);
+    if (isActiveWindow()) {
+        markSeen();
+    }
+}
+
+void frmShowSMS::fill()
+{
+    const Inbox::Message &message = m_inbox.current();
+    m_ui->lblReceived->setText(message.time);
+    if (m_shown != message.text || m_ui->txtSMS->document()->isEmpty()) {
+        m_shown = message.text;
+        m_ui->txtSMS->setPlainText(shownLines(m_shown));
+    }
+    m_ui->lblPlace->setText(u"%1 / %2"_s.arg(m_inbox.place() + 1).arg(m_inbox.count()));
+    m_ui->cmdPrevious->setEnabled(m_inbox.place() > 0);
+    m_ui->cmdNext->setEnabled(m_inbox.place() + 1 < m_inbox.count());
+}
+
+void frmShowSMS::page(int messages)
+{
+    m_inbox.page(messages);
+    fill();
+    markSeen();
+}
+
+void frmShowSMS::markSeen()
+{
+    m_inbox.markSeen();
+    m_seen();
+}
+
+// An operator who turns to the window reads what it shows.
+bool frmShowSMS::event(QEvent *event)
+{
+    if (event->type() == QEvent::WindowActivate && !m_inbox.isEmpty()) {
+        markSeen();
+    }
+    return QDialog::event(event);
+}
+
+void frmShowSMS::done(int result)
+{
+    markSeen();
+    m_setup.rememberGeometry(*this);
+    QDialog::done(result);
+}
+
+} // namespace messages

@@ -1,0 +1,56 @@
+#include "options/OptionsWindows.h"
+
+namespace options {
+
+namespace {
+
+void bringToFront(QWidget &form)
+{
+    form.setWindowState(form.windowState() & ~Qt::WindowMinimized);
+    form.show();
+    form.raise();
+    form.activateWindow();
+}
+
+} // namespace
+
+OptionsWindows::~OptionsWindows()
+{
+    delete m_editor;
+    delete m_options;
+}
+
+void OptionsWindows::showOptions()
+{
+    if (m_options == nullptr) {
+        const appearance::FormContext &forms = m_context.forms;
+        const OptionsLogic::Context options = {forms.paths, forms.log,     m_context.settings,
+                                               forms.texts, forms.prompts, m_context.effects};
+        m_options = new frmOptions(forms, options, [this] { showLanguageEditor(); });
+    }
+    bringToFront(*m_options);
+}
+
+void OptionsWindows::showLanguageEditor()
+{
+    if (m_editor == nullptr) {
+        m_editor = new frmLanguageEditor(m_context.forms, m_context.settings, [this] {
+            if (m_options != nullptr) {
+                m_options->showLanguage();
+            }
+        });
+    }
+    bringToFront(*m_editor);
+}
+
+void OptionsWindows::close()
+{
+    if (m_editor != nullptr) {
+        m_editor->close();
+    }
+    if (m_options != nullptr) {
+        m_options->close();
+    }
+}
+
+} // namespace options

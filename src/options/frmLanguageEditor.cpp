@@ -1,0 +1,135 @@
+#include "options/frmLanguageEditor.h"
+
+#include "appearance/ThemedIcons.h"
+#include "options/CellDelegate.h"
+#include "options/LanguageEdit.h"
+#include "ui_frmLanguageEditor.h"
+
+#include <QHeaderView>
+#include <QShortcut>
+
+using namespace Qt::StringLiterals;
+
+namespace options {
+
+frmLanguageEditor::frmLanguageEditor(const appearance::FormContext &context, core::Settings &settings,
+                                     std::function<void()> languageChosen)
+    : QDialog(nullptr, Qt::Window), m_context(context), m_settings(settings),
+      m_languageChosen(std::move(languageChosen)), m_ui(std::make_unique<Ui::frmLanguageEditor>()),
+      Data1(context.log, "Data1"_L1), m_setup(context.services)
+{
+    m_ui->setupUi(this);
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowIcon(appearance::programIcon());
+    loadGrid();
+    m_setup.load(*this);
+    const OwnTexts texts = ownTexts(m_settings.record);
+    m_ui->chkUseID->setChecked(texts.useId);
+    m_ui->chkUseUserLang->setChecked(texts.useUser);
+    connectButtons();
+    loadRows();
+}
+
+frmLanguageEditor::~frmLanguageEditor()
+{
+    m_setup.unload();
+}
+
+void frmLanguageEditor::connectButtons()
+{
+    connect(m_ui->cmdSearch, &QPushButton::clicked, this, &frmLanguageEditor::search);
+    connect(m_ui->cmdRefresh, &QPushButton::clicked, this,
+            [this] { showRows(Data1.refresh(), m_context.texts.Lms(u"LanguageFileUnreadable"_s)); });
+    connect(m_ui->cmdReturn, &QPushButton::clicked, this, &frmLanguageEditor::saveAndClose);
+    const auto *helpKey = new QShortcut(QKeySequence::HelpContents, this);
+    connect(helpKey, &QShortcut::activated, this,
+            [this] { m_context.navigator.ShowHelp(u"Popup_LanguageEditor"_s); });
+}
+
+void frmLanguageEditor::loadGrid()
+{
+    Data1.setObjectName(u"Data1"_s);
+    Data1.setEditable(true);
+    Data1.setHeading(u"Item"_s, m_context.texts.Lms(u"LanguageEditorKey"_s));
+    Data1.setHeading(u"UserLanguage"_s, m_context.texts.Lms(u"LanguageEditorOwn"_s));
+    Data1.setHeading(u"english"_s, m_context.texts.Lms(u"LanguageEditorEnglish"_s));
+    m_ui->DBGrid1->setModel(&Data1);
+    m_ui->DBGrid1->setHint(m_context.texts.Lms(u"LanguageEditorHint"_s));
+    connect(m_ui->DBGrid1, &appearance::RecordGrid::recordActivated, this,
+            [this] { m_ui->DBGrid1->edit(m_ui->DBGrid1->currentIndex()); });
+    // Told later: the box must not open in the middle of the editor's closing.
+    const auto refused = [this] {
+        QMetaObject::invokeMethod(
+            this, [this] { m_context.prompts.tell(m_context.texts.Lms(u"LanguageTextNotSaved"_s)); },
+            Qt::QueuedConnection);
+    };
+    m_ui->DBGrid1->setItemDelegate(new CellDelegate(refused, this));
+}
+
+void frmLanguageEditor::loadRows()
+{
+    const bool read = m_context.log.trap("frmLanguageEditor_Load"_L1, [&] {
+        if (!Data1.setRecordSource(m_context.paths.UserLangFile, u"language"_s)) {
+            throw core::Error(0, u"the texts cannot be read: "_s + m_context.paths.UserLangFile);
+        }
+    });
+    showRows(read, m_context.texts.Lms(u"LanguageFileUnreadable"_s));
+}
+
+void frmLanguageEditor::search()
+{
+    const QString rows = languageRows(m_ui->txtCondition->text());
+    showRows(Data1.setRecordSource(m_context.paths.UserLangFile, rows),
+             m_context.texts.Lms(u"SearchTextUnusable"_s));
+}
+
+void frmLanguageEditor::showRows(bool read, const QString &failure)
+{
+    const QString separator = m_context.values.WordSeparator;
+    m_ui->lblState->setText(read ? m_context.texts.Lms(u"LanguageEditorCount"_s) + separator +
+                                       QString::number(Data1.rowCount())
+                                 : failure);
+    SetGrid();
+}
+
+void frmLanguageEditor::SetGrid()
+{
+    if (const int columns = Data1.columnCount(); columns > 0) {
+        m_ui->DBGrid1->horizontalHeader()->setDefaultSectionSize(m_ui->DBGrid1->viewport()->width() /
+                                                                 columns);
+        for (int column = 0; column < columns; ++column) {
+            m_ui->DBGrid1->setColumnWidth(column, m_ui->DBGrid1->viewport()->width() / columns);
+        }
+    }
+}
+
+void frmLanguageEditor::resizeEvent(QResizeEvent *event)
+{
+    QDialog::resizeEvent(event);
+    SetGrid();
+}
+
+void frmLanguageEditor::showEvent(QShowEvent *event)
+{
+    QDialog::showEvent(event);
+    SetGrid();
+}
+
+void frmLanguageEditor::saveAndClose()
+{
+    chooseOwnTexts(m_settings.record,
+                   {.useId = m_ui->chkUseID->isChecked(), .useUser = m_ui->chkUseUserLang->isChecked()});
+    if (!m_settings.SaveMisc()) {
+        m_context.prompts.tell(m_context.texts.Lms(u"OptionsNotSaved"_s));
+    }
+    m_languageChosen();
+    accept();
+}
+
+void frmLanguageEditor::done(int result)
+{
+    m_setup.rememberGeometry(*this);
+    QDialog::done(result);
+}
+
+} // namespace options

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "appearance/FormContext.h"
+#include "options/OptionsLogic.h"
+
+#include <QDialog>
+
+#include <functional>
+#include <memory>
+
+namespace Ui {
+class frmOptions;
+}
+
+namespace options {
+
+/// The options dialog: two pages, each with its own button that saves. Deletes itself when closed.
+class frmOptions : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// `showLanguageEditor` is called where the user's language file stands.
+    frmOptions(const appearance::FormContext &context, const OptionsLogic::Context &options,
+               std::function<void()> showLanguageEditor);
+    ~frmOptions() override;
+
+    /// The language setting was changed elsewhere.
+    void showLanguage();
+    void done(int result) override;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void loadLanguages();
+    void connectButtons();
+    void showPopUpPage();
+    void Init_lstGridCallerIDShowOrder_tarn();
+    void showPort();
+    void choosePage();
+    void moveColumn(int rows);
+    QStringList columnNames() const;
+    void savePopUpPage();
+    void saveSystemPage();
+    QString savedText(bool saved) const;
+    QString helpId() const;
+
+    appearance::FormContext m_context;
+    OptionsLogic m_logic;
+    OptionsEffects &m_effects;
+    std::function<void()> m_showLanguageEditor;
+    std::unique_ptr<Ui::frmOptions> m_ui;
+    appearance::FormSetup m_setup;
+};
+
+} // namespace options

@@ -1,0 +1,65 @@
+#include "phonebook/DataPhonebook.h"
+
+#include "core/TextUtilities.h"
+#include "phonebook/PhoneBookEntry.h"
+
+using namespace Qt::StringLiterals;
+
+namespace phonebook {
+
+DataPhonebook::DataPhonebook(core::RunLog &log, const core::TextLookup &texts, QObject *parent)
+    : RecordsetModel(log, "DataPhonebook"_L1, parent), m_texts(texts)
+{
+    setObjectName(u"DataPhonebook"_s);
+    setEditable(true);
+    setHeading(u"Telno"_s, texts.Lms(u"Telno"_s));
+    setHeading(u"SimpleDes"_s, texts.Lms(u"SimpleDes"_s));
+    setHeading(u"IfVip"_s, texts.Lms(u"IfVip"_s));
+    setHeading(u"IfInBlackList"_s, texts.Lms(u"IfInBlackList"_s));
+    setHeading(u"DetailDes"_s, texts.Lms(u"DetailDes"_s));
+}
+
+bool DataPhonebook::isMark(int column) const
+{
+    return column >= 0 && (column == columnOf(u"IfVip"_s) || column == columnOf(u"IfInBlackList"_s));
+}
+
+QString DataPhonebook::markWord(const QString &letter) const
+{
+    switch (markState(letter)) {
+    case Qt::Checked:
+        return m_texts.Lms(u"Yes"_s);
+    case Qt::PartiallyChecked:
+        return m_texts.Lms(u"MarkUndecided"_s);
+    case Qt::Unchecked:
+        break;
+    }
+    return m_texts.Lms(u"No"_s);
+}
+
+QVariant DataPhonebook::data(const QModelIndex &index, int role) const
+{
+    const QVariant value = RecordsetModel::data(index, role);
+    if (role != Qt::DisplayRole || !index.isValid()) {
+        return value;
+    }
+    return isMark(index.column()) ? markWord(value.toString()) : core::shownText(value.toString());
+}
+
+// Leaving an untouched cell changes nothing, an empty one that holds Null included.
+bool DataPhonebook::setData(const QModelIndex &index, const QVariant &value, int role)
+{
+    const bool isNumber = index.column() == columnOf(u"Telno"_s);
+    const QString text = isNumber ? value.toString().trimmed() : value.toString();
+    if (role != Qt::EditRole || text == data(index, Qt::EditRole).toString()) {
+        return false;
+    }
+    const bool blankNumber = isNumber && text.isEmpty();
+    const bool written = !blankNumber && RecordsetModel::setData(index, text, role);
+    if (!written) {
+        Q_EMIT refused(blankNumber);
+    }
+    return written;
+}
+
+} // namespace phonebook

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "core/TextLookup.h"
+#include "store/RecordsetModel.h"
+
+namespace phonebook {
+
+/// The data control of the phone book list. Marks are shown and copied as words; what is edited and written
+/// are their letters.
+class DataPhonebook : public store::RecordsetModel
+{
+    Q_OBJECT
+
+public:
+    /// Both must outlive the model.
+    DataPhonebook(core::RunLog &log, const core::TextLookup &texts, QObject *parent = nullptr);
+
+    bool isMark(int column) const;
+    /// The word for a mark's letter.
+    QString markWord(const QString &letter) const;
+
+    QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+    bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
+
+Q_SIGNALS:
+    /// A typed cell was not taken: it was a blank number, or writing it failed.
+    void refused(bool blankNumber);
+
+private:
+    const core::TextLookup &m_texts;
+};
+
+} // namespace phonebook

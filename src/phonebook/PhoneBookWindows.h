@@ -1,0 +1,50 @@
+#pragma once
+
+#include "appearance/FormContext.h"
+#include "lookup/ExistenceChecks.h"
+#include "phonebook/frmChoosePhoneDatabase.h"
+#include "phonebook/frmSimplePhoneBook.h"
+#include "phonebook/frmSimplePhoneBookEdit.h"
+
+#include <QPointer>
+
+namespace phonebook {
+
+/// Opens the windows of the phone book; there is one of each, which is brought to the front where it stands.
+class PhoneBookWindows
+{
+public:
+    struct Context
+    {
+        appearance::FormContext forms;
+        const lookup::ExistenceChecks &checks;
+    };
+
+    explicit PhoneBookWindows(const Context &context) : m_context(context) {}
+    ~PhoneBookWindows();
+    Q_DISABLE_COPY_MOVE(PhoneBookWindows)
+
+    void showList();
+    /// The list on the rows of a query in the given words.
+    void showList(const QString &query);
+    /// Opens the editor on an entry; tells the operator where it is gone or cannot be read.
+    void editEntry(qint32 sn);
+    /// Opens the editor for a new entry.
+    void addEntry(const QString &number = {});
+    /// Opens the dialog that files an unknown caller's number here or among the customers.
+    void addCaller(const QString &number, const QString &keyWord);
+
+    /// Opens the editor on the entry that the list stands on, if it stands on one.
+    void ShowaSimplePhoneBook();
+
+private:
+    frmSimplePhoneBook &list();
+    frmSimplePhoneBookEdit &editor();
+
+    const Context m_context;
+    QPointer<frmSimplePhoneBook> m_list;
+    QPointer<frmSimplePhoneBookEdit> m_editor;
+    QPointer<frmChoosePhoneDatabase> m_choice;
+};
+
+} // namespace phonebook

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "appearance/FormContext.h"
+#include "phonebook/DataPhonebook.h"
+
+#include <QTimer>
+#include <QWidget>
+
+#include <memory>
+
+namespace Ui {
+class frmSimplePhoneBook;
+}
+
+namespace phonebook {
+
+/// The list of the simple phone book. Deletes itself when closed.
+class frmSimplePhoneBook : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit frmSimplePhoneBook(const appearance::FormContext &context);
+    ~frmSimplePhoneBook() override;
+
+    /// Shows every entry and forgets the search text.
+    void showAll();
+    /// Shows the entries of a query in the given words.
+    void showQuery(const QString &query);
+
+    /// The SN of the entry that the list stands on; empty without one.
+    std::optional<qint32> currentSn() const;
+
+Q_SIGNALS:
+    void addAsked();
+    void editAsked();
+
+protected:
+    bool event(QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    enum class DeletedBy { Button, Grid };
+
+    void setUpGrid();
+    void connectControls();
+    void connectGrid();
+    void addShortcuts();
+    void layOutColumns();
+    bool bind(const QString &query);
+    void search();
+    void refresh();
+    void deleteCurrent(DeletedBy means);
+    void standOn(int row);
+    void showCount();
+    void showHint();
+    void showRefusal(bool blankNumber);
+    void showMenu(const QPoint &position);
+    void showHelp();
+    void notice(const QString &text);
+
+    const appearance::FormContext m_context;
+    std::unique_ptr<Ui::frmSimplePhoneBook> m_ui;
+    appearance::FormSetup m_setup;
+    DataPhonebook *m_data; ///< a child
+    QTimer m_typingPause;
+};
+
+} // namespace phonebook
