@@ -35,8 +35,12 @@ FrmEditCustomer::FrmEditCustomer(const Context &context)
     startNewCustomer({});
 }
 
+// The field that has the keyboard says that it is left when it goes, and nobody is there to check it then.
 FrmEditCustomer::~FrmEditCustomer()
 {
+    for (QWidget *control : findChildren<QWidget *>()) {
+        control->disconnect(this);
+    }
     m_setup.unload();
 }
 
