@@ -117,14 +117,12 @@ void RecordGrid::paintEvent(QPaintEvent *event)
 
 void RecordGrid::keyPressEvent(QKeyEvent *event)
 {
-    const bool editing = state() == QAbstractItemView::EditingState;
+    const bool onRow = state() != QAbstractItemView::EditingState && currentIndex().isValid();
     if (event->matches(QKeySequence::Copy)) {
         copySelection();
-    } else if (editing || !currentIndex().isValid()) {
-        QTableView::keyPressEvent(event);
-    } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    } else if (onRow && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
         Q_EMIT recordActivated(currentIndex().row());
-    } else if (event->key() == Qt::Key_Delete) {
+    } else if (onRow && event->key() == Qt::Key_Delete) {
         Q_EMIT deleteRequested();
     } else {
         QTableView::keyPressEvent(event);

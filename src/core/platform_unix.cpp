@@ -80,7 +80,7 @@ private:
 QString localeName()
 {
     for (const char *variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
-        const QString value = qEnvironmentVariable(variable);
+        QString value = qEnvironmentVariable(variable);
         if (!value.isEmpty()) {
             return value;
         }
@@ -100,7 +100,7 @@ QString dataFolder()
 
 QString runtimeFolder()
 {
-    const QString folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    QString folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
     if (!folder.isEmpty() && QFileInfo(folder).isDir()) {
         return folder;
     }
@@ -158,6 +158,13 @@ void writeAndSync(const QString &path, QByteArrayView bytes)
 {
     Descriptor file(path, O_WRONLY | O_CREAT | O_TRUNC);
     file.write(bytes);
+    file.sync();
+    file.close();
+}
+
+void syncFile(const QString &path)
+{
+    Descriptor file(path, O_WRONLY);
     file.sync();
     file.close();
 }

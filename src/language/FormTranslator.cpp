@@ -19,7 +19,7 @@ namespace {
 template <typename Visit>
 void forEachPart(const QObject &whole, const Visit &visit)
 {
-    const QObjectList parts = whole.children(); // a copy: setting a text may add children
+    const QObjectList parts = whole.children(); // NOLINT: a copy, since setting a text may add children
     for (QObject *part : parts) {
         const auto *widget = qobject_cast<QWidget *>(part);
         if (widget != nullptr && widget->isWindow() && qobject_cast<QMenu *>(part) == nullptr) {

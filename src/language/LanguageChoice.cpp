@@ -115,7 +115,7 @@ QString GetOsDefaultLanguage(quint16 systemLanguageId, core::RunLog &log)
 
 QString DecideLanguage(const QString &osLanguage, const QString &languageSetting)
 {
-    const QString configured = languageSetting.trimmed().toUpper();
+    QString configured = languageSetting.trimmed().toUpper();
     if (configured == "USER"_L1) {
         return configured;
     }

@@ -54,6 +54,7 @@ void frmLanguageEditor::loadGrid()
     Data1.setHeading(u"UserLanguage"_s, m_context.texts.Lms(u"LanguageEditorOwn"_s));
     Data1.setHeading(u"english"_s, m_context.texts.Lms(u"LanguageEditorEnglish"_s));
     m_ui->DBGrid1->setModel(&Data1);
+    m_ui->DBGrid1->horizontalHeader()->setDefaultAlignment(Qt::AlignLeading | Qt::AlignVCenter);
     m_ui->DBGrid1->setHint(m_context.texts.Lms(u"LanguageEditorHint"_s));
     connect(m_ui->DBGrid1, &appearance::RecordGrid::recordActivated, this,
             [this] { m_ui->DBGrid1->edit(m_ui->DBGrid1->currentIndex()); });
@@ -94,12 +95,9 @@ void frmLanguageEditor::showRows(bool read, const QString &failure)
 
 void frmLanguageEditor::SetGrid()
 {
-    if (const int columns = Data1.columnCount(); columns > 0) {
-        m_ui->DBGrid1->horizontalHeader()->setDefaultSectionSize(m_ui->DBGrid1->viewport()->width() /
-                                                                 columns);
-        for (int column = 0; column < columns; ++column) {
-            m_ui->DBGrid1->setColumnWidth(column, m_ui->DBGrid1->viewport()->width() / columns);
-        }
+    const int columns = Data1.columnCount();
+    for (int column = 0; column < columns; ++column) {
+        m_ui->DBGrid1->setColumnWidth(column, m_ui->DBGrid1->viewport()->width() / columns);
     }
 }
 

@@ -70,6 +70,11 @@ Recordset Database::OpenRecordset(const QString &tableOrSelect, const QVariantLi
     return Recordset(openSource(m_handle, tableOrSelect, bound));
 }
 
+Recordset Database::OpenSliced(const QString &select)
+{
+    return Recordset(openSliced(m_handle, select));
+}
+
 qint64 Database::Execute(const QString &sql, const QVariantList &bound)
 {
     return m_handle->execute(sql, bound);
@@ -77,8 +82,15 @@ qint64 Database::Execute(const QString &sql, const QVariantList &bound)
 
 void Database::forEachRow(const QString &select, const std::function<void(const Row &)> &visit)
 {
+    forEachBoundRow(select, {}, visit);
+}
+
+void Database::forEachBoundRow(const QString &select, const QVariantList &bound,
+                               const std::function<void(const Row &)> &visit)
+{
     const std::optional<TableSelect> table = asTableSelect(select);
     Statement statement = m_handle->prepare(table ? table->inOrder() : select);
+    statement.bind(bound);
     const Row row(statement.raw());
     while (statement.step()) {
         visit(row);

@@ -62,12 +62,20 @@ public:
     /// A cursor over a table (its name alone) or over the result of a select. Throws core::Error.
     Recordset OpenRecordset(const QString &tableOrSelect, const QVariantList &bound = {});
 
+    /// A cursor over a long search, in the order of the table's rows, whose rows are found slice by slice as
+    /// Recordset::readOn is called; between two slices the file is not locked. A select that gives an order,
+    /// or has no condition, is read at once. Throws core::Error.
+    Recordset OpenSliced(const QString &select);
+
     /// Runs one statement; the number of rows changed. Throws core::Error.
     qint64 Execute(const QString &sql, const QVariantList &bound = {});
 
     /// Calls `visit` for each row of a select, in order, without keeping any. The fastest way to read a whole
     /// table. Throws core::Error also when the reading breaks off at a damaged page.
     void forEachRow(const QString &select, const std::function<void(const Row &)> &visit);
+    /// The same with values for the marks in the select.
+    void forEachBoundRow(const QString &select, const QVariantList &bound,
+                         const std::function<void(const Row &)> &visit);
     /// The same for the named columns of a whole table.
     void forEachRow(const QString &table, const QStringList &columns,
                     const std::function<void(const Row &)> &visit);

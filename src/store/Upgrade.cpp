@@ -36,6 +36,24 @@ void createCallNoteTables(Database &database)
     });
 }
 
+/// What the searches and reports of call notes go through. The names in a call's row stand beside its key, so
+/// that most conditions are answered without reading the row.
+void indexCallNotes(Database &database)
+{
+    QStringList indexes;
+    database.forEachRow(u"select name from sqlite_schema where type='index'"_s,
+                        [&](const Row &row) { indexes.append(row.text(0)); });
+    database.transaction([&] {
+        if (!indexes.contains(u"CallInfo_CustomerName"_s)) {
+            database.Execute(
+                u"create index CustomerName on CallInfo (CustomerName,CallID,DateAndTime,Consultant)"_s);
+        }
+        if (!indexes.contains(u"CustomerRequest_CallID"_s)) {
+            database.Execute(u"create index CallID on CustomerRequest (CallID)"_s);
+        }
+    });
+}
+
 } // namespace
 
 bool UpdateDatabase_Customer_0606191111(core::RunLog &log, const core::Paths &paths)
@@ -43,8 +61,13 @@ bool UpdateDatabase_Customer_0606191111(core::RunLog &log, const core::Paths &pa
     log.trap("UpdateDatabase_Customer_0606191111"_L1, [&] {
         Database database = openCustomers(paths);
         const QStringList tables = database.tableNames();
-        if (!tables.contains(u"CallInfo"_s) && !tables.contains(u"CustomerRequest"_s)) {
+        const bool calls = tables.contains(u"CallInfo"_s);
+        const bool requests = tables.contains(u"CustomerRequest"_s);
+        if (!calls && !requests) {
             createCallNoteTables(database);
+        }
+        if (calls == requests) {
+            indexCallNotes(database);
         }
     });
     return true;
@@ -57,6 +80,19 @@ qint32 FixCustomerData(core::RunLog &log, const core::Paths &paths, CustomerPopU
         table = readPopUpTable(database);
         database.Execute(u"update customer set T3='1' where T3=' ' or T3='' or isnull(T3)"_s);
         database.Execute(u"update customer set customerid='' where customerid=' '"_s);
+        return 1;
+    });
+}
+
+qint32 FixSavedCustomer(core::RunLog &log, const core::Paths &paths, CustomerPopUpTable &table, qint32 sn)
+{
+    return log.trap("FixCustomerData"_L1, 0, [&] {
+        Database database = openCustomers(paths);
+        database.forEachRow(u"select T3 from customer where SN="_s + QString::number(sn),
+                            [&](const Row &row) { table.replace(sn, row.bytes(0)); });
+        database.Execute(u"update customer set T3='1' where SN=? and (T3=' ' or T3='' or isnull(T3))"_s,
+                         {sn});
+        database.Execute(u"update customer set customerid='' where SN=? and customerid=' '"_s, {sn});
         return 1;
     });
 }

@@ -29,7 +29,7 @@ private Q_SLOTS:
     {
         Desk desk;
         desk.log.WriteRunLog(u"SysStarted 张"_s);
-        desk.clock.time = desk.clock.time.addSecs(12 * 3600);
+        desk.clock.time = desk.clock.time.addSecs(43200);
         desk.log.WriteRunLog({});
         QCOMPARE(desk.fileBytes(desk.paths.RunLogFile),
                  "<2026-11-21 09:30:15>  SysStarted \xE5\xBC\xA0\r\n<2026-11-21 21:30:15>  \r\n");
