@@ -10,12 +10,28 @@ using namespace Qt::StringLiterals;
 
 namespace core {
 
-void saveAtomically(const QString &path, QByteArrayView bytes)
+namespace {
+
+void refuseReadOnly(const QString &path)
 {
     const QFileInfo old(path);
     if (old.exists() && !(old.permissions() & QFile::WriteOwner)) {
         throw Error(0, u"the file is read-only: "_s + path);
     }
+}
+
+} // namespace
+
+void moveIntoPlace(const QString &written, const QString &path)
+{
+    refuseReadOnly(path);
+    platform::syncFile(written);
+    platform::replaceFile(written, path);
+}
+
+void saveAtomically(const QString &path, QByteArrayView bytes)
+{
+    refuseReadOnly(path);
     const QString temporary = path + u".new"_s;
     try {
         platform::writeAndSync(temporary, bytes);

@@ -40,6 +40,9 @@ qint64 appendToFile(const QString &path, QByteArrayView bytes);
 /// Writes a new file and forces it to the disk. Throws Error; the file may then stand half written.
 void writeAndSync(const QString &path, QByteArrayView bytes);
 
+/// Forces a file that was written to the disk. Throws Error.
+void syncFile(const QString &path);
+
 /// Renames over an existing file in one step that a crash cannot split. Throws Error.
 void replaceFile(const QString &from, const QString &to);
 

@@ -162,6 +162,13 @@ void writeAndSync(const QString &path, QByteArrayView bytes)
     file.close();
 }
 
+void syncFile(const QString &path)
+{
+    Descriptor file(path, O_WRONLY);
+    file.sync();
+    file.close();
+}
+
 void replaceFile(const QString &from, const QString &to)
 {
     if (::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0) {

@@ -108,6 +108,12 @@ void writeAndSync(const QString &path, QByteArrayView bytes)
     file.sync();
 }
 
+void syncFile(const QString &path)
+{
+    const Handle file(path, GENERIC_WRITE, OPEN_EXISTING);
+    file.sync();
+}
+
 void replaceFile(const QString &from, const QString &to)
 {
     if (!MoveFileExW(wide(from), wide(to), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {

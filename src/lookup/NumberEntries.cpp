@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstddef>
 #include <limits>
 
 using namespace Qt::StringLiterals;
@@ -36,6 +37,12 @@ quint32 tagOf(quint64 hash)
 
 void NumberEntries::append(QStringView piece, qint32 sn)
 {
+    m_inOrderOfSn = m_inOrderOfSn && (m_entries.empty() || m_entries.back().sn <= sn);
+    m_entries.push_back(entryOf(piece, sn));
+}
+
+NumberEntries::Entry NumberEntries::entryOf(QStringView piece, qint32 sn)
+{
     const size_t offset = m_digits.size();
     if (offset > std::numeric_limits<quint32>::max()) {
         throw core::Error(0, u"more numbers than the index can hold"_s);
@@ -45,25 +52,23 @@ void NumberEntries::append(QStringView piece, qint32 sn)
             m_digits.push_back(static_cast<char>(character.unicode()));
         }
     }
-    m_entries.push_back({static_cast<quint32>(offset), static_cast<quint16>(m_digits.size() - offset), sn});
+    return {static_cast<quint32>(offset), static_cast<quint16>(m_digits.size() - offset), sn};
 }
 
+// From the last entry to the first, so that each finds the next one of its number in the slot.
 bool NumberEntries::finishSome()
 {
     constexpr size_t entriesAtOnce = 100000;
     if (m_hashed == 0) {
         m_digits.shrink_to_fit();
         m_entries.shrink_to_fit();
+        m_next.assign(m_entries.size(), noEntry);
         m_slots.assign(2 * m_entries.size(), Slot());
+        m_used = 0;
     }
     const size_t end = std::min(m_hashed + entriesAtOnce, m_entries.size());
     for (; m_hashed < end; ++m_hashed) {
-        const QLatin1StringView number = view(m_entries[m_hashed]).PhoneNumber;
-        const quint64 hash = hashOf(number);
-        Slot &slot = m_slots[slotOf(number, hash)];
-        if (slot.entry == noEntry) {
-            slot = {tagOf(hash), static_cast<quint32>(m_hashed)};
-        }
+        link(static_cast<quint32>(m_entries.size() - 1 - m_hashed));
     }
     return m_hashed == m_entries.size();
 }
@@ -74,7 +79,7 @@ qint32 NumberEntries::find(QStringView number) const
         return -1;
     }
     const Slot &slot = m_slots[slotOf(number, hashOf(number))];
-    return slot.entry == noEntry ? -1 : view(m_entries[slot.entry]).SN;
+    return slot.entry == noEntry ? -1 : at(slot.entry).SN;
 }
 
 PhoneNumberSN NumberEntries::view(const Entry &entry) const
@@ -82,20 +87,150 @@ PhoneNumberSN NumberEntries::view(const Entry &entry) const
     return {QLatin1StringView(m_digits.data() + entry.offset, entry.length), entry.sn};
 }
 
+// The upper half of the hash, scaled to the table's size, chooses the slot: any size will do, not only powers
+// of two.
+size_t NumberEntries::homeOf(quint64 hash) const
+{
+    return ((hash >> 32) * m_slots.size()) >> 32;
+}
+
 template <typename View>
 size_t NumberEntries::slotOf(View number, quint64 hash) const
 {
-    // The upper half of the hash, scaled to the table's size, chooses the slot: any size will do, not only
-    // powers of two.
-    size_t position = ((hash >> 32) * m_slots.size()) >> 32;
+    size_t position = homeOf(hash);
     const quint32 tag = tagOf(hash);
     for (;;) {
         const Slot &slot = m_slots[position];
-        if (slot.entry == noEntry || (slot.tag == tag && view(m_entries[slot.entry]).PhoneNumber == number)) {
+        if (slot.entry == noEntry || (slot.tag == tag && at(slot.entry).PhoneNumber == number)) {
             return position;
         }
-        position = position + 1 == m_slots.size() ? 0 : position + 1;
+        position = slotBehind(position);
     }
+}
+
+bool NumberEntries::replace(qint32 sn, std::span<const QStringView> pieces)
+{
+    if (!m_inOrderOfSn) {
+        return false;
+    }
+    const auto row = std::ranges::equal_range(m_entries, sn, {}, &Entry::sn);
+    const auto place = static_cast<size_t>(row.begin() - m_entries.begin());
+    const size_t old = row.size();
+    if (old == m_entries.size() && pieces.empty()) {
+        throw core::Error(0, u"no row holds a number any more"_s);
+    }
+    std::vector<Entry> entries;
+    for (const QStringView piece : pieces) {
+        entries.push_back(entryOf(piece, sn));
+    }
+    for (size_t i = 0; i < old; ++i) {
+        unlink(static_cast<quint32>(place + i));
+        m_unusedDigits += m_entries[place + i].length;
+    }
+    exchangeEntries(place, old, entries);
+    if (4 * (m_used + entries.size()) > 3 * m_slots.size()) { // a full hash would be searched for ever
+        m_hashed = 0;
+        while (!finishSome()) {
+        }
+    } else {
+        for (size_t i = 0; i < entries.size(); ++i) {
+            link(static_cast<quint32>(place + i));
+        }
+    }
+    dropUnusedDigits();
+    return true;
+}
+
+/// What stands behind moves up or down, and with it every mention of it.
+void NumberEntries::exchangeEntries(size_t place, size_t old, const std::vector<Entry> &entries)
+{
+    const auto difference = static_cast<quint32>(entries.size() - old); // modulo 2^32: it may be negative
+    const auto at = static_cast<std::ptrdiff_t>(place);
+    const auto behind = static_cast<std::ptrdiff_t>(place + old);
+    m_entries.erase(m_entries.begin() + at, m_entries.begin() + behind);
+    m_entries.insert(m_entries.begin() + at, entries.begin(), entries.end());
+    m_next.erase(m_next.begin() + at, m_next.begin() + behind);
+    m_next.insert(m_next.begin() + at, entries.size(), noEntry);
+    if (difference != 0) {
+        const auto moved = [&](quint32 entry) {
+            return entry != noEntry && entry >= place + old ? entry + difference : entry;
+        };
+        std::ranges::transform(m_next, m_next.begin(), moved);
+        for (Slot &slot : m_slots) {
+            slot.entry = moved(slot.entry);
+        }
+    }
+}
+
+/// Puts an entry among those of the same number, in their order.
+void NumberEntries::link(quint32 entry)
+{
+    const QLatin1StringView number = at(entry).PhoneNumber;
+    const quint64 hash = hashOf(number);
+    Slot &slot = m_slots[slotOf(number, hash)];
+    if (slot.entry == noEntry || slot.entry > entry) {
+        m_used += slot.entry == noEntry ? 1 : 0;
+        m_next[entry] = slot.entry;
+        slot = {tagOf(hash), entry};
+        return;
+    }
+    quint32 before = slot.entry;
+    while (m_next[before] < entry) {
+        before = m_next[before];
+    }
+    m_next[entry] = m_next[before];
+    m_next[before] = entry;
+}
+
+void NumberEntries::unlink(quint32 entry)
+{
+    const QLatin1StringView number = at(entry).PhoneNumber;
+    const size_t position = slotOf(number, hashOf(number));
+    quint32 before = m_slots[position].entry;
+    if (before != entry) {
+        while (m_next[before] != entry) {
+            before = m_next[before];
+        }
+        m_next[before] = m_next[entry];
+    } else if (m_next[entry] != noEntry) {
+        m_slots[position].entry = m_next[entry];
+    } else {
+        freeSlot(position);
+    }
+}
+
+/// Closes the gap, so that the search for a number that stands behind it does not end there.
+void NumberEntries::freeSlot(size_t slot)
+{
+    const auto distance = [&](size_t from, size_t to) {
+        return to >= from ? to - from : to + m_slots.size() - from;
+    };
+    size_t gap = slot;
+    for (size_t i = slotBehind(gap); m_slots[i].entry != noEntry; i = slotBehind(i)) {
+        const size_t home = homeOf(hashOf(at(m_slots[i].entry).PhoneNumber));
+        if (distance(home, i) >= distance(gap, i)) {
+            m_slots[gap] = m_slots[i];
+            gap = i;
+        }
+    }
+    m_slots[gap] = Slot();
+    --m_used;
+}
+
+void NumberEntries::dropUnusedDigits()
+{
+    if (2 * m_unusedDigits <= m_digits.size()) {
+        return;
+    }
+    std::vector<char> digits;
+    digits.reserve(m_digits.size() - m_unusedDigits);
+    for (Entry &entry : m_entries) {
+        const QLatin1StringView number = view(entry).PhoneNumber;
+        entry.offset = static_cast<quint32>(digits.size());
+        digits.insert(digits.end(), number.begin(), number.end());
+    }
+    m_digits = std::move(digits);
+    m_unusedDigits = 0;
 }
 
 } // namespace lookup

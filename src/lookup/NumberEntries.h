@@ -3,6 +3,7 @@
 #include <QLatin1StringView>
 #include <QStringView>
 
+#include <span>
 #include <vector>
 
 namespace lookup {
@@ -16,7 +17,8 @@ struct PhoneNumberSN
 };
 
 /// The entries of a number index in the order in which they were appended, and a hash from each number to its
-/// first entry beside them. About 40 bytes an entry: 12 for the entry, one for each digit, 16 for the hash.
+/// first entry beside them. About 45 bytes an entry: 12 for the entry, 4 for the way to the next of the same
+/// number, one for each digit, 16 for the hash.
 class NumberEntries
 {
 public:
@@ -28,9 +30,16 @@ public:
     bool finishSome();
 
     bool isEmpty() const { return m_entries.empty(); }
+    size_t size() const { return m_entries.size(); }
+    PhoneNumberSN at(size_t position) const { return view(m_entries[position]); }
 
     /// The SN of the first entry whose number equals `number` in every character, -1 when none does.
     qint32 find(QStringView number) const;
+
+    /// Puts the digits of `pieces` in the place of a row's entries, or where its SN would stand. Only for
+    /// finished entries; false, with nothing changed, where they do not stand in the order of their SN.
+    /// Throws core::Error when no entry would be left.
+    bool replace(qint32 sn, std::span<const QStringView> pieces);
 
 private:
     struct Entry
@@ -46,15 +55,28 @@ private:
     };
     static constexpr quint32 noEntry = 0xFFFFFFFF;
 
+    Entry entryOf(QStringView piece, qint32 sn);
     PhoneNumberSN view(const Entry &entry) const;
+    size_t homeOf(quint64 hash) const;
+    size_t slotBehind(size_t slot) const { return slot + 1 == m_slots.size() ? 0 : slot + 1; }
     /// The slot that holds the number's first entry, or the free one where it would stand.
     template <typename View>
     size_t slotOf(View number, quint64 hash) const;
 
+    void exchangeEntries(size_t place, size_t old, const std::vector<Entry> &entries);
+    void link(quint32 entry);
+    void unlink(quint32 entry);
+    void freeSlot(size_t slot);
+    void dropUnusedDigits();
+
     std::vector<char> m_digits;
     std::vector<Entry> m_entries;
-    size_t m_hashed = 0;       ///< entries that the hash knows
-    std::vector<Slot> m_slots; ///< open addressing with linear probing, twice as many as entries
+    std::vector<quint32> m_next; ///< of each entry: the next one with the same number
+    size_t m_hashed = 0;         ///< entries that the hash knows, from the last one on
+    std::vector<Slot> m_slots;   ///< open addressing with linear probing, twice as many as entries
+    size_t m_used = 0;           ///< slots that are not free
+    size_t m_unusedDigits = 0;   ///< of entries that were replaced
+    bool m_inOrderOfSn = true;
 };
 
 } // namespace lookup

@@ -1,8 +1,27 @@
 #include "lookup/NumberIndex.h"
 
+#include "lookup/PhoneNumbers.h"
+
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace lookup {
+
+namespace {
+
+QStringList customerNumbers()
+{
+    return {u"WorkPhones"_s, u"ContactPersonMobile"_s, u"Fax"_s, u"ContactPersonHomePhones"_s};
+}
+
+/// What an empty table gives.
+bool isBlank(const NumberEntries &entries)
+{
+    return entries.size() == 1 && entries.at(0).SN == 0 && entries.at(0).PhoneNumber.isEmpty();
+}
+
+} // namespace
 
 bool NumberIndex::LoadPhoneNumberSNArray()
 {
@@ -11,8 +30,36 @@ bool NumberIndex::LoadPhoneNumberSNArray()
 
 bool NumberIndex::LoadCustomerPhoneNumberSnArray()
 {
-    return load(m_customers, m_paths.CustomerFile, u"Customer"_s,
-                {u"WorkPhones"_s, u"ContactPersonMobile"_s, u"Fax"_s, u"ContactPersonHomePhones"_s});
+    m_savedMeanwhile.clear(); // the reading that begins sees them
+    return load(m_customers, m_paths.CustomerFile, u"Customer"_s, customerNumbers());
+}
+
+bool NumberIndex::updateCustomer(qint32 sn)
+{
+    if (m_customers.reading) {
+        m_savedMeanwhile.push_back(sn);
+        return true;
+    }
+    bool updated = false;
+    const bool done = m_log.trap(m_customers.procedure, [&] { updated = replaceCustomer(sn); });
+    return done && (updated || LoadCustomerPhoneNumberSnArray());
+}
+
+/// False where only a rebuild will do.
+bool NumberIndex::replaceCustomer(qint32 sn)
+{
+    if (m_customers.entries.isEmpty() || isBlank(m_customers.entries)) {
+        return false;
+    }
+    const QStringList columns = customerNumbers();
+    const QString select = u"select rowid,%1 from Customer where SN=%2"_s.arg(columns.join(u',')).arg(sn);
+    QString numbers;
+    bool inOrderOfSn = true;
+    store::Database(m_paths.CustomerFile).forEachRow(select, [&](const store::Row &row) {
+        inOrderOfSn = row.key(0) == sn;
+        appendNumbers(numbers, row, 1, int(columns.size()));
+    });
+    return inOrderOfSn && m_customers.entries.replace(sn, phoneNumberPieces(m_log, numbers));
 }
 
 bool NumberIndex::continueLoading()
@@ -55,6 +102,11 @@ bool NumberIndex::readOn(Index &index)
     });
     if (!done || ended) {
         index.reading.reset();
+        if (&index == &m_customers) {
+            for (const qint32 sn : std::exchange(m_savedMeanwhile, {})) {
+                updateCustomer(sn);
+            }
+        }
     }
     return done;
 }

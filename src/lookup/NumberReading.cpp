@@ -6,6 +6,16 @@ using namespace Qt::StringLiterals;
 
 namespace lookup {
 
+void appendNumbers(QString &text, const store::Row &row, int first, int count)
+{
+    for (int column = 0; column < count; ++column) {
+        if (column > 0) {
+            text += u',';
+        }
+        row.appendTo(text, first + column);
+    }
+}
+
 NumberReading::NumberReading(core::RunLog &log, const QString &file, const QString &table,
                              const QStringList &numberColumns)
     : m_log(log), m_database(file), m_table(table), m_columns(numberColumns.join(u',')),
@@ -45,12 +55,7 @@ void NumberReading::append(const store::Row &row)
     constexpr int firstColumn = 2;
     m_lastKey = row.key(0);
     m_numbers.resize(0);
-    for (int column = 0; column < m_columnCount; ++column) {
-        if (column > 0) {
-            m_numbers += u',';
-        }
-        row.appendTo(m_numbers, firstColumn + column);
-    }
+    appendNumbers(m_numbers, row, firstColumn, m_columnCount);
     for (const QStringView piece : phoneNumberPieces(m_log, m_numbers)) {
         m_entries.append(piece, row.integer(1));
     }

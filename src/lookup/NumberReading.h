@@ -10,6 +10,9 @@
 
 namespace lookup {
 
+/// Adds the numbers text of a row: what `count` columns from `first` on hold, with commas between them.
+void appendNumbers(QString &text, const store::Row &row, int first, int count);
+
 /// The reading of one table's numbers, cut into pieces of a few milliseconds, so that a desk of a million
 /// customers keeps nothing else waiting. Between two pieces the file is not locked.
 class NumberReading

@@ -9,6 +9,11 @@ void CustomerPopUpTable::append(qint32 sn, QByteArrayView t3)
     }
 }
 
+void CustomerPopUpTable::replace(qint32 sn, QByteArrayView t3)
+{
+    m_textOf.insert(sn, numberOf(t3));
+}
+
 qint32 CustomerPopUpTable::numberOf(QByteArrayView t3)
 {
     if (m_lastNumber < m_texts.size() && m_texts.at(m_lastNumber) == t3) {

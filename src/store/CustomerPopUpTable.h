@@ -16,6 +16,8 @@ class CustomerPopUpTable
 public:
     /// Adds a row behind the others; the flag text in UTF-8.
     void append(qint32 sn, QByteArrayView t3);
+    /// Gives the row with that SN another flag text; a new row stands behind the others.
+    void replace(qint32 sn, QByteArrayView t3);
 
     /// The pop-up flag text of the first row with this SN, "" where the database held Null; nothing without a
     /// row.

@@ -70,6 +70,11 @@ Recordset Database::OpenRecordset(const QString &tableOrSelect, const QVariantLi
     return Recordset(openSource(m_handle, tableOrSelect, bound));
 }
 
+Recordset Database::OpenSliced(const QString &select)
+{
+    return Recordset(openSliced(m_handle, select));
+}
+
 qint64 Database::Execute(const QString &sql, const QVariantList &bound)
 {
     return m_handle->execute(sql, bound);

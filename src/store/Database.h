@@ -62,6 +62,11 @@ public:
     /// A cursor over a table (its name alone) or over the result of a select. Throws core::Error.
     Recordset OpenRecordset(const QString &tableOrSelect, const QVariantList &bound = {});
 
+    /// A cursor over a long search, in the order of the table's rows, whose rows are found slice by slice as
+    /// Recordset::readOn is called; between two slices the file is not locked. A select that gives an order,
+    /// or has no condition, is read at once. Throws core::Error.
+    Recordset OpenSliced(const QString &select);
+
     /// Runs one statement; the number of rows changed. Throws core::Error.
     qint64 Execute(const QString &sql, const QVariantList &bound = {});
 

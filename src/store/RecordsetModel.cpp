@@ -1,20 +1,25 @@
 #include "store/RecordsetModel.h"
 
+#include <algorithm>
+
 namespace store {
 
 namespace {
 
 constexpr int rowsKept = 500; // a few screens full
+constexpr std::chrono::milliseconds oneTurn{20};
 
 } // namespace
 
 /// The opened file and the cursor on it.
 struct RecordsetModel::Rows
 {
-    Rows(const QString &file, const QString &select)
-        : database(file), recordset(database.OpenRecordset(select)), names(recordset.fieldNames()),
-          count(static_cast<int>(recordset.RecordCount()))
+    Rows(const QString &file, const QString &select, bool inSlices)
+        : database(file), recordset(inSlices ? database.OpenSliced(select) : database.OpenRecordset(select)),
+          names(recordset.fieldNames()), complete(recordset.readOn(oneTurn)), count(known())
     {}
+
+    int known() const { return static_cast<int>(recordset.RecordCount()); }
 
     Recordset &at(int row)
     {
@@ -26,26 +31,74 @@ struct RecordsetModel::Rows
     Database database;
     Recordset recordset;
     QStringList names;
+    bool complete;
     int count;
 };
 
 RecordsetModel::RecordsetModel(core::RunLog &log, QLatin1StringView name, QObject *parent)
     : QAbstractTableModel(parent), m_log(log), m_name(name), m_cache(rowsKept)
-{}
+{
+    connect(&m_reading, &QTimer::timeout, this, &RecordsetModel::readOn);
+}
 
 RecordsetModel::~RecordsetModel() = default;
 
 bool RecordsetModel::setRecordSource(const QString &databaseFile, const QString &select)
 {
     return m_log.trap(m_name, [&] {
-        auto rows = std::make_unique<Rows>(databaseFile, select);
+        auto rows = std::make_unique<Rows>(databaseFile, select, m_inSlices);
+        m_reading.stop();
         beginResetModel();
         m_rows = std::move(rows);
         m_cache.clear();
         m_databaseFile = databaseFile;
         m_select = select;
+        arrangeColumns();
         endResetModel();
+        if (!m_rows->complete) {
+            m_reading.start(0);
+        }
     });
+}
+
+void RecordsetModel::arrangeColumns()
+{
+    m_fieldOf.clear();
+    for (const QString &field : std::as_const(m_leading)) {
+        const qsizetype place = std::ranges::find_if(std::as_const(m_rows->names),
+                                                     [&](const QString &name) {
+                                                         return name.compare(field, Qt::CaseInsensitive) == 0;
+                                                     }) -
+                                m_rows->names.cbegin();
+        if (place < m_rows->names.size()) {
+            m_fieldOf.append(int(place));
+        }
+    }
+    for (int place = 0; place < m_rows->names.size(); ++place) {
+        if (!m_fieldOf.contains(place)) {
+            m_fieldOf.append(place);
+        }
+    }
+}
+
+QString RecordsetModel::fieldAt(int column) const
+{
+    return m_rows->names.value(m_fieldOf.value(column, -1));
+}
+
+void RecordsetModel::readOn()
+{
+    const bool read = m_log.trap(m_name, [this] { m_rows->complete = m_rows->recordset.readOn(oneTurn); });
+    const int known = m_rows->known();
+    if (known > m_rows->count) {
+        beginInsertRows({}, m_rows->count, known - 1);
+        m_rows->count = known;
+        endInsertRows();
+    }
+    if (!read || m_rows->complete) {
+        m_reading.stop();
+        Q_EMIT readingEnded();
+    }
 }
 
 bool RecordsetModel::refresh()
@@ -91,7 +144,7 @@ QVariant RecordsetModel::data(const QModelIndex &index, int role) const
     if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::EditRole)) {
         return {};
     }
-    const QVariant value = rowAt(index.row()).value(index.column());
+    const QVariant value = rowAt(index.row()).value(m_fieldOf.value(index.column()));
     return role == Qt::DisplayRole ? QVariant(value.toString()) : value;
 }
 
@@ -100,7 +153,7 @@ QVariant RecordsetModel::headerData(int section, Qt::Orientation orientation, in
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole || m_rows == nullptr) {
         return {};
     }
-    const QString name = m_rows->names.value(section);
+    const QString name = fieldAt(section);
     return m_headings.value(name.toLower(), name);
 }
 
@@ -112,13 +165,13 @@ Qt::ItemFlags RecordsetModel::flags(const QModelIndex &index) const
 
 bool RecordsetModel::setData(const QModelIndex &index, const QVariant &value, int role)
 {
-    if (!index.isValid() || role != Qt::EditRole || value == rowAt(index.row()).value(index.column())) {
+    if (!index.isValid() || role != Qt::EditRole || value == data(index, Qt::EditRole)) {
         return false;
     }
     const bool written = m_log.trap(m_name, [&] {
         Recordset &recordset = m_rows->at(index.row());
         recordset.Edit();
-        recordset.setValue(m_rows->names.at(index.column()), value);
+        recordset.setValue(fieldAt(index.column()), value);
         recordset.Update();
     });
     m_cache.remove(index.row());
@@ -149,16 +202,23 @@ bool RecordsetModel::removeRows(int row, int count, const QModelIndex &parent)
 int RecordsetModel::columnOf(const QString &field) const
 {
     for (int column = 0; column < columnCount(); ++column) {
-        if (m_rows->names.at(column).compare(field, Qt::CaseInsensitive) == 0) {
+        if (fieldAt(column).compare(field, Qt::CaseInsensitive) == 0) {
             return column;
         }
     }
     return -1;
 }
 
+int RecordsetModel::rowOf(qint64 number) const
+{
+    const qint64 position = m_rows == nullptr ? -1 : m_rows->recordset.positionOf(number);
+    return position < rowCount() ? static_cast<int>(position) : -1;
+}
+
 QVariant RecordsetModel::field(int row, const QString &name) const
 {
-    return row >= 0 && row < rowCount() ? rowAt(row).value(columnOf(name)) : QVariant();
+    const int column = columnOf(name);
+    return row >= 0 && row < rowCount() && column >= 0 ? rowAt(row).value(m_fieldOf.at(column)) : QVariant();
 }
 
 } // namespace store

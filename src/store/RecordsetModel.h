@@ -6,6 +6,7 @@
 #include <QAbstractTableModel>
 #include <QCache>
 #include <QHash>
+#include <QTimer>
 
 #include <optional>
 
@@ -23,6 +24,11 @@ public:
     RecordsetModel(core::RunLog &log, QLatin1StringView name, QObject *parent = nullptr);
     ~RecordsetModel() override;
 
+    /// From the next select on: a long search shows its first rows at once and finds the others from the
+    /// event loop, with rows inserted at the end. Without this every select is read at once.
+    void setReadsInSlices(bool slices) { m_inSlices = slices; }
+    bool isReading() const { return m_reading.isActive(); }
+
     /// Shows the rows of a select in the given words. False, with an entry in the run log, where that fails:
     /// the model then shows what it showed before.
     bool setRecordSource(const QString &databaseFile, const QString &select);
@@ -30,6 +36,9 @@ public:
     bool refresh();
     const QString &recordSource() const { return m_select; }
 
+    /// The fields that make the first columns, whatever their order in the file, from the next select on; the
+    /// others stand behind them.
+    void setLeadingFields(const QStringList &fields) { m_leading = fields; }
     void setEditable(bool editable) { m_editable = editable; }
     /// The heading of a column; one that has none shows its name.
     void setHeading(const QString &field, const QString &heading);
@@ -46,16 +55,23 @@ public:
 
     /// The column of a field name, whatever its case; -1 without one.
     int columnOf(const QString &field) const;
+    /// The row with that auto-number; -1 where it is not shown.
+    int rowOf(qint64 number) const;
     /// A field of a row; null where there is no such row any more.
     QVariant field(int row, const QString &name) const;
 
 Q_SIGNALS:
     /// After a cell was written by setData().
     void changedInPlace();
+    /// All rows are known, or the reading broke off, which was logged; not for what was read at once.
+    void readingEnded();
 
 private:
     struct Rows;
     const QVariantList &rowAt(int row) const;
+    void readOn();
+    void arrangeColumns();
+    QString fieldAt(int column) const;
 
     core::RunLog &m_log;
     QLatin1StringView m_name;
@@ -64,7 +80,11 @@ private:
     std::unique_ptr<Rows> m_rows;
     mutable QCache<int, QVariantList> m_cache;
     QHash<QString, QString> m_headings; ///< by field name in lower case
+    QStringList m_leading;
+    QList<int> m_fieldOf; ///< of each column: the field's place in the row
     bool m_editable = false;
+    bool m_inSlices = false;
+    QTimer m_reading; ///< runs while rows of a search are still to be found
 };
 
 } // namespace store

@@ -1,5 +1,6 @@
 #include "store/RecordsetSource.h"
 
+#include "store/SlicedSource.h"
 #include "store/SqlDialect.h"
 #include "store/TableSource.h"
 
@@ -91,6 +92,16 @@ std::unique_ptr<Recordset::Source> openSource(const std::shared_ptr<Database::Ha
     Statement statement = handle->prepare(tableOrSelect);
     statement.bind(bound);
     return std::make_unique<ResultSource>(std::move(statement));
+}
+
+std::unique_ptr<Recordset::Source> openSliced(const std::shared_ptr<Database::Handle> &handle,
+                                              const QString &select)
+{
+    const std::optional<TableSelect> search = asTableSelect(select);
+    if (!search || search->ordered || search->tail.isEmpty()) {
+        return openSource(handle, select, {});
+    }
+    return std::make_unique<SlicedSource>(handle, *search);
 }
 
 } // namespace store

@@ -25,13 +25,28 @@ void TableSource::readKeys()
     if (m_keys) {
         return;
     }
-    Statement statement = m_handle->prepare(m_select.inOrder(u"rowid"_s));
+    // All keys of a table stand in any index, which is a tenth of it, but in another order.
+    const bool all = m_select.tail.isEmpty();
+    Statement statement =
+        m_handle->prepare(all ? u"select rowid from "_s + bracketedTable() : m_select.inOrder(u"rowid"_s));
     statement.bind(m_bound);
     std::vector<qint64> keys;
     while (statement.step()) {
         keys.push_back(sqlite3_column_int64(statement.raw(), 0));
     }
+    if (all) {
+        std::ranges::sort(keys);
+    }
     m_keys = std::move(keys);
+}
+
+void TableSource::appendKeys(const std::vector<qint64> &keys)
+{
+    if (!m_keys) {
+        m_keys.emplace();
+        m_position = 0;
+    }
+    m_keys->insert(m_keys->end(), keys.begin(), keys.end());
 }
 
 qint64 TableSource::count()
@@ -60,6 +75,13 @@ void TableSource::standOn(qint64 position)
     const bool onRow = position >= 0 && position < count();
     standOnKey(onRow ? std::optional(m_keys->at(static_cast<size_t>(position))) : std::nullopt);
     m_position = position;
+}
+
+qint64 TableSource::positionOf(qint64 key)
+{
+    readKeys();
+    const auto place = placeOf(key);
+    return place != m_keys->end() && *place == key ? place - m_keys->begin() : -1;
 }
 
 void TableSource::standOnKey(std::optional<qint64> key)

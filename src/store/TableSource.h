@@ -21,6 +21,7 @@ public:
     qint64 count() override;
     qint64 position() override;
     void standOn(qint64 position) override;
+    qint64 positionOf(qint64 key) override;
     const QVariantList *row() override;
 
     void setIndex(const QString &name) override;
@@ -30,6 +31,10 @@ public:
     void insert(const QList<Field> &fields) override;
     void update(const QList<Field> &fields) override;
     void remove() override;
+
+protected:
+    /// Rows behind those known so far.
+    void appendKeys(const std::vector<qint64> &keys);
 
 private:
     void readKeys();

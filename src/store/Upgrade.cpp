@@ -84,4 +84,17 @@ qint32 FixCustomerData(core::RunLog &log, const core::Paths &paths, CustomerPopU
     });
 }
 
+qint32 FixSavedCustomer(core::RunLog &log, const core::Paths &paths, CustomerPopUpTable &table, qint32 sn)
+{
+    return log.trap("FixCustomerData"_L1, 0, [&] {
+        Database database = openCustomers(paths);
+        database.forEachRow(u"select T3 from customer where SN="_s + QString::number(sn),
+                            [&](const Row &row) { table.replace(sn, row.bytes(0)); });
+        database.Execute(u"update customer set T3='1' where SN=? and (T3=' ' or T3='' or isnull(T3))"_s,
+                         {sn});
+        database.Execute(u"update customer set customerid='' where SN=? and customerid=' '"_s, {sn});
+        return 1;
+    });
+}
+
 } // namespace store

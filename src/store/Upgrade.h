@@ -14,4 +14,8 @@ bool UpdateDatabase_Customer_0606191111(core::RunLog &log, const core::Paths &pa
 /// reading failed.
 qint32 FixCustomerData(core::RunLog &log, const core::Paths &paths, CustomerPopUpTable &table);
 
+/// The same for one customer that was saved: with all others as FixCustomerData left them the outcome is the
+/// same, in a few milliseconds. Logs under that name, too.
+qint32 FixSavedCustomer(core::RunLog &log, const core::Paths &paths, CustomerPopUpTable &table, qint32 sn);
+
 } // namespace store

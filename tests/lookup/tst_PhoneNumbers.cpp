@@ -5,6 +5,7 @@
 #include <QRandomGenerator>
 
 #include <map>
+#include <set>
 
 /// The road of a number: out of a text, into the index, and to the row that holds it.
 class tst_PhoneNumbers : public QObject
@@ -90,6 +91,95 @@ private Q_SLOTS:
                 QCOMPARE(entries.find(other), -1);
             }
         }
+    }
+
+    // Few digits make many duplicates. The first row that holds a number is the one with the smallest SN.
+    void replacedNumbersStandWhereARebuildWouldPutThem()
+    {
+        QRandomGenerator random(815);
+        std::map<qint32, QStringList> rows = {{200, {u"7"_s}}, {1000, {u"9"_s}}};
+        std::map<QString, std::multiset<qint32>> holders = {{u"7"_s, {200}}, {u"9"_s, {1000}}};
+        const auto built = [&] {
+            lookup::NumberEntries entries;
+            for (const auto &[sn, numbers] : rows) {
+                std::for_each(numbers.begin(), numbers.end(),
+                              [&, sn = sn](auto &n) { entries.append(n, sn); });
+            }
+            while (!entries.finishSome()) {
+            }
+            return entries;
+        };
+        const auto listed = [](const lookup::NumberEntries &entries) {
+            QList<std::pair<QString, qint32>> list;
+            for (size_t i = 0; i < entries.size(); ++i) {
+                list.append({entries.at(i).PhoneNumber.toString(), entries.at(i).SN});
+            }
+            return list;
+        };
+        lookup::NumberEntries entries = built();
+        for (int edit = 1; edit <= 100000; ++edit) {
+            const qint32 sn = random.bounded(1, 400);
+            const QStringList old = std::exchange(rows[sn], {});
+            for (int i = random.bounded(5); i > 0; --i) {
+                rows[sn].append(QString::number(random.bounded(700)).left(random.bounded(4)));
+            }
+            for (const QString &number : old) {
+                holders[number].erase(holders[number].find(sn));
+            }
+            for (const QString &number : std::as_const(rows[sn])) {
+                holders[number].insert(sn);
+            }
+            const QList<QStringView> pieces(rows[sn].cbegin(), rows[sn].cend());
+            QVERIFY(entries.replace(sn, pieces));
+            for (const QString &number : old + rows[sn]) {
+                const auto &all = holders[number];
+                QCOMPARE(entries.find(number), all.empty() ? -1 : *all.begin());
+            }
+            if (edit % 1000 == 0) {
+                QCOMPARE(listed(entries), listed(built()));
+                for (const auto &[number, all] : holders) {
+                    QCOMPARE(entries.find(number), all.empty() ? -1 : *all.begin());
+                }
+            }
+        }
+        lookup::NumberEntries alone;
+        alone.append(u"1", 2);
+        QVERIFY_THROWS_EXCEPTION(core::Error, alone.replace(2, {}));
+        alone.append(u"1", 1);
+        QVERIFY(!alone.replace(2, {}));
+    }
+
+    void aSavedRowIsTakenOverFromTheFileHoweverTheIndexStands()
+    {
+        Desk desk;
+        const auto save = [&](const QString &sql, qint32 sn) {
+            desk.runSql(desk.paths.CustomerFile, sql);
+            return desk.index.updateCustomer(sn);
+        };
+        QVERIFY(save(u"update customer set WorkPhones='5,22' where SN=70000"_s, 70000));
+        QCOMPARE(desk.index.FindCustomerSnOfCaller(u"11"), -1);
+        QCOMPARE(desk.index.FindCustomerSnOfCaller(u"22"), 70000);
+        QVERIFY(save(u"insert into customer(SN,Fax) values(9,'1 3900000000 22')"_s, 9));
+        QCOMPARE(desk.index.FindCustomerSnOfCaller(u"22"), 9);
+        QVERIFY(save(u"delete from customer where SN=9"_s, 9));
+        QCOMPARE(desk.index.FindCustomerSnOfCaller(u"22"), 70000);
+        QVERIFY(save(u"delete from customer where SN=70000"_s, 70000));
+        QVERIFY(!save(u"update customer set ContactPersonMobile='', ContactPersonHomePhones=''"_s, 70001));
+        QCOMPARE(desk.index.FindCustomerSnOfCaller(u"22"), 70001); // as after a rebuild that finds no number
+        desk.runSql(desk.paths.CustomerFile, u"delete from customer"_s);
+        desk.index.LoadCustomerPhoneNumberSnArray();
+        QVERIFY(save(u"insert into customer(SN,Fax) values(4,'44')"_s, 4)); // the blank entry goes
+        QCOMPARE(desk.index.FindCustomerSnOfCaller(u""), -1);
+        desk.runSql(desk.paths.CustomerFile,
+                    u"insert into customer (SN, WorkPhones) with recursive counted(i) as (select 5 union "
+                    "all select i + 1 from counted where i < 25000) select i, i from counted"_s);
+        desk.index.LoadCustomerPhoneNumberSnArray();
+        QVERIFY(save(u"update customer set Fax='early' || Fax || '6' where SN=4"_s, 4) &&
+                save(u"update customer set WorkPhones='555555' where SN=20000"_s, 20000));
+        QVERIFY(desk.index.isLoading()); // both wait, the one that was read already and the one that was not
+        QCOMPARE(desk.index.FindCustomerSnOfCaller(u"446"), 4);
+        QCOMPARE(desk.index.FindCustomerSnOfCaller(u"555555"), 20000);
+        QCOMPARE(desk.index.FindCustomerSnOfCaller(u"20000"), -1);
     }
 
     void numbersLeadToTheFirstRowThatHoldsThem()

@@ -1,0 +1,91 @@
+#include "customers/CustomerQueries.h"
+
+using namespace Qt::StringLiterals;
+
+namespace customers {
+
+namespace {
+
+constexpr std::array<ExportField, exportFieldCount> fieldTable = {{
+    {"CustomerName", "CustomerName"},
+    {"CustomerID", "CustomerID"},
+    {"ContactPersonName", "ContactPersonName"},
+    {"WorkPhones", "PhoneNumbers"},
+    {"City", "City"},
+    {"CustomerType", "CustomerType"},
+    {"CustomerBigType", "BasicCustomerType"},
+    {"Address", "Address"},
+    {"ContactPersonHomePhones", "HomePhone"},
+    {"Fax", "Fax"},
+    {"Webpage", "Webpage"},
+    {"PayWay", "TypeOfPayment"},
+    {"Credit", "Credit"},
+    {"Note", "Note"},
+    {"Broker", "SpecifiedSalesMan"},
+    {"SN", "SN"},
+    {"SeatID", "SeatID"},
+    {"Province", "Province"},
+    {"Country", "CountryOrArea"},
+    {"PostalCode", "PostalCode"},
+    {"ContactPersonTitle", "WorkTitle"},
+    {"ContactPersonEmail", "Email"},
+    {"ContactPersonMobile", "Mobile"},
+    {"ContactPersonDepartment", "Department"},
+    {"IFVIP", "IFVIP"},
+    {"CustomerServiceID", "CustomerServiceID"},
+    {"IfInBlackList", "IfInBlackList"},
+}};
+
+} // namespace
+
+QString searchQuery(QStringView typed)
+{
+    static constexpr const char *pieces[] = {
+        "Select * from customer where  [CustomerName] like '*",
+        " or [WorkPhones] like '*",
+        " or [ContactPersonName] like '*",
+        " or [City] like '*",
+        " or [Broker] like '*",
+        " or [ContactPersonEmail] like '*",
+        " or [CustomerType] like '*",
+        " or [Note] like '*",
+    };
+    const QString words = typed.trimmed().toString();
+    QString query;
+    for (const char *piece : pieces) {
+        query += QString::fromLatin1(piece) + words + u"*'"_s;
+    }
+    return query;
+}
+
+QString sortQuery(int column)
+{
+    switch (column) {
+    case 0:
+        return u"select * from customer order by Customername"_s;
+    case 1:
+        return u"select * from customer order by CustomerID"_s;
+    case 3:
+        return u"select * from customer order by CustomerType"_s;
+    default:
+        return {};
+    }
+}
+
+const std::array<ExportField, exportFieldCount> &exportFields()
+{
+    return fieldTable;
+}
+
+QString exportQuery(const QList<int> &chosen)
+{
+    QString query = u"select "_s;
+    for (const int place : chosen) {
+        const ExportField &field = fieldTable.at(static_cast<size_t>(place));
+        query += u'[' + QLatin1StringView(field.column) + "] as ["_L1 + QLatin1StringView(field.labelKey) +
+                 "],"_L1;
+    }
+    return query.chopped(1) + " from customer"_L1;
+}
+
+} // namespace customers

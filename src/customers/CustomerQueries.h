@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+
+#include <array>
+
+namespace customers {
+
+/// The queries of the customer list. Typed words stand in them as they are: an apostrophe breaks the query.
+inline constexpr char16_t listQuery[] = u"select * from customer order by CustomerName";
+inline constexpr char16_t refreshQuery[] = u"select * from customer ";
+QString searchQuery(QStringView typed);
+/// The query of a click on a heading of the list; empty for one that does not sort.
+QString sortQuery(int column);
+
+/// A column that can be exported, and the text key that titles it.
+struct ExportField
+{
+    const char *column;
+    const char *labelKey;
+};
+inline constexpr int exportFieldCount = 27;
+const std::array<ExportField, exportFieldCount> &exportFields();
+/// The chosen fields of all customers, each named by its key. Without a field it is no query.
+QString exportQuery(const QList<int> &chosen);
+
+} // namespace customers

@@ -1,0 +1,97 @@
+#include "customers/CustomerWindows.h"
+
+#include "customers/frmAddDataToExcel_Tarn20050921.h"
+
+namespace customers {
+
+namespace {
+
+/// The form, made when it is not open.
+template <typename Form, typename... Arguments>
+Form &opened(QPointer<Form> &form, Arguments &&...arguments)
+{
+    if (form && !form->isVisible()) {
+        form->deleteLater(); // it was closed, or never shown because its customer was gone
+        form.clear();
+    }
+    if (!form) {
+        form = new Form(std::forward<Arguments>(arguments)...);
+    }
+    return *form;
+}
+
+void bringUp(QWidget &form)
+{
+    form.show();
+    form.raise();
+    form.activateWindow();
+}
+
+} // namespace
+
+CustomerWindows::~CustomerWindows()
+{
+    delete m_export.data();
+    delete m_editor.data();
+    delete m_list.data();
+}
+
+FrmCustomer &CustomerWindows::list()
+{
+    return opened<FrmCustomer>(m_list, m_context.form, static_cast<CustomerListCommands &>(*this));
+}
+
+FrmEditCustomer &CustomerWindows::editor()
+{
+    return opened<FrmEditCustomer>(
+        m_editor, FrmEditCustomer::Context{m_context.form, m_context.checks, m_context.effects});
+}
+
+void CustomerWindows::showList()
+{
+    bringUp(list());
+}
+
+void CustomerWindows::showList(const QString &query)
+{
+    FrmCustomer &form = list();
+    bringUp(form);
+    form.showQuery(query);
+}
+
+void CustomerWindows::addCustomer(const QString &number, const QString &keyWord)
+{
+    if (!keyWord.isEmpty()) {
+        FrmCustomer &form = list();
+        bringUp(form);
+        form.searchFor(keyWord, number);
+    }
+    editor().addCustomer(number);
+}
+
+void CustomerWindows::editCustomer(qint32 sn, const QString &number)
+{
+    FrmEditCustomer &form = editor();
+    if (form.ShowCustomerBySN(sn) && !number.isEmpty()) {
+        form.appendNumber(number);
+    }
+}
+
+void CustomerWindows::ShowCustomerByName(const QString &name)
+{
+    editor().ShowCustomerByName(name);
+}
+
+void CustomerWindows::refreshCustomerList()
+{
+    if (m_list && m_list->isVisible()) {
+        m_list->refreshCustomerList();
+    }
+}
+
+void CustomerWindows::exportCustomers()
+{
+    bringUp(opened(m_export, m_context.form));
+}
+
+} // namespace customers

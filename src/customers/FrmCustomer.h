@@ -1,0 +1,80 @@
+#pragma once
+
+#include "appearance/FormContext.h"
+#include "store/RecordsetModel.h"
+
+#include <QTimer>
+#include <QWidget>
+
+#include <memory>
+
+namespace Ui {
+class FrmCustomer;
+}
+
+namespace customers {
+
+/// What the customer list opens; CustomerWindows implements it.
+class CustomerListCommands
+{
+public:
+    virtual ~CustomerListCommands() = default;
+    virtual void addCustomer() = 0;
+    /// Opens the editor on a customer, with `number` added to his phone numbers where it is not empty.
+    virtual void editCustomer(qint32 sn, const QString &number) = 0;
+    virtual void exportCustomers() = 0;
+};
+
+/// The list of customers. Deletes itself when closed.
+class FrmCustomer : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// Both must outlive the form.
+    FrmCustomer(const appearance::FormContext &context, CustomerListCommands &commands);
+    ~FrmCustomer() override;
+
+    /// Shows the rows of a query in the given words.
+    void showQuery(const QString &query);
+    /// Searches for the customer to whom a caller's number may belong; a row that is then opened gets it.
+    void searchFor(const QString &keyWord, const QString &number);
+    /// Shows all customers anew after one was saved, with the same one current.
+    void refreshCustomerList();
+
+protected:
+    bool event(QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void setUpGrid();
+    void setUpCommands();
+    void setUpKeys();
+    void translateHeadings();
+    void showMenu(const QPoint &position);
+
+    bool showRows(const QString &query, int sortedColumn);
+    void search();
+    void sort(int column);
+    void refresh();
+    void makeCurrent(int row);
+    void editRow(int row, const QString &number);
+    void deleteCurrent();
+
+    void showCount(QChar separator);
+    void showSearchCount();
+    void showMessage(const QString &key);
+    void showSortArrow();
+
+    appearance::FormContext m_context;
+    CustomerListCommands &m_commands;
+    std::unique_ptr<Ui::FrmCustomer> m_ui;
+    appearance::FormSetup m_setup;
+    store::RecordsetModel Ado1;
+    QTimer m_typingPause;
+    QString m_searched; ///< the words of the last search
+    int m_sortedColumn = 0;
+};
+
+} // namespace customers

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "appearance/FormContext.h"
+#include "customers/CustomerExport.h"
+
+#include <QTimer>
+#include <QWidget>
+
+#include <memory>
+
+namespace Ui {
+class frmAddDataToExcel_Tarn20050921;
+}
+
+namespace customers {
+
+/// Exports the ticked fields of all customers to a spreadsheet file, slice by slice while calls keep
+/// arriving. Deletes itself when closed; an export that runs is then dropped.
+class frmAddDataToExcel_Tarn20050921 : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit frmAddDataToExcel_Tarn20050921(const appearance::FormContext &context);
+    ~frmAddDataToExcel_Tarn20050921() override;
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void fillFields();
+    void tickAll(bool ticked);
+    QList<int> tickedFields() const;
+    QStringList headings(const QList<int> &fields) const;
+
+    void exportTicked();
+    void writeOn();
+    void cancel();
+    /// Puts the form back, and tells the outcome where there is one.
+    void end(const QString &outcome);
+    void showProgress();
+    void showRunning(bool running);
+
+    appearance::FormContext m_context;
+    std::unique_ptr<Ui::frmAddDataToExcel_Tarn20050921> m_ui;
+    appearance::FormSetup m_setup;
+    QString m_target;
+    std::unique_ptr<CustomerExport> m_export; ///< while one runs
+    QTimer m_slices;
+};
+
+} // namespace customers
