@@ -14,6 +14,17 @@ namespace {
 
 constexpr qsizetype pieceSize = 200'000; // characters, laid out and drawn within some 15 milliseconds
 
+/// The desktop's own family with even characters, or a usual one where that is only a nickname.
+QString fixedFamily()
+{
+    const QStringList families{QFontDatabase::systemFont(QFontDatabase::FixedFont).family(), u"Consolas"_s,
+                               u"Liberation Mono"_s, u"DejaVu Sans Mono"_s, u"Courier New"_s};
+    const auto found = std::ranges::find_if(families, [](const QString &each) {
+        return QFontDatabase::hasFamily(each) && QFontDatabase::isFixedPitch(each);
+    });
+    return found != families.end() ? *found : QString();
+}
+
 /// Where the piece from a position on ends: behind a line, if the line is not longer than the piece.
 qsizetype pieceEnd(const QString &text, qsizetype from)
 {
@@ -53,6 +64,7 @@ ReportBox::ReportBox(QWidget *parent) : QPlainTextEdit(parent)
     setLayoutDirection(Qt::LeftToRight); // the columns are filled up with blanks on their right
     connect(this, &QPlainTextEdit::textChanged, this, [this] { moveCursor(QTextCursor::End); });
     connect(&m_timer, &QTimer::timeout, this, &ReportBox::fillOn);
+    evenColumns();
 }
 
 void ReportBox::setReport(const QString &report)
@@ -120,9 +132,9 @@ void ReportBox::changeEvent(QEvent *event)
 /// The language's font, behind one whose characters are all of one width.
 void ReportBox::evenColumns()
 {
-    const QString fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont).family();
+    const QString fixed = fixedFamily();
     QFont even = font();
-    if (even.families().value(0) != fixed) {
+    if (!fixed.isEmpty() && even.families().value(0) != fixed) {
         even.setFamilies(QStringList{fixed} + even.families());
         setFont(even);
     }

@@ -103,6 +103,15 @@ void frmNotePadManager::translateHeadings()
     }
 }
 
+/// Until the operator chooses widths, identifier and time are seen whole.
+void frmNotePadManager::widenColumns()
+{
+    int column = 0;
+    for (const int characters : {21, 18, 21, 14, 20, 24, 20, 11, 20}) {
+        m_ui->DataGrid1->setColumnWidth(column++, characters * fontMetrics().horizontalAdvance(u'0'));
+    }
+}
+
 NoteConditions frmNotePadManager::conditions() const
 {
     return {.fixedCustomer = m_fixedCustomer,
@@ -129,6 +138,7 @@ void frmNotePadManager::ShowResult()
         if (m_ui->DataGrid1->model() == nullptr) {
             translateHeadings();
             appearance::ConnectDatabase(m_context.forms.log, m_result, *m_ui->DataGrid1);
+            widenColumns();
             m_ui->DataGrid1->remember(m_context.forms.services.windows, u"frmNotePadManager.DataGrid1"_s);
         }
         m_ui->DataGrid1->scrollToTop();

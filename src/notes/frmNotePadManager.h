@@ -42,6 +42,7 @@ private:
     void fillIfResolved();
     void setUpGrid();
     void translateHeadings();
+    void widenColumns();
     NoteConditions conditions() const;
     bool GetRecordSet(const QString &select);
     void showTotal();
