@@ -78,6 +78,25 @@ void makeCustomers(const QString &path, int customers)
                   "'Prefers calls in the morning', 'China', 0, '1' from counted"_s);
 }
 
+void addCallNotes(const QString &path, int calls)
+{
+    const QString call = u"printf('Call2005%010d', i)"_s;
+    const QString fill =
+        counting(calls) + u"insert into callinfo select "_s + call +
+        u", printf('Harbour Trading %08d', case i % 20 when 0 then 1 else 2 + i * 7919 % 4000 end), "
+        "datetime('2005-01-01 08:00:00', i || ' minutes'), 'Consultant ' || (i % 40), "
+        "'Asked for the delivery of order ' || i || ' and for the papers that go with it' from counted; "_s +
+        counting(calls * 2) +
+        u"insert into customerrequest select printf('Call2005%010d', (i + 1) / 2), "
+        "'Where does delivery ' || i || ' stand, and when will the rest of the goods be sent?', "
+        "'It left the harbour on Monday and will be there by Friday at noon', i % 3 = 0, "
+        "'Wants to be called back by ' || (i % 40) from counted"_s;
+    const Connection connection = openPlain(path);
+    if (sqlite3_exec(connection.get(), fill.toUtf8().constData(), nullptr, nullptr, nullptr) != SQLITE_OK) {
+        throw std::runtime_error(sqlite3_errmsg(connection.get()));
+    }
+}
+
 QString mobileNumber(int sn)
 {
     return QString::number(13000000000 + sn * Q_INT64_C(48271) % 6999999937);

@@ -17,20 +17,32 @@ namespace {
 
 constexpr int screenMargin = 16;
 
-/// The text in lines that a box lays out in time: a long one is shown in pieces, none of it is left out.
-QString shownLines(const QString &text)
+/// The beginning of `text` that is shown as one line; its line end is the character behind it.
+QStringView nextLine(QStringView text, bool breaksLines)
 {
     constexpr qsizetype pieceLength = 1000;
+    const qsizetype lineEnd = breaksLines ? text.indexOf(u'\n') : -1;
+    qsizetype length = std::min(lineEnd < 0 ? text.size() : lineEnd, pieceLength);
+    if (length < text.size() && text[length].isLowSurrogate()) {
+        --length;
+    }
+    return text.first(length);
+}
+
+/// The text in lines that a box lays out in time: a long one is shown in pieces, and very many of them run on
+/// without breaks; none of it is left out.
+QString shownLines(QStringView text)
+{
+    constexpr qsizetype mostLines = 2000;
     QStringList shown;
-    const QStringList lines = text.split(u'\n');
-    for (const QString &line : lines) {
-        QStringView rest = QStringView(line).chopped(line.endsWith(u'\r') ? 1 : 0);
-        do {
-            qsizetype length = std::min(rest.size(), pieceLength);
-            length -= length < rest.size() && rest[length].isLowSurrogate() ? 1 : 0;
-            shown.append(core::shownText(rest.first(length), pieceLength));
-            rest = rest.sliced(length);
-        } while (!rest.isEmpty());
+    while (!text.isEmpty()) {
+        const bool breaksLines = shown.size() < mostLines;
+        const QStringView line = nextLine(text, breaksLines);
+        text = text.sliced(line.size());
+        if (breaksLines && text.startsWith(u'\n')) {
+            text = text.sliced(1);
+        }
+        shown.append(core::shownText(line.chopped(line.endsWith(u'\r') ? 1 : 0), line.size()));
     }
     return shown.join(u'\n');
 }

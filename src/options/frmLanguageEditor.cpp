@@ -38,8 +38,7 @@ frmLanguageEditor::~frmLanguageEditor()
 void frmLanguageEditor::connectButtons()
 {
     connect(m_ui->cmdSearch, &QPushButton::clicked, this, &frmLanguageEditor::search);
-    connect(m_ui->cmdRefresh, &QPushButton::clicked, this,
-            [this] { showRows(Data1.refresh(), m_context.texts.Lms(u"LanguageFileUnreadable"_s)); });
+    connect(m_ui->cmdRefresh, &QPushButton::clicked, this, &frmLanguageEditor::refresh);
     connect(m_ui->cmdReturn, &QPushButton::clicked, this, &frmLanguageEditor::saveAndClose);
     const auto *helpKey = new QShortcut(QKeySequence::HelpContents, this);
     connect(helpKey, &QShortcut::activated, this,
@@ -54,6 +53,7 @@ void frmLanguageEditor::loadGrid()
     Data1.setHeading(u"UserLanguage"_s, m_context.texts.Lms(u"LanguageEditorOwn"_s));
     Data1.setHeading(u"english"_s, m_context.texts.Lms(u"LanguageEditorEnglish"_s));
     m_ui->DBGrid1->setModel(&Data1);
+    m_ui->DBGrid1->horizontalHeader()->setDefaultAlignment(Qt::AlignLeading | Qt::AlignVCenter);
     m_ui->DBGrid1->setHint(m_context.texts.Lms(u"LanguageEditorHint"_s));
     connect(m_ui->DBGrid1, &appearance::RecordGrid::recordActivated, this,
             [this] { m_ui->DBGrid1->edit(m_ui->DBGrid1->currentIndex()); });
@@ -76,6 +76,16 @@ void frmLanguageEditor::loadRows()
     showRows(read, m_context.texts.Lms(u"LanguageFileUnreadable"_s));
 }
 
+// The file may have been put right since it could not be read.
+void frmLanguageEditor::refresh()
+{
+    if (Data1.recordSource().isEmpty()) {
+        loadRows();
+    } else {
+        showRows(Data1.refresh(), m_context.texts.Lms(u"LanguageFileUnreadable"_s));
+    }
+}
+
 void frmLanguageEditor::search()
 {
     const QString rows = languageRows(m_ui->txtCondition->text());
@@ -94,12 +104,9 @@ void frmLanguageEditor::showRows(bool read, const QString &failure)
 
 void frmLanguageEditor::SetGrid()
 {
-    if (const int columns = Data1.columnCount(); columns > 0) {
-        m_ui->DBGrid1->horizontalHeader()->setDefaultSectionSize(m_ui->DBGrid1->viewport()->width() /
-                                                                 columns);
-        for (int column = 0; column < columns; ++column) {
-            m_ui->DBGrid1->setColumnWidth(column, m_ui->DBGrid1->viewport()->width() / columns);
-        }
+    const int columns = Data1.columnCount();
+    for (int column = 0; column < columns; ++column) {
+        m_ui->DBGrid1->setColumnWidth(column, m_ui->DBGrid1->viewport()->width() / columns);
     }
 }
 

@@ -82,8 +82,15 @@ qint64 Database::Execute(const QString &sql, const QVariantList &bound)
 
 void Database::forEachRow(const QString &select, const std::function<void(const Row &)> &visit)
 {
+    forEachBoundRow(select, {}, visit);
+}
+
+void Database::forEachBoundRow(const QString &select, const QVariantList &bound,
+                               const std::function<void(const Row &)> &visit)
+{
     const std::optional<TableSelect> table = asTableSelect(select);
     Statement statement = m_handle->prepare(table ? table->inOrder() : select);
+    statement.bind(bound);
     const Row row(statement.raw());
     while (statement.step()) {
         visit(row);

@@ -73,6 +73,9 @@ public:
     /// Calls `visit` for each row of a select, in order, without keeping any. The fastest way to read a whole
     /// table. Throws core::Error also when the reading breaks off at a damaged page.
     void forEachRow(const QString &select, const std::function<void(const Row &)> &visit);
+    /// The same with values for the marks in the select.
+    void forEachBoundRow(const QString &select, const QVariantList &bound,
+                         const std::function<void(const Row &)> &visit);
     /// The same for the named columns of a whole table.
     void forEachRow(const QString &table, const QStringList &columns,
                     const std::function<void(const Row &)> &visit);

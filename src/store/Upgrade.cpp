@@ -36,6 +36,24 @@ void createCallNoteTables(Database &database)
     });
 }
 
+/// What the searches and reports of call notes go through. The names in a call's row stand beside its key, so
+/// that most conditions are answered without reading the row.
+void indexCallNotes(Database &database)
+{
+    QStringList there;
+    database.forEachRow(u"select name from sqlite_schema where type='index'"_s,
+                        [&](const Row &row) { there.append(row.text(0)); });
+    const std::pair<QString, QString> indexes[] = {
+        {u"CallInfo_CustomerName"_s,
+         u"create index CustomerName on CallInfo (CustomerName,CallID,DateAndTime,Consultant)"_s},
+        {u"CustomerRequest_CallID"_s, u"create index CallID on CustomerRequest (CallID)"_s}};
+    for (const auto &[name, statement] : indexes) {
+        if (!there.contains(name)) { // a file that may only be read is not written without need
+            database.Execute(statement);
+        }
+    }
+}
+
 } // namespace
 
 bool UpdateDatabase_Customer_0606191111(core::RunLog &log, const core::Paths &paths)
@@ -43,8 +61,13 @@ bool UpdateDatabase_Customer_0606191111(core::RunLog &log, const core::Paths &pa
     log.trap("UpdateDatabase_Customer_0606191111"_L1, [&] {
         Database database = openCustomers(paths);
         const QStringList tables = database.tableNames();
-        if (!tables.contains(u"CallInfo"_s) && !tables.contains(u"CustomerRequest"_s)) {
+        const bool calls = tables.contains(u"CallInfo"_s);
+        const bool requests = tables.contains(u"CustomerRequest"_s);
+        if (!calls && !requests) {
             createCallNoteTables(database);
+        }
+        if (calls == requests) {
+            indexCallNotes(database);
         }
     });
     return true;

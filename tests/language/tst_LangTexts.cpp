@@ -80,7 +80,7 @@ QString mnemonicOf(const QString &text)
 struct Caption
 {
     QString key;
-    QString page;  // the pages of tabs in which it stands: "/2/1"
+    QString page;  // the pages of tabs in which it stands: "2/5/"
     bool pressed;  // its control takes a mnemonic
     QString label; // a label takes one only when it has a buddy
 };
@@ -112,7 +112,7 @@ private:
         const QString name = m_xml.attributes().value(u"name"_s).toString();
         if (element == u"widget"_s || element == u"action"_s) {
             place.pageAround = place.page;
-            place.page += place.widget == u"QTabWidget"_s ? u'/' + QString::number(++m_pages) : QString();
+            place.page += place.widget == u"QTabWidget"_s ? QString::number(++m_pages) + u'/' : QString();
             place.widget =
                 element == u"action"_s ? u"QAction"_s : m_xml.attributes().value(u"class"_s).toString();
             place.name = name;
@@ -155,6 +155,26 @@ private:
     QSet<QString> m_buddied;
     int m_pages = 0;
 };
+
+/// The pairs of captions that one letter presses.
+QStringList clashesIn(const QString &xml, const QHash<QString, QString> &texts, const QString &where)
+{
+    QStringList clashes;
+    QMultiHash<QString, Caption> pressed;
+    for (const Caption &caption : Form(xml).captions) {
+        const QString letter = mnemonicOf(texts.value(caption.key.toUpper()));
+        if (!caption.pressed || letter.isEmpty()) {
+            continue;
+        }
+        for (const Caption &other : pressed.values(letter)) {
+            if (caption.page.startsWith(other.page) || other.page.startsWith(caption.page)) {
+                clashes.append(u"%1: %2 and %3"_s.arg(where, other.key, caption.key));
+            }
+        }
+        pressed.insert(letter, caption);
+    }
+    return clashes;
+}
 
 QStringList formTexts(const QString &xml)
 {
@@ -225,6 +245,15 @@ class tst_LangTexts : public QObject
                 keys.insert(key.toUpper());
             }
         }
+        for (const QString &source : m_sources) { // a key that is joined of two words, as a column's name
+            for (const QString &joined : matches(source.toUpper(), u"\"(\\w+)\"_S \\+ \\w"_s)) {
+                for (const QString &key : m_areas.keys()) {
+                    if (key.startsWith(joined) && keys.contains(key.sliced(joined.size()))) {
+                        keys.insert(key);
+                    }
+                }
+            }
+        }
         return keys;
     }
 
@@ -279,12 +308,6 @@ private Q_SLOTS:
 
     void everyRowIsLookedUpSomewhere()
     {
-        for (const QString &area : m_areas) {
-            const QString folder = u"src/"_s + area.chopped(4);
-            if (QFile::exists(root + folder) && textsBelow(folder, {u"*.ui"_s}).isEmpty()) {
-                QSKIP("The rows of windows that are yet to be built cannot be judged.");
-            }
-        }
         QStringList unused = m_areas.keys();
         const QSet<QString> used = keysInUse();
         unused.removeIf([&](const QString &key) { return used.contains(key); });
@@ -293,23 +316,13 @@ private Q_SLOTS:
 
     void noLetterPressesTwoControlsThatAreSeenTogether()
     {
+        QStringList clashes;
         for (const QString &code : m_texts.keys()) {
             for (auto form = m_forms.begin(); form != m_forms.end(); ++form) {
-                QMultiHash<QString, Caption> pressed;
-                for (const Caption &caption : Form(*form).captions) {
-                    const QString letter = mnemonicOf(m_texts.value(code).value(caption.key.toUpper()));
-                    if (!caption.pressed || letter.isEmpty()) {
-                        continue;
-                    }
-                    for (const Caption &other : pressed.values(letter)) {
-                        QVERIFY2(
-                            !caption.page.startsWith(other.page) && !other.page.startsWith(caption.page),
-                            qPrintable(u"%1 %2: %3 and %4"_s.arg(code, form.key(), caption.key, other.key)));
-                    }
-                    pressed.insert(letter, caption);
-                }
+                clashes += clashesIn(*form, m_texts.value(code), code + u' ' + form.key());
             }
         }
+        QVERIFY2(clashes.isEmpty(), qPrintable(clashes.join(u", "_s)));
     }
 
     void everyHelpPageIsThereInEachLanguage()

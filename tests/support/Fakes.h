@@ -2,6 +2,7 @@
 
 #include "core/Clock.h"
 #include "core/Navigator.h"
+#include "core/Printer.h"
 #include "core/Prompts.h"
 #include "core/Server.h"
 #include "core/Shell.h"
@@ -114,6 +115,14 @@ class FakeServer : public core::Server
 public:
     QStringList sent;
     void SendServer(const QString &text) override { sent.append(text); }
+};
+
+/// Keeps what was printed.
+class FakePrinter : public core::Printer
+{
+public:
+    QList<core::PrintedReport> printed;
+    void print(const core::PrintedReport &report) override { printed.append(report); }
 };
 
 /// Records which windows were asked for; shows none.

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "core/Printer.h"
+
+namespace core {
+
+/// The toolkit's print preview, which knows all printers of the system.
+class QtPrinter : public Printer
+{
+public:
+    void print(const PrintedReport &report) override;
+};
+
+} // namespace core

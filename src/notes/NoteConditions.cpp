@@ -1,0 +1,55 @@
+#include "notes/NoteConditions.h"
+
+#include "notes/NoteStatements.h"
+
+using namespace Qt::StringLiterals;
+
+namespace notes {
+
+namespace {
+
+QString like(QLatin1StringView column, const QString &text)
+{
+    const QString wanted = text.trimmed();
+    return wanted.isEmpty() ? QString() : u" and "_s + column + u" like '%"_s + quoted(wanted) + u"%'"_s;
+}
+
+QString moment(const QDateTime &time)
+{
+    return time.toString(u"yyyy-MM-dd hh:mm:ss"_s);
+}
+
+QString resolved(int place)
+{
+    return place == 1   ? u" and [IfResolved] = True"_s
+           : place == 2 ? u" and [IfResolved] = False"_s
+                        : QString();
+}
+
+QString joined(const NoteConditions &asked)
+{
+    return u"select CustomerRequest.[CallID],CallInfo.[CustomerName],CallInfo.[DateAndTime],"
+           "CallInfo.[Consultant],CallInfo.[CallContent],CustomerRequest.[Request],CustomerRequest.[Response]"
+           ","
+           "CustomerRequest.[IfResolved],CustomerRequest.[Note] from CustomerRequest,CallInfo"
+           " where CallInfo.CallID = CustomerRequest.CallID"_s +
+           (asked.fixedCustomer.isEmpty()
+                ? QString()
+                : u" and [CustomerName]='"_s + quoted(asked.fixedCustomer) + u'\'') +
+           like("CustomerRequest.[CallID]"_L1, asked.callId) + like("[CustomerName]"_L1, asked.customerName) +
+           like("[Consultant]"_L1, asked.consultant) + u" and [DateAndTime]>='"_s + moment(asked.start) +
+           u"' and [DateAndTime]<='"_s + moment(asked.end) + u'\'' + like("[CallContent]"_L1, asked.content) +
+           like("[Request]"_L1, asked.request) + like("[Response]"_L1, asked.response) +
+           like("[Note]"_L1, asked.note) + resolved(asked.ifResolved) +
+           u" order by CallInfo.[CustomerName],CustomerRequest.[CallID],CallInfo.[DateAndTime],"
+           "CustomerRequest.[IfResolved]"_s;
+}
+
+} // namespace
+
+QString MakeCondition(core::RunLog &log, const NoteConditions &conditions)
+{
+    return log.trap("frmNotePadManager_Load"_L1, QString(), [&] { return joined(conditions); });
+}
+
+} // namespace notes

@@ -1,0 +1,133 @@
+#include "notes/NoteReport.h"
+
+#include "notes/NoteStatements.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace notes {
+
+namespace {
+
+constexpr qint32 fieldWidth = 20;
+constexpr qint32 headingWidth = 30;
+constexpr int ruleWidth = 115;
+const auto lineEnd = u"\r\n"_s;
+
+constexpr std::array<QLatin1StringView, 8> fields = {"callid"_L1,      "CustomerName"_L1, "Consultant"_L1,
+                                                     "dateandtime"_L1, "ifresolved"_L1,   "request"_L1,
+                                                     "response"_L1,    "note"_L1};
+
+int columnOf(const QStringList &names, QLatin1StringView field)
+{
+    const auto found = std::ranges::find_if(
+        names, [&](const QString &name) { return name.compare(field, Qt::CaseInsensitive) == 0; });
+    if (found == names.end()) {
+        throw core::Error(0, u"no such field: "_s + field);
+    }
+    return static_cast<int>(found - names.begin());
+}
+
+} // namespace
+
+ReportLines::ReportLines(core::RunLog &log) : m_log(log)
+{
+    m_requestHeading = Pad(u"< Request  >"_s, headingWidth);
+    m_noteHeading = Pad(u"< Note     >"_s, headingWidth);
+    const QString response = Pad(u"< Response >"_s, headingWidth) + Pad(u"Been Resolved :"_s, fieldWidth);
+    m_responseHeadings = {response + Pad(u"No"_s, fieldWidth), response + Pad(u"Yes"_s, fieldWidth)};
+}
+
+QString ReportLines::Pad(const QString &text, qint32 width) const
+{
+    return store::FillString(m_log, text, true, width, u" "_s);
+}
+
+void ReportLines::line(const QString &text)
+{
+    m_text += text;
+    m_text += lineEnd;
+}
+
+void ReportLines::append(const Entry &entry, const QString &content)
+{
+    if (m_customerName != entry.customerName) {
+        const QString rule(ruleWidth, u'*');
+        line(rule);
+        line(Pad(u"CustomerName:"_s, fieldWidth) + Pad(entry.customerName, fieldWidth));
+        line(rule);
+    }
+    if (beginsCall(entry)) {
+        appendCall(entry, content);
+    }
+    line(m_requestHeading);
+    line(entry.request);
+    line(m_responseHeadings[entry.ifResolved ? 1 : 0]);
+    line(entry.response);
+    line(m_noteHeading);
+    line(entry.note);
+    m_customerName = entry.customerName;
+    m_callId = entry.callId;
+}
+
+void ReportLines::appendCall(const Entry &entry, const QString &content)
+{
+    const QString rule(ruleWidth, u'-');
+    line(rule);
+    line(Pad(u"CallID:"_s, fieldWidth) + Pad(entry.callId, fieldWidth) + Pad(u"Date/Time:"_s, fieldWidth) +
+         Pad(entry.dateAndTime, fieldWidth));
+    line(Pad(u"Consultant:"_s, fieldWidth) + Pad(entry.consultant, fieldWidth));
+    line(Pad(u"Content:"_s, fieldWidth));
+    line(content);
+    line(rule);
+}
+
+NoteReport::NoteReport(core::RunLog &log, const QString &customerFile, const QString &select,
+                       const std::optional<QString> &customer)
+    : m_log(log), m_lines(log)
+{
+    m_failed = !store::ConnectDatabase(log, m_connection, customerFile) ||
+               !log.trap("GetExportContent"_L1, [&] { open(select, customer); });
+}
+
+void NoteReport::open(const QString &select, const std::optional<QString> &customer)
+{
+    const store::JoinSelect apart = store::takeApart(select, noteTables());
+    for (size_t i = 0; i < fields.size(); ++i) {
+        m_columns[i] = columnOf(apart.names, fields[i]);
+    }
+    m_reading.emplace(m_connection.database(), apart, store::JoinReading::Columns::Given, customer);
+}
+
+bool NoteReport::GetExportContent()
+{
+    bool more = false;
+    const bool read = m_failed || m_log.trap("GetExportContent"_L1, [&] {
+        more = m_reading->readOn([this](const store::Row &row) { append(row); });
+    });
+    m_failed = m_failed || !read;
+    if (!more) {
+        m_connection.close();
+    }
+    return more;
+}
+
+void NoteReport::append(const store::Row &row)
+{
+    const auto text = [&](size_t field) { return row.text(m_columns[field]); };
+    const ReportLines::Entry entry{text(0), text(1), text(2), text(3), row.integer(m_columns[4]) != 0,
+                                   text(5), text(6), text(7)};
+    m_lines.append(entry, m_lines.beginsCall(entry) ? content(entry.callId) : QString());
+}
+
+QString NoteReport::content(const QString &callId)
+{
+    constexpr int callContent = 4; // the order of the table's columns is part of the format
+    QString content;
+    m_connection.database().forEachRow(contentQuery(callId),
+                                       [&](const store::Row &row) { content = row.text(callContent); });
+    return content;
+}
+
+} // namespace notes

@@ -1,0 +1,57 @@
+#include "notes/NoteWindows.h"
+
+#include "notes/frmNotePad.h"
+#include "notes/frmNotePadManager.h"
+
+using namespace Qt::StringLiterals;
+
+namespace notes {
+
+NoteWindows::~NoteWindows()
+{
+    delete m_notePad;
+    delete m_manager;
+}
+
+bool NoteWindows::ShowNotePad(const QString &customerName, int page)
+{
+    return m_context.forms.log.trap("ShowNotePad"_L1, false, [&] {
+        if (m_context.values.NotePadOpen && m_notePad != nullptr) {
+            if (!m_notePad->close()) {
+                m_notePad->activateWindow();
+                return false;
+            }
+            delete m_notePad; // at once, so that the old one's end does not clear the new one's flag
+        }
+        m_notePad = new frmNotePad(m_context);
+        m_notePad->begin(customerName.trimmed(), page);
+        m_notePad->show();
+        m_notePad->activateWindow();
+        return true;
+    });
+}
+
+void NoteWindows::showManager()
+{
+    if (m_manager == nullptr) {
+        m_manager = new frmNotePadManager(m_context, {});
+        QObject::connect(m_manager, &frmNotePadManager::addNoteRequested, m_manager,
+                         [this](const QString &customerName) { ShowNotePad(customerName, 1); });
+    }
+    m_manager->show();
+    m_manager->raise();
+    m_manager->activateWindow();
+}
+
+bool NoteWindows::RefreshNotePad(const QString &oldName, const QString &newName)
+{
+    CallNotes notes(m_context.forms.log, m_context.forms.paths, m_context.forms.prompts,
+                    m_context.forms.texts);
+    const bool renamed = notes.RefreshNotePad(oldName, newName);
+    if (renamed && oldName != newName && m_notePad != nullptr) {
+        m_notePad->followName(oldName, newName);
+    }
+    return renamed;
+}
+
+} // namespace notes

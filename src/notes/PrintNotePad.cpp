@@ -1,0 +1,18 @@
+#include "notes/PrintNotePad.h"
+
+using namespace Qt::StringLiterals;
+
+namespace notes {
+
+void PrintNotePad(core::RunLog &log, core::Printer &printer, const core::TextLookup &texts,
+                  const language::LanguageState &language, const QString &report)
+{
+    log.trap("PrintNotePad"_L1, [&] {
+        if (!report.isEmpty()) {
+            printer.print({texts.Lms(u"438"_s), report, language::fontFamilies(language.font),
+                           language::layoutDirection(language.code) == Qt::RightToLeft});
+        }
+    });
+}
+
+} // namespace notes

@@ -1,0 +1,170 @@
+#include "notes/frmNotePad.h"
+
+#include "appearance/ThemedIcons.h"
+#include "notes/ExportText.h"
+#include "notes/PrintNotePad.h"
+#include "notes/ReportRun.h"
+#include "ui_frmNotePad.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+
+using namespace Qt::StringLiterals;
+
+namespace notes {
+
+frmNotePad::frmNotePad(const NoteContext &context)
+    : m_context(context),
+      m_notes(context.forms.log, context.forms.paths, context.forms.prompts, context.forms.texts),
+      m_ui(std::make_unique<Ui::frmNotePad>()), m_setup(context.forms.services)
+{
+    m_ui->setupUi(this);
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowIcon(appearance::programIcon());
+    m_setup.load(*this);
+    connectButtons();
+    m_context.values.NotePadOpen = true;
+}
+
+frmNotePad::~frmNotePad()
+{
+    m_context.values.NotePadOpen = false;
+    m_setup.unload();
+}
+
+void frmNotePad::connectButtons()
+{
+    connect(m_ui->cmdSave, &QPushButton::clicked, this, &frmNotePad::save);
+    connect(m_ui->cmdRefreshReport, &QPushButton::clicked, this, &frmNotePad::refreshReport);
+    connect(m_ui->cmdPrint, &QPushButton::clicked, this, &frmNotePad::print);
+    connect(m_ui->cmdExport, &QPushButton::clicked, this, [this] {
+        const appearance::FormContext &forms = m_context.forms;
+        ExportText(forms.log, forms.paths, forms.prompts, forms.shell, forms.texts,
+                   m_ui->txtReport->report());
+    });
+    for (QPushButton *button : {m_ui->cmdClose, m_ui->Command1}) {
+        connect(button, &QPushButton::clicked, this, &QWidget::close);
+    }
+}
+
+void frmNotePad::begin(const QString &customerName, int page)
+{
+    const QDateTime now = m_context.forms.clock.now();
+    m_ui->txtCustomerName->setText(customerName);
+    m_ui->dtpDate->setDate(now.date());
+    m_ui->dtpTime->setTime(now.time());
+    m_ui->txtCallID->setText(newCallId(now));
+    m_ui->SSTab1->setCurrentIndex(page);
+    (page == 0                ? static_cast<QWidget *>(m_ui->txtReport)
+     : customerName.isEmpty() ? m_ui->txtCustomerName
+                              : m_ui->txtConsultant)
+        ->setFocus();
+    if (!customerName.isEmpty()) {
+        refreshReport();
+    }
+}
+
+void frmNotePad::followName(const QString &oldName, const QString &newName)
+{
+    if (m_ui->txtCustomerName->text().trimmed() == oldName) {
+        m_ui->txtCustomerName->setText(newName);
+        refreshReport();
+    }
+}
+
+NoteEntry frmNotePad::entry() const
+{
+    const auto text = [](const QPlainTextEdit *box) { return box->toPlainText().trimmed(); };
+    return {.callId = m_ui->txtCallID->text().trimmed(),
+            .customerName = m_ui->txtCustomerName->text().trimmed(),
+            .dateAndTime = QDateTime(m_ui->dtpDate->date(), m_ui->dtpTime->time(), Qt::UTC),
+            .consultant = m_ui->txtConsultant->text().trimmed(),
+            .content = text(m_ui->txtContent),
+            .request = text(m_ui->txtRequest),
+            .response = text(m_ui->txtResponse),
+            .note = text(m_ui->txtNote),
+            .ifResolved = m_ui->chkIfResolved->isChecked() ? 1 : 0};
+}
+
+bool frmNotePad::save()
+{
+    m_ui->SSTab1->setCurrentWidget(m_ui->pageEntry);
+    const NoteEntry toSave = entry();
+    const bool saved = m_notes.CheckValues(toSave) && m_notes.save(toSave);
+    if (saved) {
+        clearEntry();
+    }
+    return saved;
+}
+
+/// Ready for the next entry of the same call.
+void frmNotePad::clearEntry()
+{
+    for (QPlainTextEdit *box : {m_ui->txtRequest, m_ui->txtResponse, m_ui->txtNote}) {
+        box->clear();
+    }
+    m_ui->chkIfResolved->setChecked(false);
+    m_ui->txtContent->document()->setModified(false);
+    m_ui->txtRequest->setFocus();
+}
+
+bool frmNotePad::isUnsaved() const
+{
+    const NoteEntry typed = entry();
+    return !(typed.request + typed.response + typed.note).isEmpty() ||
+           (m_ui->txtContent->document()->isModified() && !typed.content.isEmpty());
+}
+
+void frmNotePad::readReport(const std::function<void(const QString &)> &use)
+{
+    const QString name = m_ui->txtCustomerName->text().trimmed();
+    auto *run = new ReportRun(m_context.forms.log, m_context.forms.paths.CustomerFile, noteQuery(name), name,
+                              this); // deletes itself at its end
+    connect(run, &ReportRun::finished, this, use);
+}
+
+void frmNotePad::refreshReport()
+{
+    readReport([this](const QString &report) {
+        m_ui->txtReport->setHint(m_context.forms.texts.Lms(u"NoNotesOfCustomer"_s));
+        m_ui->txtReport->setReport(report);
+    });
+}
+
+void frmNotePad::print()
+{
+    readReport([this](const QString &report) {
+        PrintNotePad(m_context.forms.log, m_context.printer, m_context.forms.texts, m_context.language,
+                     report);
+    });
+}
+
+void frmNotePad::keyPressEvent(QKeyEvent *event)
+{
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (event->key() == Qt::Key_Escape) {
+        close();
+    } else if (event->matches(QKeySequence::Save) ||
+               (enter && m_ui->SSTab1->currentWidget() == m_ui->pageEntry)) {
+        save();
+    } else if (event->key() == Qt::Key_F1) {
+        m_context.forms.navigator.ShowHelp(u"Popup_Notes"_s);
+    } else {
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void frmNotePad::closeEvent(QCloseEvent *event)
+{
+    using Answer = core::Prompts::Answer;
+    const Answer answer =
+        isUnsaved() ? m_context.forms.prompts.askSave(m_context.forms.texts.Lms(u"SaveNoteFirst?"_s))
+                    : Answer::Discard;
+    const bool goes = answer == Answer::Discard || (answer == Answer::Save && save());
+    event->setAccepted(goes);
+    if (goes) {
+        m_setup.rememberGeometry(*this);
+    }
+}
+
+} // namespace notes

@@ -1,0 +1,219 @@
+#include "notes/frmNotePadManager.h"
+
+#include "appearance/ConnectDatabase.h"
+#include "appearance/ThemedIcons.h"
+#include "notes/ExportText.h"
+#include "notes/NoteStatements.h"
+#include "notes/PrintNotePad.h"
+#include "notes/ReportRun.h"
+#include "ui_frmNotePadManager.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+
+using namespace Qt::StringLiterals;
+
+namespace notes {
+
+frmNotePadManager::frmNotePadManager(const NoteContext &context, const QString &fixedCustomer)
+    : m_context(context), m_fixedCustomer(fixedCustomer), m_result(context.forms.log, "GetRecordSet"_L1),
+      m_ui(std::make_unique<Ui::frmNotePadManager>()), m_setup(context.forms.services)
+{
+    m_ui->setupUi(this);
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowIcon(appearance::programIcon());
+    m_context.forms.log.trap("frmNotePadManager_Load"_L1, [this] {
+        m_setup.load(*this);
+        setDefaultRange();
+        fillIfResolved();
+        setUpGrid();
+        connectButtons();
+        ShowResult();
+        m_ui->txtCustomerName->setFocus();
+    });
+}
+
+frmNotePadManager::~frmNotePadManager()
+{
+    m_result.clear();
+    m_connection.close();
+    m_setup.unload();
+}
+
+void frmNotePadManager::connectButtons()
+{
+    const auto onClick = [this](QPushButton *button, auto &&handler) {
+        connect(button, &QPushButton::clicked, this, handler);
+    };
+    onClick(m_ui->cmdShowResult, [this] { ShowResult(); });
+    onClick(m_ui->cmdToday, [this] {
+        const QDate today = m_context.forms.clock.now().date();
+        setRange(today, today);
+        ShowResult();
+    });
+    onClick(m_ui->cmdAllDates, [this] {
+        setRange(m_ui->dtpStartDate->minimumDate(), m_ui->dtpEndDate->maximumDate());
+        ShowResult();
+    });
+    onClick(m_ui->cmdAddNew, [this] { Q_EMIT addNoteRequested(m_ui->txtCustomerName->text().trimmed()); });
+    onClick(m_ui->cmdExport, [this] { exportResult(); });
+    onClick(m_ui->cmdPrintOut, [this] { printResult(); });
+    onClick(m_ui->cmdClose, [this] { close(); });
+}
+
+/// A fixed range: notes of later years are found once the end date is changed.
+void frmNotePadManager::setDefaultRange()
+{
+    setRange(QDate(2001, 1, 1), QDate(2009, 12, 31));
+}
+
+void frmNotePadManager::setRange(QDate first, QDate last)
+{
+    m_ui->dtpStartDate->setDate(first);
+    m_ui->dtpStartTime->setTime(QTime(0, 0, 0));
+    m_ui->dtpEndDate->setDate(last);
+    m_ui->dtpEndTime->setTime(QTime(23, 59, 59));
+}
+
+void frmNotePadManager::fillIfResolved()
+{
+    const core::TextLookup &texts = m_context.forms.texts;
+    m_ui->cmbIfResolved->addItems({u" "_s, texts.Lms(u"Yes"_s), texts.Lms(u"No"_s)});
+}
+
+void frmNotePadManager::setUpGrid()
+{
+    const core::TextLookup &texts = m_context.forms.texts;
+    appearance::RecordGrid &grid = *m_ui->DataGrid1;
+    grid.setHint(texts.Lms(u"NoNotesFound"_s));
+    m_result.setYesNo(texts.Lms(u"Yes"_s), texts.Lms(u"No"_s));
+    connect(&grid, &appearance::RecordGrid::recordActivated, this, &frmNotePadManager::openCustomer);
+    connect(&m_result, &QAbstractItemModel::rowsInserted, this, &frmNotePadManager::showTotal);
+    connect(&m_result, &store::JoinModel::completed, this, &frmNotePadManager::showTotal);
+}
+
+void frmNotePadManager::translateHeadings()
+{
+    for (int column = 0; column < m_result.columnCount(); ++column) {
+        const QString field = m_result.headerData(column, Qt::Horizontal).toString();
+        const QString heading = m_context.forms.texts.Lms(field);
+        if (!heading.isEmpty()) {
+            m_result.setHeading(field, heading);
+        }
+    }
+}
+
+NoteConditions frmNotePadManager::conditions() const
+{
+    return {.fixedCustomer = m_fixedCustomer,
+            .callId = m_ui->txtCallID->text(),
+            .customerName = m_ui->txtCustomerName->text(),
+            .consultant = m_ui->txtConsultant->text(),
+            .start = QDateTime(m_ui->dtpStartDate->date(), m_ui->dtpStartTime->time(), Qt::UTC),
+            .end = QDateTime(m_ui->dtpEndDate->date(), m_ui->dtpEndTime->time(), Qt::UTC),
+            .content = m_ui->txtContent->text(),
+            .request = m_ui->txtRequest->text(),
+            .response = m_ui->txtResponse->text(),
+            .note = m_ui->txtNote->text(),
+            .ifResolved = m_ui->cmbIfResolved->currentIndex()};
+}
+
+void frmNotePadManager::ShowResult()
+{
+    m_context.forms.log.trap("ShowResult"_L1, [this] {
+        const QString select = MakeCondition(m_context.forms.log, conditions());
+        if (select.isEmpty() || !GetRecordSet(select)) {
+            return;
+        }
+        m_select = select;
+        if (m_ui->DataGrid1->model() == nullptr) {
+            translateHeadings();
+            appearance::ConnectDatabase(m_context.forms.log, m_result, *m_ui->DataGrid1);
+            m_ui->DataGrid1->remember(m_context.forms.services.windows, u"frmNotePadManager.DataGrid1"_s);
+        }
+        m_ui->DataGrid1->scrollToTop();
+        showTotal();
+    });
+}
+
+bool frmNotePadManager::GetRecordSet(const QString &select)
+{
+    core::RunLog &log = m_context.forms.log;
+    return store::ConnectDatabase(log, m_connection, m_context.forms.paths.CustomerFile) &&
+           log.trap("GetRecordSet"_L1, [&] {
+               m_result.show(m_connection.database(), store::takeApart(select, noteTables()),
+                             m_fixedCustomer.isEmpty() ? std::nullopt : std::optional(m_fixedCustomer));
+           });
+}
+
+void frmNotePadManager::showTotal()
+{
+    const QString more = m_result.isComplete() ? QString() : u"\u2026"_s;
+    m_ui->lblTotal->setText(m_context.forms.texts.Lms(u"Totalcount"_s) + u' ' +
+                            QString::number(m_result.rowCount()) + more);
+}
+
+void frmNotePadManager::openCustomer(int row)
+{
+    const QString name = m_result.field(row, u"CustomerName"_s).toString();
+    if (!name.isEmpty()) {
+        m_context.forms.navigator.ShowCustomerByName(name);
+    }
+}
+
+/// The report of the result that is shown; both buttons wait for it.
+void frmNotePadManager::readReport(const std::function<void(const QString &)> &use)
+{
+    if (m_select.isEmpty()) {
+        return;
+    }
+    auto *run =
+        new ReportRun(m_context.forms.log, m_context.forms.paths.CustomerFile, m_select,
+                      m_fixedCustomer.isEmpty() ? std::nullopt : std::optional(m_fixedCustomer), this);
+    const auto setReady = [this](bool ready) {
+        m_ui->cmdExport->setEnabled(ready);
+        m_ui->cmdPrintOut->setEnabled(ready);
+    };
+    setReady(false);
+    connect(run, &ReportRun::finished, this, [use, setReady](const QString &report) {
+        setReady(true);
+        use(report);
+    });
+}
+
+void frmNotePadManager::exportResult()
+{
+    readReport([this](const QString &report) {
+        const appearance::FormContext &forms = m_context.forms;
+        ExportText(forms.log, forms.paths, forms.prompts, forms.shell, forms.texts, report);
+    });
+}
+
+void frmNotePadManager::printResult()
+{
+    readReport([this](const QString &report) {
+        PrintNotePad(m_context.forms.log, m_context.printer, m_context.forms.texts, m_context.language,
+                     report);
+    });
+}
+
+void frmNotePadManager::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape) {
+        close();
+    } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        ShowResult();
+    } else if (event->key() == Qt::Key_F1) {
+        m_context.forms.navigator.ShowHelp(u"Popup_Notes_Manager"_s);
+    } else {
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void frmNotePadManager::closeEvent(QCloseEvent *event)
+{
+    m_setup.rememberGeometry(*this);
+    QWidget::closeEvent(event);
+}
+
+} // namespace notes

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "notes/NoteConditions.h"
+#include "notes/NoteContext.h"
+#include "store/Connection.h"
+#include "store/JoinModel.h"
+
+#include <QWidget>
+
+#include <functional>
+#include <memory>
+
+namespace Ui {
+class frmNotePadManager;
+}
+
+namespace notes {
+
+/// Searches all call notes, and shows, prints and exports what it finds. Deletes itself when closed.
+class frmNotePadManager : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// With `fixedCustomer` every search finds the notes of that customer only.
+    frmNotePadManager(const NoteContext &context, const QString &fixedCustomer);
+    ~frmNotePadManager() override;
+
+    void ShowResult();
+
+Q_SIGNALS:
+    void addNoteRequested(const QString &customerName);
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void connectButtons();
+    void setDefaultRange();
+    void setRange(QDate first, QDate last);
+    void fillIfResolved();
+    void setUpGrid();
+    void translateHeadings();
+    NoteConditions conditions() const;
+    bool GetRecordSet(const QString &select);
+    void showTotal();
+    void openCustomer(int row);
+    void readReport(const std::function<void(const QString &)> &use);
+    void exportResult();
+    void printResult();
+
+    NoteContext m_context;
+    QString m_fixedCustomer;
+    QString m_select; ///< of the result that is shown
+    store::Connection m_connection;
+    store::JoinModel m_result;
+    std::unique_ptr<Ui::frmNotePadManager> m_ui;
+    appearance::FormSetup m_setup;
+};
+
+} // namespace notes

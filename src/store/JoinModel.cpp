@@ -1,0 +1,152 @@
+#include "store/JoinModel.h"
+
+#include "core/TextUtilities.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace store {
+
+namespace {
+
+constexpr int rowsKept = 500;     // a few screens full
+constexpr size_t firstPage = 100; // rows of a large screen
+constexpr qint64 firstPatience = 60;
+
+} // namespace
+
+JoinModel::JoinModel(core::RunLog &log, QLatin1StringView name, QObject *parent)
+    : QAbstractTableModel(parent), m_log(log), m_name(name), m_cache(rowsKept)
+{
+    connect(&m_timer, &QTimer::timeout, this, &JoinModel::readOn);
+}
+
+void JoinModel::show(Database &database, const JoinSelect &select, const std::optional<QString> &group)
+{
+    JoinReading reading(database, select, JoinReading::Columns::Keys, group);
+    std::vector<Keys> keys;
+    QElapsedTimer timer;
+    timer.start();
+    bool more = true;
+    while (more && keys.size() < firstPage && timer.elapsed() < firstPatience) {
+        more = reading.readOn([&](const Row &row) { keys.push_back({row.key(0), row.key(1)}); });
+    }
+    beginResetModel();
+    m_database = &database;
+    m_select = select;
+    m_keys = std::move(keys);
+    m_cache.clear();
+    m_reading.reset();
+    endResetModel();
+    if (more) {
+        m_reading.emplace(std::move(reading));
+        m_timer.start(0);
+    } else {
+        m_timer.stop();
+        Q_EMIT completed();
+    }
+}
+
+void JoinModel::clear()
+{
+    m_timer.stop();
+    m_reading.reset();
+    beginResetModel();
+    m_database = nullptr;
+    m_keys.clear();
+    m_cache.clear();
+    endResetModel();
+}
+
+void JoinModel::readOn()
+{
+    std::vector<Keys> found;
+    bool more = false;
+    m_log.trap(m_name, [&] {
+        more = m_reading->readOn([&](const Row &row) { found.push_back({row.key(0), row.key(1)}); });
+    });
+    if (!found.empty()) {
+        const int first = rowCount();
+        beginInsertRows({}, first, first + static_cast<int>(found.size()) - 1);
+        m_keys.insert(m_keys.end(), found.begin(), found.end());
+        endInsertRows();
+    }
+    if (!more) {
+        m_timer.stop();
+        m_reading.reset();
+        Q_EMIT completed();
+    }
+}
+
+void JoinModel::setHeading(const QString &field, const QString &heading)
+{
+    m_headings.insert(field.toLower(), heading);
+    Q_EMIT headerDataChanged(Qt::Horizontal, 0, std::max(columnCount() - 1, 0));
+}
+
+void JoinModel::setYesNo(const QString &yes, const QString &no)
+{
+    m_yes = yes;
+    m_no = no;
+}
+
+int JoinModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_keys.size());
+}
+
+int JoinModel::columnCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_select.names.size());
+}
+
+const QVariantList &JoinModel::rowAt(int row) const
+{
+    if (const QVariantList *kept = m_cache.object(row)) {
+        return *kept;
+    }
+    auto *fields = new QVariantList(m_select.names.size());
+    m_cache.insert(row, fields);
+    m_log.trap(m_name, [&] {
+        const Keys &keys = m_keys[static_cast<size_t>(row)];
+        const Recordset result = m_database->OpenRecordset(m_select.rowByKeys(), {keys.detail, keys.master});
+        for (int column = 0; column < fields->size() && !result.EOFile(); ++column) {
+            (*fields)[column] = result.value(column);
+        }
+    });
+    return *fields;
+}
+
+QVariant JoinModel::data(const QModelIndex &index, int role) const
+{
+    return index.isValid() && role == Qt::DisplayRole ? shown(rowAt(index.row()).value(index.column()))
+                                                      : QVariant();
+}
+
+/// A cell is one line; long texts are only begun.
+QString JoinModel::shown(const QVariant &value) const
+{
+    if (value.typeId() == QMetaType::Bool) {
+        return value.toBool() ? m_yes : m_no;
+    }
+    return core::shownText(value.toString());
+}
+
+QVariant JoinModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole) {
+        return {};
+    }
+    const QString name = m_select.names.value(section);
+    return m_headings.value(name.toLower(), name);
+}
+
+QVariant JoinModel::field(int row, const QString &name) const
+{
+    const auto sameName = [&](const QString &each) { return each.compare(name, Qt::CaseInsensitive) == 0; };
+    const auto found = std::ranges::find_if(m_select.names, sameName);
+    return row >= 0 && row < rowCount() ? rowAt(row).value(found - m_select.names.begin()) : QVariant();
+}
+
+} // namespace store

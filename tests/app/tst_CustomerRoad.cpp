@@ -1,0 +1,101 @@
+#include "ProgramDesk.h"
+#include "customers/FrmEditCustomer.h"
+#include "phonebook/frmChoosePhoneDatabase.h"
+
+#include <QNetworkDatagram>
+
+/// From a call to the customer's record and back: what is typed reaches the file, the unit and the next call.
+class tst_CustomerRoad : public QObject
+{
+    Q_OBJECT
+
+    static void type(const QWidget *form, const char *box, const QString &text)
+    {
+        auto *edit = form->findChild<QLineEdit *>(QLatin1String(box));
+        edit->setFocus();
+        edit->selectAll();
+        QTest::keyClicks(edit, text);
+    }
+    static void press(const QWidget *form, const char *button)
+    {
+        QTest::mouseClick(form->findChild<QAbstractButton *>(QLatin1String(button)), Qt::LeftButton);
+    }
+    static void doubleClickNewestCall(const mainwindow::FrmMain &window)
+    {
+        auto *grid = window.findChild<mainwindow::CallGridView *>(u"gridCallerId"_s);
+        const QPoint place = grid->visualRect(grid->model()->index(0, 2)).center();
+        QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, place);
+        QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, place);
+    }
+
+private Q_SLOTS:
+    void anUnknownCallerIsFiledForwardedAndPopsUpTheNextTime()
+    {
+        const QString number = u"2125550188"_s;
+        ProgramDesk desk;
+        core::SettingsRecord record;
+        record.ListUnpoppedCalls = 1;
+        desk.writeFile(desk.paths.SettingsFile, record.toBytes());
+        QUdpSocket forwarded;
+        QVERIFY(forwarded.bind(QHostAddress::LocalHost, reception::Forwarding::remotePort));
+        QVERIFY(desk.start());
+        sim::CallFields fields;
+        fields.number = number;
+        desk.send(sim::callRecord(fields, sim::CodePageChoice()));
+        QTRY_COMPARE(desk.window().calls().rowCount(), 1);
+        QCOMPARE(support::openForm<lookup::frmPopUp>(), nullptr);
+
+        doubleClickNewestCall(desk.window());
+        auto *choice = support::openForm<phonebook::frmChoosePhoneDatabase>();
+        QVERIFY(choice != nullptr);
+        press(choice, "Option2");
+        press(choice, "OKButton");
+        auto *editor = support::openForm<customers::FrmEditCustomer>();
+        QVERIFY(editor != nullptr);
+        QCOMPARE(editor->findChild<QLineEdit *>(u"txtCompanyCall"_s)->text(), number);
+        type(editor, "txtCustomerName", u"Old Mill's Cheese"_s);
+        press(editor, "Command2");
+        const QString sn = editor->findChild<QLineEdit *>(u"txtSN"_s)->text();
+        QVERIFY(sn.toInt() > 0);
+        QTRY_VERIFY(desk.unit.hasPendingDatagrams());
+        QCOMPARE(desk.unit.receiveDatagram().data(), "REFRESHCUSTOMERLIST");
+        QTRY_VERIFY(forwarded.hasPendingDatagrams());
+        const QByteArray info = forwarded.receiveDatagram().data();
+        QCOMPARE(info.size(), core::CustomerInfo::size);
+        QVERIFY(info.startsWith("Old Mill\x92s Cheese"));
+        QVERIFY(editor->close());
+
+        fields.match = sn;
+        fields.name = u"Old Mill"_s;
+        desk.send(sim::callRecord(fields, sim::CodePageChoice()));
+        QTRY_VERIFY(support::openForm<lookup::frmPopUp>() != nullptr);
+        press(support::openForm<lookup::frmPopUp>(), "Command2");
+        editor = support::openForm<customers::FrmEditCustomer>();
+        QVERIFY(editor != nullptr);
+        QCOMPARE(editor->findChild<QLineEdit *>(u"txtCustomerName"_s)->text(), u"Old Mill\u2019s Cheese"_s);
+    }
+
+    void typedTextIsNotLostByEndingTheProgram()
+    {
+        ProgramDesk desk;
+        QVERIFY(desk.start());
+        desk.program->windows().Show_Editor(u"CUSTOMER"_s, 1);
+        auto *editor = support::openForm<customers::FrmEditCustomer>();
+        QVERIFY(editor != nullptr);
+        type(editor, "txtCustomerName", u"Changed"_s);
+        desk.prompts.expect(true);
+        desk.prompts.expectSave(core::Prompts::Answer::Cancel);
+        desk.window().findChild<QAction *>(u"Command2"_s)->trigger();
+        QVERIFY(!desk.ended);
+        desk.prompts.expect(true);
+        desk.prompts.expectSave(core::Prompts::Answer::Save);
+        desk.window().findChild<QAction *>(u"Command2"_s)->trigger();
+        QVERIFY(desk.ended);
+        store::Database customers(desk.paths.CustomerFile);
+        store::Recordset rows = customers.OpenRecordset(u"select CustomerName from customer where SN = 1"_s);
+        QCOMPARE(rows.value(0).toString(), u"Changed"_s);
+    }
+};
+
+QTEST_MAIN(tst_CustomerRoad)
+#include "tst_CustomerRoad.moc"

@@ -1,0 +1,82 @@
+#include "help/HelpWindow.h"
+#include "support/TestForms.h"
+
+/// The help pages and the window that shows them.
+class tst_Help : public QObject
+{
+    Q_OBJECT
+
+    struct Desk : support::TestForms
+    {
+        help::HelpWindow window{{context(), language}};
+        QString file = QDir::toNativeSeparators(desk.paths.StartFolder + u"/Help/HelpENG.chlp"_s);
+
+        Desk() { QDir(desk.paths.StartFolder).mkdir(u"Help"_s); }
+        void makePages()
+        {
+            desk.runSql(file, u"Create Table Help (HelpID text(100), Help memo);"
+                              "create unique index HelpID on Help (HelpID);"
+                              "insert into Help values ('Popup_MainHelp', '<b>MAIN</b>');"
+                              "insert into Help values ('Popup_Messages', 'SHORT');"_s);
+        }
+        static QPlainTextEdit *txtHelp()
+        {
+            return support::openForm<help::frmHelp>()->findChild<QPlainTextEdit *>(u"txtHelp"_s);
+        }
+    };
+
+private Q_SLOTS:
+    void aPageIsFoundByItsTrimmedId_data()
+    {
+        const support::Table<QString, QString> row("helpId", "text");
+        row("known", u"Popup_MainHelp"_s, u"<b>MAIN</b>"_s);
+        row("blanks around", u" Popup_Messages "_s, u"SHORT"_s);
+        row("unknown", u"Popup_Nothing"_s, u""_s);
+    }
+    void aPageIsFoundByItsTrimmedId()
+    {
+        QFETCH(QString, helpId);
+        Desk desk;
+        desk.makePages();
+        desk.window.ShowHelp(helpId);
+        QTEST(desk.txtHelp()->toPlainText(), "text");
+        QCOMPARE(desk.desk.logMessages(), QStringList());
+    }
+
+    void aMissingOrDamagedFileShowsNoPageAndSaysWhy()
+    {
+        Desk desk;
+        desk.prompts.expect();
+        desk.window.ShowHelp(u"Popup_MainHelp"_s);
+        QCOMPARE(desk.prompts.asked, QStringList{u"Can't find Help File: "_s + desk.file});
+        desk.desk.writeFile(desk.file, "no database");
+        desk.window.ShowHelp(u"Popup_MainHelp"_s);
+        QVERIFY(desk.txtHelp()->document()->isEmpty());
+        QVERIFY(desk.desk.logMessages().last().startsWith(u"!ReadHelp "_s));
+        desk.prompts.expect();
+        desk.language.code = u"USER"_s; // has no pages, and English ones do not stand in
+        desk.window.ShowHelp(u"Popup_MainHelp"_s);
+        QVERIFY(desk.prompts.asked.last().endsWith("HelpUSER.chlp"_L1));
+    }
+
+    void oneWindowShowsAllPagesAndEscapeClosesIt()
+    {
+        Desk desk;
+        desk.makePages();
+        desk.window.ShowHelp(u"Popup_MainHelp"_s);
+        auto *form = support::openForm<help::frmHelp>();
+        form->showMinimized();
+        desk.window.ShowHelp(u"Popup_Messages"_s);
+        QCOMPARE(support::openForm<help::frmHelp>(), form);
+        QVERIFY(!form->isMinimized() && !form->isModal());
+        QCOMPARE(desk.txtHelp()->size(), form->size());
+        form->resize(500, 400);
+        QTest::keyClick(desk.txtHelp(), Qt::Key_Escape);
+        QTRY_COMPARE(desk.openForms.count(), 0);
+        desk.window.ShowHelp(u"Popup_Messages"_s);
+        QCOMPARE(support::openForm<help::frmHelp>()->size(), QSize(500, 400));
+    }
+};
+
+QTEST_MAIN(tst_Help)
+#include "tst_Help.moc"

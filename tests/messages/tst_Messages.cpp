@@ -1,0 +1,210 @@
+#include "messages/MessageWindows.h"
+#include "messages/ReceivedMessages.h"
+#include "messages/SmsRecord.h"
+#include "support/TestForms.h"
+
+/// Short messages: their record, their logs and their two windows.
+class tst_Messages : public QObject
+{
+    Q_OBJECT
+
+    struct Desk : support::TestForms
+    {
+        core::CodePage codePage{936};
+        QList<int> unread;
+        messages::MessageWindows windows{{context(), codePage, [this](int count) { unread.append(count); }}};
+        Desk() { QDir().mkpath(desk.paths.PopUserDataFolder); }
+    };
+
+    template <typename Control>
+    static Control *find(QWidget *form, const char *name)
+    {
+        return form->findChild<Control *>(QLatin1String(name));
+    }
+    static messages::frmShowSMS *card() { return support::openForm<messages::frmShowSMS>(); }
+    static QString shown() { return find<QPlainTextEdit>(card(), "txtSMS")->toPlainText(); }
+    static void press(QWidget *form, const char *button)
+    {
+        QTest::mouseClick(find<QPushButton>(form, button), Qt::LeftButton);
+    }
+
+private Q_SLOTS:
+    void fieldsAreFilledByColumnsOfTheCodePage_data()
+    {
+        const support::Table<int, QString, QString, QString> row("codePage", "sendTo", "field", "text");
+        const QString name(24, u'\u5F20');
+        row("English", 1252, u"Ann"_s, u"Ann"_s.leftJustified(50), u"call {{{back}}} at 5"_s);
+        row("too long", 1252, QString(60, u'x'), QString(50, u'x'), u""_s);
+        row("Chinese", 936, u"张三"_s, u"张三"_s + QString(46, u' '), u"请回电\r\n谢谢"_s);
+        row("full", 936, name + u"张三"_s, name + u"张"_s, u"好"_s);
+        row("never half a character", 936, u"x"_s + name + u"三"_s, u"x"_s + name + u' ', u"}}}"_s);
+        row("Arabic", 1256, u"سارة"_s, u"سارة"_s.leftJustified(50), u"اتصل بي"_s);
+    }
+    void fieldsAreFilledByColumnsOfTheCodePage()
+    {
+        QFETCH(int, codePage);
+        QFETCH(QString, sendTo);
+        QFETCH(QString, field);
+        QFETCH(QString, text);
+        const core::CodePage page(codePage);
+        const QByteArray bytes = page.encode(messages::smsRecord(sendTo, text, page));
+        QCOMPARE(bytes.first(50), QByteArray("SENDSMALLMESSAGE").leftJustified(50));
+        QCOMPARE(bytes.sliced(50, 50), page.encode(field));
+        QCOMPARE(bytes.sliced(100, 103), QByteArray(100, ' ') + "{{{");
+        QCOMPARE(messages::smsText(page.decode(bytes)), text);
+    }
+
+    void aTextThatIsTooLongIsCutAndTheSenderHearsOfIt_data()
+    {
+        const support::Table<int, QString, bool, bool, QString> row("codePage", "text", "cut", "altered",
+                                                                    "ending");
+        row("empty", 1252, u""_s, false, false, u"{{{}}}"_s);
+        row("60,000", 1252, QString(60000, u'{'), false, false, u"{}}}"_s);
+        row("the last that fits", 1252, QString(65301, u'x'), false, false, u"x}}}"_s);
+        row("one more", 1252, QString(65302, u'x'), true, false, u"x}}}"_s);
+        row("double bytes", 936, u"a"_s + QString(40000, u'\u597D'), true, false, u"好}}}"_s);
+        row("lines", 936, u"1\n2?"_s, false, false, u"1\r\n2?}}}"_s);
+        row("lacking", 936, u"سارة"_s, false, true, u"}}}"_s);
+        row("surrogates", 936, u"\U0001F600"_s.repeated(70000), true, true, u"}}}"_s);
+    }
+    void aTextThatIsTooLongIsCutAndTheSenderHearsOfIt()
+    {
+        QFETCH(int, codePage);
+        QFETCH(QString, text);
+        support::TestForms forms;
+        const core::CodePage page(codePage);
+        messages::MessageSender sender(forms.server, page, forms.desk.log);
+        const auto outcome = sender.SendSMS(u"ALL"_s, text);
+        QTEST(outcome.cut, "cut");
+        QTEST(outcome.altered, "altered");
+        QFETCH(QString, ending);
+        QVERIFY(forms.server.sent.last().endsWith(ending));
+        const qsizetype size = page.encode(forms.server.sent.last()).size();
+        QVERIFY(outcome.cut ? size > 65500 && size <= 65507 : size <= 65507);
+    }
+
+    void bothLogsTakeEachMessageInItsMonth()
+    {
+        support::TestDesk desk;
+        messages::ReceivedMessages received(desk.paths, desk.log, desk.clock);
+        const QString head = u"SENDSMALLMESSAGE"_s.leftJustified(200);
+        QVERIFY(!received.ShowSmallMessage(head));
+        for (int length = 1; length < 6; ++length) {
+            QVERIFY(!received.ShowSmallMessage(head + QString(length, u'{')));
+            QCOMPARE(desk.logMessages().size(), length);
+            QVERIFY(desk.logMessages().last().startsWith(u"!ShowSmallMessage "_s));
+        }
+        QVERIFY(received.ShowSmallMessage(head + u"{{{}}}"_s));
+        desk.clock.time = desk.clock.time.addMonths(1);
+        QVERIFY(received.ShowSmallMessage(head + u"{{{你好}}}"_s));
+        const QByteArray november("<2026-11-21 09:30:15>  \r\n\r\n\r\n");
+        const QByteArray december("<2026-12-21 09:30:15>  \r\n你好\r\n\r\n");
+        QCOMPARE(desk.fileBytes(desk.paths.SmsFile), november + december);
+        QCOMPARE(desk.fileBytes(desk.paths.SmsFolder + u"/SMS2026-11.txt"_s), november);
+        QCOMPARE(desk.fileBytes(desk.paths.SmsFolder + u"/SMS2026-12.txt"_s), december);
+        desk.paths.SmsFolder += u"/gone"_s; // the message is shown all the same
+        QVERIFY(received.ShowSmallMessage(head + u"{{{x}}}"_s));
+        QVERIFY(desk.logMessages().last().startsWith(u"!SaveTextFile "_s));
+    }
+
+    void aTypedMessageGoesToAllAndStaysInItsForm()
+    {
+        Desk desk;
+        desk.windows.showSend();
+        auto *form = support::openForm<messages::frmSendSMS>();
+        QVERIFY(QTest::qWaitForWindowActive(form));
+        auto *sendTo = find<QComboBox>(form, "txtSendTo");
+        sendTo->setFocus();
+        QTest::keyClick(sendTo, Qt::Key_Tab);
+        QCOMPARE(sendTo->currentText(), u"ALL"_s);
+        QTest::keyClicks(QApplication::focusWidget(), u"lunch at 12"_s);
+        press(form, "Command6");
+        QCOMPARE(messages::smsText(desk.server.sent.value(0)), u"lunch at 12"_s);
+        QCOMPARE(desk.server.sent.value(0).mid(50, 50), u"ALL"_s.leftJustified(50));
+        QVERIFY(find<QLabel>(form, "lblSent")->text().startsWith(u"[MessageHandedOver]ALL (09:30:15)"_s));
+        sendTo->setEditText(u"Anna"_s);
+        QTest::keyClick(form, Qt::Key_Return, Qt::ControlModifier);
+        sendTo->setFocus();
+        sendTo->lineEdit()->selectAll();
+        QTest::keyClicks(sendTo, u"Ann"_s); // not completed to the longer name
+        desk.prompts.expect();
+        find<QPlainTextEdit>(form, "txtSMS")->setPlainText(QString(70000, u'x'));
+        press(form, "Command6");
+        QCOMPARE(desk.server.sent.value(1).mid(50, 5), u"Anna "_s);
+        QCOMPARE(desk.server.sent.value(2).mid(50, 5), u"Ann  "_s);
+        QCOMPARE(desk.prompts.asked, QStringList{u"[MessageCut]"_s});
+        QCOMPARE(desk.desk.fileBytes(desk.desk.paths.PopUserDataFolder + u"/txtSendTo_ENG.txt"_s),
+                 QByteArray("ALL\r\nAnna\r\nAnn\r\n"));
+        QTest::keyClick(form, Qt::Key_F1);
+        QCOMPARE(desk.navigator.shown, QStringList{u"ShowHelp Popup_Messages"_s});
+    }
+
+    void whatWasNotSentIsThereWhenTheFormOpensAgain()
+    {
+        Desk desk;
+        for (const bool sent : {false, true}) {
+            desk.windows.showSend();
+            auto *form = support::openForm<messages::frmSendSMS>();
+            QTest::keyClicks(find<QPlainTextEdit>(form, "txtSMS"), u"x"_s);
+            sent ? press(form, "Command6") : QTest::keyClick(form, Qt::Key_Escape);
+            QCOMPARE(form->isVisible(), sent);
+            form->close();
+            QTRY_COMPARE(desk.openForms.count(), 0);
+        }
+        QCOMPARE(messages::smsText(desk.server.sent.value(0)), u"xx"_s);
+        desk.windows.showSend();
+        auto *form = support::openForm<messages::frmSendSMS>();
+        QVERIFY(find<QPlainTextEdit>(form, "txtSMS")->document()->isEmpty());
+    }
+
+    void noMessageIsLostFromViewAndNoneTakesTheKeyboard()
+    {
+        Desk desk;
+        QLineEdit typing;
+        typing.show();
+        QVERIFY(QTest::qWaitForWindowActive(&typing));
+        for (const QString &text : {u"first"_s, u"second"_s, u"<img src=x>\u202Ethird"_s}) {
+            desk.windows.showReceived(text);
+        }
+        QTRY_VERIFY(card() != nullptr);
+        QVERIFY(card()->testAttribute(Qt::WA_ShowWithoutActivating));
+        QCOMPARE(shown(), u"<img src=x> third"_s);
+        QCOMPARE(find<QLabel>(card(), "lblPlace")->text(), u"3 / 3"_s);
+        QTRY_COMPARE(desk.windows.unread(), 2); // without a window manager the card is looked at at once
+        press(card(), "cmdPrevious");
+        QCOMPARE(shown(), u"second"_s);
+        desk.windows.showReceived(QString(59999, u'w') + u"end"_s); // does not turn the page
+        QTRY_COMPARE(find<QLabel>(card(), "lblPlace")->text(), u"2 / 4"_s);
+        QCOMPARE(shown(), u"second"_s);
+        press(card(), "cmdNext");
+        press(card(), "cmdNext");
+        QVERIFY(shown().startsWith(QString(1000, u'w') + u'\n'));
+        QCOMPARE(shown().remove(u'\n'), QString(59999, u'w') + u"end"_s);
+        QVERIFY(!find<QPushButton>(card(), "cmdNext")->isEnabled());
+        press(card(), "Command1");
+        QTRY_COMPARE(desk.openForms.count(), 0);
+        QCOMPARE(desk.unread.last(), 1); // the first was never looked at
+        desk.windows.markAllSeen();
+        QCOMPARE(desk.unread.last(), 0);
+    }
+
+    void hostileTextsStayLinesThatABoxLaysOut()
+    {
+        Desk desk;
+        const QString marks = u"e"_s + QString(60000, QChar(0x0301));
+        desk.windows.showReceived(marks + u"\r\n\0\u2028"_s + QChar(0xD800));
+        QTRY_VERIFY(card() != nullptr);
+        QVERIFY(shown().size() < 1000);
+        desk.windows.showReceived(QString(60000, u'\n') + u"end"_s);
+        QTRY_VERIFY(shown().endsWith("end"_L1));
+        QVERIFY(find<QPlainTextEdit>(card(), "txtSMS")->blockCount() < 3000);
+        for (int i = 0; i < 300; ++i) {
+            desk.windows.showReceived(QString::number(i));
+        }
+        QTRY_COMPARE(shown(), u"299"_s);
+        QCOMPARE(find<QLabel>(card(), "lblPlace")->text(), u"100 / 100"_s);
+    }
+};
+
+QTEST_MAIN(tst_Messages)
+#include "tst_Messages.moc"

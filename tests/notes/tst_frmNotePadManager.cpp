@@ -1,0 +1,170 @@
+#include "NoteDesk.h"
+#include "appearance/RecordGrid.h"
+#include "notes/frmNotePad.h"
+#include "notes/frmNotePadManager.h"
+
+/// The manager of call notes, used as a person does.
+class tst_frmNotePadManager : public QObject
+{
+    Q_OBJECT
+
+    struct Desk : NoteDesk
+    {
+        Desk()
+        {
+            addCall(u"Call1"_s, u"Acme"_s, u"2005-03-01 07:59:59"_s, u"Ann"_s, u"Invoice"_s, u"Pay"_s, 1);
+            addCall(u"Call2"_s, u"Acme"_s, u"2005-03-01 08:00:00"_s, u"Bob"_s, u"Invoice"_s, u"Wait"_s, 0);
+            addCall(u"Call3"_s, u"Zeta"_s, u"2005-03-02 07:00:00"_s, u"Ann"_s, u"Order"_s, u"Ship"_s, 0);
+            addCall(u"Call4"_s, u"Acme"_s, u"2026-11-21 09:00:00"_s, u"Ann"_s, u"New"_s, u"Ask"_s, 0);
+        }
+        QWidget *open()
+        {
+            windowsOfNotes.showManager();
+            return support::openForm<notes::frmNotePadManager>();
+        }
+    };
+    static QString found(QWidget *form)
+    {
+        const QAbstractItemModel *model = control<appearance::RecordGrid>(form, "DataGrid1")->model();
+        QStringList ids;
+        for (int row = 0; row < model->rowCount(); ++row) {
+            ids.append(model->index(row, 0).data().toString().last(1));
+        }
+        return ids.join(QString());
+    }
+
+private Q_SLOTS:
+    void eachConditionNarrowsTheResult_data()
+    {
+        const support::Table<QByteArray, QString, QString> row("control", "typed", "found");
+        row("call", "txtCallID", u"call2"_s, u"2"_s);
+        row("customer", "txtCustomerName", u" zet "_s, u"3"_s);
+        row("consultant", "txtConsultant", u"ann"_s, u"13"_s);
+        row("content", "txtContent", u"INVOICE"_s, u"12"_s);
+        row("request", "txtRequest", u"ai"_s, u"2"_s);
+        row("response", "txtResponse", u"by Bob"_s, u"2"_s);
+        row("note", "txtNote", u"call_"_s, u"123"_s);
+        row("a quote", "txtNote", u"can't"_s, QString());
+    }
+    void eachConditionNarrowsTheResult()
+    {
+        QFETCH(QByteArray, control);
+        QFETCH(QString, typed);
+        QFETCH(QString, found);
+        Desk desk;
+        QWidget *form = desk.open();
+        QCOMPARE(this->found(form), u"123"_s);
+        type(form, control.constData(), typed);
+        QTest::keyClick(form->focusWidget(), Qt::Key_Return);
+        QCOMPARE(this->found(form), found);
+        QCOMPARE(desk.desk.logMessages(), QStringList());
+    }
+
+    void datesTimesAndTheResolvedMarkNarrowTheResult()
+    {
+        Desk desk;
+        QWidget *form = desk.open();
+        auto *resolved = control<QComboBox>(form, "cmbIfResolved");
+        for (const auto &[place, ids] : {std::pair(1, u"1"_s), {2, u"23"_s}, {0, u"123"_s}}) {
+            resolved->setCurrentIndex(place);
+            click(form, "cmdShowResult");
+            QCOMPARE(found(form), ids);
+        }
+        control<QDateEdit>(form, "dtpStartDate")->setDate({2005, 3, 1});
+        control<QTimeEdit>(form, "dtpStartTime")->setTime({8, 0});
+        click(form, "cmdShowResult");
+        QCOMPARE(found(form), u"23"_s);
+        click(form, "cmdToday");
+        QCOMPARE(found(form), u"4"_s);
+        click(form, "cmdAllDates");
+        QCOMPARE(found(form), u"1243"_s);
+    }
+
+    void theGridIsTranslatedAndOpensTheCustomer()
+    {
+        Desk desk;
+        QWidget *form = desk.open();
+        auto *grid = control<appearance::RecordGrid>(form, "DataGrid1");
+        QStringList cells;
+        for (int column = 0; column < grid->model()->columnCount(); ++column) {
+            cells.append(grid->model()->headerData(column, Qt::Horizontal).toString() +
+                         grid->model()->index(0, column).data().toString());
+        }
+        QCOMPARE(
+            cells.join(u' '),
+            u"[CallID]Call1 [CustomerName]Acme [DateAndTime]2005-03-01 07:59:59 [Consultant]Ann "
+            "[CallContent]Invoice [Request]Pay [Response]Done by Ann [IfResolved][Yes] [Note]Note Call1"_s);
+        const QPoint place = grid->visualRect(grid->model()->index(2, 1)).center();
+        QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, place);
+        QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, place);
+        QCOMPARE(desk.navigator.shown, QStringList(u"ShowCustomerByName Zeta"_s));
+        desk.run(u"delete from callinfo"_s); // nobody waits for the open window
+        type(form, "txtCustomerName", u"Acme"_s);
+        click(form, "cmdAddNew");
+        QWidget *editor = support::openForm<notes::frmNotePad>();
+        QCOMPARE(control<QTabWidget>(editor, "SSTab1")->currentIndex(), 1);
+        QCOMPARE(control<QLineEdit>(editor, "txtCustomerName")->text(), u"Acme"_s);
+    }
+
+    void theResultIsExportedAndPrintedWithOneHeadingPerCustomer()
+    {
+        Desk desk;
+        QWidget *form = desk.open();
+        const QString file = desk.desk.folder.filePath(u"out.txt"_s);
+        desk.prompts.expectFile(file);
+        click(form, "cmdExport");
+        QTRY_COMPARE(desk.shell.opened.size(), 1);
+        const QByteArray text = desk.desk.fileBytes(file);
+        QCOMPARE(text.count("CustomerName:"), 2);
+        QCOMPARE(text.count("CallID:"), 3);
+        click(form, "cmdPrintOut");
+        QTRY_COMPARE(desk.printer.printed.size(), 1);
+        QCOMPARE(desk.printer.printed.first().text.toUtf8() + "\r\n", text);
+        type(form, "txtCallID", u"none"_s);
+        click(form, "cmdShowResult");
+        click(form, "cmdExport"); // nothing to export: no dialog comes
+        QTRY_VERIFY(control<QWidget>(form, "cmdExport")->isEnabled());
+        QCOMPARE(desk.shell.opened.size(), 1);
+    }
+
+    void aLongResultComesInOrderAndWhole()
+    {
+        NoteDesk desk;
+        desk.run(u"insert into callinfo with recursive n(i) as (select 1 union all select i+1 from n where "
+                 "i<3000) select 'Call'||i, case when i%7=0 then null else 'C'||(i%13) end, '2005-01-01 "
+                 "00:00:00', 'Ann', '' from n;"
+                 "insert into customerrequest select CallID,'r','s',rowid%2,'' from callinfo;"
+                 "insert into customerrequest select CallID,'r','s',rowid%3=0,'' from callinfo"_s);
+        desk.windowsOfNotes.showManager();
+        QWidget *form = support::openForm<notes::frmNotePadManager>();
+        const QAbstractItemModel *model = control<appearance::RecordGrid>(form, "DataGrid1")->model();
+        QTRY_COMPARE(model->rowCount(), 6000);
+        const QString expected =
+            desk.rows(u"select c.CustomerName||'/'||r.CallID||'/'||r.IfResolved as k from CustomerRequest as "
+                      u"r,CallInfo as c "
+                      "where c.CallID=r.CallID order by c.CustomerName,r.CallID,r.IfResolved"_s);
+        QStringList shown;
+        for (int row = 0; row < model->rowCount(); ++row) {
+            const auto cell = [&](int column) { return model->index(row, column).data().toString(); };
+            shown.append(cell(1).isEmpty()
+                             ? QString()
+                             : cell(1) + u'/' + cell(0) + (cell(7) == u"[Yes]" ? u"/1"_s : u"/0"_s));
+        }
+        QCOMPARE(shown.join(u'\n'), expected);
+    }
+
+    void aFailingSearchLeavesTheGridAndALogLine()
+    {
+        Desk desk;
+        desk.run(u"drop table CustomerRequest"_s);
+        QWidget *form = desk.open();
+        QVERIFY(desk.desk.logMessages().value(0).startsWith(u"!GetRecordSet "_s));
+        QTest::keyClick(form, Qt::Key_F1);
+        QCOMPARE(desk.navigator.shown, QStringList(u"ShowHelp Popup_Notes_Manager"_s));
+        QTest::keyClick(form, Qt::Key_Escape);
+        QTRY_COMPARE(desk.openForms.count(), 0);
+    }
+};
+
+QTEST_MAIN(tst_frmNotePadManager)
+#include "tst_frmNotePadManager.moc"

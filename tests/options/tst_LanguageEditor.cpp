@@ -1,0 +1,157 @@
+#include "OptionsDesk.h"
+#include "appearance/RecordGrid.h"
+
+/// The language editor: rows, search, cells and the two boxes.
+class tst_LanguageEditor : public QObject
+{
+    Q_OBJECT
+
+    struct Desk : OptionsDesk<options::frmLanguageEditor>
+    {
+        explicit Desk(const QString &sql = {}, const QByteArray &bytes = {})
+        {
+            sql.isEmpty() ? desk.writeFile(desk.paths.UserLangFile, bytes)
+                          : desk.runSql(desk.paths.UserLangFile, sql);
+        }
+        void open()
+        {
+            windows.showLanguageEditor();
+            QVERIFY(QTest::qWaitForWindowExposed(form()));
+        }
+        static appearance::RecordGrid *grid() { return find<appearance::RecordGrid>("DBGrid1"); }
+        static QString keys()
+        {
+            QString found;
+            for (int row = 0; row < grid()->model()->rowCount(); ++row) {
+                found += grid()->model()->index(row, 0).data().toString() + u' ';
+            }
+            return found;
+        }
+        /// Opens the cell's own editor, types, and leaves it by Enter.
+        static void type(const QModelIndex &cell, const QString &text)
+        {
+            grid()->setCurrentIndex(cell);
+            QTest::keyClick(grid(), Qt::Key_Return);
+            auto *editor = grid()->findChild<QLineEdit *>();
+            editor->selectAll();
+            QTest::keyClicks(editor, text);
+            QTest::keyClick(editor, Qt::Key_Return);
+        }
+    };
+
+    const QString m_rows =
+        u"Create Table Language (item text(255), userlanguage text(255), english text(255));"
+        "insert into Language values ('Save', '', 'Save');"
+        "insert into Language values ('Copy', 'Kopie', 'Copy');"
+        "insert into Language values ('Ann', 'x', 'O''Brien [1] 100% safe');"_s;
+
+private Q_SLOTS:
+    void aSearchLooksIntoAllColumns_data()
+    {
+        const support::Table<QString, QString, bool> row("typed", "keys", "fails");
+        row("nothing", u"  "_s, u"Save Copy Ann "_s, false);
+        row("a key in other case", u" ANN "_s, u"Ann "_s, false);
+        row("a translation", u"kopi"_s, u"Copy "_s, false);
+        row("English", u"a"_s, u"Ann Save "_s, false);
+        row("no wildcard", u"100%"_s, u"Ann "_s, false);
+        row("a wildcard", u"S?ve"_s, u"Save "_s, false);
+        row("nowhere", u"zzz"_s, u""_s, false);
+        row("a quote", u"O'B"_s, u"Save Copy Ann "_s, true);
+    }
+    void aSearchLooksIntoAllColumns()
+    {
+        QFETCH(QString, typed);
+        QFETCH(bool, fails);
+        Desk desk(m_rows);
+        desk.open();
+        QTest::keyClicks(desk.find<QLineEdit>("txtCondition"), typed);
+        QTest::keyClick(desk.find<QLineEdit>("txtCondition"), Qt::Key_Return);
+        QTEST(desk.keys(), "keys");
+        QCOMPARE(!desk.desk.logMessages().isEmpty(), fails);
+        QCOMPARE(desk.find<QLabel>("lblState")->text() == "[SearchTextUnusable]"_L1, fails);
+        const QHeaderView *columns = desk.grid()->horizontalHeader();
+        QVERIFY(columns->sectionSize(0) > 50 && columns->sectionSize(0) == columns->sectionSize(2));
+    }
+
+    void aChangedCellIsInTheFileAtOnce()
+    {
+        Desk desk(m_rows);
+        desk.open();
+        QTest::keyClicks(desk.find<QLineEdit>("txtCondition"), u"a"_s);
+        desk.press("cmdSearch");
+        desk.type(desk.grid()->model()->index(1, 1), u"Sichern"_s);
+        const auto stored = [&desk] {
+            store::Database file(desk.desk.paths.UserLangFile);
+            return file.OpenRecordset(u"select * from language where item = 'Save'"_s)
+                .value(u"UserLanguage"_s)
+                .toString();
+        };
+        QTRY_COMPARE(stored(), u"Sichern"_s);
+        desk.press("cmdRefresh");
+        QCOMPARE(desk.keys(), u"Ann Save "_s);
+
+        store::Database other(desk.desk.paths.UserLangFile);
+        other.transaction([&] {
+            other.Execute(u"update language set english = 'x' where item = 'Copy'"_s);
+            desk.prompts.expect();
+            desk.type(desk.grid()->model()->index(1, 1), u"lost"_s);
+            QTRY_COMPARE(desk.prompts.asked, QStringList{u"[LanguageTextNotSaved]"_s});
+        });
+        QCOMPARE(stored(), u"Sichern"_s);
+    }
+
+    void theBoxesChooseTheLanguageOfTheNextStart_data()
+    {
+        const support::Table<QString, QString, QString> row("before", "pressed", "after");
+        row("neither", u"chs"_s, u""_s, u"chs"_s);
+        row("own", u"chs"_s, u"chkUseUserLang"_s, u"USER"_s);
+        row("keys win", u"user "_s, u"chkUseID"_s, u"ID"_s);
+        row("keys no more", u"id"_s, u"chkUseID"_s, u"id"_s);
+    }
+    void theBoxesChooseTheLanguageOfTheNextStart()
+    {
+        QFETCH(QString, before);
+        QFETCH(QString, pressed);
+        QFETCH(QString, after);
+        Desk desk(m_rows);
+        desk.settings.record.LanguageSetting.setText(before);
+        desk.windows.showOptions();
+        desk.open();
+        QCOMPARE(desk.find<QCheckBox>("chkUseUserLang")->isChecked(), before == "user "_L1);
+        QCOMPARE(desk.find<QCheckBox>("chkUseID")->isChecked(), before == "id"_L1);
+        if (!pressed.isEmpty()) {
+            QTest::keyClick(desk.find<QCheckBox>(qPrintable(pressed)), Qt::Key_Space);
+        }
+        desk.press("cmdReturn");
+        QCOMPARE(desk.saved().LanguageSetting.text(), after);
+        auto *dialog = support::openForm<options::frmOptions>();
+        QCOMPARE(dialog->findChild<QComboBox *>(u"CmbLanguage"_s)->currentText(), after.toUpper());
+    }
+
+    void aFileThatIsNoLanguageFileIsSaidSo_data()
+    {
+        const support::Table<QByteArray, QString> row("bytes", "sql");
+        row("damaged", QByteArray("SQLite format 3\0 and no more", 27), u""_s);
+        row("empty", "", u""_s);
+        row("foreign", "hello", u""_s);
+        row("another table", {}, u"Create Table Other (a text(5));"_s);
+    }
+    void aFileThatIsNoLanguageFileIsSaidSo()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, sql);
+        Desk desk(sql, bytes);
+        desk.open();
+        QCOMPARE(desk.find<QLabel>("lblState")->text(), u"[LanguageFileUnreadable]"_s);
+        QVERIFY(desk.desk.logMessages().last().startsWith(u"!frmLanguageEditor_Load "_s));
+        desk.press("cmdSearch");
+        QCOMPARE(desk.keys(), u""_s);
+        QFile::remove(desk.desk.paths.UserLangFile);
+        desk.desk.runSql(desk.desk.paths.UserLangFile, m_rows);
+        desk.press("cmdRefresh");
+        QCOMPARE(desk.keys(), u"Save Copy Ann "_s);
+    }
+};
+
+QTEST_MAIN(tst_LanguageEditor)
+#include "tst_LanguageEditor.moc"

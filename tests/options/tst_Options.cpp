@@ -1,0 +1,177 @@
+#include "OptionsDesk.h"
+
+/// The options: what each page shows, saves and causes.
+class tst_Options : public QObject
+{
+    Q_OBJECT
+
+    struct Desk : OptionsDesk<options::frmOptions>
+    {
+        explicit Desk(int page = 0)
+        {
+            settings.record.LocalPort = 1972;
+            settings.record.LanguageSetting.setText(u"kor"_s);
+            settings.record.PopupAllLines = 1;
+            settings.record.ListUnpoppedCalls = -1; // as an old program has written "true"
+            windows.showOptions();
+            QVERIFY(QTest::qWaitForWindowActive(form()));
+            find<QTabWidget>("SSTab1")->setCurrentIndex(page);
+        }
+    };
+
+private Q_SLOTS:
+    void thePopUpPageShowsAndSavesTheFlags()
+    {
+        Desk desk;
+        const std::pair<const char *, bool> boxes[] = {
+            {"ChkPopAll", true}, {"ChkPopDetail", false}, {"chkShowInfo", true}};
+        for (const auto &[name, checked] : boxes) {
+            auto *box = desk.find<QCheckBox>(name);
+            QCOMPARE(box->isChecked(), checked);
+            QTest::keyClick(box, Qt::Key_Space);
+        }
+        desk.press("Command2");
+        QVERIFY(desk.form()->isVisible());
+        QCOMPARE(desk.find<QLabel>("lblPopUpSaved")->text(), u"[OptionsSaved]"_s);
+        QCOMPARE(desk.saved().PopupAllLines, qint16(2));
+        QCOMPARE(desk.saved().PopupDetail, qint16(1));
+        QCOMPARE(desk.saved().ListUnpoppedCalls, qint16(0));
+        QCOMPARE(desk.caused, QStringList());
+    }
+
+    void aNewLanguageAsksForARestart_data()
+    {
+        const support::Table<QString, QString, QString, bool> row("before", "chosen", "after", "asks");
+        row("none to the system's", u""_s, u"AUTO"_s, u"AUTO"_s, false);
+        row("lower case", u"chs"_s, u"CHS"_s, u"CHS"_s, false);
+        row("another", u"CHS"_s, u"ENG"_s, u"ENG"_s, true);
+        row("unknown before", u"DEU"_s, u"AUTO"_s, u"AUTO"_s, true);
+        row("blanks and letter case", u"ENG"_s, u" pol "_s, u"POL"_s, true);
+        row("unknown now", u"ENG"_s, u"../x"_s, u"AUTO"_s, true);
+    }
+    void aNewLanguageAsksForARestart()
+    {
+        QFETCH(QString, before);
+        QFETCH(QString, chosen);
+        QFETCH(bool, asks);
+        Desk desk;
+        desk.settings.record.LanguageSetting.setText(before);
+        if (asks) {
+            desk.prompts.expect();
+        }
+        const options::OptionsLogic::Context context = {desk.desk.paths, desk.desk.log, desk.settings,
+                                                        desk.texts,      desk.prompts,  desk};
+        options::OptionsLogic logic(context);
+        QVERIFY(logic.saveSystemPage({chosen, u"1972"_s, desk.gridColumnNames()}));
+        QCOMPARE(desk.prompts.asked, asks ? QStringList{u"[PlsRestartSys]"_s} : QStringList());
+        QTEST(desk.saved().LanguageSetting.text(), "after");
+        QCOMPARE(desk.caused, QStringList());
+    }
+
+    void aPortIsTheNumberThatItsTextBeginsWith_data()
+    {
+        const support::Table<QString, int, QStringList, QString> row("typed", "port", "caused", "told");
+        const QStringList opened = {u"iniUDP"_s};
+        row("the same", u"1972"_s, 1972, {}, u""_s);
+        row("the same in other words", u" 1972 x"_s, 1972, {}, u""_s);
+        row("another", u"5000"_s, 5000, opened, u""_s);
+        row("digits first", u"12a"_s, 12, opened, u""_s);
+        row("a fraction", u"12.9"_s, 12, opened, u""_s);
+        row("no number", u"abc"_s, 0, opened, u"[PortIsStandard]"_s);
+        row("nothing", u""_s, 0, opened, u"[PortIsStandard]"_s);
+        row("below", u"-5"_s, 1972, {}, u"[PortOutOfRange]"_s);
+        row("the largest", u"65535"_s, 65535, opened, u""_s);
+        row("above", u"99999"_s, 1972, {}, u"[PortOutOfRange]"_s);
+        row("far above", u"99999999999999999999"_s, 1972, {}, u"[PortOutOfRange]"_s);
+        row("other digits", u"١٩٧٢"_s, 0, opened, u"[PortIsStandard]"_s);
+    }
+    void aPortIsTheNumberThatItsTextBeginsWith()
+    {
+        QFETCH(QString, typed);
+        QFETCH(int, port);
+        QFETCH(QString, told);
+        Desk desk(1);
+        if (!told.isEmpty()) {
+            desk.prompts.expect();
+        }
+        auto *box = desk.find<QLineEdit>("txtPort");
+        QCOMPARE(box->text(), u"1972"_s);
+        box->selectAll();
+        typed.isEmpty() ? box->clear() : box->insert(typed);
+        desk.press("Command3");
+        QCOMPARE(desk.prompts.asked.value(0), told);
+        QTEST(desk.caused, "caused");
+        QCOMPARE(desk.saved().LocalPort, port);
+        QCOMPARE(box->text(), QString::number(port));
+    }
+
+    void columnsMoveWithTheirSelection()
+    {
+        Desk desk(1);
+        auto *list = desk.find<QListWidget>("lstGridCallerIDShowOrder");
+        QCOMPARE(list->item(0)->text(), u"[Channel]"_s);
+        QCOMPARE(list->item(6)->text(), u"ID"_s);
+        QVERIFY(!desk.find<QPushButton>("cmdUp")->isEnabled());
+        QVERIFY(!desk.find<QPushButton>("cmdDown")->isEnabled());
+        const auto click = [list](int row) {
+            QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
+                              list->visualItemRect(list->item(row)).center());
+        };
+        click(0);
+        desk.press("cmdUp"); // nowhere to go
+        desk.press("cmdDown");
+        desk.press("cmdDown");
+        click(6);
+        desk.press("cmdDown");
+        desk.press("cmdUp");
+        QCOMPARE(list->currentRow(), 5);
+        desk.press("Command3");
+        QCOMPARE(desk.saved().gridColumnNames.text(),
+                 u"CallerID,SimpleDes,Channel,IncomingTime,SN,ID,LineNo"_s);
+    }
+
+    void theLanguageIsChosenFromTheListOnly()
+    {
+        Desk desk(1);
+        auto *box = desk.find<QComboBox>("CmbLanguage");
+        QCOMPARE(box->count(), 15);
+        QCOMPARE(box->currentText(), u"KOR"_s);
+        QCOMPARE(desk.find<QLabel>("lblLanguageName")->text(), u"한국어"_s);
+        QTest::keyClicks(box, u"eng"_s);
+        QCOMPARE(box->currentText(), u"KOR"_s);
+        QTest::keyClick(box, Qt::Key_Down);
+        QCOMPARE(box->currentText(), u"POL"_s);
+    }
+
+    void buttonsOpenTheEditorAndTheHelpAndEscapeRestoresTheGrid()
+    {
+        Desk desk(1);
+        desk.prompts.expect();
+        desk.press("cmdLanguageEditor");
+        const QString message = u"file lose,"_s + desk.desk.paths.UserLangFile;
+        QCOMPARE(desk.prompts.asked, QStringList{message});
+        QCOMPARE(desk.desk.logMessages(), QStringList{message});
+        desk.press("Command5");
+        desk.find<QTabWidget>("SSTab1")->setCurrentIndex(0);
+        QTest::keyClick(desk.form(), Qt::Key_F1);
+        QCOMPARE(desk.navigator.shown,
+                 (QStringList{u"ShowHelp Popup_System_Options"_s, u"ShowHelp Popup_Options_Options"_s}));
+        QTest::keyClick(desk.form(), Qt::Key_Escape);
+        QCOMPARE(desk.caused, QStringList{u"iniGridCallerID_tarn"_s});
+        QTRY_COMPARE(desk.openForms.count(), 0);
+    }
+
+    void settingsThatCannotBeWrittenAreNotCalledSaved()
+    {
+        Desk desk;
+        QFile::remove(desk.desk.paths.SettingsFile);
+        QDir().mkdir(desk.desk.paths.SettingsFile);
+        desk.prompts.expect();
+        QTest::keyClick(desk.form(), Qt::Key_Return); // the page's own button
+        QCOMPARE(desk.prompts.asked, QStringList{u"[OptionsNotSaved]"_s});
+        QVERIFY(desk.find<QLabel>("lblPopUpSaved")->text().isEmpty());
+    }
+};
+
+QTEST_MAIN(tst_Options)
+#include "tst_Options.moc"

@@ -1,0 +1,266 @@
+#include "PhoneBookRows.h"
+#include "appearance/RecordGrid.h"
+#include "phonebook/PhoneBookWindows.h"
+#include "support/TestForms.h"
+
+using phonebook::frmChoosePhoneDatabase, phonebook::frmSimplePhoneBook, phonebook::frmSimplePhoneBookEdit;
+
+class tst_PhoneBookForms : public QObject
+{
+    Q_OBJECT
+
+    struct Desk : support::TestForms
+    {
+        lookup::NumberIndex index{desk.paths, desk.log};
+        lookup::ExistenceChecks checks{{desk.paths, desk.log, index, texts, prompts, navigator}};
+        phonebook::PhoneBookWindows windows{{context(), checks}};
+
+        Desk()
+        {
+            desk.runSql(desk.paths.PhoneBookFile, phoneBookRows);
+            index.LoadPhoneNumberSNArray();
+            navigator.available = {core::Window::Help};
+        }
+        QString row(int place) const { return tableRows(desk).value(place); }
+        void showList()
+        {
+            windows.showList();
+            QVERIFY(QTest::qWaitForWindowActive(support::openForm<frmSimplePhoneBook>()));
+        }
+    };
+
+    template <typename Form, typename Control = QAbstractButton>
+    static Control *find(const char *name)
+    {
+        const Form *form = support::openForm<Form>();
+        return form == nullptr ? nullptr : form->template findChild<Control *>(QLatin1String(name));
+    }
+    template <typename Form>
+    static void press(const char *button)
+    {
+        QTest::mouseClick(find<Form>(button), Qt::LeftButton);
+    }
+    template <typename Form>
+    static void type(const char *box, const QString &text)
+    {
+        auto *edit = find<Form, QLineEdit>(box);
+        edit->setFocus();
+        edit->selectAll();
+        QTest::keyClicks(edit, text);
+    }
+    static appearance::RecordGrid *grid()
+    {
+        return find<frmSimplePhoneBook, appearance::RecordGrid>("DbgPhoneBook");
+    }
+    static QString label(const char *name) { return find<frmSimplePhoneBook, QLabel>(name)->text(); }
+    static QRect cell(int row, int place)
+    {
+        const int column = grid()->horizontalHeader()->logicalIndex(place);
+        return grid()->visualRect(grid()->model()->index(row, column));
+    }
+    static void clickCell(int row, int place)
+    {
+        QTest::mouseClick(grid()->viewport(), Qt::LeftButton, {}, cell(row, place).center());
+    }
+    static QString field(const char *name) { return find<frmSimplePhoneBookEdit, QLineEdit>(name)->text(); }
+
+private Q_SLOTS:
+    void theListSearchesWhileOneTypes()
+    {
+        Desk desk;
+        desk.showList();
+        QStringList headings;
+        for (int place = 0; place < 5; ++place) {
+            const int section = grid()->horizontalHeader()->logicalIndex(place);
+            headings.append(grid()->model()->headerData(section, Qt::Horizontal).toString());
+        }
+        QCOMPARE(headings.join(u' '), u"[Telno] [SimpleDes] [IfVip] [IfInBlackList] [DetailDes]"_s);
+        QVERIFY(grid()->isColumnHidden(5));
+        QCOMPARE(label("lblCount"), u"[Totalcount]: 4"_s);
+        type<frmSimplePhoneBook>("txtSearch", u" 5550 "_s);
+        QTRY_COMPARE(label("lblCount"), u"[Totalcount]: 2"_s);
+        type<frmSimplePhoneBook>("txtSearch", u"nobody"_s);
+        QTRY_COMPARE(grid()->model()->rowCount(), 0);
+        QCOMPARE(label("lblCount"), u"[Totalcount]: 2"_s);
+        type<frmSimplePhoneBook>("txtSearch", u"baker"_s);
+        press<frmSimplePhoneBook>("Command3");
+        QCOMPARE(grid()->model()->rowCount(), 1);
+        type<frmSimplePhoneBook>("txtSearch", u"O'"_s);
+        QTRY_COMPARE(label("lblNotice"), u"[SearchNotPossible]"_s);
+        QCOMPARE(grid()->model()->rowCount(), 1);
+        QVERIFY(desk.desk.logMessages().constLast().startsWith("!DataPhonebook "_L1));
+        grid()->setFocus();
+        QTest::keyClick(grid(), Qt::Key_F, Qt::ControlModifier);
+        QVERIFY((find<frmSimplePhoneBook, QLineEdit>("txtSearch")->hasFocus()));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_F1);
+        QCOMPARE(desk.navigator.shown, QStringList{u"ShowHelp Popup_SimplePhoneBook"_s});
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+        QCOMPARE(desk.openForms.count(), 1); // until it is gone for good
+        QTRY_COMPARE(desk.openForms.count(), 0);
+    }
+
+    void whatIsTypedInTheGridIsWrittenAndSent()
+    {
+        Desk desk;
+        desk.showList();
+        clickCell(1, 0);
+        QTest::keyClick(grid(), Qt::Key_7);
+        QTest::keyClicks(QApplication::focusWidget(), u"7"_s);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QTRY_COMPARE(desk.row(3), u"9|77|Baker|50% off*|N|N"_s);
+        QTRY_COMPARE(desk.server.sent.size(), 1);
+        clickCell(1, 2);
+        QTest::keyClick(grid(), Qt::Key_F2);
+        auto *words = grid()->viewport()->findChild<QComboBox *>();
+        QVERIFY(words != nullptr);
+        words->setCurrentText(u"[MarkUndecided]"_s);
+        QTest::keyClick(words, Qt::Key_Return);
+        QTRY_COMPARE(desk.row(3), u"9|77|Baker|50% off*|N|G"_s);
+        QCOMPARE(desk.server.sent, QStringList(2, u"REFRESHSIMPLEPHONEBOOK"_s));
+        desk.desk.runSql(desk.desk.paths.PhoneBookFile, u"delete from phonebook where SN = 3"_s);
+        clickCell(2, 1); // of the row that another desk has deleted just now
+        QTest::keyClicks(grid(), u"x"_s);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QTRY_COMPARE(label("lblNotice"), u"[PhoneBookUnusable]"_s);
+        QVERIFY(support::openForm<frmSimplePhoneBookEdit>() == nullptr); // Enter ended the typing alone
+        QCOMPARE(desk.server.sent.size(), 2);
+    }
+
+    void deletingAsksAndTellsTheServer()
+    {
+        Desk desk;
+        desk.showList();
+        clickCell(1, 1);
+        desk.prompts.expect(false);
+        press<frmSimplePhoneBook>("cmdPhonebook_delete");
+        QVERIFY(tableRows(desk.desk).size() == 4 && desk.server.sent.isEmpty());
+        desk.prompts.expect();
+        press<frmSimplePhoneBook>("cmdPhonebook_delete");
+        QCOMPARE(desk.server.sent.join(u' '), u"REFRESHCUSTOMERLIST"_s);
+        QCOMPARE(label("lblCount"), u"[Totalcount]: 3"_s);
+        QCOMPARE(grid()->currentIndex().row(), 0);
+        desk.prompts.expect();
+        QTest::keyClick(grid(), Qt::Key_Delete);
+        QCOMPARE(desk.server.sent.join(u' '), u"REFRESHCUSTOMERLIST REFRESHSIMPLEPHONEBOOK"_s);
+        desk.prompts.expect(); // the list now stands before its first row
+        press<frmSimplePhoneBook>("cmdPhonebook_delete");
+        QCOMPARE(desk.server.sent.size(), 2);
+        QCOMPARE(tableRows(desk.desk).size(), 2);
+        QCOMPARE(desk.prompts.asked, QStringList(4, u"[DeletePhoneNumberInfo?]"_s));
+    }
+
+    void aNewEntryIsCheckedSavedAndThenEdited()
+    {
+        Desk desk;
+        desk.windows.showList(u"Select * from phonebook where sn = 3"_s);
+        QCOMPARE(grid()->model()->rowCount(), 1);
+        press<frmSimplePhoneBook>("cmdPhonebook_Add");
+        QVERIFY(QTest::qWaitForWindowActive(support::openForm<frmSimplePhoneBookEdit>()));
+        desk.prompts.expect();
+        press<frmSimplePhoneBookEdit>("Command2");
+        QCOMPARE(desk.prompts.asked.takeFirst(), u"[PhoneNumbersCantbeBlank]"_s);
+        type<frmSimplePhoneBookEdit>("txtTelno", u"1, 5550144"_s);
+        desk.prompts.expect();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QTRY_COMPARE(desk.prompts.asked.join(u' '), u"[ThePhoneNumberExists]"_s);
+        QCOMPARE(desk.navigator.shown, QStringList{u"showPhoneBook Select * from phonebook where sn = 3"_s});
+        type<frmSimplePhoneBookEdit>("txtSimpleDes", u"Zoe"_s);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QCOMPARE(desk.row(4), u"10|1, 5550144|Zoe||N|N"_s);
+        QCOMPARE(grid()->model()->rowCount(), 5);
+        QCOMPARE(grid()->currentIndex().siblingAtColumn(1).data().toString(), u"Zoe"_s);
+        QCOMPARE(field("txtSN"), u"10"_s);
+        type<frmSimplePhoneBookEdit>("txtTelno", u"5550177"_s); // on file too, but this is no new entry now
+        press<frmSimplePhoneBookEdit>("chkVIP");
+        press<frmSimplePhoneBookEdit>("Command2");
+        QCOMPARE(desk.row(4), u"10|5550177|Zoe||N|G"_s);
+        QCOMPARE(desk.server.sent, QStringList(2, u"REFRESHSIMPLEPHONEBOOK"_s));
+        press<frmSimplePhoneBookEdit>("Command1");
+        QVERIFY(support::openForm<frmSimplePhoneBookEdit>() == nullptr);
+    }
+
+    void nothingTypedIsLost()
+    {
+        Desk desk;
+        desk.showList();
+        clickCell(2, 1);
+        QTest::mouseDClick(grid()->viewport(), Qt::LeftButton, {}, cell(2, 1).center());
+        QVERIFY(QTest::qWaitForWindowActive(support::openForm<frmSimplePhoneBookEdit>()));
+        QCOMPARE(field("txtTelno"), u"5550144"_s);
+        type<frmSimplePhoneBookEdit>("txtSimpleDes", u"Mill"_s);
+        desk.windows.editEntry(3); // the same again: the change stands
+        QCOMPARE(field("txtSimpleDes"), u"Mill"_s);
+        const auto answer = [&desk](core::Prompts::Answer choice) {
+            desk.prompts.expectSave(choice);
+            desk.windows.editEntry(9);
+            return field("txtSimpleDes");
+        };
+        QCOMPARE(answer(core::Prompts::Answer::Cancel), u"Mill"_s);
+        const QString file = desk.desk.paths.PhoneBookFile;
+        {
+            store::Database other(file);
+            other.transaction([&] {
+                other.Execute(u"update phonebook set Telno = '2' where SN = 8"_s);
+                desk.prompts.expectSave(core::Prompts::Answer::Save);
+                desk.prompts.expect();
+                support::openForm<frmSimplePhoneBookEdit>()->close();
+            });
+        }
+        QCOMPARE(desk.prompts.asked.constLast(), u"[EntryNotSaved]\n[PhoneBookLocked]"_s);
+        QCOMPARE(field("txtSimpleDes"), u"Mill"_s);
+        QCOMPARE(answer(core::Prompts::Answer::Save), u"Baker"_s);
+        QCOMPARE(desk.row(0), u"3|5550144|Mill|pays late|Y|G"_s);
+        type<frmSimplePhoneBookEdit>("txtTelno", u"6"_s);
+        desk.prompts.expectSave(core::Prompts::Answer::Discard);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+        QVERIFY(support::openForm<frmSimplePhoneBookEdit>() == nullptr);
+        QCOMPARE(desk.row(3), u"9|5550177|Baker|50% off*|N|N"_s);
+    }
+
+    void aDeskWithoutItsPhoneBookIsToldSo()
+    {
+        Desk desk;
+        desk.prompts.expect();
+        desk.windows.editEntry(4);
+        QVERIFY(QFile::remove(desk.desk.paths.PhoneBookFile));
+        desk.prompts.expect();
+        desk.windows.editEntry(3);
+        QCOMPARE(desk.prompts.asked.join(u' '), u"[EntryGone] [PhoneBookMissing]"_s);
+        QVERIFY(desk.desk.logMessages().constLast().startsWith("!ShowaSimplePhoneBook "_L1));
+        desk.showList();
+        QCOMPARE(label("lblNotice"), u"[PhoneBookMissing]"_s);
+        press<frmSimplePhoneBook>("Command1");
+        QVERIFY(support::openForm<frmSimplePhoneBookEdit>() == nullptr);
+        desk.desk.runSql(desk.desk.paths.PhoneBookFile, phoneBookRows);
+        QTest::keyClick(support::openForm<frmSimplePhoneBook>(), Qt::Key_F5);
+        QCOMPARE(grid()->model()->rowCount(), 4);
+        QVERIFY(label("lblNotice").isEmpty() && grid()->isColumnHidden(5));
+    }
+
+    void aCallerIsFiledWhereTheOperatorChooses()
+    {
+        Desk desk;
+        desk.windows.addCaller(u"123"_s, u"Bay"_s);
+        QVERIFY(!(find<frmChoosePhoneDatabase, QRadioButton>("Option2")->isEnabled()));
+        press<frmChoosePhoneDatabase>("OKButton");
+        QVERIFY(support::openForm<frmChoosePhoneDatabase>() == nullptr);
+        QCOMPARE(field("txtTelno"), u"123"_s);
+        press<frmSimplePhoneBookEdit>("Command1"); // nothing was typed, nothing is asked
+        QTRY_COMPARE(desk.openForms.count(), 0);
+        desk.navigator.available.insert(core::Window::CustomerList);
+        desk.windows.addCaller(u"123"_s, u"Bay"_s);
+        QVERIFY(QTest::qWaitForWindowActive(support::openForm<frmChoosePhoneDatabase>()));
+        QTest::keyClick(find<frmChoosePhoneDatabase>("Option2"), Qt::Key_Space);
+        type<frmChoosePhoneDatabase>("txtKeyWord", u"Port"_s);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QCOMPARE(desk.navigator.shown, QStringList{u"addCustomer 123 Port"_s});
+        QVERIFY(support::openForm<frmSimplePhoneBookEdit>() == nullptr);
+        desk.windows.addCaller(u"123"_s, u""_s);
+        press<frmChoosePhoneDatabase>("CancelButton");
+        QCOMPARE(desk.navigator.shown.size(), 1);
+        QVERIFY(support::openForm<frmChoosePhoneDatabase>() == nullptr);
+    }
+};
+
+QTEST_MAIN(tst_PhoneBookForms)
+#include "tst_PhoneBookForms.moc"
