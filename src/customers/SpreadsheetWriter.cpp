@@ -27,11 +27,12 @@ void check(lxw_error error)
     }
 }
 
-/// Bytes that stand in a cell as they are; none of a character beyond ASCII, which may be broken.
+/// Bytes that stand in a cell as they are: all but a few texts.
 bool isPlain(QByteArrayView utf8)
 {
-    return utf8.size() <= cellLimit &&
-           std::ranges::all_of(utf8, [](char c) { return c >= ' ' && c != 0x7F; }) && !utf8.contains("_x");
+    const auto isControl = [](char c) { return (c >= 0 && c < ' ') || c == 0x7F; };
+    return utf8.size() <= cellLimit && std::ranges::none_of(utf8, isControl) && !utf8.contains("_x") &&
+           !utf8.contains("\xEF\xBF") && QUtf8StringView(utf8.data(), utf8.size()).isValidUtf8();
 }
 
 /// What XML forbids becomes a blank, or the whole file would be refused.
@@ -99,8 +100,12 @@ void SpreadsheetWriter::writeHeadings(const QStringList &headings)
 void SpreadsheetWriter::writeCell(int column, QByteArrayView utf8)
 {
     const auto place = static_cast<lxw_col_t>(column);
-    const QByteArray fit = isPlain(utf8) ? QByteArray(utf8.data(), utf8.size()) : cellText(utf8);
-    check(worksheet_write_string(m_sheet, m_row, place, fit.constData(), nullptr));
+    if (isPlain(utf8)) {
+        m_text.assign(utf8.data(), static_cast<size_t>(utf8.size()));
+    } else {
+        m_text = cellText(utf8).toStdString();
+    }
+    check(worksheet_write_string(m_sheet, m_row, place, m_text.c_str(), nullptr));
 }
 
 /// The library does not look whether its temporary files were written whole.

@@ -5,6 +5,7 @@
 #include <QStringList>
 
 #include <memory>
+#include <string>
 
 struct lxw_workbook;
 struct lxw_worksheet;
@@ -39,6 +40,7 @@ private:
 
     std::unique_ptr<lxw_workbook, Free> m_workbook;
     lxw_worksheet *m_sheet = nullptr;
+    std::string m_text; ///< of the cell at hand
     quint32 m_row = 0;
     quint16 m_columns = 0;
 };

@@ -24,6 +24,7 @@ class tst_FrmCustomer : public QObject
                 "(1,'Zoë Łódź','3','b','','111','1'),(2,'anna','2','c','wants TEA','222','1'),"
                 "(3,'Bay','1','a','','333','1')"_s);
             windowsOfCustomers.showList();
+            QVERIFY(QTest::qWaitForWindowActive(form())); // or its shortcuts do nothing
         }
         void run(const QString &sql) const { customerSql(desk, sql); }
         customers::FrmCustomer *form() const { return support::openForm<customers::FrmCustomer>(); }

@@ -97,8 +97,8 @@ private Q_SLOTS:
     void replacedNumbersStandWhereARebuildWouldPutThem()
     {
         QRandomGenerator random(815);
-        std::map<qint32, QStringList> rows = {{200, {u"7"_s}}, {1000, {u"9"_s}}};
-        std::map<QString, std::multiset<qint32>> holders = {{u"7"_s, {200}}, {u"9"_s, {1000}}};
+        std::map<qint32, QStringList> rows = {{100, {u"7"_s}}, {1000, {u"9"_s}}};
+        std::map<QString, std::multiset<qint32>> holders = {{u"7"_s, {100}}, {u"9"_s, {1000}}};
         const auto built = [&] {
             lookup::NumberEntries entries;
             for (const auto &[sn, numbers] : rows) {
@@ -117,8 +117,12 @@ private Q_SLOTS:
             return list;
         };
         lookup::NumberEntries entries = built();
+        const auto isRight = [&](const QString &number) {
+            const auto &all = holders[number];
+            return entries.find(number) == (all.empty() ? -1 : *all.begin());
+        };
         for (int edit = 1; edit <= 100000; ++edit) {
-            const qint32 sn = random.bounded(1, 400);
+            const qint32 sn = random.bounded(1, 150);
             const QStringList old = std::exchange(rows[sn], {});
             for (int i = random.bounded(5); i > 0; --i) {
                 rows[sn].append(QString::number(random.bounded(700)).left(random.bounded(4)));
@@ -131,14 +135,12 @@ private Q_SLOTS:
             }
             const QList<QStringView> pieces(rows[sn].cbegin(), rows[sn].cend());
             QVERIFY(entries.replace(sn, pieces));
-            for (const QString &number : old + rows[sn]) {
-                const auto &all = holders[number];
-                QCOMPARE(entries.find(number), all.empty() ? -1 : *all.begin());
-            }
+            const QStringList touched = old + rows[sn];
+            QVERIFY(std::all_of(touched.begin(), touched.end(), isRight));
             if (edit % 1000 == 0) {
                 QCOMPARE(listed(entries), listed(built()));
                 for (const auto &[number, all] : holders) {
-                    QCOMPARE(entries.find(number), all.empty() ? -1 : *all.begin());
+                    QVERIFY(isRight(number));
                 }
             }
         }
