@@ -36,6 +36,7 @@ private Q_SLOTS:
         ProgramDesk desk;
         core::SettingsRecord record;
         record.ListUnpoppedCalls = 1;
+        record.PopupDetail = 1;
         desk.writeFile(desk.paths.SettingsFile, record.toBytes());
         QUdpSocket forwarded;
         QVERIFY(forwarded.bind(QHostAddress::LocalHost, reception::Forwarding::remotePort));
