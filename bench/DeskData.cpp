@@ -82,8 +82,7 @@ void addCallNotes(const QString &path, int calls)
 {
     const QString call = u"printf('Call2005%010d', i)"_s;
     const QString fill =
-        counting(calls) +
-        u"insert into callinfo select "_s + call +
+        counting(calls) + u"insert into callinfo select "_s + call +
         u", printf('Harbour Trading %08d', case i % 20 when 0 then 1 else 2 + i * 7919 % 4000 end), "
         "datetime('2005-01-01 08:00:00', i || ' minutes'), 'Consultant ' || (i % 40), "
         "'Asked for the delivery of order ' || i || ' and for the papers that go with it' from counted; "_s +

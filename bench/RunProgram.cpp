@@ -24,11 +24,21 @@ namespace {
 class FailingPrompts : public core::Prompts
 {
 public:
-    void tell(const QString &text) override { fail(text); }
+    void tell(const QString &text, const QString &) override { fail(text); }
     bool askOkCancel(const QString &text, const QString &) override
     {
         fail(text);
         return false;
+    }
+    Answer askSave(const QString &text) override
+    {
+        fail(text);
+        return Answer::Cancel;
+    }
+    QString saveFileName(const QString &proposed, const QString &) override
+    {
+        fail(proposed);
+        return {};
     }
     bool isOpen() const override { return false; }
 

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "core/Clock.h"
+#include "core/Printer.h"
 #include "core/Prompts.h"
+#include "core/Shell.h"
 #include "reception/Endpoint.h"
 
 #include <QString>
@@ -14,6 +16,8 @@ namespace app {
 struct Outside
 {
     core::Prompts &prompts;
+    core::Shell &shell;
+    core::Printer &printer;
     const core::Clock &clock;
     QString startFolder;
     QString dataFolder;

@@ -4,6 +4,7 @@
 #include "core/TextUtilities.h"
 #include "core/platform.h"
 #include "lookup/PopUpFilter.h"
+#include "messages/SmsRecord.h"
 #include "reception/SampleRecord.h"
 #include "store/Database.h"
 
@@ -24,6 +25,20 @@ Program::Program(const Outside &outside)
       m_dispatcher(m_settings, m_log, m_values, m_codePage, *this),
       m_endpoint({m_settings, m_log, outside.prompts, m_language, m_codePage}, outside.port,
                  [this](const reception::Datagram &datagram) { receive(datagram); }),
+      m_forwarding({m_settings, m_log, m_codePage}),
+      m_windows({m_outside,
+                 m_paths,
+                 m_values,
+                 m_log,
+                 m_settings,
+                 m_language,
+                 m_codePage,
+                 m_numbers,
+                 m_popUpTable,
+                 m_endpoint,
+                 m_forwarding,
+                 {m_translator, m_openForms, m_windowMemory},
+                 [this]() -> mainwindow::FrmMain & { return *m_mainWindow; }}),
       m_popUp({m_log,
                m_settings,
                m_language,
@@ -189,6 +204,7 @@ void Program::openReception()
     if (!m_ended && !m_endpoint.isBound()) {
         m_mainWindow->showPortUnavailable();
     }
+    m_forwarding.Ini_TDR_UDP();
 }
 
 void Program::maintainData()
@@ -233,6 +249,9 @@ bool Program::byebye(const QString &prompt)
 {
     m_mainWindow->notTopmost();
     if (prompt.isEmpty() && !m_outside.prompts.askOkCancel(m_language.Lms(u"ExitPopWarning"_s), {})) {
+        return false;
+    }
+    if (prompt.isEmpty() && !m_windows.closeAll()) {
         return false;
     }
     if (!std::exchange(m_ended, true)) {
@@ -294,6 +313,7 @@ void Program::ShowSmallMessage(const QString &datagramText)
 {
     if (const std::optional<QString> entry = m_messages.ShowSmallMessage(datagramText)) {
         m_mainWindow->appendSms(*entry);
+        m_windows.showMessage(messages::smsText(datagramText).value_or(QString()));
     }
 }
 

@@ -43,6 +43,7 @@ public:
 
     /// The main window; only after a successful subMain().
     mainwindow::FrmMain &mainWindow() { return *m_mainWindow; }
+    core::Navigator &windows() { return m_windows; }
 
 private:
     bool becomeFirst();
@@ -74,6 +75,7 @@ private:
     void ShowSmallMessage(const QString &datagramText) override;
     bool byebye(const QString &prompt) override;
     bool eraseShortMessages() override;
+    void messagesSeen() override { m_windows.messagesSeen(); }
     void handleSampleCall() override;
     QString describeLastDatagram() override;
 
@@ -92,11 +94,12 @@ private:
     store::CustomerPopUpTable m_popUpTable;
     QString m_areaPath;
     areas::AreaCodes m_areas;
-    Windows m_windows;
     mainwindow::AutoHide m_autoHide;
     messages::ReceivedMessages m_messages;
     reception::Dispatcher m_dispatcher;
     reception::Endpoint m_endpoint;
+    reception::Forwarding m_forwarding;
+    Windows m_windows;
     lookup::CallerPopUp m_popUp;
     std::unique_ptr<mainwindow::FrmMain> m_mainWindow;
     QTimer m_numbersLoading;

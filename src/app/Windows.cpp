@@ -1,22 +1,164 @@
 #include "app/Windows.h"
 
+#include "store/Upgrade.h"
+
+#include <QApplication>
+#include <QFileInfo>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
 namespace app {
 
-// The forms behind these doors come with the customer database, the phone book and the notes; until one is
-// here, its buttons are disabled.
-bool Windows::canShow(core::Window) const
+Windows::Windows(const Context &context)
+    : m_context(context), m_forms{context.paths,         context.values,
+                                  context.log,           context.language,
+                                  context.outside.clock, context.outside.prompts,
+                                  context.outside.shell, *this,
+                                  context.endpoint,      context.services},
+      m_checks(
+          {context.paths, context.log, context.numbers, context.language, context.outside.prompts, *this}),
+      m_phoneBook({m_forms, m_checks}), m_customers({m_forms, m_checks, *this}),
+      m_notes({m_forms, context.outside.printer, context.values, context.language.state()}),
+      m_messages(
+          {m_forms, context.codePage, [this](int count) { m_context.mainWindow().showUnread(count); }}),
+      m_options({m_forms, context.settings, *this}), m_help({m_forms, context.language.state()})
+{}
+
+// Asked when the main window comes up; a window that needs a file of the desk's is not there without it.
+bool Windows::canShow(core::Window window) const
 {
-    return false;
+    switch (window) {
+    case core::Window::CallNotes:
+    case core::Window::CustomerList:
+        return m_context.values.CustomerDbExists;
+    case core::Window::PhoneBook:
+        return QFileInfo::exists(m_context.paths.PhoneBookFile);
+    default:
+        return true;
+    }
 }
 
-void Windows::show(core::Window) {}
-void Windows::ShowHelp(const QString &) {}
-void Windows::Show_Editor(const QString &, qint32) {}
-void Windows::addCaller(const QString &, const QString &) {}
-void Windows::addCustomer(const QString &, const QString &) {}
-void Windows::ShowCustomerByName(const QString &) {}
-void Windows::ShowNotePad(const QString &) {}
-void Windows::showPhoneBook(const QString &) {}
-void Windows::showCustomerList(const QString &) {}
+void Windows::show(core::Window window)
+{
+    switch (window) {
+    case core::Window::CallNotes:
+        return m_notes.showManager();
+    case core::Window::CustomerList:
+        return m_customers.showList();
+    case core::Window::PhoneBook:
+        return m_phoneBook.showList();
+    case core::Window::Options:
+        return m_options.showOptions();
+    case core::Window::SendMessage:
+        return m_messages.showSend();
+    default:
+        break; // these are opened with what they are to show
+    }
+}
+
+void Windows::ShowHelp(const QString &helpId)
+{
+    m_help.ShowHelp(helpId);
+}
+
+void Windows::Show_Editor(const QString &source, qint32 sn)
+{
+    if (source == "CUSTOMER"_L1) {
+        m_customers.editCustomer(sn);
+    } else if (source == "PHONEBOOK"_L1) {
+        m_phoneBook.editEntry(sn);
+    }
+}
+
+void Windows::addCaller(const QString &number, const QString &keyWord)
+{
+    m_phoneBook.addCaller(number, keyWord);
+}
+
+void Windows::addCustomer(const QString &number, const QString &keyWord)
+{
+    m_customers.addCustomer(number, keyWord);
+}
+
+void Windows::ShowCustomerByName(const QString &name)
+{
+    m_customers.ShowCustomerByName(name);
+}
+
+void Windows::ShowNotePad(const QString &customerName)
+{
+    m_notes.ShowNotePad(customerName, 0);
+}
+
+void Windows::showPhoneBook(const QString &query)
+{
+    m_phoneBook.showList(query);
+}
+
+void Windows::showCustomerList(const QString &query)
+{
+    m_customers.showList(query);
+}
+
+bool Windows::closeAll()
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    return std::all_of(windows.begin(), windows.end(), [this](QWidget *window) {
+        return window == &m_context.mainWindow() || !window->isVisible() || window->close();
+    });
+}
+
+void Windows::refreshCustomerList()
+{
+    m_customers.refreshCustomerList();
+}
+
+void Windows::SendTDRData(const core::CustomerInfo &info)
+{
+    m_context.forwarding.SendTDRData(info);
+}
+
+void Windows::customerSaved(qint32 sn, const QString &oldName, const QString &newName)
+{
+    if (!oldName.isEmpty()) {
+        m_notes.RefreshNotePad(oldName, newName);
+    }
+    store::FixSavedCustomer(m_context.log, m_context.paths, m_context.popUpTable, sn);
+    if (m_context.values.CustomerDbExists) {
+        m_context.numbers.updateCustomer(sn);
+    }
+}
+
+void Windows::iniUDP()
+{
+    m_context.endpoint.iniUDP();
+}
+
+QStringList Windows::gridColumnNames() const
+{
+    QStringList names;
+    for (const mainwindow::GridColumn &column : m_context.mainWindow().calls().columns()) {
+        names.append(column.name);
+    }
+    return names;
+}
+
+// Widths and visibility stay with the names.
+void Windows::ChangeGridCfg(const QStringList &names)
+{
+    mainwindow::CallGridModel &calls = m_context.mainWindow().calls();
+    QList<mainwindow::GridColumn> columns = calls.columns();
+    std::sort(columns.begin(), columns.end(), [&](const auto &left, const auto &right) {
+        return names.indexOf(left.name) < names.indexOf(right.name);
+    });
+    calls.ChangeGridCfg(columns);
+}
+
+void Windows::iniGridCallerID_tarn()
+{
+    m_context.mainWindow().calls().iniGridCallerID_tarn();
+}
 
 } // namespace app

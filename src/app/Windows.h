@@ -1,13 +1,50 @@
 #pragma once
 
-#include "core/Navigator.h"
+#include "app/Outside.h"
+#include "appearance/FormContext.h"
+#include "core/CodePage.h"
+#include "core/Settings.h"
+#include "customers/CustomerWindows.h"
+#include "help/HelpWindow.h"
+#include "language/LanguagePack.h"
+#include "lookup/ExistenceChecks.h"
+#include "lookup/NumberIndex.h"
+#include "mainwindow/FrmMain.h"
+#include "messages/MessageWindows.h"
+#include "notes/NoteWindows.h"
+#include "options/OptionsWindows.h"
+#include "phonebook/PhoneBookWindows.h"
+#include "reception/Endpoint.h"
+#include "reception/Forwarding.h"
+#include "store/CustomerPopUpTable.h"
+
+#include <functional>
 
 namespace app {
 
-/// Opens the windows of all folders for each other.
-class Windows : public core::Navigator
+/// The windows of all folders, opened for each other, and what a change made in one of them causes elsewhere.
+class Windows : public core::Navigator, private customers::CustomerEffects, private options::OptionsEffects
 {
 public:
+    /// All of it must outlive the windows. The main window comes later and is there before any of them opens.
+    struct Context
+    {
+        const Outside &outside;
+        const core::Paths &paths;
+        core::ProcessValues &values;
+        core::RunLog &log;
+        core::Settings &settings;
+        const language::LanguagePack &language;
+        const core::CodePage &codePage;
+        lookup::NumberIndex &numbers;
+        store::CustomerPopUpTable &popUpTable;
+        reception::Endpoint &endpoint;
+        reception::Forwarding &forwarding;
+        appearance::FormServices services;
+        std::function<mainwindow::FrmMain &()> mainWindow;
+    };
+    explicit Windows(const Context &context);
+
     bool canShow(core::Window window) const override;
     void show(core::Window window) override;
     void ShowHelp(const QString &helpId) override;
@@ -18,6 +55,34 @@ public:
     void ShowNotePad(const QString &customerName) override;
     void showPhoneBook(const QString &query) override;
     void showCustomerList(const QString &query) override;
+
+    /// Shows the text of a received short message.
+    void showMessage(const QString &text) { m_messages.showReceived(text); }
+    /// The operator has read the messages in the main window.
+    void messagesSeen() { m_messages.markAllSeen(); }
+
+    /// Closes all but the main window; false where the operator, asked about typed text that was not saved,
+    /// wants to keep a window open.
+    bool closeAll();
+
+private:
+    void refreshCustomerList() override;
+    void SendTDRData(const core::CustomerInfo &info) override;
+    void customerSaved(qint32 sn, const QString &oldName, const QString &newName) override;
+    void iniUDP() override;
+    QStringList gridColumnNames() const override;
+    void ChangeGridCfg(const QStringList &names) override;
+    void iniGridCallerID_tarn() override;
+
+    Context m_context;
+    appearance::FormContext m_forms;
+    lookup::ExistenceChecks m_checks;
+    phonebook::PhoneBookWindows m_phoneBook;
+    customers::CustomerWindows m_customers;
+    notes::NoteWindows m_notes;
+    messages::MessageWindows m_messages;
+    options::OptionsWindows m_options;
+    help::HelpWindow m_help;
 };
 
 } // namespace app

@@ -2,7 +2,9 @@
 #include "appearance/Theme.h"
 #include "appearance/ThemedIcons.h"
 #include "core/QtClock.h"
+#include "core/QtPrinter.h"
 #include "core/QtPrompts.h"
+#include "core/QtShell.h"
 #include "core/platform.h"
 
 #include <QApplication>
@@ -21,8 +23,10 @@ int main(int argc, char *argv[])
     // Not quit(), which first asks every window to close, and ours only hide.
     const auto endProcess = [] { QCoreApplication::exit(0); };
     core::QtPrompts prompts;
+    core::QtShell shell;
+    core::QtPrinter printer;
     const core::QtClock clock;
-    app::Program program({prompts, clock, QDir::currentPath(), core::platform::dataFolder(),
+    app::Program program({prompts, shell, printer, clock, QDir::currentPath(), core::platform::dataFolder(),
                           core::platform::runtimeFolder(), core::platform::developerFolder(),
                           core::platform::systemLanguageId(), reception::Endpoint::standardPort, endProcess});
     return program.subMain() ? QApplication::exec() : 0;

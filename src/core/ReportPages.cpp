@@ -17,8 +17,8 @@ constexpr qreal pointSize = 9;
 
 QFont reportFont(const PrintedReport &report, const QPagedPaintDevice &device)
 {
-    const auto installed =
-        std::ranges::find_if(report.families, [](const QString &each) { return QFontDatabase::hasFamily(each); });
+    const auto installed = std::ranges::find_if(
+        report.families, [](const QString &each) { return QFontDatabase::hasFamily(each); });
     QFont font = installed != report.families.end() ? QFont(*installed) : QFont();
     constexpr int pointsAnInch = 72;
     font.setPixelSize(qRound(pointSize * device.logicalDpiY() / pointsAnInch)); // whatever the screen has

@@ -75,7 +75,9 @@ QString CustomerControlSet::text(QWidget &control) const
         return combo->currentText();
     }
     if (const auto *const memo = qobject_cast<const QPlainTextEdit *>(&control)) {
-        return memo->document()->isModified() ? typedMemo(*memo) : m_memos.value(memo);
+        const Memo asSet = m_memos.value(memo);
+        const QString typed = typedMemo(*memo);
+        return typed == asSet.inDocument ? asSet.text : typed;
     }
     const auto *const line = qobject_cast<const QLineEdit *>(&control);
     return line != nullptr ? line->text() : QString();
@@ -91,7 +93,7 @@ void CustomerControlSet::setText(QWidget &control, const QString &text)
         combo->lineEdit()->setCursorPosition(0);
     } else if (auto *const memo = qobject_cast<QPlainTextEdit *>(&control)) {
         memo->setPlainText(text);
-        m_memos.insert(memo, text);
+        m_memos.insert(memo, {text, typedMemo(*memo)});
     } else if (auto *const line = qobject_cast<QLineEdit *>(&control)) {
         line->setText(text);
         line->setCursorPosition(0);

@@ -23,7 +23,13 @@ private:
     void setText(QWidget &control, const QString &text);
 
     std::array<QWidget *, customerFieldCount> m_controls{};
-    QHash<const QWidget *, QString> m_memos; ///< as set: a text document would change their line ends
+    /// A text document changes line ends; one that is only looked at keeps its own.
+    struct Memo
+    {
+        QString text;
+        QString inDocument;
+    };
+    QHash<const QWidget *, Memo> m_memos;
 };
 
 } // namespace customers

@@ -50,7 +50,7 @@ QString searchQuery(QStringView typed)
         " or [CustomerType] like '*",
         " or [Note] like '*",
     };
-    const QStringView words = typed.trimmed();
+    const QString words = typed.trimmed().toString();
     QString query;
     for (const char *piece : pieces) {
         query += QString::fromLatin1(piece) + words + u"*'"_s;

@@ -45,6 +45,7 @@ FrmCustomer::FrmCustomer(const appearance::FormContext &context, CustomerListCom
     setUpKeys();
     showRows(QString::fromUtf16(listQuery), 0);
     setUpGrid();
+    m_ui->txtSearch->setFocus();
 }
 
 FrmCustomer::~FrmCustomer()
@@ -76,7 +77,7 @@ void FrmCustomer::setUpGrid()
     connect(&grid, &appearance::RecordGrid::deleteRequested, this, &FrmCustomer::deleteCurrent);
 }
 
-// Three columns have no text of their own and are titled by what they hold.
+// Three columns have no key in the table of fields, and are titled as in the editor.
 void FrmCustomer::translateHeadings()
 {
     const auto title = [this](const QString &field, const QString &key) {
@@ -84,10 +85,11 @@ void FrmCustomer::translateHeadings()
         Ado1.setHeading(field, text.isEmpty() ? field : text);
     };
     for (const CustomerField &field : customerFields()) {
-        const QString key = QString::fromLatin1(field.labelKey);
-        const QString column = QString::fromLatin1(field.column);
-        title(column, key.isEmpty() ? u"CustomerColumn"_s + column : key);
+        title(QString::fromLatin1(field.column), QString::fromLatin1(field.labelKey));
     }
+    title(u"T1"_s, u"SecondContact"_s);
+    title(u"T2"_s, u"SecondContactMobile"_s);
+    title(u"T3"_s, u"PopTheCaller"_s);
     title(u"SN"_s, u"SN"_s);
 }
 
@@ -233,7 +235,7 @@ void FrmCustomer::editRow(int row, const QString &number)
     if (sn != 0) {
         m_commands.editCustomer(sn, number);
     } else if (row >= 0) {
-        showMessage(u"CustomerIsGone"_s); // another desk has deleted it
+        showMessage(u"CustomerNotFound"_s); // another desk has deleted it
     }
 }
 
@@ -283,7 +285,7 @@ void FrmCustomer::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() != Qt::Key_Escape) {
         QWidget::keyPressEvent(event);
-    } else if (m_ui->txtSearch->hasFocus() && !m_ui->txtSearch->text().isEmpty()) {
+    } else if (focusWidget() == m_ui->txtSearch && !m_ui->txtSearch->text().isEmpty()) {
         m_ui->txtSearch->clear();
         search();
     } else {

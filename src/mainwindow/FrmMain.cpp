@@ -260,7 +260,6 @@ void FrmMain::appendSms(const QString &text)
     constexpr qsizetype keptCharacters = 20000;
     m_sms.append(text.left(keptCharacters / 2) + u"\r\n"_s);
     m_sms.keepLast(keptCharacters);
-    m_unreadMessages += m_ui->txtSMS->isVisible() ? 0 : 1;
     m_screen.schedule();
 }
 
@@ -281,13 +280,22 @@ void FrmMain::updateScreen()
     }
 }
 
-// The tab of the messages carries the number of those that nobody has seen.
+void FrmMain::showUnread(int messages)
+{
+    m_unreadMessages = messages;
+    m_screen.schedule();
+}
+
+// The tab of the messages and the tray's tip carry the number of those that nobody has seen.
 void FrmMain::markUnread()
 {
-    m_unreadMessages = m_ui->txtSMS->isVisible() ? 0 : m_unreadMessages;
+    if (m_unreadMessages > 0 && m_ui->txtSMS->isVisible() && !isMinimized()) {
+        m_context.commands.messagesSeen();
+    }
     const int tab = m_ui->SSTab1->indexOf(m_ui->pageShortMessages);
     const QString title = m_messagesTitle + u" (%1)"_s.arg(m_unreadMessages);
     m_ui->SSTab1->setTabText(tab, m_unreadMessages > 0 ? title : m_messagesTitle);
+    m_tray->setTip(m_unreadMessages > 0 ? title + u" - "_s + windowTitle() : windowTitle());
 }
 
 void FrmMain::updateSource()

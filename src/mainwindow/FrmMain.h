@@ -41,6 +41,8 @@ public:
     virtual QString describeLastDatagram() = 0;
     /// Deletes the short-message log; false where it stays.
     virtual bool eraseShortMessages() = 0;
+    /// The operator sees the received messages.
+    virtual void messagesSeen() = 0;
 };
 
 /// The program's one permanent window: the calls, the last caller, the run information, the short messages.
@@ -76,6 +78,8 @@ public:
     void showCustomersAvailable(bool available);
     void ShowCallerID_tarn(const core::CallRecord &record);
     void showLastCaller(const QString &text);
+    /// How many received messages nobody has seen yet.
+    void showUnread(int messages);
     /// Puts a line of the short-message log under the last one.
     void appendSms(const QString &text);
 

@@ -29,11 +29,13 @@ QString resolved(int place)
 QString joined(const NoteConditions &asked)
 {
     return u"select CustomerRequest.[CallID],CallInfo.[CustomerName],CallInfo.[DateAndTime],"
-           "CallInfo.[Consultant],CallInfo.[CallContent],CustomerRequest.[Request],CustomerRequest.[Response],"
+           "CallInfo.[Consultant],CallInfo.[CallContent],CustomerRequest.[Request],CustomerRequest.[Response]"
+           ","
            "CustomerRequest.[IfResolved],CustomerRequest.[Note] from CustomerRequest,CallInfo"
            " where CallInfo.CallID = CustomerRequest.CallID"_s +
-           (asked.fixedCustomer.isEmpty() ? QString()
-                                          : u" and [CustomerName]='"_s + quoted(asked.fixedCustomer) + u'\'') +
+           (asked.fixedCustomer.isEmpty()
+                ? QString()
+                : u" and [CustomerName]='"_s + quoted(asked.fixedCustomer) + u'\'') +
            like("CustomerRequest.[CallID]"_L1, asked.callId) + like("[CustomerName]"_L1, asked.customerName) +
            like("[Consultant]"_L1, asked.consultant) + u" and [DateAndTime]>='"_s + moment(asked.start) +
            u"' and [DateAndTime]<='"_s + moment(asked.end) + u'\'' + like("[CallContent]"_L1, asked.content) +

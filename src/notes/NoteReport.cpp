@@ -15,9 +15,9 @@ constexpr qint32 headingWidth = 30;
 constexpr int ruleWidth = 115;
 const auto lineEnd = u"\r\n"_s;
 
-constexpr std::array<QLatin1StringView, 8> fields = {
-    "callid"_L1,     "CustomerName"_L1, "Consultant"_L1, "dateandtime"_L1,
-    "ifresolved"_L1, "request"_L1,      "response"_L1,   "note"_L1};
+constexpr std::array<QLatin1StringView, 8> fields = {"callid"_L1,      "CustomerName"_L1, "Consultant"_L1,
+                                                     "dateandtime"_L1, "ifresolved"_L1,   "request"_L1,
+                                                     "response"_L1,    "note"_L1};
 
 int columnOf(const QStringList &names, QLatin1StringView field)
 {
@@ -125,9 +125,8 @@ QString NoteReport::content(const QString &callId)
 {
     constexpr int callContent = 4; // the order of the table's columns is part of the format
     QString content;
-    m_connection.database().forEachRow(contentQuery(callId), [&](const store::Row &row) {
-        content = row.text(callContent);
-    });
+    m_connection.database().forEachRow(contentQuery(callId),
+                                       [&](const store::Row &row) { content = row.text(callContent); });
     return content;
 }
 

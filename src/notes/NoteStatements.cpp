@@ -49,8 +49,8 @@ QString callInsert(const NoteEntry &entry)
 QString callUpdate(const NoteEntry &entry)
 {
     return u"update callinfo set [CustomerName]='"_s + quoted(entry.customerName) + u"',[Consultant]='"_s +
-           quoted(entry.consultant) + u"',[CallContent]='"_s + quoted(entry.content) +
-           u"' where CallID='"_s + quoted(entry.callId) + u'\'';
+           quoted(entry.consultant) + u"',[CallContent]='"_s + quoted(entry.content) + u"' where CallID='"_s +
+           quoted(entry.callId) + u'\'';
 }
 
 QString requestInsert(const NoteEntry &entry)

@@ -22,7 +22,6 @@ frmNotePad::frmNotePad(const NoteContext &context)
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowIcon(appearance::programIcon());
     m_setup.load(*this);
-    m_ui->txtReport->setHint(m_context.forms.texts.Lms(u"NoNotesOfCustomer"_s));
     connectButtons();
     m_context.values.NotePadOpen = true;
 }
@@ -56,7 +55,7 @@ void frmNotePad::begin(const QString &customerName, int page)
     m_ui->dtpTime->setTime(now.time());
     m_ui->txtCallID->setText(newCallId(now));
     m_ui->SSTab1->setCurrentIndex(page);
-    (page == 0 ? static_cast<QWidget *>(m_ui->txtReport)
+    (page == 0                ? static_cast<QWidget *>(m_ui->txtReport)
      : customerName.isEmpty() ? m_ui->txtCustomerName
                               : m_ui->txtConsultant)
         ->setFocus();
@@ -126,7 +125,10 @@ void frmNotePad::readReport(const std::function<void(const QString &)> &use)
 
 void frmNotePad::refreshReport()
 {
-    readReport([this](const QString &report) { m_ui->txtReport->setReport(report); });
+    readReport([this](const QString &report) {
+        m_ui->txtReport->setHint(m_context.forms.texts.Lms(u"NoNotesOfCustomer"_s));
+        m_ui->txtReport->setReport(report);
+    });
 }
 
 void frmNotePad::print()
@@ -146,7 +148,7 @@ void frmNotePad::keyPressEvent(QKeyEvent *event)
                (enter && m_ui->SSTab1->currentWidget() == m_ui->pageEntry)) {
         save();
     } else if (event->key() == Qt::Key_F1) {
-        m_context.forms.navigator.ShowHelp(u"Popup_NotePad"_s);
+        m_context.forms.navigator.ShowHelp(u"Popup_Notes"_s);
     } else {
         QWidget::keyPressEvent(event);
     }
@@ -155,9 +157,9 @@ void frmNotePad::keyPressEvent(QKeyEvent *event)
 void frmNotePad::closeEvent(QCloseEvent *event)
 {
     using Answer = core::Prompts::Answer;
-    const Answer answer = isUnsaved()
-                              ? m_context.forms.prompts.askSave(m_context.forms.texts.Lms(u"SaveNoteFirst?"_s))
-                              : Answer::Discard;
+    const Answer answer =
+        isUnsaved() ? m_context.forms.prompts.askSave(m_context.forms.texts.Lms(u"SaveNoteFirst?"_s))
+                    : Answer::Discard;
     const bool goes = answer == Answer::Discard || (answer == Answer::Save && save());
     event->setAccepted(goes);
     if (goes) {

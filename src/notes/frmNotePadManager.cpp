@@ -167,8 +167,9 @@ void frmNotePadManager::readReport(const std::function<void(const QString &)> &u
     if (m_select.isEmpty()) {
         return;
     }
-    auto *run = new ReportRun(m_context.forms.log, m_context.forms.paths.CustomerFile, m_select,
-                              m_fixedCustomer.isEmpty() ? std::nullopt : std::optional(m_fixedCustomer), this);
+    auto *run =
+        new ReportRun(m_context.forms.log, m_context.forms.paths.CustomerFile, m_select,
+                      m_fixedCustomer.isEmpty() ? std::nullopt : std::optional(m_fixedCustomer), this);
     const auto setReady = [this](bool ready) {
         m_ui->cmdExport->setEnabled(ready);
         m_ui->cmdPrintOut->setEnabled(ready);
@@ -203,7 +204,7 @@ void frmNotePadManager::keyPressEvent(QKeyEvent *event)
     } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         ShowResult();
     } else if (event->key() == Qt::Key_F1) {
-        m_context.forms.navigator.ShowHelp(u"Popup_NotePadManager"_s);
+        m_context.forms.navigator.ShowHelp(u"Popup_Notes_Manager"_s);
     } else {
         QWidget::keyPressEvent(event);
     }

@@ -38,8 +38,7 @@ frmLanguageEditor::~frmLanguageEditor()
 void frmLanguageEditor::connectButtons()
 {
     connect(m_ui->cmdSearch, &QPushButton::clicked, this, &frmLanguageEditor::search);
-    connect(m_ui->cmdRefresh, &QPushButton::clicked, this,
-            [this] { showRows(Data1.refresh(), m_context.texts.Lms(u"LanguageFileUnreadable"_s)); });
+    connect(m_ui->cmdRefresh, &QPushButton::clicked, this, &frmLanguageEditor::refresh);
     connect(m_ui->cmdReturn, &QPushButton::clicked, this, &frmLanguageEditor::saveAndClose);
     const auto *helpKey = new QShortcut(QKeySequence::HelpContents, this);
     connect(helpKey, &QShortcut::activated, this,
@@ -75,6 +74,16 @@ void frmLanguageEditor::loadRows()
         }
     });
     showRows(read, m_context.texts.Lms(u"LanguageFileUnreadable"_s));
+}
+
+// The file may have been put right since it could not be read.
+void frmLanguageEditor::refresh()
+{
+    if (Data1.recordSource().isEmpty()) {
+        loadRows();
+    } else {
+        showRows(Data1.refresh(), m_context.texts.Lms(u"LanguageFileUnreadable"_s));
+    }
 }
 
 void frmLanguageEditor::search()

@@ -39,6 +39,7 @@ private:
     void loadRows();
     void showRows(bool read, const QString &failure);
     void SetGrid();
+    void refresh();
     void search();
     void saveAndClose();
 

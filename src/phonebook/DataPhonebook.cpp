@@ -12,6 +12,7 @@ DataPhonebook::DataPhonebook(core::RunLog &log, const core::TextLookup &texts, Q
 {
     setObjectName(u"DataPhonebook"_s);
     setEditable(true);
+    setLeadingFields({u"Telno"_s, u"SimpleDes"_s, u"IfVip"_s, u"IfInBlackList"_s, u"DetailDes"_s});
     setHeading(u"Telno"_s, texts.Lms(u"Telno"_s));
     setHeading(u"SimpleDes"_s, texts.Lms(u"SimpleDes"_s));
     setHeading(u"IfVip"_s, texts.Lms(u"IfVip"_s));

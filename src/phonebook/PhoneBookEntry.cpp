@@ -96,7 +96,7 @@ QString SaveSimplePhoneBook(core::RunLog &log, const QString &databaseFile, cons
     QString sn;
     log.trap("SaveSimplePhoneBook"_L1, [&] {
         sn = writeEntry(databaseFile, entry);
-        after.rebindList();
+        after.rebindList(sn.toInt());
         after.server.SendServer(u"REFRESHSIMPLEPHONEBOOK"_s);
     });
     return sn;

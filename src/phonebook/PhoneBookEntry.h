@@ -40,7 +40,7 @@ std::optional<PhoneBookEntry> entryBySn(const QString &databaseFile, qint32 sn);
 /// Whom a save tells of it.
 struct AfterSave
 {
-    std::function<void()> rebindList; ///< shows the whole phone book anew where its list is open
+    std::function<void(qint32 sn)> rebindList; ///< shows the whole phone book anew where its list is open
     core::Server &server;
 };
 

@@ -36,9 +36,9 @@ frmSimplePhoneBook &PhoneBookWindows::list()
 frmSimplePhoneBookEdit &PhoneBookWindows::editor()
 {
     if (m_editor == nullptr) {
-        const auto rebindList = [this] {
+        const auto rebindList = [this](qint32 sn) {
             if (m_list != nullptr) {
-                m_list->showAll();
+                m_list->showAll(sn);
             }
         };
         m_editor = new frmSimplePhoneBookEdit({m_context.forms, m_context.checks, rebindList});

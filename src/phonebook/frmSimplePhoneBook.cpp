@@ -10,6 +10,7 @@
 #include <QShortcut>
 
 #include <algorithm>
+#include <array>
 
 using namespace Qt::StringLiterals;
 
@@ -19,20 +20,8 @@ namespace {
 
 constexpr std::chrono::milliseconds typingPause{300};
 
-struct Column
-{
-    QString name;
-    int characters; ///< wide at first
-};
-
-QList<Column> columnsInOrder()
-{
-    return {{u"Telno"_s, 26},
-            {u"SimpleDes"_s, 28},
-            {u"IfVip"_s, 12},
-            {u"IfInBlackList"_s, 12},
-            {u"DetailDes"_s, 40}};
-}
+/// How wide the columns are at first, in characters.
+constexpr std::array columnWidths{26, 28, 12, 12, 40};
 
 } // namespace
 
@@ -61,6 +50,7 @@ void frmSimplePhoneBook::setUpGrid()
 {
     m_ui->DbgPhoneBook->setModel(m_data);
     m_ui->DbgPhoneBook->setItemDelegate(new MarkDelegate(*m_data, this));
+    m_ui->DbgPhoneBook->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 }
 
 void frmSimplePhoneBook::connectControls()
@@ -111,27 +101,24 @@ void frmSimplePhoneBook::addShortcuts()
 void frmSimplePhoneBook::layOutColumns()
 {
     auto *grid = m_ui->DbgPhoneBook;
-    QHeaderView *header = grid->horizontalHeader();
-    if (header->count() == 0 || grid->isColumnHidden(m_data->columnOf(u"SN"_s))) {
+    const int key = m_data->columnOf(u"SN"_s);
+    if (key < 0 || grid->isColumnHidden(key)) {
         return;
     }
-    int place = 0;
-    for (const Column &column : columnsInOrder()) {
-        const int section = m_data->columnOf(column.name);
-        header->moveSection(header->visualIndex(section), place++);
-        header->resizeSection(section, column.characters * fontMetrics().averageCharWidth());
+    for (int column = 0; column < int(columnWidths.size()); ++column) {
+        grid->setColumnWidth(column, columnWidths.at(size_t(column)) * fontMetrics().averageCharWidth());
     }
     grid->remember(m_context.services.windows, u"frmSimplePhoneBook.DbgPhoneBook"_s);
-    grid->hideColumn(m_data->columnOf(u"SN"_s));
+    grid->hideColumn(key);
 }
 
-void frmSimplePhoneBook::showAll()
+void frmSimplePhoneBook::showAll(std::optional<qint32> sn)
 {
-    const int row = m_ui->DbgPhoneBook->currentIndex().row();
     m_typingPause.stop();
     m_ui->txtSearch->clear();
     if (bind(allEntriesQuery())) {
-        standOn(std::max(row, 0));
+        standOnSn(sn);
+        showCount();
     }
     showHint();
 }
@@ -173,10 +160,10 @@ void frmSimplePhoneBook::search()
 
 void frmSimplePhoneBook::refresh()
 {
-    const int row = m_ui->DbgPhoneBook->currentIndex().row();
+    const std::optional<qint32> sn = currentSn();
     const QString shown = m_data->recordSource();
     if (bind(shown.isEmpty() ? allEntriesQuery() : shown)) {
-        standOn(std::max(row, 0));
+        standOnSn(sn);
         showCount();
     }
     showHint();
@@ -209,6 +196,12 @@ void frmSimplePhoneBook::standOn(int row)
 {
     const int column = m_data->columnOf(u"Telno"_s);
     m_ui->DbgPhoneBook->setCurrentIndex(m_data->index(std::min(row, m_data->rowCount() - 1), column));
+}
+
+/// On the first row, where there is no such entry.
+void frmSimplePhoneBook::standOnSn(std::optional<qint32> sn)
+{
+    standOn(std::max(sn ? m_data->rowOf(*sn) : 0, 0));
 }
 
 std::optional<qint32> frmSimplePhoneBook::currentSn() const

@@ -23,8 +23,8 @@ public:
     explicit frmSimplePhoneBook(const appearance::FormContext &context);
     ~frmSimplePhoneBook() override;
 
-    /// Shows every entry and forgets the search text.
-    void showAll();
+    /// Shows every entry, forgets the search text, and stands on the entry of that SN.
+    void showAll(std::optional<qint32> sn = {});
     /// Shows the entries of a query in the given words.
     void showQuery(const QString &query);
 
@@ -53,6 +53,7 @@ private:
     void refresh();
     void deleteCurrent(DeletedBy means);
     void standOn(int row);
+    void standOnSn(std::optional<qint32> sn);
     void showCount();
     void showHint();
     void showRefusal(bool blankNumber);

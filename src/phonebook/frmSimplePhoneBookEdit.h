@@ -24,7 +24,7 @@ public:
     {
         appearance::FormContext forms;
         const lookup::ExistenceChecks &checks;
-        std::function<void()> rebindList; ///< see AfterSave
+        std::function<void(qint32 sn)> rebindList; ///< see AfterSave
     };
 
     explicit frmSimplePhoneBookEdit(const Needs &needs);

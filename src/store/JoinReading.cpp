@@ -19,9 +19,9 @@ JoinReading::JoinReading(Database &database, const JoinSelect &select, Columns c
                          const std::optional<QString> &group)
     : m_database(database), m_select(select), m_group(group), m_slice(firstSlice)
 {
-    m_columns = columns == Columns::Given ? select.columns
-                                          : u'[' + select.tables.details + u"].rowid,["_s +
-                                                select.tables.masters + u"].rowid"_s;
+    m_columns = columns == Columns::Given
+                    ? select.columns
+                    : u'[' + select.tables.details + u"].rowid,["_s + select.tables.masters + u"].rowid"_s;
     if (!group) {
         lookThrough(select.tables.masters);
         lookThrough(select.tables.details);
@@ -123,9 +123,9 @@ void JoinReading::readHits(const Visit &visit)
 void JoinReading::readRowsWithoutGroup(const Visit &visit)
 {
     const auto &[details, masters, group, key] = m_select.tables;
-    m_database.forEachBoundRow(m_select.over(m_columns, masters, details,
-                                        u" and ["_s + masters + u"].["_s + group + u"] is null"_s),
-                          {}, visit);
+    m_database.forEachBoundRow(
+        m_select.over(m_columns, masters, details, u" and ["_s + masters + u"].["_s + group + u"] is null"_s),
+        {}, visit);
 }
 
 /// What the masters are gone through by, as the left side of a comparison.
@@ -150,7 +150,8 @@ QString JoinReading::boundSelect() const
 std::optional<QVariantList> JoinReading::nextBound()
 {
     std::optional<QVariantList> bound;
-    const QVariantList values = (m_group ? QVariantList{*m_group} : QVariantList()) + m_from + QVariantList{m_slice};
+    const QVariantList values =
+        (m_group ? QVariantList{*m_group} : QVariantList()) + m_from + QVariantList{m_slice};
     m_database.forEachBoundRow(boundSelect(), values, [&](const Row &row) {
         bound = m_group ? QVariantList{row.text(0)} : QVariantList{row.text(0), row.text(1)};
     });
@@ -161,8 +162,9 @@ void JoinReading::readRows(const Visit &visit)
 {
     const std::optional<QVariantList> to = nextBound();
     const QString values = m_group ? u"?"_s : u"(?,?)"_s;
-    QString condition = m_group ? u" and ["_s + m_select.tables.masters + u"].["_s + m_select.tables.group + u"]=?"_s
-                                : QString();
+    QString condition =
+        m_group ? u" and ["_s + m_select.tables.masters + u"].["_s + m_select.tables.group + u"]=?"_s
+                : QString();
     condition += m_from.isEmpty() ? QString() : u" and "_s + beyond() + u'>' + values;
     condition += to ? u" and "_s + beyond() + u"<="_s + values : QString();
     m_database.forEachBoundRow(

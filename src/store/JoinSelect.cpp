@@ -16,8 +16,7 @@ using Place = Tokens::const_iterator;
 
 QString textBetween(Place first, Place end)
 {
-    return first == end ? QString()
-                        : QStringView(first->text.begin(), std::prev(end)->text.end()).toString();
+    return first == end ? QString() : QStringView(first->text.begin(), std::prev(end)->text.end()).toString();
 }
 
 Place wordFrom(Place first, Place end, QLatin1StringView word)

@@ -40,18 +40,18 @@ void createCallNoteTables(Database &database)
 /// that most conditions are answered without reading the row.
 void indexCallNotes(Database &database)
 {
-    QStringList indexes;
+    QStringList there;
     database.forEachRow(u"select name from sqlite_schema where type='index'"_s,
-                        [&](const Row &row) { indexes.append(row.text(0)); });
-    database.transaction([&] {
-        if (!indexes.contains(u"CallInfo_CustomerName"_s)) {
-            database.Execute(
-                u"create index CustomerName on CallInfo (CustomerName,CallID,DateAndTime,Consultant)"_s);
+                        [&](const Row &row) { there.append(row.text(0)); });
+    const std::pair<QString, QString> indexes[] = {
+        {u"CallInfo_CustomerName"_s,
+         u"create index CustomerName on CallInfo (CustomerName,CallID,DateAndTime,Consultant)"_s},
+        {u"CustomerRequest_CallID"_s, u"create index CallID on CustomerRequest (CallID)"_s}};
+    for (const auto &[name, statement] : indexes) {
+        if (!there.contains(name)) { // a file that may only be read is not written without need
+            database.Execute(statement);
         }
-        if (!indexes.contains(u"CustomerRequest_CallID"_s)) {
-            database.Execute(u"create index CallID on CustomerRequest (CallID)"_s);
-        }
-    });
+    }
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "ProgramDesk.h"
 #include "customers/FrmEditCustomer.h"
+#include "mainwindow/CallGridView.h"
 #include "phonebook/frmChoosePhoneDatabase.h"
 
 #include <QNetworkDatagram>

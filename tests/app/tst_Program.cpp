@@ -1,76 +1,7 @@
-#include "DeskFiles.h"
-#include "RecordWriter.h"
-#include "app/Program.h"
+#include "ProgramDesk.h"
 #include "store/Database.h"
-#include "support/TestForms.h"
 
-#include <QUdpSocket>
-
-namespace {
-
-const QString vipNumber = QStringLiteral("6175550101");    // of the sample desk: pop-up flag set
-const QString silentNumber = QStringLiteral("2145550129"); // pop-up flag off
-
-QByteArray call(const QString &number, const QString &name)
-{
-    sim::CallFields fields;
-    fields.line = u"5550100"_s;
-    fields.number = number;
-    fields.name = name;
-    fields.match = u"1"_s;
-    fields.vip = u"Y"_s;
-    fields.tailTime = u"2026-11-20 10:42"_s;
-    return sim::callRecord(fields, sim::CodePageChoice());
-}
-
-/// The whole program in a sample desk of its own, and a caller-ID unit on the loopback.
-struct Desk : support::TestDesk
-{
-    explicit Desk(bool withFiles = true)
-    {
-        const mkdesk::DeskSources sources;
-        for (const mkdesk::DeskFile &file : mkdesk::deskFiles(sources, true)) {
-            if (withFiles) {
-                mkdesk::makeDeskFile(file, paths.StartFolder);
-            }
-        }
-        QUdpSocket probe;
-        probe.bind(QHostAddress::LocalHost);
-        port = probe.localPort();
-        probe.close();
-        unit.bind(QHostAddress::LocalHost);
-    }
-    bool start()
-    {
-        program = std::make_unique<app::Program>(app::Outside{prompts, clock, paths.StartFolder,
-                                                              paths.DataFolder, folder.path(), QString(),
-                                                              0x0409, port, [this] { ended = true; }});
-        return program->subMain();
-    }
-    void send(const QByteArray &bytes) { unit.writeDatagram(bytes, QHostAddress::LocalHost, port); }
-    qsizetype logged(const QByteArray &text) const { return fileBytes(paths.RunLogFile).count(text); }
-    mainwindow::FrmMain &window() const { return program->mainWindow(); }
-    QString lastCaller() const
-    {
-        return window().findChild<QPlainTextEdit *>(u"txtLastCallerID"_s)->toPlainText();
-    }
-
-    QString source() const { return window().findChild<QLabel *>(u"lblSource"_s)->text(); }
-    void showsACall()
-    {
-        send(call(vipNumber, u"Harbor Lantern Hotel"_s));
-        QTRY_VERIFY(lastCaller().contains(vipNumber));
-        QVERIFY(window().isVisible());
-    }
-
-    support::FakePrompts prompts;
-    QUdpSocket unit;
-    quint16 port = 0;
-    bool ended = false;
-    std::unique_ptr<app::Program> program;
-};
-
-} // namespace
+using Desk = ProgramDesk;
 
 class tst_Program : public QObject
 {

@@ -32,7 +32,6 @@ private Q_SLOTS:
         row("known", u"Popup_MainHelp"_s, u"<b>MAIN</b>"_s);
         row("blanks around", u" Popup_Messages "_s, u"SHORT"_s);
         row("unknown", u"Popup_Nothing"_s, u""_s);
-        row("hostile", u"' or '1'='1"_s, u""_s);
     }
     void aPageIsFoundByItsTrimmedId()
     {

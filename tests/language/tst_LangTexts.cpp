@@ -308,12 +308,6 @@ private Q_SLOTS:
 
     void everyRowIsLookedUpSomewhere()
     {
-        for (const QString &area : m_areas) {
-            const QString folder = u"src/"_s + area.chopped(4);
-            if (QFile::exists(root + folder) && textsBelow(folder, {u"*.ui"_s}).isEmpty()) {
-                QSKIP("The rows of windows that are yet to be built cannot be judged.");
-            }
-        }
         QStringList unused = m_areas.keys();
         const QSet<QString> used = keysInUse();
         unused.removeIf([&](const QString &key) { return used.contains(key); });

@@ -19,6 +19,7 @@ class tst_FrmMain : public QObject
         void handleSampleCall() override { note(u"handleSampleCall"_s); }
         QString describeLastDatagram() override { return u"CallerID: 5550144"_s; }
         bool eraseShortMessages() override { return note(u"eraseShortMessages"_s); }
+        void messagesSeen() override { note(u"messagesSeen"_s); }
     };
 
     struct Forms : support::TestForms
@@ -148,6 +149,19 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(forms.desk.paths.RunLogFile));
         QCOMPARE(forms.commands.called, QStringList{u"eraseShortMessages"_s});
         QCOMPARE(forms.prompts.asked.filter(u"[AskDeleteRunlog]"_s).size(), 2);
+    }
+
+    void unreadMessagesAreCountedUntilTheyAreSeen()
+    {
+        Forms forms;
+        const auto *tabs = forms.find<QTabWidget>("SSTab1");
+        forms.window->showUnread(2);
+        QTRY_VERIFY(tabs->tabText(2).endsWith(u" (2)"_s));
+        QCOMPARE(forms.commands.called, QStringList());
+        forms.find<QTabWidget>("SSTab1")->setCurrentIndex(2);
+        QTRY_COMPARE(forms.commands.called.value(0), u"messagesSeen"_s);
+        forms.window->showUnread(0);
+        QTRY_VERIFY(!tabs->tabText(2).contains(u'('));
     }
 
     void testControlsShowOnADevelopersMachineOnly()

@@ -15,8 +15,14 @@ namespace {
 NoteEntry entryOf(const QString &customer, const QString &consultant, const QString &request,
                   const QString &response)
 {
-    return {u"Call20261121093015"_s, customer, QDateTime({2026, 11, 21}, {9, 30, 15}), consultant,
-            u"can't"_s,             request,  response,                               {},
+    return {u"Call20261121093015"_s,
+            customer,
+            QDateTime({2026, 11, 21}, {9, 30, 15}),
+            consultant,
+            u"can't"_s,
+            request,
+            response,
+            {},
             1};
 }
 
@@ -59,8 +65,9 @@ private Q_SLOTS:
     void everyConditionStandsInItsPlace()
     {
         support::TestDesk desk;
-        NoteConditions asked{.start = QDateTime({2001, 1, 1}, {0, 0}),
-                             .end = QDateTime({2009, 12, 31}, {23, 59, 59})};
+        NoteConditions asked;
+        asked.start = QDateTime({2001, 1, 1}, {0, 0});
+        asked.end = QDateTime({2009, 12, 31}, {23, 59, 59});
         const QString select = MakeCondition(desk.log, asked);
         const QString range = u" and [DateAndTime]>='2001-01-01 00:00:00' and "
                               "[DateAndTime]<='2009-12-31 23:59:59'"_s;
@@ -72,15 +79,17 @@ private Q_SLOTS:
             "CustomerRequest.[Response],CustomerRequest.[IfResolved],CustomerRequest.[Note] from "
             "CustomerRequest,CallInfo where CallInfo.CallID = CustomerRequest.CallID"_s;
         QCOMPARE(select, head + range + order);
-        asked = {u"F'x"_s, u" id "_s, u"n"_s, u"c"_s, asked.start, asked.end, u"t"_s, u"r"_s, u"s"_s, u"o"_s, 2};
-        QCOMPARE(MakeCondition(desk.log, asked),
-                 head +
-                     u" and [CustomerName]='F''x' and CustomerRequest.[CallID] like '%id%' and [CustomerName] "
-                     "like '%n%' and [Consultant] like '%c%'"_s +
-                     range +
-                     u" and [CallContent] like '%t%' and [Request] like '%r%' and [Response] like '%s%' and "
-                     "[Note] like '%o%' and [IfResolved] = False"_s +
-                     order);
+        asked = {u"F'x"_s, u" id "_s, u"n"_s, u"c"_s, asked.start, asked.end, u"t"_s,
+                 u"r"_s,   u"s"_s,    u"o"_s, 2};
+        QCOMPARE(
+            MakeCondition(desk.log, asked),
+            head +
+                u" and [CustomerName]='F''x' and CustomerRequest.[CallID] like '%id%' and [CustomerName] "
+                "like '%n%' and [Consultant] like '%c%'"_s +
+                range +
+                u" and [CallContent] like '%t%' and [Request] like '%r%' and [Response] like '%s%' and "
+                "[Note] like '%o%' and [IfResolved] = False"_s +
+                order);
     }
 
     void valuesAreCheckedInTheirOrder_data()
@@ -205,7 +214,8 @@ private Q_SLOTS:
             pdf.setOutputFormat(QPrinter::PdfFormat);
             pdf.setOutputFileName(file);
             pdf.setPageSize(QPageSize(QPageSize::A4));
-            core::drawPages(pdf, {u"Call notes"_s, text + u"word "_s.repeated(100) + u"end-word"_s, {}, false});
+            core::drawPages(pdf,
+                            {u"Call notes"_s, text + u"word "_s.repeated(100) + u"end-word"_s, {}, false});
         }
         QProcess reader;
         reader.start(u"pdftotext"_s, {u"-layout"_s, file, u"-"_s});
@@ -221,7 +231,8 @@ private Q_SLOTS:
         const QStringList lines = pages.join(QString()).split(u'\n');
         QCOMPARE(lines.count(u"line-77"_s), 1);
         QVERIFY(pages.last().contains(u"end-word"_s));
-        QCOMPARE(pages.join(u' ').count(u"word "_s), 100 - lines.filter(QRegularExpression(u"word$"_s)).size() + 1);
+        QCOMPARE(pages.join(u' ').count(u"word "_s),
+                 100 - lines.filter(QRegularExpression(u"word$"_s)).size() + 1);
     }
 };
 

@@ -90,9 +90,10 @@ private Q_SLOTS:
             cells.append(grid->model()->headerData(column, Qt::Horizontal).toString() +
                          grid->model()->index(0, column).data().toString());
         }
-        QCOMPARE(cells.join(u' '),
-                 u"[CallID]Call1 [CustomerName]Acme [DateAndTime]2005-03-01 07:59:59 [Consultant]Ann "
-                 "[CallContent]Invoice [Request]Pay [Response]Done by Ann [IfResolved][Yes] [Note]Note Call1"_s);
+        QCOMPARE(
+            cells.join(u' '),
+            u"[CallID]Call1 [CustomerName]Acme [DateAndTime]2005-03-01 07:59:59 [Consultant]Ann "
+            "[CallContent]Invoice [Request]Pay [Response]Done by Ann [IfResolved][Yes] [Note]Note Call1"_s);
         const QPoint place = grid->visualRect(grid->model()->index(2, 1)).center();
         QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, place);
         QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, place);
@@ -138,14 +139,16 @@ private Q_SLOTS:
         QWidget *form = support::openForm<notes::frmNotePadManager>();
         const QAbstractItemModel *model = control<appearance::RecordGrid>(form, "DataGrid1")->model();
         QTRY_COMPARE(model->rowCount(), 6000);
-        const QString expected = desk.rows(
-            u"select c.CustomerName||'/'||r.CallID||'/'||r.IfResolved as k from CustomerRequest as r,CallInfo as c "
-            "where c.CallID=r.CallID order by c.CustomerName,r.CallID,r.IfResolved"_s);
+        const QString expected =
+            desk.rows(u"select c.CustomerName||'/'||r.CallID||'/'||r.IfResolved as k from CustomerRequest as "
+                      u"r,CallInfo as c "
+                      "where c.CallID=r.CallID order by c.CustomerName,r.CallID,r.IfResolved"_s);
         QStringList shown;
         for (int row = 0; row < model->rowCount(); ++row) {
             const auto cell = [&](int column) { return model->index(row, column).data().toString(); };
-            shown.append(cell(1).isEmpty() ? QString()
-                                           : cell(1) + u'/' + cell(0) + (cell(7) == u"[Yes]" ? u"/1"_s : u"/0"_s));
+            shown.append(cell(1).isEmpty()
+                             ? QString()
+                             : cell(1) + u'/' + cell(0) + (cell(7) == u"[Yes]" ? u"/1"_s : u"/0"_s));
         }
         QCOMPARE(shown.join(u'\n'), expected);
     }
@@ -157,7 +160,7 @@ private Q_SLOTS:
         QWidget *form = desk.open();
         QVERIFY(desk.desk.logMessages().value(0).startsWith(u"!GetRecordSet "_s));
         QTest::keyClick(form, Qt::Key_F1);
-        QCOMPARE(desk.navigator.shown, QStringList(u"ShowHelp Popup_NotePadManager"_s));
+        QCOMPARE(desk.navigator.shown, QStringList(u"ShowHelp Popup_Notes_Manager"_s));
         QTest::keyClick(form, Qt::Key_Escape);
         QTRY_COMPARE(desk.openForms.count(), 0);
     }

@@ -1,48 +1,24 @@
+#include "OptionsDesk.h"
 #include "appearance/RecordGrid.h"
-#include "options/OptionsWindows.h"
-#include "support/TestForms.h"
 
 /// The language editor: rows, search, cells and the two boxes.
 class tst_LanguageEditor : public QObject
 {
     Q_OBJECT
 
-    struct Desk : support::TestForms, options::OptionsEffects
+    struct Desk : OptionsDesk<options::frmLanguageEditor>
     {
-        options::OptionsWindows windows{{context(), settings, *this}};
-
-        Desk()
+        explicit Desk(const QString &sql = {}, const QByteArray &bytes = {})
         {
-            desk.runSql(desk.paths.UserLangFile,
-                        u"Create Table Language (item text(255), userlanguage text(255), english text(255));"
-                        "insert into Language values ('Save', '', 'Save');"
-                        "insert into Language values ('Copy', 'Kopie', 'Copy');"
-                        "insert into Language values ('Ann', 'x', 'O''Brien [1] 100% safe');"_s);
-            settings.record.LanguageSetting.setText(u"chs"_s);
+            sql.isEmpty() ? desk.writeFile(desk.paths.UserLangFile, bytes)
+                          : desk.runSql(desk.paths.UserLangFile, sql);
         }
-        ~Desk() override { windows.close(); }
-
-        void iniUDP() override {}
-        QStringList gridColumnNames() const override { return {}; }
-        void ChangeGridCfg(const QStringList &) override {}
-        void iniGridCallerID_tarn() override {}
-
         void open()
         {
             windows.showLanguageEditor();
             QVERIFY(QTest::qWaitForWindowExposed(form()));
         }
-        static QWidget *form() { return support::openForm<options::frmLanguageEditor>(); }
-        template <typename Control>
-        static Control *find(const char *name)
-        {
-            return form()->findChild<Control *>(QLatin1String(name));
-        }
         static appearance::RecordGrid *grid() { return find<appearance::RecordGrid>("DBGrid1"); }
-        static void press(const char *button)
-        {
-            QTest::mouseClick(find<QPushButton>(button), Qt::LeftButton);
-        }
         static QString keys()
         {
             QString found;
@@ -51,18 +27,23 @@ class tst_LanguageEditor : public QObject
             }
             return found;
         }
-        /// Opens the cell's own editor as F2 does, types, and leaves it by Enter.
+        /// Opens the cell's own editor, types, and leaves it by Enter.
         static void type(const QModelIndex &cell, const QString &text)
         {
             grid()->setCurrentIndex(cell);
             QTest::keyClick(grid(), Qt::Key_Return);
             auto *editor = grid()->findChild<QLineEdit *>();
-            QVERIFY(editor != nullptr);
             editor->selectAll();
             QTest::keyClicks(editor, text);
             QTest::keyClick(editor, Qt::Key_Return);
         }
     };
+
+    const QString m_rows =
+        u"Create Table Language (item text(255), userlanguage text(255), english text(255));"
+        "insert into Language values ('Save', '', 'Save');"
+        "insert into Language values ('Copy', 'Kopie', 'Copy');"
+        "insert into Language values ('Ann', 'x', 'O''Brien [1] 100% safe');"_s;
 
 private Q_SLOTS:
     void aSearchLooksIntoAllColumns_data()
@@ -81,7 +62,7 @@ private Q_SLOTS:
     {
         QFETCH(QString, typed);
         QFETCH(bool, fails);
-        Desk desk;
+        Desk desk(m_rows);
         desk.open();
         QTest::keyClicks(desk.find<QLineEdit>("txtCondition"), typed);
         QTest::keyClick(desk.find<QLineEdit>("txtCondition"), Qt::Key_Return);
@@ -94,7 +75,7 @@ private Q_SLOTS:
 
     void aChangedCellIsInTheFileAtOnce()
     {
-        Desk desk;
+        Desk desk(m_rows);
         desk.open();
         QTest::keyClicks(desk.find<QLineEdit>("txtCondition"), u"a"_s);
         desk.press("cmdSearch");
@@ -132,7 +113,7 @@ private Q_SLOTS:
         QFETCH(QString, before);
         QFETCH(QString, pressed);
         QFETCH(QString, after);
-        Desk desk;
+        Desk desk(m_rows);
         desk.settings.record.LanguageSetting.setText(before);
         desk.windows.showOptions();
         desk.open();
@@ -142,8 +123,7 @@ private Q_SLOTS:
             QTest::keyClick(desk.find<QCheckBox>(qPrintable(pressed)), Qt::Key_Space);
         }
         desk.press("cmdReturn");
-        const QByteArray saved = desk.desk.fileBytes(desk.desk.paths.SettingsFile);
-        QCOMPARE(core::SettingsRecord::fromBytes(saved).LanguageSetting.text(), after);
+        QCOMPARE(desk.saved().LanguageSetting.text(), after);
         auto *dialog = support::openForm<options::frmOptions>();
         QCOMPARE(dialog->findChild<QComboBox *>(u"CmbLanguage"_s)->currentText(), after.toUpper());
     }
@@ -160,17 +140,16 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, bytes);
         QFETCH(QString, sql);
-        Desk desk;
-        QFile::remove(desk.desk.paths.UserLangFile);
-        sql.isEmpty() ? desk.desk.writeFile(desk.desk.paths.UserLangFile, bytes)
-                      : desk.desk.runSql(desk.desk.paths.UserLangFile, sql);
+        Desk desk(sql, bytes);
         desk.open();
         QCOMPARE(desk.find<QLabel>("lblState")->text(), u"[LanguageFileUnreadable]"_s);
         QVERIFY(desk.desk.logMessages().last().startsWith(u"!frmLanguageEditor_Load "_s));
-        for (const char *button : {"cmdSearch", "cmdRefresh"}) {
-            desk.press(button);
-            QCOMPARE(desk.grid()->model()->rowCount(), 0);
-        }
+        desk.press("cmdSearch");
+        QCOMPARE(desk.keys(), u""_s);
+        QFile::remove(desk.desk.paths.UserLangFile);
+        desk.desk.runSql(desk.desk.paths.UserLangFile, m_rows);
+        desk.press("cmdRefresh");
+        QCOMPARE(desk.keys(), u"Save Copy Ann "_s);
     }
 };
 

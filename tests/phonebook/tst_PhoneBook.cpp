@@ -19,7 +19,7 @@ class tst_PhoneBook : public QObject
         QString save(const PhoneBookEntry &entry)
         {
             return phonebook::SaveSimplePhoneBook(log, paths.PhoneBookFile, entry,
-                                                  {[this] { ++rebound; }, server});
+                                                  {[this](qint32 sn) { rebound = sn; }, server});
         }
         bool show(const QString &query) { return list.setRecordSource(paths.PhoneBookFile, query); }
         QStringList shown() const
@@ -64,7 +64,7 @@ private Q_SLOTS:
         expected.SN = key;
         expected.Telno = u"7 '8'"_s;
         QVERIFY(phonebook::entryBySn(desk.paths.PhoneBookFile, key.toInt()) == expected);
-        QCOMPARE(desk.rebound, 1);
+        QCOMPARE(desk.rebound, key.toInt());
         QCOMPARE(desk.server.sent, QStringList{u"REFRESHSIMPLEPHONEBOOK"_s});
         QCOMPARE(desk.logMessages(), QStringList());
     }
@@ -117,7 +117,7 @@ private Q_SLOTS:
     void aSearchFindsTheTextAnywhere_data()
     {
         const support::Table<QString, QString> row("text", "found"); // found: null where the query breaks
-        row("nothing typed: table order", u""_s, u"3 5 8 9"_s);
+        row("nothing typed: table order, nothing in Nulls", u""_s, u"3 5 9"_s);
         row("piece of a number", u"5501"_s, u"3 9"_s);
         row("description, other case", u"ŻÓŁW"_s, u"5"_s);
         row("details", u"LATE"_s, u"3"_s);

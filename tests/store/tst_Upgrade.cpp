@@ -25,7 +25,8 @@ private Q_SLOTS:
         desk.runBoth();
         desk.runSql(desk.paths.CustomerFile,
                     u"insert into callinfo values('Call1','Acme','2026-11-21 09:30:15','Ann','00123');"
-                    "insert into customerrequest values('Call1','00123','1e5',1,'')"_s);
+                    "insert into customerrequest values('Call1','00123','1e5',1,'');"
+                    "drop index CallInfo_CustomerName"_s); // as in a file of an older program
         desk.runBoth();
         store::Database database(desk.paths.CustomerFile);
         QCOMPARE(database.tableNames(), QStringList({u"customer"_s, u"CallInfo"_s, u"CustomerRequest"_s}));
@@ -36,6 +37,11 @@ private Q_SLOTS:
         store::Recordset requests = kept(u"CustomerRequest where [IfResolved] = True"_s);
         QCOMPARE(requests.value(u"Response"_s).toString(), u"1e5"_s);
         QCOMPARE(requests.value(u"IfResolved"_s), QVariant(true));
+        QStringList indexes;
+        database.forEachRow(u"select name from sqlite_schema where type='index'"_s,
+                            [&](const store::Row &row) { indexes.append(row.text(0)); });
+        QVERIFY(indexes.contains(u"CallInfo_CustomerName"_s) &&
+                indexes.contains(u"CustomerRequest_CallID"_s));
         database.Execute(u"drop table CallInfo"_s); // one of them alone counts as upgraded, too
         desk.runBoth();
         QVERIFY(!database.tableNames().contains(u"CallInfo"_s));

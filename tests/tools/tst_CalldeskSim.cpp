@@ -1,4 +1,5 @@
 #include "ToolRun.h"
+#include "core/CustomerInfo.h"
 #include "support/TestDesk.h"
 
 #include <QNetworkDatagram>
@@ -112,13 +113,19 @@ private Q_SLOTS:
     void itPrintsWhatTheProgramSendsBack()
     {
         QProcess unit;
-        unit.start(QStringLiteral(PROGRAM), QProcess::splitCommand(toUs(u"--number 5 --listen 0"_s)));
+        unit.start(QStringLiteral(PROGRAM),
+                   QProcess::splitCommand(toUs(u"--number 5 --listen 0 --code-page 936"_s)));
         QVERIFY(m_program->waitForReadyRead(5000));
         const QNetworkDatagram call = m_program->receiveDatagram();
         m_program->writeDatagram(call.makeReply("REFRESHCUSTOMERLIST"));
         QByteArray output;
         QTRY_VERIFY((output += unit.readAllStandardOutput()).contains("  REFRESHCUSTOMERLIST\n"));
         QVERIFY(output.contains("listening on port " + QByteArray::number(call.senderPort())));
+        const core::CustomerInfo customer{.fields = {{100, u"客户\n"_s}, {50, {}}, {1, u"Y"_s}}};
+        m_program->writeDatagram(call.makeReply(customer.toBytes(core::CodePage(936))));
+        QTRY_VERIFY(
+            (output += unit.readAllStandardOutput())
+                .contains(u"  customer record\n    CustomerName: 客户\u240A\n    IfVIP: Y\n"_s.toUtf8()));
         unit.kill();
         QVERIFY(unit.waitForFinished());
     }

@@ -1,5 +1,7 @@
 #include "Answers.h"
 
+#include "customers/CustomerForwarding.h"
+
 using namespace Qt::StringLiterals;
 
 namespace sim {
@@ -18,9 +20,29 @@ QString visibleText(const QString &text)
     return visible;
 }
 
+namespace {
+
+// One line a text; those that hold nothing are left out.
+QString describeCustomer(const QList<customers::ReceivedField> &fields, const CodePageChoice &codePage)
+{
+    QString description = u"customer record"_s;
+    for (const customers::ReceivedField &field : fields) {
+        if (!field.bytes.isEmpty()) {
+            description += u"\n    "_s + field.column + u": "_s +
+                           visibleText(codePage.decode(field.bytes.toByteArray()));
+        }
+    }
+    return description;
+}
+
+} // namespace
+
 QString describeAnswer(const QByteArray &bytes, const CodePageChoice &codePage)
 {
     constexpr qsizetype emptyMessage = 206; // characters of a short message with no text between its braces
+    if (const QList<customers::ReceivedField> fields = customers::receivedFields(bytes); !fields.isEmpty()) {
+        return describeCustomer(fields, codePage);
+    }
     const QString text = codePage.decode(bytes);
     if (text.size() < emptyMessage || text.first(50).trimmed() != u"SENDSMALLMESSAGE"_s) {
         return visibleText(text);

@@ -1,0 +1,124 @@
+#include "appearance/ThemedIcons.h"
+#include "customers/Addresses.h"
+#include "customers/FrmEditCustomer.h"
+#include "ui_FrmEditCustomer.h"
+
+#include <QCompleter>
+#include <QEvent>
+
+using namespace Qt::StringLiterals;
+
+// What single fields do, apart from being loaded and saved.
+namespace customers {
+
+// A box that completed or chose by itself would change what was typed: a city in other letters is another
+// item.
+void FrmEditCustomer::setUpCombos()
+{
+    const QList<QComboBox *> combos = findChildren<QComboBox *>();
+    for (QComboBox *combo : combos) {
+        combo->completer()->setCompletionMode(QCompleter::PopupCompletion);
+        combo->completer()->setCaseSensitivity(Qt::CaseSensitive);
+        combo->setFocusPolicy(Qt::StrongFocus);
+        combo->installEventFilter(this);
+        if (combo == m_ui->txtContactPersonSex) {
+            combo->addItems({u"Male"_s, u"FeMale"_s});
+        } else if (combo != m_ui->cmbSeatID) {
+            m_lists.ReadComboList(*combo);
+            connect(combo->lineEdit(), &QLineEdit::editingFinished, this,
+                    [this, combo] { m_lists.SaveComboItem(*combo); });
+        }
+    }
+}
+
+void FrmEditCustomer::setUpAddresses()
+{
+    const QColor ink = palette().color(QPalette::ButtonText);
+    m_ui->cmdOpenPage->setIcon(appearance::themedIcon(u"globe", ink));
+    m_ui->cmdSendEmail->setIcon(appearance::themedIcon(u"mail", ink));
+    connect(m_ui->cmdOpenPage, &QToolButton::clicked, this, &FrmEditCustomer::openHomepage);
+    connect(m_ui->cmdSendEmail, &QToolButton::clicked, this, &FrmEditCustomer::writeEmail);
+    m_ui->txtHomepage->installEventFilter(this);
+    m_ui->txtLinkmanEmail1->installEventFilter(this);
+}
+
+void FrmEditCustomer::mirror(QLineEdit &one, QLineEdit &other)
+{
+    const auto copy = [](QLineEdit &from, QLineEdit &to) {
+        connect(&from, &QLineEdit::textChanged, &to, [&to](const QString &text) {
+            if (to.text() != text) {
+                to.setText(text);
+            }
+        });
+    };
+    copy(one, other);
+    copy(other, one);
+}
+
+void FrmEditCustomer::setUpChecks()
+{
+    connect(m_ui->txtCustomerName, &QLineEdit::editingFinished, this, &FrmEditCustomer::checkName);
+    for (QLineEdit *numbers : numberEdits()) {
+        connect(numbers, &QLineEdit::editingFinished, this, [this, numbers] { checkNumbers(*numbers); });
+    }
+}
+
+QList<QLineEdit *> FrmEditCustomer::numberEdits() const
+{
+    return {m_ui->txtCompanyCall, m_ui->txtCompanyFax, m_ui->txtLinkmanMobile, m_ui->txtLinkmanMobile1};
+}
+
+/// Only what was typed since the last check: the warning itself takes the focus from the field.
+bool FrmEditCustomer::wasTyped(QLineEdit &edit) const
+{
+    const bool typed = edit.isModified();
+    edit.setModified(false);
+    return typed && m_mode == Mode::ADD && !edit.text().trimmed().isEmpty();
+}
+
+// An apostrophe would break the statements that hold the name between quotation marks.
+void FrmEditCustomer::checkName()
+{
+    const bool typed = wasTyped(*m_ui->txtCustomerName);
+    const QString name = m_ui->txtCustomerName->text().replace(u'\'', QChar(0x2019));
+    if (name != m_ui->txtCustomerName->text()) {
+        m_ui->txtCustomerName->setText(name);
+    }
+    const QString found = typed ? m_context.checks.IfTheCustumerExist(name.trimmed()) : QString();
+    if (!found.isEmpty() && found != "NO"_L1) {
+        m_context.form.prompts.tell(m_context.form.texts.Lms(u"CustomerExisted"_s));
+    }
+}
+
+void FrmEditCustomer::checkNumbers(QLineEdit &numbers)
+{
+    if (wasTyped(numbers)) {
+        m_context.checks.IfThePhoneNumberExistInCustomer(numbers.text());
+    }
+}
+
+void FrmEditCustomer::openHomepage()
+{
+    OpenIE(m_context.form.log, m_context.form.shell, m_ui->txtHomepage->text());
+}
+
+void FrmEditCustomer::writeEmail()
+{
+    SendEmail(m_context.form.log, m_context.form.shell, m_ui->txtLinkmanEmail1->text());
+}
+
+/// A wheel that passes over a box on the way down must not choose another item.
+bool FrmEditCustomer::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::MouseButtonDblClick && watched == m_ui->txtHomepage) {
+        openHomepage();
+    } else if (event->type() == QEvent::MouseButtonDblClick && watched == m_ui->txtLinkmanEmail1) {
+        writeEmail();
+    } else if (event->type() == QEvent::Wheel) {
+        auto *const combo = qobject_cast<QComboBox *>(watched);
+        return combo != nullptr && !combo->hasFocus();
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+} // namespace customers

@@ -1,0 +1,115 @@
+#include "CustomerDesk.h"
+#include "customers/CustomerExport.h"
+#include "customers/CustomerQueries.h"
+
+#include <QProcess>
+
+#include <numeric>
+
+/// The spreadsheet file, read back by another program.
+class tst_CustomerExport : public QObject
+{
+    Q_OBJECT
+
+    struct Desk : support::TestDesk
+    {
+        QString target = folder.filePath(u"客户 list.xlsx"_s);
+        QList<int> all = QList<int>(customers::exportFieldCount);
+        Desk()
+        {
+            deliver(u"Customer"_s, paths.CustomerFile);
+            std::iota(all.begin(), all.end(), 0);
+        }
+        bool exportAll(const QList<int> &fields) const
+        {
+            QStringList headings;
+            for (const int field : fields) {
+                headings.append(u"H%1"_s.arg(field));
+            }
+            customers::CustomerExport running(paths.CustomerFile, customers::exportQuery(fields), headings,
+                                              target);
+            return QTest::qWaitFor([&] { return running.step(std::chrono::milliseconds(5)); }, 60000);
+        }
+        /// What a Python expression over the sheet `s` of the workbook gives.
+        QString read(const QString &expression) const
+        {
+            const QString script = u"import openpyxl,sys\nb=openpyxl.load_workbook(sys.argv[1])\ns=b.active\n"
+                                   "sys.stdout.buffer.write(str(%1).encode())"_s.arg(expression);
+            QProcess python;
+            python.start(u"/usr/bin/python3"_s, {u"-c"_s, script, target});
+            python.waitForFinished();
+            return QString::fromUtf8(python.readAllStandardOutput() + python.readAllStandardError());
+        }
+        QStringList files() const { return QDir(folder.path()).entryList({u"*.xlsx*"_s}, QDir::Files); }
+    };
+
+private Q_SLOTS:
+    void queriesAreBuiltInTheGivenWords()
+    {
+        QCOMPARE(customers::exportQuery({0, 3, 15}),
+                 u"select [CustomerName] as [CustomerName],[WorkPhones] as [PhoneNumbers],[SN] as [SN] from "
+                 "customer"_s);
+        QCOMPARE(customers::searchQuery(u" 1 2 "_s),
+                 u"Select * from customer where  [CustomerName] like '*1 2*' or [WorkPhones] like '*1 2*' or "
+                 "[ContactPersonName] like '*1 2*' or [City] like '*1 2*' or [Broker] like '*1 2*' or "
+                 "[ContactPersonEmail] like '*1 2*' or [CustomerType] like '*1 2*' or [Note] like '*1 2*'"_s);
+    }
+
+    void everyCellArrivesAsTheTextItIs()
+    {
+        const Desk desk;
+        const QString emoji = QString(40000, u'x').insert(32766, u"😀"_s);
+        const QString note = u"two\r\nlines\tof \u0001 a_x0041_b"_s;
+        customerSql(desk,
+                    u"insert into customer(SN,CustomerName,CustomerID,ContactPersonName,WorkPhones,City,"
+                    "Address,Note,ifinblacklist,CustomerServiceID) values(7,?,?,?,?,?,?,?,1,?)"_s,
+                    {u"=1+1"_s, u"+49"_s, u"山田 محمد 😀"_s, u"0755"_s, emoji, u"<&>\"'"_s, note, u"1e5"_s});
+        customerSql(desk, u"insert into customer(SN) values(9)"_s);
+        QVERIFY(desk.exportAll(desk.all));
+        QCOMPARE(desk.files(), QStringList(u"客户 list.xlsx"_s));
+        QCOMPARE(desk.read(u"[c.value for c in s[1]]==['H%d'%i for i in range(27)]"_s), u"True"_s);
+        QCOMPARE(
+            desk.read(u"'|'.join([s[p].value for p in ('A2','B2','C2','D2','H2','P2','Z2','AA2','P3')])"_s),
+            u"=1+1|+49|山田 محمد 😀|0755|<&>\"'|7|1e5|1|9"_s);
+        QCOMPARE(desk.read(u"set(c.data_type for c in s[2] if c.value is not None)"_s), u"{'s'}"_s);
+        QCOMPARE(desk.read(u"s['E2'].value=='x'*32766"_s), u"True"_s); // half a pair would not fit
+        QCOMPARE(desk.read(u"s['N2'].value"_s), u"two\nlines\tof   a_x005F_x0041_b"_s);
+        QCOMPARE(desk.read(u"(s['D2'].number_format,s['C2'].number_format,s.freeze_panes,s.auto_filter.ref,"
+                           "s.max_row)"_s),
+                 u"('@', 'General', 'A2', 'A1:AA3', 3)"_s);
+    }
+
+    void manyRowsKeepTheirOrderAndAnEmptyTableItsHeadings()
+    {
+        const Desk desk;
+        QVERIFY(desk.exportAll({15}));
+        QCOMPARE(desk.read(u"(s.max_row,s['A1'].value)"_s), u"(1, 'H15')"_s);
+        customerSql(desk, u"insert into customer(SN) with recursive counted(i) as (select 1 union all select "
+                          "i + 1 from counted where i < 1001) select 3 * i from counted"_s);
+        QVERIFY(desk.exportAll({15}));
+        QCOMPARE(desk.read(u"[int(r[0]) for r in s.iter_rows(2,values_only=True)]==list(range(3,3004,3))"_s),
+                 u"True"_s);
+    }
+
+    void aFailedOrDroppedExportLeavesTheOldFile()
+    {
+        const Desk desk;
+        desk.writeFile(desk.target, "old");
+        customerSql(desk, u"insert into customer(SN) with recursive counted(i) as (select 1 union all select "
+                          "i + 1 from counted where i < 9999) select i from counted"_s);
+        QVERIFY_THROWS_EXCEPTION(core::Error, desk.exportAll({}));
+        {
+            customers::CustomerExport dropped(desk.paths.CustomerFile, customers::exportQuery({0}), {u"H"_s},
+                                              desk.target);
+            dropped.step(std::chrono::milliseconds(1));
+            QVERIFY(!dropped.isPacking());
+        }
+        QFile(desk.target).setPermissions(QFile::ReadOwner);
+        QVERIFY_THROWS_EXCEPTION(core::Error, desk.exportAll({0}));
+        QCOMPARE(desk.fileBytes(desk.target), "old");
+        QCOMPARE(desk.files(), QStringList(u"客户 list.xlsx"_s));
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_CustomerExport)
+#include "tst_CustomerExport.moc"

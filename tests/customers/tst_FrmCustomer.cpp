@@ -1,0 +1,220 @@
+#include "CustomerDesk.h"
+#include "appearance/RecordGrid.h"
+#include "customers/CustomerWindows.h"
+#include "customers/frmAddDataToExcel_Tarn20050921.h"
+#include "support/TestForms.h"
+
+class tst_FrmCustomer : public QObject
+{
+    Q_OBJECT
+
+    /// The windows over three customers; types and clicks as a person does.
+    struct Forms : support::TestForms
+    {
+        lookup::NumberIndex index{desk.paths, desk.log};
+        lookup::ExistenceChecks checks{{desk.paths, desk.log, index, texts, prompts, navigator}};
+        FakeCustomerEffects effects;
+        appearance::FormContext formContext = context();
+        customers::CustomerWindows windowsOfCustomers{{formContext, checks, effects}};
+
+        Forms()
+        {
+            deliver(u"Customer"_s, desk.paths.CustomerFile);
+            run(u"insert into customer(SN,CustomerName,CustomerID,customertype,note,WorkPhones,T3) values"
+                "(1,'Zoë Łódź','3','b','','111','1'),(2,'anna','2','c','wants TEA','222','1'),"
+                "(3,'Bay','1','a','','333','1')"_s);
+            windowsOfCustomers.showList();
+        }
+        void run(const QString &sql) const { customerSql(desk, sql); }
+        customers::FrmCustomer *form() const { return support::openForm<customers::FrmCustomer>(); }
+        template <typename Widget>
+        Widget *find(const char *name, const QWidget *window = nullptr) const
+        {
+            return (window != nullptr ? window : form())->findChild<Widget *>(QLatin1StringView(name));
+        }
+        void click(const char *name, const QWidget *window = nullptr) const
+        {
+            QTest::mouseClick(find<QPushButton>(name, window), Qt::LeftButton);
+        }
+        appearance::RecordGrid *grid() const { return find<appearance::RecordGrid>("DataGrid1"); }
+        QString shown(const char *label) const { return find<QLabel>(label)->text(); }
+        QString names() const
+        {
+            QStringList list;
+            for (int row = 0; row < grid()->model()->rowCount(); ++row) {
+                list.append(grid()->model()->index(row, 0).data().toString());
+            }
+            return list.join(u'|');
+        }
+        void search(const QString &words) const
+        {
+            find<QLineEdit>("txtSearch")->clear();
+            find<QLineEdit>("txtSearch")->insert(words); // as an input method does: keys are for ASCII only
+            click("cmdSearch");
+        }
+        void clickHeading(int column) const
+        {
+            QHeaderView *header = grid()->horizontalHeader();
+            const QPoint place(header->sectionViewportPosition(column) + 8, header->height() / 2);
+            QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, place);
+        }
+        void doubleClick(int row) const
+        {
+            const QPoint place = grid()->visualRect(grid()->model()->index(row, 0)).center();
+            QTest::mouseClick(grid()->viewport(), Qt::LeftButton, {}, place);
+            QTest::mouseDClick(grid()->viewport(), Qt::LeftButton, {}, place);
+        }
+    };
+
+private Q_SLOTS:
+    void theListSearchesCountsAndSorts()
+    {
+        const Forms forms;
+        QCOMPARE(forms.names(), u"anna|Bay|Zoë Łódź"_s);
+        QApplication::sendEvent(forms.form(), std::make_unique<QEvent>(QEvent::WindowActivate).get());
+        QCOMPARE(forms.shown("lblCount"), u"[Totalcount] 3"_s);
+        forms.search(u" tea "_s);
+        QCOMPARE(forms.names(), u"anna"_s);
+        QCOMPARE(forms.shown("lblCount"), u"[Totalcount]:1"_s);
+        forms.search(u"nobody"_s);
+        QCOMPARE(forms.names(), u""_s);
+        QCOMPARE(forms.shown("lblCount"), u"[Totalcount]:1"_s);
+        forms.search(u"łÓDŹ"_s);
+        QCOMPARE(forms.names(), u"Zoë Łódź"_s);
+        forms.search(u"B?y"_s);
+        QCOMPARE(forms.names(), u"Bay"_s);
+        forms.find<QLineEdit>("txtSearch")->setFocus();
+        QTest::keyClick(forms.find<QLineEdit>("txtSearch"), Qt::Key_Escape);
+        QCOMPARE(forms.names(), u"Zoë Łódź|anna|Bay"_s); // in the order of the table
+        for (const auto &[column, order] : {std::pair(0, u"anna|Bay|Zoë Łódź"_s),
+                                            {1, u"Bay|anna|Zoë Łódź"_s},
+                                            {2, u"Bay|anna|Zoë Łódź"_s},
+                                            {3, u"Bay|Zoë Łódź|anna"_s}}) {
+            forms.clickHeading(column);
+            QCOMPARE(forms.names(), order);
+            QCOMPARE(forms.grid()->horizontalHeader()->sortIndicatorSection(), column == 2 ? 1 : column);
+        }
+        QTest::keyClicks(forms.find<QLineEdit>("txtSearch"), u"ann"_s);
+        QTRY_COMPARE(forms.names(), u"anna"_s); // as one types
+        QCOMPARE(forms.desk.logMessages(), QStringList());
+    }
+
+    void aBrokenQueryOrFileLeavesTheListAndSaysSo()
+    {
+        Forms forms;
+        forms.search(u"O'Brien"_s);
+        QCOMPARE(forms.names(), u"anna|Bay|Zoë Łódź"_s);
+        QCOMPARE(forms.shown("lblMessage"), u"[SearchNotUnderstood]"_s);
+        QVERIFY(forms.desk.logMessages().value(0).startsWith(u"!Ado1 "_s));
+        forms.run(u"delete from customer where SN=2"_s); // at another desk
+        forms.prompts.expect();
+        QTest::keyClick(forms.grid(), Qt::Key_Return);
+        QCOMPARE(forms.prompts.asked, QStringList(u"[CustomerNotFound]"_s));
+        QFile::rename(forms.desk.paths.CustomerFile, forms.desk.paths.CustomerFile + u".away"_s);
+        QTest::keyClick(forms.form(), Qt::Key_F5);
+        QCOMPARE(forms.shown("lblMessage"), u"[CustomerListUnavailable]"_s);
+        forms.desk.writeFile(forms.desk.paths.CustomerFile, "no database");
+        QTest::keyClick(forms.form(), Qt::Key_F5);
+        QCOMPARE(forms.shown("lblMessage"), u"[CustomerListUnavailable]"_s);
+        QFile::remove(forms.desk.paths.CustomerFile);
+        QFile::rename(forms.desk.paths.CustomerFile + u".away"_s, forms.desk.paths.CustomerFile);
+        QTest::keyClick(forms.form(), Qt::Key_F5);
+        QCOMPARE(forms.names(), u"Bay|Zoë Łódź"_s);
+        QCOMPARE(forms.shown("lblMessage"), u""_s);
+    }
+
+    void deletingAsksInTheFixedWords()
+    {
+        Forms forms;
+        forms.prompts.expect(false);
+        QTest::keyClick(forms.grid(), Qt::Key_Delete);
+        QCOMPARE(forms.names(), u"anna|Bay|Zoë Łódź"_s);
+        forms.grid()->setCurrentIndex(forms.grid()->model()->index(1, 0));
+        forms.prompts.expect();
+        forms.click("Command5");
+        QCOMPARE(forms.prompts.asked, QStringList(2, u"真的要删当前客户信息吗？"_s));
+        QCOMPARE(forms.names(), u"anna|Zoë Łódź"_s);
+        QCOMPARE(forms.grid()->currentIndex().row(), 0);
+        QCOMPARE(forms.server.sent, QStringList(u"REFRESHCUSTOMERLIST"_s));
+        store::Database other(forms.desk.paths.CustomerFile);
+        other.Execute(u"begin immediate"_s);
+        forms.prompts.expect();
+        forms.click("Command5");
+        QCOMPARE(forms.shown("lblMessage"), u"[CustomerNotDeleted]"_s);
+        other.Execute(u"rollback"_s);
+        forms.search(u"nobody"_s);
+        forms.prompts.expect();
+        forms.click("Command5");
+        QCOMPARE(forms.server.sent.size(), 1);
+        QCOMPARE(customerSql(forms.desk, u"select count(*) from customer"_s), u"2"_s);
+    }
+
+    void aRowOpensTheEditorAndTakesTheCallersNumber()
+    {
+        Forms forms;
+        const auto phones = [&] {
+            auto *editor = support::openForm<customers::FrmEditCustomer>();
+            return editor != nullptr ? forms.find<QLineEdit>("txtCompanyCall", editor)->text() : QString();
+        };
+        forms.click("Command4");
+        QCOMPARE(phones(), u"222"_s);
+        forms.windowsOfCustomers.addCustomer(u"4444"_s, u"Bay"_s);
+        QCOMPARE(forms.names(), u"Bay"_s);
+        QCOMPARE(phones(), u"4444"_s);
+        forms.doubleClick(0);
+        QCOMPARE(phones(), u"333,4444"_s);
+        forms.run(u"insert into customer(SN,CustomerName) values(9,'New')"_s);
+        forms.windowsOfCustomers.refreshCustomerList();
+        QCOMPARE(forms.names(), u"Zoë Łódź|anna|Bay|New"_s);
+        QCOMPARE(forms.grid()->currentIndex().row(), 2);
+        forms.windowsOfCustomers.showList(u"Select * from customer where sn = 1"_s);
+        QCOMPARE(forms.names(), u"Zoë Łódź"_s);
+        forms.click("Command3");
+        QCOMPARE(forms.navigator.shown, QStringList(u"ShowHelp Popup_CustomerDatabase"_s));
+        QTest::keyClick(forms.form(), Qt::Key_Escape);
+        QCOMPARE(forms.form(), nullptr);
+    }
+
+    void theExportFormWritesOpensAndTells()
+    {
+        Forms forms;
+        forms.click("cmdExport");
+        auto *form = support::openForm<customers::frmAddDataToExcel_Tarn20050921>();
+        auto *fields = forms.find<QListWidget>("lstDataFields", form);
+        QCOMPARE(fields->count(), 27);
+        QCOMPARE(fields->item(14)->text(), u"[SpecifiedSalesMan]"_s);
+        forms.prompts.expectFile({});
+        forms.click("cmdAddToExcel", form); // and thinks better of it
+        const QString target = forms.desk.folder.filePath(u"list.xlsx"_s);
+        forms.prompts.expectFile(target);
+        forms.prompts.expect();
+        forms.click("cmdAddToExcel", form);
+        QVERIFY(!forms.find<QPushButton>("cmdAddToExcel", form)->isEnabled() &&
+                !forms.find<QPushButton>("cmdClose", form)->isEnabled());
+        QTRY_COMPARE(forms.prompts.asked.last(), u"Success!"_s);
+        QCOMPARE(forms.shell.opened, QStringList(u"openFile "_s + target));
+        QVERIFY(forms.desk.fileBytes(target).startsWith("PK"));
+        forms.click("cmdUnCheckAll", form);
+        forms.prompts.expectFile(target);
+        forms.prompts.expect();
+        forms.click("cmdAddToExcel", form);
+        QCOMPARE(forms.prompts.asked.last(), u"Error!"_s);
+        QVERIFY(forms.find<QPushButton>("cmdClose", form)->isEnabled());
+        forms.click("cmdClose", form);
+        QCOMPARE(forms.openForms.count(), 1);
+    }
+
+    void aLongSearchShowsItsRowsAsTheyAreFound()
+    {
+        const Forms forms;
+        forms.run(u"insert into customer(SN,CustomerName) with recursive counted(i) as (select 10 union all "
+                  "select i + 1 from counted where i < 60000) select i, 'many ' || i from counted"_s);
+        forms.search(u"many"_s);
+        QVERIFY(forms.grid()->model()->rowCount() < 59991);
+        QTRY_COMPARE(forms.shown("lblCount"), u"[Totalcount]:59991"_s);
+        QCOMPARE(forms.grid()->model()->index(59990, 0).data().toString(), u"many 60000"_s);
+    }
+};
+
+QTEST_MAIN(tst_FrmCustomer)
+#include "tst_FrmCustomer.moc"

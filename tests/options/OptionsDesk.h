@@ -1,0 +1,39 @@
+#pragma once
+
+#include "options/OptionsWindows.h"
+#include "support/TestForms.h"
+
+/// A desk with the windows of the options, of which one class of form is looked at; records what saving has
+/// caused.
+template <typename Form>
+struct OptionsDesk : support::TestForms, options::OptionsEffects
+{
+    QStringList caused;
+    options::OptionsWindows windows{{context(), settings, *this}};
+
+    OptionsDesk() { settings.SetDefaulteMisc_tarn(); }
+    ~OptionsDesk() override { windows.close(); }
+
+    void iniUDP() override { caused.append(u"iniUDP"_s); }
+    QStringList gridColumnNames() const override
+    {
+        return settings.record.gridColumnNames.text().split(u',');
+    }
+    void ChangeGridCfg(const QStringList &names) override
+    {
+        settings.record.gridColumnNames.setText(names.join(u','));
+    }
+    void iniGridCallerID_tarn() override { caused.append(u"iniGridCallerID_tarn"_s); }
+
+    core::SettingsRecord saved() const
+    {
+        return core::SettingsRecord::fromBytes(desk.fileBytes(desk.paths.SettingsFile));
+    }
+    static Form *form() { return support::openForm<Form>(); }
+    template <typename Control>
+    static Control *find(const char *name)
+    {
+        return form()->template findChild<Control *>(QLatin1String(name));
+    }
+    static void press(const char *button) { QTest::mouseClick(find<QPushButton>(button), Qt::LeftButton); }
+};
