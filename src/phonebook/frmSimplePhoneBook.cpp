@@ -6,6 +6,7 @@
 #include "ui_frmSimplePhoneBook.h"
 
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QMenu>
 #include <QShortcut>
 
@@ -76,7 +77,13 @@ void frmSimplePhoneBook::connectGrid()
     connect(grid, &appearance::RecordGrid::recordActivated, this, &frmSimplePhoneBook::editAsked);
     connect(grid, &appearance::RecordGrid::deleteRequested, this, [this] { deleteCurrent(DeletedBy::Grid); });
     connect(grid, &QWidget::customContextMenuRequested, this, &frmSimplePhoneBook::showMenu);
-    connect(m_data, &DataPhonebook::refused, this, &frmSimplePhoneBook::showRefusal);
+    connect(m_data, &DataPhonebook::blankRefused, this,
+            [this] { notice(m_context.texts.Lms(u"PhoneNumbersCantbeBlank"_s)); });
+    connect(m_data, &DataPhonebook::writingFailed, this,
+            [this](const QModelIndex &cell, const QString &typed) {
+                QTimer::singleShot(
+                    0, this, [this, cell = QPersistentModelIndex(cell), typed] { editAgain(cell, typed); });
+            });
     connect(m_data, &DataPhonebook::changedInPlace, this, [this] {
         notice({});
         m_context.server.SendServer(u"REFRESHSIMPLEPHONEBOOK"_s);
@@ -143,7 +150,7 @@ bool frmSimplePhoneBook::bind(const QString &query)
     return bound;
 }
 
-// While the file can be used, it is the words of the search that the query broke on.
+// While the file can be read, it is the words of the search that the query broke on.
 void frmSimplePhoneBook::search()
 {
     m_typingPause.stop();
@@ -152,7 +159,7 @@ void frmSimplePhoneBook::search()
         if (m_data->rowCount() > 0) {
             showCount();
         }
-    } else if (obstacleText(m_context.texts, m_context.paths.PhoneBookFile).isEmpty()) {
+    } else if (store::isReadable(m_context.paths.PhoneBookFile)) {
         notice(m_context.texts.Lms(u"SearchNotPossible"_s));
     }
     showHint();
@@ -181,8 +188,7 @@ void frmSimplePhoneBook::deleteCurrent(DeletedBy means)
         return;
     }
     if (!m_data->removeRow(row)) {
-        notice(troubleText(m_context.texts, m_context.paths.PhoneBookFile));
-        return;
+        return showWritingTrouble();
     }
     standOn(row - 1);
     showCount();
@@ -223,10 +229,40 @@ void frmSimplePhoneBook::showHint()
                                       : m_context.texts.Lms(u"NoEntryFound"_s));
 }
 
-void frmSimplePhoneBook::showRefusal(bool blankNumber)
+/// A file that has taken the place of the one in the list is shown first.
+void frmSimplePhoneBook::showWritingTrouble()
 {
-    notice(blankNumber ? m_context.texts.Lms(u"PhoneNumbersCantbeBlank"_s)
-                       : troubleText(m_context.texts, m_context.paths.PhoneBookFile));
+    const QString &file = m_context.paths.PhoneBookFile;
+    const bool replaced = m_data->isReplaced() && obstacleText(m_context.texts, file).isEmpty();
+    if (replaced) {
+        refresh();
+    }
+    const bool otherIsShown = replaced && !m_data->isReplaced();
+    notice(otherIsShown ? m_context.texts.Lms(u"PhoneBookReplaced"_s) : troubleText(m_context.texts, file));
+}
+
+// The grid closes the editor of a cell whatever becomes of its text, so it is opened on the text once more.
+void frmSimplePhoneBook::editAgain(const QPersistentModelIndex &cell, const QString &typed)
+{
+    auto *grid = m_ui->DbgPhoneBook;
+    if (!cell.isValid() || !isVisible()) {
+        return;
+    }
+    const int column = cell.column();
+    grid->setCurrentIndex(cell);
+    const std::optional<qint32> sn = currentSn();
+    showWritingTrouble();
+    const QModelIndex place = grid->currentIndex().siblingAtColumn(column);
+    if (!place.isValid() || currentSn() != sn) {
+        return;
+    }
+    grid->setCurrentIndex(place);
+    grid->edit(place);
+    if (auto *line = qobject_cast<QLineEdit *>(grid->indexWidget(place))) {
+        line->setText(typed);
+    } else if (auto *words = qobject_cast<QComboBox *>(grid->indexWidget(place))) {
+        words->setCurrentIndex(words->findData(typed));
+    }
 }
 
 void frmSimplePhoneBook::showMenu(const QPoint &position)

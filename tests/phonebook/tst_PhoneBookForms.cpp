@@ -124,6 +124,22 @@ private Q_SLOTS:
         QTRY_COMPARE(label("lblNotice"), u"[PhoneBookUnusable]"_s);
         QVERIFY(support::openForm<frmSimplePhoneBookEdit>() == nullptr); // Enter ended the typing alone
         QCOMPARE(desk.server.sent.size(), 2);
+        const auto typed = [] {
+            auto *cellEdit = grid()->viewport()->findChild<QLineEdit *>();
+            return cellEdit != nullptr ? cellEdit->text() : QString();
+        };
+        QTRY_COMPARE(typed(), u"x"_s); // stays, to be copied or tried again
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+        const QString file = desk.desk.paths.PhoneBookFile;
+        QVERIFY(QFile::copy(file, file + u".other"_s) && QFile::remove(file) &&
+                QFile::rename(file + u".other"_s, file));
+        clickCell(1, 0);
+        QTest::keyClicks(grid(), u"5"_s);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QTRY_COMPARE(label("lblNotice"), u"[PhoneBookReplaced]"_s);
+        QTRY_COMPARE(typed(), u"5"_s);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return); // on the file that is there now
+        QTRY_COMPARE(desk.row(2), u"9|5|Baker|50% off*|N|G"_s);
     }
 
     void deletingAsksAndTellsTheServer()
