@@ -1,5 +1,6 @@
 #include "customers/CustomerWindows.h"
 
+#include "appearance/BringToFront.h"
 #include "customers/frmAddDataToExcel_Tarn20050921.h"
 
 namespace customers {
@@ -18,13 +19,6 @@ Form &opened(QPointer<Form> &form, Arguments &&...arguments)
         form = new Form(std::forward<Arguments>(arguments)...);
     }
     return *form;
-}
-
-void bringUp(QWidget &form)
-{
-    form.show();
-    form.raise();
-    form.activateWindow();
 }
 
 } // namespace
@@ -49,13 +43,13 @@ FrmEditCustomer &CustomerWindows::editor()
 
 void CustomerWindows::showList()
 {
-    bringUp(list());
+    appearance::bringToFront(list());
 }
 
 void CustomerWindows::showList(const QString &query)
 {
     FrmCustomer &form = list();
-    bringUp(form);
+    appearance::bringToFront(form);
     form.showQuery(query);
 }
 
@@ -63,7 +57,7 @@ void CustomerWindows::addCustomer(const QString &number, const QString &keyWord)
 {
     if (!keyWord.isEmpty()) {
         FrmCustomer &form = list();
-        bringUp(form);
+        appearance::bringToFront(form);
         form.searchFor(keyWord, number);
     }
     editor().addCustomer(number);
@@ -89,9 +83,14 @@ void CustomerWindows::refreshCustomerList()
     }
 }
 
+void CustomerWindows::customerDeleted(qint32 sn)
+{
+    m_context.effects.customerDeleted(sn);
+}
+
 void CustomerWindows::exportCustomers()
 {
-    bringUp(opened(m_export, m_context.form));
+    appearance::bringToFront(opened(m_export, m_context.form));
 }
 
 } // namespace customers

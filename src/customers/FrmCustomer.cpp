@@ -149,7 +149,8 @@ void FrmCustomer::showMenu(const QPoint &position)
 bool FrmCustomer::showRows(const QString &query, int sortedColumn)
 {
     if (!Ado1.setRecordSource(m_context.paths.CustomerFile, query)) {
-        showMessage(query.contains(u'\'') ? u"SearchNotUnderstood"_s : u"CustomerListUnavailable"_s);
+        showMessage(store::isReadable(m_context.paths.CustomerFile) ? u"SearchNotUnderstood"_s
+                                                                    : u"CustomerListUnavailable"_s);
         showSortArrow();
         return false;
     }
@@ -205,8 +206,8 @@ void FrmCustomer::sort(int column)
 void FrmCustomer::refresh()
 {
     const qint64 sn = Ado1.field(m_ui->DataGrid1->currentIndex().row(), u"SN"_s).toLongLong();
-    if (showRows(QString(Ado1.recordSource().isEmpty() ? QString::fromUtf16(listQuery) : Ado1.recordSource()),
-                 m_sortedColumn)) {
+    const QString shown = Ado1.recordSource();
+    if (showRows(shown.isEmpty() ? QString::fromUtf16(listQuery) : shown, m_sortedColumn)) {
         makeCurrent(std::max(Ado1.rowOf(sn), 0));
         showCount(u' ');
     }
@@ -248,11 +249,14 @@ void FrmCustomer::deleteCurrent()
     if (row < 0 || row >= Ado1.rowCount()) {
         return;
     }
+    const qint32 sn = Ado1.field(row, u"SN"_s).toInt();
     if (!Ado1.removeRows(row, 1)) {
         return showMessage(u"CustomerNotDeleted"_s);
     }
     showMessage({});
     makeCurrent(std::max(row - 1, 0));
+    showCount(u' ');
+    m_commands.customerDeleted(sn);
     m_context.server.SendServer(u"REFRESHCUSTOMERLIST"_s);
 }
 
@@ -296,7 +300,6 @@ void FrmCustomer::keyPressEvent(QKeyEvent *event)
 void FrmCustomer::closeEvent(QCloseEvent *event)
 {
     m_setup.rememberGeometry(*this);
-    m_setup.unload();
     QWidget::closeEvent(event);
 }
 

@@ -175,7 +175,6 @@ void frmAddDataToExcel_Tarn20050921::closeEvent(QCloseEvent *event)
     }
     m_slices.stop();
     m_setup.rememberGeometry(*this);
-    m_setup.unload();
     QWidget::closeEvent(event);
 }
 

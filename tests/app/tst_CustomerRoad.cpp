@@ -77,6 +77,19 @@ private Q_SLOTS:
         QCOMPARE(editor->findChild<QLineEdit *>(u"txtCustomerName"_s)->text(), u"Old Mill\u2019s Cheese"_s);
     }
 
+    void aDeletedCustomerIsUnknownToTheNextCall()
+    {
+        ProgramDesk desk;
+        QVERIFY(desk.start());
+        desk.program->windows().showCustomerList(
+            u"select * from customer where CustomerName='厦门鼓浪书咖'"_s);
+        desk.prompts.expect(true);
+        press(support::openForm<customers::FrmCustomer>(), "Command5");
+        desk.send(call(u"059255500130"_s, u"Deleted"_s));
+        desk.showsACall();
+        QCOMPARE(desk.window().calls().rowCount(), 1);
+    }
+
     void typedTextIsNotLostByEndingTheProgram()
     {
         ProgramDesk desk;

@@ -112,10 +112,8 @@ private Q_SLOTS:
         QTest::keyClick(forms.grid(), Qt::Key_Return);
         QCOMPARE(forms.prompts.asked, QStringList(u"[CustomerNotFound]"_s));
         QFile::rename(forms.desk.paths.CustomerFile, forms.desk.paths.CustomerFile + u".away"_s);
-        QTest::keyClick(forms.form(), Qt::Key_F5);
-        QCOMPARE(forms.shown("lblMessage"), u"[CustomerListUnavailable]"_s);
         forms.desk.writeFile(forms.desk.paths.CustomerFile, "no database");
-        QTest::keyClick(forms.form(), Qt::Key_F5);
+        forms.search(u"Bay"_s);
         QCOMPARE(forms.shown("lblMessage"), u"[CustomerListUnavailable]"_s);
         QFile::remove(forms.desk.paths.CustomerFile);
         QFile::rename(forms.desk.paths.CustomerFile + u".away"_s, forms.desk.paths.CustomerFile);
@@ -136,7 +134,9 @@ private Q_SLOTS:
         QCOMPARE(forms.prompts.asked, QStringList(2, u"真的要删当前客户信息吗？"_s));
         QCOMPARE(forms.names(), u"anna|Zoë Łódź"_s);
         QCOMPARE(forms.grid()->currentIndex().row(), 0);
+        QCOMPARE(forms.shown("lblCount"), u"[Totalcount] 2"_s);
         QCOMPARE(forms.server.sent, QStringList(u"REFRESHCUSTOMERLIST"_s));
+        QCOMPARE(forms.effects.called, QStringList(u"customerDeleted 3"_s));
         store::Database other(forms.desk.paths.CustomerFile);
         other.Execute(u"begin immediate"_s);
         forms.prompts.expect();
@@ -202,7 +202,7 @@ private Q_SLOTS:
         QCOMPARE(forms.prompts.asked.last(), u"Error!"_s);
         QVERIFY(forms.find<QPushButton>("cmdClose", form)->isEnabled());
         forms.click("cmdClose", form);
-        QCOMPARE(forms.openForms.count(), 1);
+        QTRY_COMPARE(forms.openForms.count(), 1);
     }
 
     void aLongSearchShowsItsRowsAsTheyAreFound()
