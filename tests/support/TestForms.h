@@ -23,6 +23,28 @@ Form *openForm()
     return shown != windows.end() ? qobject_cast<Form *>(*shown) : nullptr;
 }
 
+/// A control of the shown window of a class, by its name.
+template <typename Form, typename Control = QAbstractButton>
+Control *find(const char *name)
+{
+    const Form *form = openForm<Form>();
+    return form == nullptr ? nullptr : form->template findChild<Control *>(QLatin1String(name));
+}
+template <typename Form>
+void press(const char *button)
+{
+    QTest::mouseClick(find<Form>(button), Qt::LeftButton);
+}
+/// Types over what stands in a box, as a person does.
+template <typename Form>
+void type(const char *box, const QString &text)
+{
+    auto *edit = find<Form, QLineEdit>(box);
+    edit->setFocus();
+    edit->selectAll();
+    QTest::keyClicks(edit, text);
+}
+
 /// What forms need besides a desk.
 class TestForms
 {
