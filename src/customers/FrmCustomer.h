@@ -49,6 +49,7 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    void setUpColumns();
     void setUpGrid();
     void setUpCommands();
     void setUpKeys();
