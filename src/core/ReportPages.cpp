@@ -29,8 +29,9 @@ QFont reportFont(const PrintedReport &report, const QPagedPaintDevice &device)
 class Pages
 {
 public:
-    Pages(QPagedPaintDevice &device, const PrintedReport &report)
-        : m_device(device), m_painter(&device), m_report(report), m_font(reportFont(report, device))
+    Pages(QPagedPaintDevice &device, const PrintedReport &report, const std::function<void()> &afterPage)
+        : m_device(device), m_painter(&device), m_report(report), m_afterPage(afterPage),
+          m_font(reportFont(report, device))
     {
         m_painter.setFont(m_font);
         m_lineHeight = m_painter.fontMetrics().lineSpacing();
@@ -68,6 +69,7 @@ private:
     int takeLine(int height)
     {
         if (m_top + height > m_size.height() - 2 * m_lineHeight) {
+            m_afterPage();
             m_device.newPage();
             beginPage();
         }
@@ -77,6 +79,7 @@ private:
     QPagedPaintDevice &m_device;
     QPainter m_painter;
     const PrintedReport &m_report;
+    const std::function<void()> &m_afterPage;
     QFont m_font;
     QSize m_size;
     int m_lineHeight = 0;
@@ -86,9 +89,9 @@ private:
 
 } // namespace
 
-void drawPages(QPagedPaintDevice &device, const PrintedReport &report)
+void drawPages(QPagedPaintDevice &device, const PrintedReport &report, const std::function<void()> &afterPage)
 {
-    Pages pages(device, report);
+    Pages pages(device, report, afterPage);
     QStringList lines = report.text.split(u'\n');
     if (lines.last().isEmpty()) {
         lines.removeLast(); // behind the last line's end
