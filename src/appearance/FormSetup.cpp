@@ -28,4 +28,12 @@ void FormSetup::unload()
     }
 }
 
+void bringToFront(QWidget &form)
+{
+    form.setWindowState(form.windowState() & ~Qt::WindowMinimized);
+    form.show();
+    form.raise();
+    form.activateWindow();
+}
+
 } // namespace appearance

@@ -38,4 +38,7 @@ private:
     bool m_loaded = false;
 };
 
+/// Shows a form in front of the others, also one that was minimised, and gives it the keyboard.
+void bringToFront(QWidget &form);
+
 } // namespace appearance
