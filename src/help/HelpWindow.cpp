@@ -21,10 +21,7 @@ void HelpWindow::ShowHelp(const QString &helpId)
             m_form = new frmHelp(m_context.forms);
         }
         m_form->setText(text);
-        m_form->setWindowState(m_form->windowState() & ~Qt::WindowMinimized);
-        m_form->show();
-        m_form->raise();
-        m_form->activateWindow();
+        appearance::bringToFront(*m_form);
     });
 }
 

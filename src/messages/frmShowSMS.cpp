@@ -85,7 +85,10 @@ void frmShowSMS::place()
 void frmShowSMS::showMessages()
 {
     fill();
-    setWindowState(windowState() & ~Qt::WindowMinimized);
+    if (isMinimized()) { // bringing it back from there would take the keyboard, showing it anew does not
+        hide();
+        setWindowState(windowState() & ~Qt::WindowMinimized);
+    }
     show();
     raise();
     QApplication::alert(this);

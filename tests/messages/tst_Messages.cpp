@@ -94,17 +94,17 @@ private Q_SLOTS:
             QCOMPARE(desk.logMessages().size(), length);
             QVERIFY(desk.logMessages().last().startsWith(u"!ShowSmallMessage "_s));
         }
-        QVERIFY(received.ShowSmallMessage(head + u"{{{}}}"_s));
-        desk.clock.time = desk.clock.time.addMonths(1);
-        QVERIFY(received.ShowSmallMessage(head + u"{{{你好}}}"_s));
-        const QByteArray november("<2026-11-21 09:30:15>  \r\n\r\n\r\n");
-        const QByteArray december("<2026-12-21 09:30:15>  \r\n你好\r\n\r\n");
-        QCOMPARE(desk.fileBytes(desk.paths.SmsFile), november + december);
-        QCOMPARE(desk.fileBytes(desk.paths.SmsFolder + u"/SMS2026-11.txt"_s), november);
-        QCOMPARE(desk.fileBytes(desk.paths.SmsFolder + u"/SMS2026-12.txt"_s), december);
-        desk.paths.SmsFolder += u"/gone"_s; // the message is shown all the same
+        for (const auto &[text, month] : {std::pair(u""_s, u"11"_s), {u"你好"_s, u"12"_s}}) {
+            const QString entry = u"<2026-%1-21 09:30:15>  \r\n%2\r\n\r\n"_s.arg(month, text);
+            QVERIFY(received.ShowSmallMessage(head + u"{{{"_s + text + u"}}}"_s));
+            QVERIFY(desk.fileBytes(desk.paths.SmsFile).endsWith(entry.toUtf8()));
+            QCOMPARE(desk.fileBytes(desk.paths.SmsFolder + u"/SMS2026-%1.txt"_s.arg(month)), entry.toUtf8());
+            desk.clock.time = desk.clock.time.addMonths(1);
+        }
+        QVERIFY(QDir(desk.paths.SmsFolder).removeRecursively()); // the message is shown all the same
+        desk.writeFile(desk.paths.SmsFolder, "a file in its place");
         QVERIFY(received.ShowSmallMessage(head + u"{{{x}}}"_s));
-        QVERIFY(desk.logMessages().last().startsWith(u"!SaveTextFile "_s));
+        QCOMPARE(desk.logMessages().filter(u"!SaveTextFile "_s).size(), 2);
     }
 
     void aTypedMessageGoesToAllAndStaysInItsForm()
