@@ -100,7 +100,7 @@ void frmShowSMS::showMessages()
 void frmShowSMS::fill()
 {
     const Inbox::Message &message = m_inbox.current();
-    m_ui->lblReceived->setText(message.time);
+    m_ui->lblReceived->setText(core::isolated(message.time));
     if (m_shown != message.text || m_ui->txtSMS->document()->isEmpty()) {
         m_shown = message.text;
         m_ui->txtSMS->setPlainText(shownLines(m_shown));
