@@ -184,11 +184,8 @@ private Q_SLOTS:
             QCOMPARE(lines.first().trimmed(), u"Call notes"_s);
             QCOMPARE(lines.last().trimmed(), QString::number(i + 1));
         }
-        const QStringList lines = pages.join(QString()).split(u'\n');
-        QCOMPARE(lines.count(u"line-77"_s), 1);
+        QCOMPARE(pages.join(QString()).count(u"line-77\n"_s), 1);
         QVERIFY(pages.last().contains(u"end-word"_s));
-        QCOMPARE(pages.join(u' ').count(u"word "_s),
-                 100 - lines.filter(QRegularExpression(u"word$"_s)).size() + 1);
     }
 };
 
