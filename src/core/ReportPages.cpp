@@ -3,6 +3,7 @@
 #include <QFontDatabase>
 #include <QPagedPaintDevice>
 #include <QPainter>
+#include <QSet>
 #include <QTextLayout>
 
 #include <algorithm>
@@ -19,12 +20,16 @@ constexpr qreal smallestPointSize = 6;
 /// Of the lines that are one character over and over, and not wider than the limit.
 qreal widestRule(const QStringList &lines, const QFontMetricsF &metrics, qreal limit)
 {
-    qreal widest = 0;
+    QSet<QString> rules; // a long report has the same one thousands of times, and measuring takes its time
     for (const QString &line : lines) {
         if (!line.isEmpty() && line.count(line.front()) == line.size()) {
-            const qreal wide = metrics.horizontalAdvance(line);
-            widest = wide <= limit ? std::max(widest, wide) : widest;
+            rules.insert(line);
         }
+    }
+    qreal widest = 0;
+    for (const QString &rule : std::as_const(rules)) {
+        const qreal wide = metrics.horizontalAdvance(rule);
+        widest = wide <= limit ? std::max(widest, wide) : widest;
     }
     return widest;
 }
