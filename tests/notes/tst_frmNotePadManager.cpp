@@ -34,39 +34,24 @@ class tst_frmNotePadManager : public QObject
     }
 
 private Q_SLOTS:
-    void eachConditionAndTheRangeNarrowTheResult()
+    void conditionsAreTrimmedAndTimesBoundTheWholeRange()
     {
         Desk desk;
         QWidget *form = desk.open();
         QCOMPARE(found(form), u"123"_s);
-        for (const auto &[box, typed, ids] : {std::tuple("txtCallID", u"call2"_s, u"2"_s),
-                                              {"txtCustomerName", u" zet "_s, u"3"_s},
-                                              {"txtConsultant", u"ann"_s, u"13"_s},
-                                              {"txtContent", u"INVOICE"_s, u"12"_s},
-                                              {"txtRequest", u"ai"_s, u"2"_s},
-                                              {"txtResponse", u"by Bob"_s, u"2"_s},
-                                              {"txtNote", u"call_"_s, u"123"_s},
-                                              {"txtNote", u"can't"_s, u""_s}}) {
+        for (const auto &[box, typed, ids] :
+             {std::tuple("txtCustomerName", u" zet "_s, u"3"_s), {"txtNote", u"call_"_s, u"123"_s}}) {
             type(form, box, typed);
             QTest::keyClick(form->focusWidget(), Qt::Key_Return);
             QCOMPARE(found(form), ids);
             control<QLineEdit>(form, box)->clear();
         }
-        QCOMPARE(desk.desk.logMessages(), QStringList());
-        auto *resolved = control<QComboBox>(form, "cmbIfResolved");
-        for (const auto &[place, ids] : {std::pair(1, u"1"_s), {2, u"23"_s}, {0, u"123"_s}}) {
-            resolved->setCurrentIndex(place);
-            click(form, "cmdShowResult");
-            QCOMPARE(found(form), ids);
-        }
         control<QDateEdit>(form, "dtpStartDate")->setDate({2005, 3, 1});
         control<QTimeEdit>(form, "dtpStartTime")->setTime({8, 0});
         click(form, "cmdShowResult");
         QCOMPARE(found(form), u"23"_s);
-        click(form, "cmdToday");
-        QCOMPARE(found(form), u"4"_s);
         click(form, "cmdAllDates");
-        QCOMPARE(found(form), u"1243"_s);
+        QCOMPARE(found(form), u"1243"_s); // by customer first
     }
 
     void theGridIsTranslatedAndOpensTheCustomer()
