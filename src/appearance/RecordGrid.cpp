@@ -1,5 +1,7 @@
 #include "appearance/RecordGrid.h"
 
+#include "appearance/GridDelegate.h"
+
 #include <QApplication>
 #include <QClipboard>
 #include <QHeaderView>
@@ -32,6 +34,7 @@ QString cellText(const QModelIndex &index)
 RecordGrid::RecordGrid(QWidget *parent) : QTableView(parent)
 {
     fitRows();
+    setItemDelegate(new GridDelegate(this));
     connect(this, &QTableView::doubleClicked, this,
             [this](const QModelIndex &index) { Q_EMIT recordActivated(index.row()); });
 }

@@ -11,8 +11,8 @@ namespace {
 template <typename Form, typename... Arguments>
 Form &opened(QPointer<Form> &form, Arguments &&...arguments)
 {
-    if (form && !form->isVisible()) {
-        form->deleteLater(); // it was closed, or never shown because its customer was gone
+    if (Form *kept = form; kept != nullptr && !kept->isVisible()) {
+        kept->deleteLater(); // it was closed, or never shown because its customer was gone
         form.clear();
     }
     if (!form) {
@@ -78,8 +78,8 @@ void CustomerWindows::ShowCustomerByName(const QString &name)
 
 void CustomerWindows::refreshCustomerList()
 {
-    if (m_list && m_list->isVisible()) {
-        m_list->refreshCustomerList();
+    if (FrmCustomer *form = m_list; form != nullptr && form->isVisible()) {
+        form->refreshCustomerList();
     }
 }
 

@@ -43,10 +43,9 @@ void MessageWindows::markAllSeen()
 
 void MessageWindows::notifyUnread()
 {
-    if (const int unread = m_inbox.unseen(); std::exchange(m_told, unread) != unread) {
-        if (m_context.unreadChanged) {
-            m_context.unreadChanged(unread);
-        }
+    const int unread = m_inbox.unseen();
+    if (std::exchange(m_told, unread) != unread && m_context.unreadChanged) {
+        m_context.unreadChanged(unread);
     }
 }
 

@@ -19,7 +19,7 @@ bool NoteWindows::ShowNotePad(const QString &customerName, int page)
     return m_context.forms.log.trap("ShowNotePad"_L1, false, [&] {
         if (m_context.values.NotePadOpen && m_notePad != nullptr) {
             if (!m_notePad->close()) {
-                m_notePad->activateWindow();
+                appearance::bringToFront(*m_notePad);
                 return false;
             }
             delete m_notePad; // at once, so that the old one's end does not clear the new one's flag

@@ -6,8 +6,8 @@
 
 namespace store {
 
-/// Adds the two call-note tables to a customer database that has neither, and the indexes that an older file
-/// lacks. Always true; a failure is logged.
+/// Adds the two call-note tables to a customer database that has neither, and the indexes that their searches
+/// go through where they are missing. Always true; a failure is logged.
 bool UpdateDatabase_Customer_0606191111(core::RunLog &log, const core::Paths &paths);
 
 /// Rebuilds the customer pop-up table from the rows as they stand, then repairs the values that the customer
