@@ -57,6 +57,8 @@ void FrmEditCustomer::setUpButtons()
     connect(m_ui->Command3, &QPushButton::clicked, this, &QWidget::close);
     connect(m_ui->Command4, &QPushButton::clicked, this,
             [&navigator] { navigator.ShowHelp(u"Popup_CustomerDatabase_Edit"_s); });
+    connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, m_ui->Command4,
+            &QPushButton::click);
     connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, this, &FrmEditCustomer::save);
 }
 

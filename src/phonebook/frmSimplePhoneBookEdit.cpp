@@ -4,6 +4,7 @@
 #include "ui_frmSimplePhoneBookEdit.h"
 
 #include <QCloseEvent>
+#include <QShortcut>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
@@ -41,6 +42,8 @@ void frmSimplePhoneBookEdit::connectControls()
     connect(m_ui->chkBlackList, &QCheckBox::stateChanged, this, clearNotice);
     connect(m_ui->Command1, &QPushButton::clicked, this, &QWidget::close);
     connect(m_ui->Command2, &QPushButton::clicked, this, &frmSimplePhoneBookEdit::save);
+    connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, this,
+            [this] { m_needs.forms.navigator.ShowHelp(u"Popup_SimplePhoneBook"_s); });
 }
 
 void frmSimplePhoneBookEdit::editEntry(const PhoneBookEntry &entry)
