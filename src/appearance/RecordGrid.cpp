@@ -16,6 +16,8 @@ namespace appearance {
 namespace {
 
 constexpr int rowPadding = 12;
+constexpr QChar firstStrongIsolate(0x2068);
+constexpr QChar popDirectionalIsolate(0x2069);
 
 /// A cell in one line of tab-separated text: what would begin another cell or line becomes a blank.
 QString cellText(const QModelIndex &index)
@@ -29,9 +31,19 @@ QString cellText(const QModelIndex &index)
 
 } // namespace
 
+void RecordDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const
+{
+    QStyledItemDelegate::initStyleOption(option, index);
+    if (option->direction == Qt::RightToLeft) {
+        option->text = firstStrongIsolate + option->text + popDirectionalIsolate;
+    }
+}
+
 RecordGrid::RecordGrid(QWidget *parent) : QTableView(parent)
 {
     fitRows();
+    horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter); // as the cells stand
+    setItemDelegate(new RecordDelegate(this));
     connect(this, &QTableView::doubleClicked, this,
             [this](const QModelIndex &index) { Q_EMIT recordActivated(index.row()); });
 }
@@ -66,6 +78,7 @@ void RecordGrid::chooseColumns(const QPoint &position)
         connect(action, &QAction::toggled, this, [this, column](bool shown) {
             const bool last = horizontalHeader()->count() - horizontalHeader()->hiddenSectionCount() == 1;
             setColumnHidden(column, !shown && !last);
+            widenToHeading(column);
         });
     }
     menu.exec(horizontalHeader()->mapToGlobal(position));
@@ -75,9 +88,21 @@ void RecordGrid::remember(core::WindowMemory &memory, const QString &name)
 {
     m_memory = &memory;
     m_name = name;
+    for (int column = 0; column < model()->columnCount(); ++column) {
+        widenToHeading(column);
+    }
     const QByteArray state = memory.geometry(name);
     if (!state.isEmpty()) {
         horizontalHeader()->restoreState(state);
+    }
+}
+
+// A heading's length differs from language to language.
+void RecordGrid::widenToHeading(int column)
+{
+    const QHeaderView &header = *horizontalHeader();
+    if (!isColumnHidden(column)) {
+        setColumnWidth(column, std::max(header.sectionSize(column), header.sectionSizeHint(column)));
     }
 }
 

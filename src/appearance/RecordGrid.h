@@ -2,9 +2,21 @@
 
 #include "core/WindowMemory.h"
 
+#include <QStyledItemDelegate>
 #include <QTableView>
 
 namespace appearance {
+
+/// Draws each text in its own direction: in a mirrored window, numbers and names keep the order of their
+/// parts.
+class RecordDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override;
+};
 
 /// The table of every list: a hint where it is empty, copying of cells and rows, a double-click or Enter that
 /// opens a row, Del that asks to delete it, and, where `remember` is called, the operator's widths, order and
@@ -22,7 +34,8 @@ public:
     /// Lets the operator move, hide and show columns by the header's context menu.
     void setColumnsChoosable();
     /// Takes widths, order and choice of columns from the memory, and keeps them there under `name` from then
-    /// on. Call once the model stands; the memory must outlive the grid.
+    /// on. Before the operator has chosen any, a column is as wide as its heading at least. Call once the
+    /// model and the first widths stand; the memory must outlive the grid.
     void remember(core::WindowMemory &memory, const QString &name);
 
 Q_SIGNALS:
@@ -44,6 +57,7 @@ protected:
 private:
     void fitRows();
     void chooseColumns(const QPoint &position);
+    void widenToHeading(int column);
     void keepColumns();
 
     QString m_hint;

@@ -15,6 +15,8 @@ namespace mainwindow {
 namespace {
 
 constexpr qint64 shownMessageBytes = 64 << 10; // of a log that only ever grows
+constexpr QChar leftToRightIsolate(0x2066);
+constexpr QChar popDirectionalIsolate(0x2069);
 
 } // namespace
 
@@ -46,6 +48,7 @@ void FrmMain::Form_Load()
     loadTray();
     loadShape();
     connectButtons();
+    m_ui->gridCallerId->setFocus();
 }
 
 void FrmMain::loadTexts()
@@ -308,8 +311,10 @@ void FrmMain::updateSource()
     } else if (m_lastSender.isNull()) {
         lblSource->setText(m_context.texts.Lms(u"NoDatagramYet"_s));
     } else {
-        lblSource->setText(m_context.texts.Lms(u"LastDatagram"_s) + separator + m_context.log.timeStamp() +
-                           u"  "_s + m_lastSender.toString());
+        const QString received = m_context.log.timeStamp() + u"  "_s + m_lastSender.toString();
+        lblSource->setText(
+            m_context.texts.Lms(u"LastDatagram"_s) + separator +
+            (isRightToLeft() ? leftToRightIsolate + received + popDirectionalIsolate : received));
     }
 }
 

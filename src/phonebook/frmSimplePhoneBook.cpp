@@ -50,7 +50,6 @@ void frmSimplePhoneBook::setUpGrid()
 {
     m_ui->DbgPhoneBook->setModel(m_data);
     m_ui->DbgPhoneBook->setItemDelegate(new MarkDelegate(*m_data, this));
-    m_ui->DbgPhoneBook->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 }
 
 void frmSimplePhoneBook::connectControls()
