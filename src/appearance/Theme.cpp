@@ -2,6 +2,7 @@
 
 #include "appearance/ThemedIcons.h"
 
+#include <QLineEdit>
 #include <QProxyStyle>
 #include <QStyleFactory>
 #include <QWidget>
@@ -21,8 +22,8 @@ struct Shades
 
 constexpr Shades lightShades = {0xfff3f5f8, 0xffffffff, 0xfff6f8fb, 0xff1c2530, 0xff68758a,
                                 0xfffbfcfd, 0xffc9d1dc, 0xff1f5fbf, 0xffffffff};
-constexpr Shades darkShades = {0xff1d2229, 0xff242a32, 0xff2a313a, 0xffe5eaf1, 0xff95a2b5,
-                               0xff2f3740, 0xff11151a, 0xff4b8df0, 0xffffffff};
+constexpr Shades darkShades = {0xff2b3139, 0xff1c2127, 0xff22282f, 0xffe5eaf1, 0xffa3afc0,
+                               0xff333a43, 0xff11151a, 0xff3574d6, 0xffffffff};
 
 /// A line under a letter would part it from its neighbours in a script whose letters join.
 bool joinsLetters(const QString &text)
@@ -43,6 +44,15 @@ public:
         return metric == PM_HeaderMargin || metric == PM_FocusFrameHMargin
                    ? cellMargin
                    : QProxyStyle::pixelMetric(metric, option, widget);
+    }
+    void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
+                       const QWidget *widget) const override
+    {
+        const auto *edit = qobject_cast<const QLineEdit *>(widget);
+        const bool onlyShows = edit != nullptr && edit->isReadOnly() && !edit->hasFrame();
+        if (element != PE_PanelLineEdit || !onlyShows) { // a result looks like no box to type into
+            QProxyStyle::drawPrimitive(element, option, painter, widget);
+        }
     }
     QSize sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &contents,
                            const QWidget *widget) const override

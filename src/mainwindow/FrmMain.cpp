@@ -61,6 +61,7 @@ void FrmMain::loadTexts()
     setWindowTitle(name.isEmpty() && values.OemMark.isEmpty() ? u"CallDesk "_s + values.AppVersion
                                                               : title.trimmed());
     setWindowIcon(appearance::programIcon());
+    m_ui->Toolbar1->setWindowTitle(windowTitle());
     m_ui->txtLastCallerID->setPlaceholderText(m_context.texts.Lms(u"NoCallYet"_s));
     m_ui->txtSMS->setPlaceholderText(m_context.texts.Lms(u"NoSmsYet"_s));
     m_ui->gridCallerId->setHint(m_context.texts.Lms(u"NoCallsHint"_s));

@@ -21,7 +21,7 @@ namespace {
 constexpr std::chrono::milliseconds typingPause{300};
 
 /// How wide the columns are at first, in characters.
-constexpr std::array columnWidths{26, 28, 12, 12, 40};
+constexpr std::array columnWidths{26, 28, 12, 12, 20};
 
 } // namespace
 
