@@ -63,7 +63,7 @@ void FrmCustomer::setUpGrid()
     translateHeadings();
     grid.setModel(&Ado1);
     for (int column = 0; column < int(columnWidths.size()); ++column) {
-        grid.setColumnWidth(column, columnWidths.at(size_t(column)) * fontMetrics().averageCharWidth());
+        grid.setColumnWidth(column, columnWidths.at(size_t(column)) * fontMetrics().horizontalAdvance(u'0'));
     }
     grid.setHint(m_context.texts.Lms(u"NoCustomersShown"_s));
     grid.setColumnsChoosable();
