@@ -14,14 +14,34 @@ namespace core {
 namespace {
 
 constexpr qreal pointSize = 9;
+constexpr qreal smallestPointSize = 6;
 
-QFont reportFont(const PrintedReport &report, const QPagedPaintDevice &device)
+/// Of the lines that are one character over and over, and not wider than the limit.
+qreal widestRule(const QStringList &lines, const QFontMetricsF &metrics, qreal limit)
+{
+    qreal widest = 0;
+    for (const QString &line : lines) {
+        if (!line.isEmpty() && line.count(line.front()) == line.size()) {
+            const qreal wide = metrics.horizontalAdvance(line);
+            widest = wide <= limit ? std::max(widest, wide) : widest;
+        }
+    }
+    return widest;
+}
+
+// Rules are not to go on in the next line, which the fonts of some systems are too wide for.
+QFont reportFont(const PrintedReport &report, const QStringList &lines, QPagedPaintDevice &device, int width)
 {
     const auto installed = std::ranges::find_if(
         report.families, [](const QString &each) { return QFontDatabase::hasFamily(each); });
     QFont font = installed != report.families.end() ? QFont(*installed) : QFont();
     constexpr int pointsAnInch = 72;
     font.setPixelSize(qRound(pointSize * device.logicalDpiY() / pointsAnInch)); // whatever the screen has
+    const qreal limit = width * pointSize / smallestPointSize;
+    const qreal rule = widestRule(lines, QFontMetricsF(font, &device), limit);
+    if (rule > width) {
+        font.setPixelSize(int(font.pixelSize() * width / rule));
+    }
     return font;
 }
 
@@ -29,12 +49,13 @@ QFont reportFont(const PrintedReport &report, const QPagedPaintDevice &device)
 class Pages
 {
 public:
-    Pages(QPagedPaintDevice &device, const PrintedReport &report)
-        : m_device(device), m_painter(&device), m_report(report), m_font(reportFont(report, device))
+    Pages(QPagedPaintDevice &device, const PrintedReport &report, const QStringList &lines)
+        : m_device(device), m_painter(&device), m_report(report),
+          m_size(device.pageLayout().paintRectPixels(device.logicalDpiX()).size()),
+          m_font(reportFont(report, lines, device, m_size.width()))
     {
         m_painter.setFont(m_font);
         m_lineHeight = m_painter.fontMetrics().lineSpacing();
-        m_size = device.pageLayout().paintRectPixels(device.logicalDpiX()).size();
         beginPage();
     }
 
@@ -77,8 +98,8 @@ private:
     QPagedPaintDevice &m_device;
     QPainter m_painter;
     const PrintedReport &m_report;
-    QFont m_font;
     QSize m_size;
+    QFont m_font;
     int m_lineHeight = 0;
     int m_top = 0;
     int m_page = 0;
@@ -88,7 +109,6 @@ private:
 
 void drawPages(QPagedPaintDevice &device, const PrintedReport &report)
 {
-    Pages pages(device, report);
     QStringList lines = report.text.split(u'\n');
     if (lines.last().isEmpty()) {
         lines.removeLast(); // behind the last line's end
@@ -97,6 +117,9 @@ void drawPages(QPagedPaintDevice &device, const PrintedReport &report)
         if (line.endsWith(u'\r')) {
             line.chop(1);
         }
+    }
+    Pages pages(device, report, lines);
+    for (const QString &line : std::as_const(lines)) {
         pages.draw(line);
     }
 }

@@ -102,6 +102,7 @@ void CustomerEditing::write(const CustomerRecord &customer)
     customers.setIndex(u"SN"_s);
     if (customers.Seek(customer.SN)) {
         customers.Edit();
+        m_nameOnFile = customers.value(u"CustomerName"_s).toString(); // another desk may have renamed him
     } else {
         customers.AddNew();
     }

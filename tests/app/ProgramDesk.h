@@ -22,6 +22,18 @@ inline QByteArray call(const QString &number, const QString &name)
     return sim::callRecord(fields, sim::CodePageChoice());
 }
 
+inline void type(const QWidget *form, const char *box, const QString &text)
+{
+    auto *edit = form->findChild<QWidget *>(QLatin1String(box));
+    edit->setFocus();
+    QTest::keyClick(edit, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(edit, text);
+}
+inline void press(const QWidget *form, const char *button)
+{
+    QTest::mouseClick(form->findChild<QAbstractButton *>(QLatin1String(button)), Qt::LeftButton);
+}
+
 /// The whole program in a sample desk of its own, and a caller-ID unit on the loopback.
 struct ProgramDesk : support::TestDesk
 {

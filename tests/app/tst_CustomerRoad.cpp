@@ -10,17 +10,6 @@ class tst_CustomerRoad : public QObject
 {
     Q_OBJECT
 
-    static void type(const QWidget *form, const char *box, const QString &text)
-    {
-        auto *edit = form->findChild<QLineEdit *>(QLatin1String(box));
-        edit->setFocus();
-        edit->selectAll();
-        QTest::keyClicks(edit, text);
-    }
-    static void press(const QWidget *form, const char *button)
-    {
-        QTest::mouseClick(form->findChild<QAbstractButton *>(QLatin1String(button)), Qt::LeftButton);
-    }
     static void doubleClickNewestCall(const mainwindow::FrmMain &window)
     {
         auto *grid = window.findChild<mainwindow::CallGridView *>(u"gridCallerId"_s);

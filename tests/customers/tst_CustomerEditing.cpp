@@ -225,6 +225,19 @@ private Q_SLOTS:
         QCOMPARE(customerSql(desk, u"select SN, CustomerName from customer"_s), u"2|VALUE 0"_s);
     }
 
+    void theLaterSaveWinsAndItsNameTakesTheNotesAlong()
+    {
+        Desk desk;
+        desk.shown = fullCustomer();
+        QVERIFY(desk.editing.save());
+        customerSql(desk, u"update customer set CustomerName = 'Renamed', city = 'x'"_s);
+        desk.field(u"broker") = u"Mine"_s;
+        QVERIFY(desk.editing.save());
+        QCOMPARE(customerSql(desk, u"select CustomerName, city, broker from customer"_s),
+                 u"VALUE 0|VALUE 4|Mine"_s);
+        QCOMPARE(desk.effects.called.last(), u"customerSaved 1 Renamed VALUE 0"_s);
+    }
+
     // 5 bytes hold two Chinese characters and a half.
     void aForwardedTextIsCutBetweenCharacters()
     {

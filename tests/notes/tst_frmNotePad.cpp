@@ -109,6 +109,8 @@ private Q_SLOTS:
         desk.windowsOfNotes.RefreshNotePad(u"Acme"_s, u"O'Brien's"_s);
         QCOMPARE(control<QLineEdit>(editor(), "txtCustomerName")->text(), u"O'Brien's"_s);
         QTRY_VERIFY(control<notes::ReportBox>(editor(), "txtReport")->report().contains(u"Old one"_s));
+        desk.windowsOfNotes.RefreshNotePad(u"O'Brien's"_s, QString(10'000, u'x'));
+        QCOMPARE(control<QLineEdit>(editor(), "txtCustomerName")->text().size(), 10'000);
         QTest::keyClick(editor(), Qt::Key_F1);
         QCOMPARE(desk.navigator.shown, QStringList(u"ShowHelp Popup_Notes"_s));
     }

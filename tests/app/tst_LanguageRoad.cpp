@@ -1,0 +1,141 @@
+#include "ProgramDesk.h"
+#include "messages/frmSendSMS.h"
+#include "messages/frmShowSMS.h"
+#include "options/frmLanguageEditor.h"
+#include "options/frmOptions.h"
+
+#include <QNetworkDatagram>
+
+namespace {
+
+/// Passes on what one of two desks sends to the other, as the server does for operators.
+class Relay
+{
+public:
+    Relay(quint16 first, quint16 second)
+    {
+        m_socket.bind(QHostAddress::LocalHost);
+        QObject::connect(&m_socket, &QUdpSocket::readyRead, &m_socket, [=, this] {
+            while (m_socket.hasPendingDatagrams()) {
+                const QNetworkDatagram received = m_socket.receiveDatagram();
+                m_socket.writeDatagram(received.data(), QHostAddress::LocalHost,
+                                       received.senderPort() == first ? second : first);
+            }
+        });
+        for (const quint16 port : {first, second}) {
+            m_socket.writeDatagram("the server is up", QHostAddress::LocalHost, port);
+        }
+    }
+
+private:
+    QUdpSocket m_socket;
+};
+
+struct Operator : ProgramDesk
+{
+    explicit Operator(const QString &language)
+    {
+        core::SettingsRecord record;
+        record.LanguageSetting.setText(language);
+        writeFile(paths.SettingsFile, record.toBytes());
+    }
+    void say(const QString &to, const QString &text) const
+    {
+        program->windows().show(core::Window::SendMessage);
+        auto *form = support::openForm<messages::frmSendSMS>();
+        form->findChild<QComboBox *>(u"txtSendTo"_s)->setEditText(to);
+        form->findChild<QPlainTextEdit *>(u"txtSMS"_s)->setPlainText(text);
+        press(form, "Command6");
+        form->close();
+    }
+    void filesAndShows(const QString &text)
+    {
+        const QByteArray entry = "<" + clock.time.toString(u"yyyy-MM-dd HH:mm:ss"_s).toLatin1() + ">  \r\n" +
+                                 text.toUtf8() + "\r\n\r\n";
+        m_log += entry;
+        QTRY_COMPARE(fileBytes(paths.SmsFile), m_log);
+        const QString month = clock.time.toString(u"yyyy-MM"_s);
+        QCOMPARE(fileBytes(paths.SmsFolder + u"/SMS"_s + month + u".txt"_s), entry);
+        QTRY_VERIFY(support::openForm<messages::frmShowSMS>() != nullptr);
+        auto *form = support::openForm<messages::frmShowSMS>();
+        QCOMPARE(form->findChild<QPlainTextEdit *>(u"txtSMS"_s)->toPlainText(), text);
+        form->close();
+    }
+
+private:
+    QByteArray m_log;
+};
+
+} // namespace
+
+/// What operators of other languages write, and how they change the program's own words.
+class tst_LanguageRoad : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void operatorsExchangeMessagesOverTheTurnOfAMonth_data()
+    {
+        const support::Table<QString, QString, QString> row("language", "question", "answer");
+        row("English", u"ENG"_s, u"Lunch at {{12}}?"_s, u"Yes \u2013 O\u2019Brien\u2019s"_s);
+        row("Chinese", u"CHS"_s, u"请回电张三"_s, u"好的，谢谢！"_s);
+        row("Arabic", u"ARA"_s, u"اتصل بسارة من فضلك"_s, u"حسنا، شكرا"_s);
+    }
+    void operatorsExchangeMessagesOverTheTurnOfAMonth()
+    {
+        QFETCH(QString, language);
+        QFETCH(QString, question);
+        QFETCH(QString, answer);
+        Operator ann(language);
+        Operator bob(language);
+        QVERIFY(ann.start() && bob.start());
+        const Relay server(ann.port, bob.port);
+        QTRY_VERIFY(ann.logged("the server is up") && bob.logged("the server is up"));
+        for (const QDateTime &time :
+             {QDateTime({2026, 11, 30}, {23, 59, 59}), QDateTime({2026, 12, 1}, {})}) {
+            ann.clock.time = bob.clock.time = time;
+            ann.say(u"Bob"_s, question);
+            bob.filesAndShows(question);
+            bob.say(u"ALL"_s, answer);
+            ann.filesAndShows(answer);
+        }
+        QVERIFY(!ann.logged(">  !") && !bob.logged(">  !iniUDP"));
+    }
+
+    void aTextOfTheOperatorsOwnTranslationIsShownAfterARestart()
+    {
+        ProgramDesk desk;
+        QVERIFY(desk.start());
+        const auto caption = [&desk] { return desk.window().findChild<QAction *>(u"cmdCallInfo"_s)->text(); };
+        QVERIFY(!caption().contains(u"Logbook"_s));
+        desk.window().findChild<QAction *>(u"Command3"_s)->trigger();
+        press(support::openForm<options::frmOptions>(), "cmdLanguageEditor");
+        auto *editor = support::openForm<options::frmLanguageEditor>();
+        QVERIFY(editor != nullptr);
+        type(editor, "txtCondition", u"NotePad"_s);
+        press(editor, "cmdSearch");
+        auto *grid = editor->findChild<QTableView *>(u"DBGrid1"_s);
+        const QModelIndexList rows = grid->model()->match(grid->model()->index(0, 0), Qt::DisplayRole,
+                                                          u"NotePad"_s, 1, Qt::MatchExactly);
+        QCOMPARE(rows.size(), 1);
+        grid->setCurrentIndex(rows.first().siblingAtColumn(1));
+        QTest::keyClick(grid, Qt::Key_Return);
+        auto *cell = grid->findChild<QLineEdit *>();
+        cell->selectAll();
+        QTest::keyClicks(cell, u"Logbook"_s);
+        QTest::keyClick(cell, Qt::Key_Return);
+        QTRY_COMPARE(grid->currentIndex().data().toString(), u"Logbook"_s);
+        editor->findChild<QCheckBox *>(u"chkUseUserLang"_s)->click();
+        press(editor, "cmdReturn");
+        desk.prompts.expect(true);
+        desk.window().findChild<QAction *>(u"Command2"_s)->trigger();
+        QVERIFY(desk.ended);
+        desk.program.reset();
+        QVERIFY(QFile::remove(desk.folder.filePath(u"calldesk.lock"_s))); // as the end of the process does
+        QVERIFY(desk.start());
+        QCOMPARE(caption(), u"Logbook"_s);
+    }
+};
+
+QTEST_MAIN(tst_LanguageRoad)
+#include "tst_LanguageRoad.moc"

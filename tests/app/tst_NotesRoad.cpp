@@ -1,0 +1,149 @@
+#include "ProgramDesk.h"
+#include "core/QtPrinter.h"
+#include "customers/FrmEditCustomer.h"
+#include "notes/frmNotePad.h"
+#include "notes/frmNotePadManager.h"
+
+#include <QPrintPreviewDialog>
+#include <QPrintPreviewWidget>
+#include <QPrinter>
+#include <QProcess>
+
+/// From a call to its notes, and from the notes onto paper.
+class tst_NotesRoad : public QObject
+{
+    Q_OBJECT
+
+    static void save(QWidget *pad, const QString &request, const QString &response, const QString &note)
+    {
+        type(pad, "txtRequest", request);
+        type(pad, "txtResponse", response);
+        type(pad, "txtNote", note);
+        press(pad, "cmdSave");
+    }
+    static int found(QWidget *manager)
+    {
+        press(manager, "cmdShowResult");
+        return manager->findChild<QTableView *>(u"DataGrid1"_s)->model()->rowCount();
+    }
+    static void saveTwoEntries(ProgramDesk &desk)
+    {
+        auto *editor = support::openForm<customers::FrmEditCustomer>();
+        QVERIFY(editor != nullptr);
+        press(editor, "cmdViewNotePad");
+        auto *pad = support::openForm<notes::frmNotePad>();
+        QVERIFY(pad != nullptr);
+        auto *pages = pad->findChild<QTabWidget *>(u"SSTab1"_s);
+        QCOMPARE(pages->currentIndex(), 0);
+        pages->setCurrentIndex(1);
+        type(pad, "txtConsultant", u"Ann O'Dell"_s);
+        type(pad, "txtContent", u"Group booking"_s);
+        pad->findChild<QCheckBox *>(u"chkIfResolved"_s)->click();
+        save(pad, u"Ten rooms, can't wait"_s, u"Booked"_s, u"VIP rate"_s);
+        desk.clock.time = desk.clock.time.addSecs(60);
+        save(pad, u"Breakfast"_s, u"Asking the kitchen"_s, {});
+        pad->close();
+    }
+    static void eachConditionFinds(QWidget *manager)
+    {
+        const QList<std::tuple<const char *, QString, int>> conditions = {
+            {"txtCallID", u"20261121093015"_s, 2},
+            {"txtCustomerName", u"lantern"_s, 2},
+            {"txtConsultant", u"o'dell"_s, 2},
+            {"txtContent", u"group"_s, 2},
+            {"txtRequest", u"can't"_s, 1},
+            {"txtResponse", u"kitchen"_s, 1},
+            {"txtNote", u"vip"_s, 1}};
+        for (const auto &[box, text, rows] : conditions) {
+            type(manager, box, text);
+            QVERIFY2(found(manager) == rows, box);
+            type(manager, box, text + u"zz"_s);
+            QVERIFY2(found(manager) == 0, box);
+            manager->findChild<QLineEdit *>(QLatin1String(box))->clear();
+        }
+        auto *resolved = manager->findChild<QComboBox *>(u"cmbIfResolved"_s);
+        for (const auto &[place, rows] : {std::pair(1, 1), {2, 2}, {0, 3}}) {
+            resolved->setCurrentIndex(place);
+            QCOMPARE(found(manager), rows);
+        }
+    }
+    static QByteArray report()
+    {
+        const QByteArray stars = QByteArray(115, '*') + "\r\n";
+        const QByteArray dashes = QByteArray(115, '-') + "\r\n";
+        return stars + "CustomerName:       Harbor Lantern Hotel\r\n" + stars + dashes +
+               "CallID:             Call20261121093015  Date/Time:          2026-11-21 09:30:15 \r\n"
+               "Consultant:         Ann O'Dell          \r\n"
+               "Content:            \r\nGroup booking\r\n" +
+               dashes +
+               "< Request  >                  \r\nBreakfast\r\n"
+               "< Response >                  Been Resolved :     No                  \r\n"
+               "Asking the kitchen\r\n< Note     >                  \r\n\r\n"
+               "< Request  >                  \r\nTen rooms, can't wait\r\n"
+               "< Response >                  Been Resolved :     Yes                 \r\n"
+               "Booked\r\n< Note     >                  \r\nVIP rate\r\n\r\n";
+    }
+    static QStringList filledLines(const QString &text)
+    {
+        QStringList lines;
+        for (const QString &line : text.split(u'\n')) {
+            lines.append(line.simplified());
+        }
+        lines.removeAll(QString());
+        return lines;
+    }
+    /// What the preview's own printing leaves, read back by another program.
+    static QString printed(const core::PrintedReport &report, const QString &file)
+    {
+        core::QtPrinter().print(report);
+        auto *preview = support::openForm<QPrintPreviewDialog>();
+        preview->printer()->setOutputFormat(QPrinter::PdfFormat);
+        preview->printer()->setOutputFileName(file);
+        preview->findChild<QPrintPreviewWidget *>()->print();
+        preview->close();
+        QProcess reader;
+        reader.start(u"pdftotext"_s, {u"-layout"_s, file, u"-"_s});
+        reader.waitForFinished();
+        return QString::fromUtf8(reader.readAllStandardOutput()).remove(u'\f');
+    }
+
+private Q_SLOTS:
+    void notesOfACallAreFoundExportedAndPrinted()
+    {
+        ProgramDesk desk;
+        QVERIFY(desk.start());
+        desk.runSql(
+            desk.paths.CustomerFile,
+            u"insert into callinfo values('Old','Cedar Street Clinic','2005-03-01 08:00:00','Bob','x');"
+            "insert into customerrequest values('Old','a','b',0,'c')"_s);
+        desk.send(call(vipNumber, u"Harbor Lantern Hotel"_s));
+        QTRY_VERIFY(support::openForm<lookup::frmPopUp>() != nullptr);
+        press(support::openForm<lookup::frmPopUp>(), "Command2");
+        saveTwoEntries(desk);
+
+        desk.window().findChild<QAction *>(u"cmdCallInfo"_s)->trigger();
+        auto *manager = support::openForm<notes::frmNotePadManager>();
+        QVERIFY(manager != nullptr);
+        QCOMPARE(found(manager), 1); // the old one: the dates that it begins with end long ago
+        press(manager, "cmdAllDates");
+        QCOMPARE(found(manager), 3);
+        eachConditionFinds(manager);
+        press(manager, "cmdToday");
+        QCOMPARE(found(manager), 2);
+
+        const QString text = desk.folder.filePath(u"notes.txt"_s);
+        desk.prompts.expectFile(text);
+        press(manager, "cmdExport");
+        QTRY_COMPARE(desk.shell.opened, QStringList(u"editText "_s + text));
+        QCOMPARE(desk.fileBytes(text), report());
+        press(manager, "cmdPrintOut");
+        QTRY_COMPARE(desk.printer.printed.size(), 1);
+        const QString paper = printed(desk.printer.printed.first(), desk.folder.filePath(u"notes.pdf"_s));
+        QCOMPARE(filledLines(paper), QStringList(u"Call notes"_s) +
+                                         filledLines(QString::fromUtf8(desk.fileBytes(text))) +
+                                         QStringList(u"1"_s));
+    }
+};
+
+QTEST_MAIN(tst_NotesRoad)
+#include "tst_NotesRoad.moc"
