@@ -6,6 +6,8 @@
 #include <QMenu>
 #include <QShortcut>
 
+#include <array>
+
 using namespace Qt::StringLiterals;
 
 // The list's grid, commands and keys, as they are when it opens.
@@ -14,6 +16,9 @@ namespace customers {
 namespace {
 
 constexpr std::chrono::milliseconds typingPause{300};
+
+/// How wide the usual columns are at first, in characters.
+constexpr std::array columnWidths{30, 14, 18, 16, 22, 28, 20, 28, 18};
 
 /// The columns that are shown before the operator chooses others; they stand in front.
 QStringList usualFields()
@@ -35,16 +40,19 @@ void FrmCustomer::setUpGrid()
 {
     appearance::RecordGrid &grid = *m_ui->DataGrid1;
     grid.setModel(&Ado1);
+    for (int column = 0; column < int(columnWidths.size()); ++column) {
+        grid.setColumnWidth(column, columnWidths.at(size_t(column)) * fontMetrics().horizontalAdvance(u'0'));
+    }
     grid.setHint(m_context.texts.Lms(u"NoCustomersShown"_s));
     grid.setColumnsChoosable();
     for (int column = int(usualFields().size()); column < Ado1.columnCount(); ++column) {
         grid.setColumnHidden(column, true);
     }
-    grid.remember(m_context.services.windows, u"FrmCustomer.DataGrid1"_s);
     grid.setContextMenuPolicy(Qt::CustomContextMenu);
     QHeaderView *header = grid.horizontalHeader();
     header->setSectionsClickable(true);
     header->setSortIndicatorShown(true);
+    grid.remember(m_context.services.windows, u"FrmCustomer.DataGrid1"_s);
     showSortArrow();
     makeCurrent(0);
     connect(header, &QHeaderView::sectionClicked, this, &FrmCustomer::sort);

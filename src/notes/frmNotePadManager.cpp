@@ -107,7 +107,7 @@ void frmNotePadManager::translateHeadings()
 void frmNotePadManager::widenColumns()
 {
     int column = 0;
-    for (const int characters : {21, 18, 21, 14, 20, 24, 20, 11, 20}) {
+    for (const int characters : {20, 22, 19, 14, 20, 24, 20, 11, 20}) {
         m_ui->DataGrid1->setColumnWidth(column++, characters * fontMetrics().horizontalAdvance(u'0'));
     }
 }

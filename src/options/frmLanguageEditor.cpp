@@ -5,7 +5,6 @@
 #include "options/LanguageEdit.h"
 #include "ui_frmLanguageEditor.h"
 
-#include <QHeaderView>
 #include <QShortcut>
 
 using namespace Qt::StringLiterals;
@@ -63,7 +62,6 @@ void frmLanguageEditor::loadGrid()
     Data1.setHeading(u"UserLanguage"_s, m_context.texts.Lms(u"LanguageEditorOwn"_s));
     Data1.setHeading(u"english"_s, m_context.texts.Lms(u"LanguageEditorEnglish"_s));
     m_ui->DBGrid1->setModel(&Data1);
-    m_ui->DBGrid1->horizontalHeader()->setDefaultAlignment(Qt::AlignLeading | Qt::AlignVCenter);
     m_ui->DBGrid1->setHint(m_context.texts.Lms(u"LanguageEditorHint"_s));
     connect(m_ui->DBGrid1, &appearance::RecordGrid::recordActivated, this,
             [this] { m_ui->DBGrid1->edit(m_ui->DBGrid1->currentIndex()); });

@@ -19,9 +19,6 @@ frmSimplePhoneBookEdit::frmSimplePhoneBookEdit(const Needs &needs)
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowIcon(appearance::programIcon());
     m_setup.load(*this);
-    QPalette result = palette(); // the table gives the number, so its box looks like none to type into
-    result.setColor(QPalette::Base, Qt::transparent);
-    m_ui->txtSN->setPalette(result);
     m_ui->txtTelno->installEventFilter(this);
     connectControls();
     m_asShown = contents();

@@ -18,7 +18,7 @@ namespace {
 constexpr std::chrono::milliseconds typingPause{300};
 
 /// How wide the columns are at first, in characters.
-constexpr std::array columnWidths{26, 28, 12, 12, 40};
+constexpr std::array columnWidths{26, 28, 14, 14, 20};
 
 } // namespace
 
@@ -26,7 +26,6 @@ void frmSimplePhoneBook::setUpGrid()
 {
     m_ui->DbgPhoneBook->setModel(m_data);
     m_ui->DbgPhoneBook->setItemDelegate(new MarkDelegate(*m_data, this));
-    m_ui->DbgPhoneBook->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 }
 
 void frmSimplePhoneBook::connectControls()
@@ -88,7 +87,7 @@ void frmSimplePhoneBook::layOutColumns()
         return;
     }
     for (int column = 0; column < int(columnWidths.size()); ++column) {
-        grid->setColumnWidth(column, columnWidths.at(size_t(column)) * fontMetrics().averageCharWidth());
+        grid->setColumnWidth(column, columnWidths.at(size_t(column)) * fontMetrics().horizontalAdvance(u'0'));
     }
     grid->remember(m_context.services.windows, u"frmSimplePhoneBook.DbgPhoneBook"_s);
     grid->hideColumn(key);

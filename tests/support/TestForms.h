@@ -12,13 +12,14 @@
 
 namespace support {
 
-/// The window of this class that is shown, null without one.
+/// The window of this class, and of this object name where one is given, that is shown; null without one.
 template <typename Form>
-Form *openForm()
+Form *openForm(const QString &name = {})
 {
     const QWidgetList windows = QApplication::topLevelWidgets();
-    const auto shown = std::find_if(windows.begin(), windows.end(), [](QWidget *window) {
-        return qobject_cast<Form *>(window) != nullptr && window->isVisible();
+    const auto shown = std::find_if(windows.begin(), windows.end(), [&name](QWidget *window) {
+        return qobject_cast<Form *>(window) != nullptr && window->isVisible() &&
+               (name.isEmpty() || window->objectName() == name);
     });
     return shown != windows.end() ? qobject_cast<Form *>(*shown) : nullptr;
 }
