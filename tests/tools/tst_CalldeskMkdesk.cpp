@@ -89,14 +89,15 @@ private Q_SLOTS:
     void aDeskIsCheckedForDamage()
     {
         QCOMPARE(run(u"desk --sample"_s).status, 0);
-        QCOMPARE(run(u"desk --check"_s).status, 0);
+        const ToolRun whole = run(u"desk --check"_s);
+        QCOMPARE(whole.status, 0);
         QByteArray bytes = m_desk->fileBytes(below(u"desk/Customer.ccsm"_s));
         bytes.replace(bytes.size() / 2, 4096, QByteArray(4096, 'x'));
         write(u"desk/Customer.ccsm"_s, bytes);
         write(u"desk/Lang.mdb"_s, "no database");
         const ToolRun damaged = run(u"desk --check"_s);
         QCOMPARE(damaged.status, 1);
-        QCOMPARE(damaged.output.count(u": ok\n"_s), damaged.output.count(u'\n') - 2);
+        QCOMPARE(damaged.output.count(u": ok\n"_s), whole.output.count(u": ok\n"_s) - 2);
     }
 
     void aLanguageWithAFileOfItsOwnGetsIt()
