@@ -36,7 +36,7 @@ find_popup() {
 }
 
 find_message() {
-    message=$(windows_of_type DIALOG | head -n 1)
+    message=$(windows_of_type NORMAL | grep -vx "$main" | head -n 1)
     [ -n "$message" ]
 }
 
