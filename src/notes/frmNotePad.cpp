@@ -93,6 +93,7 @@ bool frmNotePad::save()
     const bool saved = m_notes.CheckValues(toSave) && m_notes.save(toSave);
     if (saved) {
         clearEntry();
+        refreshReport(); // its page would still say that there are no notes
     }
     return saved;
 }
