@@ -157,12 +157,14 @@ void frmAddDataToExcel_Tarn20050921::showRunning(bool running)
     m_ui->cmdCancel->setEnabled(running);
     m_ui->prgExport->setMaximum(1);
     m_ui->prgExport->setValue(0);
-    m_ui->prgExport->setTextVisible(running);
+    m_ui->prgExport->setVisible(running); // an empty one looks like a box to type in
 }
 
 void frmAddDataToExcel_Tarn20050921::keyPressEvent(QKeyEvent *event)
 {
-    if (event->key() != Qt::Key_Escape) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        m_ui->cmdAddToExcel->click(); // a window that is no dialog has no default button
+    } else if (event->key() != Qt::Key_Escape) {
         QWidget::keyPressEvent(event);
     } else if (m_export) {
         cancel();

@@ -55,6 +55,7 @@ void frmSimplePhoneBookEdit::addEntry(const QString &number)
 {
     if (mayDropContents()) {
         fill({.Telno = number}, Mode::Add);
+        (number.isEmpty() ? m_ui->txtTelno : m_ui->txtSimpleDes)->setFocus(); // it is the next thing to type
     }
 }
 
