@@ -6,6 +6,7 @@
 #include <QFontDatabase>
 #include <QFontInfo>
 #include <QMenu>
+#include <QPlainTextEdit>
 
 #include <algorithm>
 
@@ -55,6 +56,15 @@ QFont controlFont(const QWidget &control, QFont font)
     return font;
 }
 
+// Unlike every other control, these boxes do not mirror their lines by themselves. A log is not mirrored.
+void alignLines(const QPlainTextEdit &box)
+{
+    const bool mirrored = box.isRightToLeft() && box.lineWrapMode() != QPlainTextEdit::NoWrap;
+    QTextOption option = box.document()->defaultTextOption();
+    option.setAlignment(mirrored ? Qt::AlignRight : Qt::AlignLeft);
+    box.document()->setDefaultTextOption(option);
+}
+
 } // namespace
 
 void FormTranslator::iniFormFonts(QWidget &form) const
@@ -82,7 +92,12 @@ void FormTranslator::iniFormLang(QWidget &form) const
         form.setLayoutDirection(layoutDirection(m_language.code));
         captions.translateTitle(form);
         captions.translate(form);
-        forEachPart(form, [&captions](QObject &part) { captions.translate(part); });
+        forEachPart(form, [&captions](QObject &part) {
+            captions.translate(part);
+            if (const auto *box = qobject_cast<QPlainTextEdit *>(&part)) {
+                alignLines(*box);
+            }
+        });
     });
 }
 
