@@ -1,26 +1,14 @@
 #pragma once
 
 #include "DeskFiles.h"
-#include "RecordWriter.h"
 #include "app/Program.h"
+#include "support/Calls.h"
 #include "support/TestForms.h"
 
 #include <QUdpSocket>
 
 inline const QString vipNumber = QStringLiteral("6175550101");    // of the sample desk: pop-up flag set
 inline const QString silentNumber = QStringLiteral("2145550129"); // pop-up flag off
-
-inline QByteArray call(const QString &number, const QString &name)
-{
-    sim::CallFields fields;
-    fields.line = u"5550100"_s;
-    fields.number = number;
-    fields.name = name;
-    fields.match = u"1"_s;
-    fields.vip = u"Y"_s;
-    fields.tailTime = u"2026-11-20 10:42"_s;
-    return sim::callRecord(fields, sim::CodePageChoice());
-}
 
 inline void type(const QWidget *form, const char *box, const QString &text)
 {
@@ -32,6 +20,16 @@ inline void type(const QWidget *form, const char *box, const QString &text)
 inline void press(const QWidget *form, const char *button)
 {
     QTest::mouseClick(form->findChild<QAbstractButton *>(QLatin1String(button)), Qt::LeftButton);
+}
+
+/// The window of this class once it opens; without it no test can go on.
+template <typename Form>
+Form *opened()
+{
+    if (!QTest::qWaitFor([] { return support::openForm<Form>() != nullptr; })) {
+        qFatal("%s did not open", Form::staticMetaObject.className());
+    }
+    return support::openForm<Form>();
 }
 
 /// The whole program in a sample desk of its own, and a caller-ID unit on the loopback.
@@ -69,7 +67,7 @@ struct ProgramDesk : support::TestDesk
     QString source() const { return window().findChild<QLabel *>(u"lblSource"_s)->text(); }
     void showsACall()
     {
-        send(call(vipNumber, u"Harbor Lantern Hotel"_s));
+        send(support::call(vipNumber, u"Harbor Lantern Hotel"_s));
         QTRY_VERIFY(lastCaller().contains(vipNumber));
         QVERIFY(window().isVisible());
     }

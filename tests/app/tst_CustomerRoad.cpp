@@ -37,12 +37,10 @@ private Q_SLOTS:
         QCOMPARE(support::openForm<lookup::frmPopUp>(), nullptr);
 
         doubleClickNewestCall(desk.window());
-        auto *choice = support::openForm<phonebook::frmChoosePhoneDatabase>();
-        QVERIFY(choice != nullptr);
+        auto *choice = opened<phonebook::frmChoosePhoneDatabase>();
         press(choice, "Option2");
         press(choice, "OKButton");
-        auto *editor = support::openForm<customers::FrmEditCustomer>();
-        QVERIFY(editor != nullptr);
+        auto *editor = opened<customers::FrmEditCustomer>();
         QCOMPARE(editor->findChild<QLineEdit *>(u"txtCompanyCall"_s)->text(), number);
         type(editor, "txtCustomerName", u"Old Mill's Cheese"_s);
         press(editor, "Command2");
@@ -59,10 +57,8 @@ private Q_SLOTS:
         fields.match = sn;
         fields.name = u"Old Mill"_s;
         desk.send(sim::callRecord(fields, sim::CodePageChoice()));
-        QTRY_VERIFY(support::openForm<lookup::frmPopUp>() != nullptr);
-        press(support::openForm<lookup::frmPopUp>(), "Command2");
-        editor = support::openForm<customers::FrmEditCustomer>();
-        QVERIFY(editor != nullptr);
+        press(opened<lookup::frmPopUp>(), "Command2");
+        editor = opened<customers::FrmEditCustomer>();
         QCOMPARE(editor->findChild<QLineEdit *>(u"txtCustomerName"_s)->text(), u"Old Mill\u2019s Cheese"_s);
     }
 
@@ -71,8 +67,7 @@ private Q_SLOTS:
         ProgramDesk desk;
         QVERIFY(desk.start());
         desk.program->windows().Show_Editor(u"CUSTOMER"_s, 1);
-        auto *editor = support::openForm<customers::FrmEditCustomer>();
-        QVERIFY(editor != nullptr);
+        auto *editor = opened<customers::FrmEditCustomer>();
         type(editor, "txtCustomerName", u"Changed"_s);
         desk.prompts.expect(true);
         desk.prompts.expectSave(core::Prompts::Answer::Cancel);

@@ -1,7 +1,5 @@
 #include "RunningProgram.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 QString answerOf(const QString &command, const QStringList &arguments)
@@ -73,18 +71,7 @@ private Q_SLOTS:
         QTRY_COMPARE(xdotool({u"getactivewindow"_s}), mainWindow());
     }
 
-    void shutDownAllLeavesNothingInTheTray()
-    {
-        startWithTray();
-        m_program->sendCall();
-        QTRY_VERIFY(!windowOfType(u"= _NET_WM_WINDOW_TYPE_UTILITY"_s).isEmpty());
-        QCOMPARE(m_program->shutDown(), 0);
-        QTRY_COMPARE(trayWindows(), m_emptyTray);
-        QVERIFY(m_program->log().endsWith(">  The program has ended\r\n"));
-        QCOMPARE(m_program->log().count('!'), 0);
-    }
-
-    void aClickOnTheTrayIconBringsTheWindowBackToItsPlace()
+    void theTrayIconBringsTheWindowBackOpensAMenuAndGoesWithTheProgram()
     {
         startWithTray();
         const QString place = xdotool({u"getwindowgeometry"_s, mainWindow()}).section(u'\n', 1);
@@ -94,11 +81,7 @@ private Q_SLOTS:
         clickOn(trayIcon(), 1);
         QTRY_VERIFY(!mainWindow().isEmpty());
         QTRY_COMPARE(xdotool({u"getwindowgeometry"_s, mainWindow()}).section(u'\n', 1), place);
-    }
 
-    void aRightClickOnTheTrayIconOpensTheMenu()
-    {
-        startWithTray();
         const qsizetype windows = windowsOf(m_program->processId()).size();
         clickOn(trayIcon(), 3);
         QTRY_COMPARE(windowsOf(m_program->processId()).size(), windows + 1);
@@ -106,7 +89,13 @@ private Q_SLOTS:
         QTRY_VERIFY(!windowOfType(u"= _NET_WM_WINDOW_TYPE_DIALOG"_s).isEmpty());
         press(windowOfType(u"= _NET_WM_WINDOW_TYPE_DIALOG"_s), u"Escape"_s);
         QTRY_COMPARE(windowsOf(m_program->processId()).size(), windows);
-        QVERIFY(m_program->isRunning());
+
+        m_program->sendCall();
+        QTRY_VERIFY(!windowOfType(u"= _NET_WM_WINDOW_TYPE_UTILITY"_s).isEmpty());
+        QCOMPARE(m_program->shutDown(), 0);
+        QTRY_COMPARE(trayWindows(), m_emptyTray);
+        QVERIFY(m_program->log().endsWith(">  The program has ended\r\n"));
+        QCOMPARE(m_program->log().count('!'), 0);
     }
 
     void withoutATrayTheWindowMinimizes()

@@ -56,8 +56,7 @@ struct Operator : ProgramDesk
         QTRY_COMPARE(fileBytes(paths.SmsFile), m_log);
         const QString month = clock.time.toString(u"yyyy-MM"_s);
         QCOMPARE(fileBytes(paths.SmsFolder + u"/SMS"_s + month + u".txt"_s), entry);
-        QTRY_VERIFY(support::openForm<messages::frmShowSMS>() != nullptr);
-        auto *form = support::openForm<messages::frmShowSMS>();
+        auto *form = opened<messages::frmShowSMS>();
         QCOMPARE(form->findChild<QPlainTextEdit *>(u"txtSMS"_s)->toPlainText(), text);
         form->close();
     }
@@ -109,9 +108,8 @@ private Q_SLOTS:
         const auto caption = [&desk] { return desk.window().findChild<QAction *>(u"cmdCallInfo"_s)->text(); };
         QVERIFY(!caption().contains(u"Logbook"_s));
         desk.window().findChild<QAction *>(u"Command3"_s)->trigger();
-        press(support::openForm<options::frmOptions>(), "cmdLanguageEditor");
-        auto *editor = support::openForm<options::frmLanguageEditor>();
-        QVERIFY(editor != nullptr);
+        press(opened<options::frmOptions>(), "cmdLanguageEditor");
+        auto *editor = opened<options::frmLanguageEditor>();
         type(editor, "txtCondition", u"NotePad"_s);
         press(editor, "cmdSearch");
         auto *grid = editor->findChild<QTableView *>(u"DBGrid1"_s);

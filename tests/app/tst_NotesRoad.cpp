@@ -28,11 +28,8 @@ class tst_NotesRoad : public QObject
     }
     static void saveTwoEntries(ProgramDesk &desk)
     {
-        auto *editor = support::openForm<customers::FrmEditCustomer>();
-        QVERIFY(editor != nullptr);
-        press(editor, "cmdViewNotePad");
-        auto *pad = support::openForm<notes::frmNotePad>();
-        QVERIFY(pad != nullptr);
+        press(opened<customers::FrmEditCustomer>(), "cmdViewNotePad");
+        auto *pad = opened<notes::frmNotePad>();
         auto *pages = pad->findChild<QTabWidget *>(u"SSTab1"_s);
         QCOMPARE(pages->currentIndex(), 0);
         pages->setCurrentIndex(1);
@@ -116,14 +113,12 @@ private Q_SLOTS:
             desk.paths.CustomerFile,
             u"insert into callinfo values('Old','Cedar Street Clinic','2005-03-01 08:00:00','Bob','x');"
             "insert into customerrequest values('Old','a','b',0,'c')"_s);
-        desk.send(call(vipNumber, u"Harbor Lantern Hotel"_s));
-        QTRY_VERIFY(support::openForm<lookup::frmPopUp>() != nullptr);
-        press(support::openForm<lookup::frmPopUp>(), "Command2");
+        desk.showsACall();
+        press(opened<lookup::frmPopUp>(), "Command2");
         saveTwoEntries(desk);
 
         desk.window().findChild<QAction *>(u"cmdCallInfo"_s)->trigger();
-        auto *manager = support::openForm<notes::frmNotePadManager>();
-        QVERIFY(manager != nullptr);
+        auto *manager = opened<notes::frmNotePadManager>();
         QCOMPARE(found(manager), 1); // the old one: the dates that it begins with end long ago
         press(manager, "cmdAllDates");
         QCOMPARE(found(manager), 3);

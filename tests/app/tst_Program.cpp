@@ -1,5 +1,5 @@
 #include "ProgramDesk.h"
-#include "store/Database.h"
+#include "options/frmOptions.h"
 
 using Desk = ProgramDesk;
 
@@ -35,7 +35,8 @@ private Q_SLOTS:
         row("customer who pops up", vipNumber, 0, 0, true, 1);
         row("pop-up flag is off", silentNumber, 0, 0, false, 0);
         row("every call pops up", silentNumber, 1, 0, true, 1);
-        row("unknown, listed", u"2125550188"_s, 0, 1, false, 1);
+        row("neither this nor that", silentNumber, 2, 0, false, 0);
+        row("unknown, listed", u"2125550188"_s, 0, -1, false, 1);
     }
     void flagsAndSettingsDecideWhatACallShows()
     {
@@ -50,7 +51,7 @@ private Q_SLOTS:
         desk.writeFile(desk.paths.SettingsFile, record.toBytes());
         QVERIFY(desk.start());
         desk.window().hide();
-        desk.send(call(number, u"Harbor Lantern Hotel"_s));
+        desk.send(support::call(number, u"Harbor Lantern Hotel"_s));
         QTRY_COMPARE(desk.logged("<CRMV1"), 2);
         QTRY_VERIFY(desk.lastCaller().contains(number)); // the bar names every caller
         QTRY_COMPARE(support::openForm<lookup::frmPopUp>() != nullptr, popsUp);
@@ -63,18 +64,24 @@ private Q_SLOTS:
         Desk desk;
         desk.runSql(desk.paths.StartFolder + u"/AreaCode.mdb"_s,
                     u"create table placename (AreaCode text, Area text, PlaceName text);"
-                    "insert into placename values('617','North','Harbour')"_s);
+                    "insert into placename values('617','North','Harbour'), ('6','Far','Out'), "
+                    "('617','Second','Entry'), ('x1','Small','x'), (null,'No','Code'), "
+                    "('1234567890123456789012345','Long',null)"_s);
         QVERIFY(desk.start());
-        desk.send(call(vipNumber, u"老街火锅店"_s));
-        QTRY_VERIFY(support::openForm<lookup::frmPopUp>() != nullptr);
-        QCOMPARE(support::openForm<lookup::frmPopUp>()->findChild<QLabel *>(u"lblCallerNumber"_s)->text(),
-                 vipNumber);
+        desk.send(support::call(vipNumber, u"老街火锅店"_s));
+        QCOMPARE(opened<lookup::frmPopUp>()->findChild<QLabel *>(u"lblCallerNumber"_s)->text(), vipNumber);
         QCOMPARE(desk.window().calls().cell(0, u"CallerID"_s), vipNumber);
         QCOMPARE(desk.window().calls().cell(0, u"LineNo"_s), u"5550100"_s);
         QCOMPARE(desk.window().calls().cell(0, u"ID"_s), u"CUSTOMER1"_s);
         QTRY_VERIFY(desk.source().endsWith(u"2026-11-21 09:30:15  127.0.0.1"_s));
-        QTRY_VERIFY(desk.lastCaller().startsWith(
-            u"   6175550101     老街火锅店     North(Harbour)\nlast call time:2026-11-20 10:42 ext:"_s));
+        QTRY_COMPARE(desk.lastCaller(), u"   6175550101     老街火锅店     North(Harbour)\n"
+                                        "last call time:2026-11-20 10:42 ext:201      tel:5550106        "_s);
+        for (const auto &[number, place] : {std::pair(u"618"_s, "Far(Out)\n"_L1),
+                                            {u"12345678901234567890123456789"_s, "Long()\n"_L1},
+                                            {u"X1"_s, "\n"_L1}}) {
+            desk.send(support::call(number, {}));
+            QTRY_VERIFY(desk.lastCaller().startsWith(u"   "_s + number + u"          "_s + place));
+        }
     }
 
     void callsWaitWhileTheQuestionBeforeTheEndIsOpen()
@@ -84,7 +91,7 @@ private Q_SLOTS:
         auto *exit = desk.window().findChild<QAction *>(u"Command2"_s);
         desk.prompts.expect(false, [&] {
             for (int number = 1; number <= 20; ++number) {
-                desk.send(call(vipNumber, u"Call %1"_s.arg(number)));
+                desk.send(support::call(vipNumber, u"Call %1"_s.arg(number)));
             }
             for (int turn = 0; turn < 10; ++turn) { // an open box turns the event loop
                 QCoreApplication::processEvents();
@@ -115,7 +122,7 @@ private Q_SLOTS:
         QVERIFY(!desk.logged("too late"));
     }
 
-    void aShortMessageIsFiledAndShown()
+    void aShortMessageIsFiledShownAndCountedUntilItIsSeen()
     {
         Desk desk;
         QVERIFY(desk.start());
@@ -123,9 +130,12 @@ private Q_SLOTS:
         QTRY_COMPARE(desk.fileBytes(desk.paths.SmsFile), "<2026-11-21 09:30:15>  \r\nLunch is here\r\n\r\n");
         QCOMPARE(desk.fileBytes(desk.paths.SmsFolder + u"/SMS2026-11.txt"_s),
                  desk.fileBytes(desk.paths.SmsFile));
-        desk.window().findChild<QTabWidget *>(u"SSTab1"_s)->setCurrentIndex(2);
+        auto *tabs = desk.window().findChild<QTabWidget *>(u"SSTab1"_s);
+        QTRY_VERIFY(tabs->tabText(2).endsWith(u" (1)"_s));
+        tabs->setCurrentIndex(2);
         const auto *box = desk.window().findChild<QPlainTextEdit *>(u"txtSMS"_s);
         QTRY_VERIFY(box->toPlainText().contains(u"Lunch is here"_s));
+        QTRY_VERIFY(!tabs->tabText(2).contains(u'('));
         for (const int size : {200, 203}) { // too short to be a message, and to hold its delimiters
             desk.send(QByteArray("SENDSMALLMESSAGE").leftJustified(size, ' '));
         }
@@ -133,7 +143,7 @@ private Q_SLOTS:
         QCOMPARE(desk.fileBytes(desk.paths.SmsFile).count('<'), 1);
     }
 
-    void aDeskWithoutFilesOnATakenPortStartsAndSaysSo()
+    void aDeskWithoutFilesOnATakenPortSaysSoAndHearsOnceItIsFree()
     {
         Desk desk(false);
         QUdpSocket other;
@@ -142,16 +152,24 @@ private Q_SLOTS:
         desk.prompts.expect();
         QVERIFY(desk.start());
         QVERIFY(desk.prompts.asked.first().startsWith(u"No Lang.mdb file found! path = "_s));
-        QCOMPARE(desk.prompts.asked.size(), 2);
+        QCOMPARE(desk.prompts.asked.value(1), u"TheIpAddressInUse"_s);
+        QCOMPARE(desk.source(), u"PortUnavailable"_s);
         QVERIFY(desk.logged(">  !FixCustomerData "));
         QVERIFY(desk.logged(">  !iniUDP 10048 "));
-        QVERIFY(desk.window().isVisible());
+        other.close();
+        desk.window().findChild<QAction *>(u"Command3"_s)->trigger();
+        auto *form = opened<options::frmOptions>();
+        form->findChild<QTabWidget *>(u"SSTab1"_s)->setCurrentIndex(1);
+        type(form, "txtPort", u"2000"_s);
+        press(form, "Command3");
+        QVERIFY(!other.bind(QHostAddress::AnyIPv4, desk.port, QAbstractSocket::ShareAddress));
+        desk.showsACall();
     }
 
     void aDatabaseThatCannotBeReadIsNamedAndCallsShow_data()
     {
         const support::Table<QString, QByteArray> row("file", "contents");
-        for (const char *file : {"Customer.ccsm", "SimplePhoneBook.cpbk", "Lang.mdb"}) {
+        for (const char *file : {"Customer.ccsm", "SimplePhoneBook.cpbk", "Lang.mdb", "AreaCode.mdb"}) {
             row(file, QLatin1String(file), "");
             row(file, QLatin1String(file), "No database");
             row(file, QLatin1String(file), "Another schema");
@@ -186,7 +204,7 @@ private Q_SLOTS:
         QVERIFY(!unavailable.isEmpty());
         other.reset();
         QTRY_VERIFY(desk.source() != unavailable);
-        desk.send(call(vipNumber, u"Harbor Lantern Hotel"_s));
+        desk.showsACall();
         QTRY_VERIFY(support::openForm<lookup::frmPopUp>() != nullptr);
         QVERIFY(desk.window().calls().cell(0, u"ID"_s) == "CUSTOMER1"_L1);
     }
@@ -217,7 +235,7 @@ private Q_SLOTS:
     {
         Desk desk;
         QVERIFY(desk.start());
-        const QByteArray record = call(vipNumber, u"中文名称 <img src=x>"_s);
+        const QByteArray record = support::call(vipNumber, u"中文名称 <img src=x>"_s);
         for (qsizetype length = 0; length <= record.size(); ++length) {
             desk.send(record.first(length));
         }

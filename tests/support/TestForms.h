@@ -24,9 +24,8 @@ Form *openForm()
 }
 
 /// What forms need besides a desk.
-class TestForms
+struct TestForms
 {
-public:
     TestDesk desk;
     FakePrompts prompts;
     FakeNavigator navigator;
