@@ -57,6 +57,7 @@ public:
         store::FixSavedCustomer(log, paths, popUpTable, sn);
         index.updateCustomer(sn);
     }
+    void customerDeleted(qint32 sn) override { index.updateCustomer(sn); }
 
     QTemporaryDir folder;
     core::Paths paths = core::pathsBelow(folder.path(), folder.path());

@@ -35,6 +35,15 @@ find_popup() {
     [ -n "$popup" ]
 }
 
+find_message() {
+    message=$(windows_of_type DIALOG | head -n 1)
+    [ -n "$message" ]
+}
+
+message_is_gone() {
+    ! find_message
+}
+
 popup_is_gone() {
     ! find_popup
 }
@@ -131,6 +140,13 @@ photograph_popup() {
 }
 
 step_shows_message() {
+    if before_deadline find_message; then
+        shot "$message" message-received
+        timeout 5 xdotool windowactivate --sync "$message" key Escape || true
+        before_deadline message_is_gone || fail "the message's window did not close"
+    else
+        fail "no window shows the message"
+    fi
     turn_pages ctrl+Tab ctrl+Tab
     before_deadline page_has "$1" || fail "the page of messages does not show it"
     unmark

@@ -53,3 +53,4 @@ create unique index SN on customer (SN);
 create index CustomerName on customer (CustomerName);
 create index T3 on customer (T3);
 create index CustomerID on customer (CustomerID);
+create index CustomerType on customer (CustomerType);

@@ -126,8 +126,20 @@ void Windows::customerSaved(qint32 sn, const QString &oldName, const QString &ne
         m_notes.RefreshNotePad(oldName, newName);
     }
     store::FixSavedCustomer(m_context.log, m_context.paths, m_context.popUpTable, sn);
+    updateNumbers(sn);
+}
+
+void Windows::customerDeleted(qint32 sn)
+{
+    m_context.popUpTable.remove(sn);
+    updateNumbers(sn);
+}
+
+void Windows::updateNumbers(qint32 sn)
+{
     if (m_context.values.CustomerDbExists) {
         m_context.numbers.updateCustomer(sn);
+        m_context.awaitNumbers();
     }
 }
 

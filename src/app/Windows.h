@@ -42,6 +42,7 @@ public:
         reception::Forwarding &forwarding;
         appearance::FormServices services;
         std::function<mainwindow::FrmMain &()> mainWindow;
+        std::function<void()> awaitNumbers; ///< reads the number index on, where it has begun to be rebuilt
     };
     explicit Windows(const Context &context);
 
@@ -69,6 +70,8 @@ private:
     void refreshCustomerList() override;
     void SendTDRData(const core::CustomerInfo &info) override;
     void customerSaved(qint32 sn, const QString &oldName, const QString &newName) override;
+    void customerDeleted(qint32 sn) override;
+    void updateNumbers(qint32 sn);
     void iniUDP() override;
     QStringList gridColumnNames() const override;
     void ChangeGridCfg(const QStringList &names) override;

@@ -1,5 +1,7 @@
 #include "appearance/FormSetup.h"
 
+#include <QScreen>
+
 namespace appearance {
 
 void FormSetup::load(QWidget &form, Place place)
@@ -9,8 +11,11 @@ void FormSetup::load(QWidget &form, Place place)
     m_services.openForms.IncOpenedForm(&form);
     m_services.translator.iniFormFonts(form);
     m_services.translator.iniFormLang(form);
-    if (m_place == Place::Remembered) {
-        form.restoreGeometry(m_services.windows.geometry(form.objectName()));
+    const bool placed =
+        m_place == Place::OwnChoice || form.restoreGeometry(m_services.windows.geometry(form.objectName()));
+    if (!placed && form.testAttribute(Qt::WA_Resized)) {
+        // Window managers that look for free room put a large window half off the screen.
+        form.move(form.screen()->availableGeometry().center() - form.rect().center());
     }
 }
 

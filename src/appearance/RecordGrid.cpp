@@ -1,5 +1,7 @@
 #include "appearance/RecordGrid.h"
 
+#include "appearance/GridDelegate.h"
+
 #include <QApplication>
 #include <QClipboard>
 #include <QHeaderView>
@@ -32,6 +34,8 @@ QString cellText(const QModelIndex &index)
 RecordGrid::RecordGrid(QWidget *parent) : QTableView(parent)
 {
     fitRows();
+    horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter); // as the cells stand
+    setItemDelegate(new GridDelegate(this));
     connect(this, &QTableView::doubleClicked, this,
             [this](const QModelIndex &index) { Q_EMIT recordActivated(index.row()); });
 }
@@ -66,6 +70,7 @@ void RecordGrid::chooseColumns(const QPoint &position)
         connect(action, &QAction::toggled, this, [this, column](bool shown) {
             const bool last = horizontalHeader()->count() - horizontalHeader()->hiddenSectionCount() == 1;
             setColumnHidden(column, !shown && !last);
+            widenToHeading(column);
         });
     }
     menu.exec(horizontalHeader()->mapToGlobal(position));
@@ -75,9 +80,21 @@ void RecordGrid::remember(core::WindowMemory &memory, const QString &name)
 {
     m_memory = &memory;
     m_name = name;
+    for (int column = 0; column < model()->columnCount(); ++column) {
+        widenToHeading(column);
+    }
     const QByteArray state = memory.geometry(name);
     if (!state.isEmpty()) {
         horizontalHeader()->restoreState(state);
+    }
+}
+
+// A heading's length differs from language to language.
+void RecordGrid::widenToHeading(int column)
+{
+    const QHeaderView &header = *horizontalHeader();
+    if (!isColumnHidden(column)) {
+        setColumnWidth(column, std::max(header.sectionSize(column), header.sectionSizeHint(column)));
     }
 }
 

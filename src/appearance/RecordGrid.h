@@ -22,7 +22,8 @@ public:
     /// Lets the operator move, hide and show columns by the header's context menu.
     void setColumnsChoosable();
     /// Takes widths, order and choice of columns from the memory, and keeps them there under `name` from then
-    /// on. Call once the model stands; the memory must outlive the grid.
+    /// on. Before the operator has chosen any, a column is as wide as its heading at least. Call once the
+    /// model and the first widths stand; the memory must outlive the grid.
     void remember(core::WindowMemory &memory, const QString &name);
 
 Q_SIGNALS:
@@ -44,6 +45,7 @@ protected:
 private:
     void fitRows();
     void chooseColumns(const QPoint &position);
+    void widenToHeading(int column);
     void keepColumns();
 
     QString m_hint;

@@ -2,8 +2,12 @@
 
 #include "appearance/ThemedIcons.h"
 
+#include <QLineEdit>
 #include <QProxyStyle>
 #include <QStyleFactory>
+#include <QWidget>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -18,10 +22,17 @@ struct Shades
 
 constexpr Shades lightShades = {0xfff3f5f8, 0xffffffff, 0xfff6f8fb, 0xff1c2530, 0xff68758a,
                                 0xfffbfcfd, 0xffc9d1dc, 0xff1f5fbf, 0xffffffff};
-constexpr Shades darkShades = {0xff1d2229, 0xff242a32, 0xff2a313a, 0xffe5eaf1, 0xff95a2b5,
-                               0xff2f3740, 0xff11151a, 0xff4b8df0, 0xffffffff};
+constexpr Shades darkShades = {0xff2b3139, 0xff1c2127, 0xff22282f, 0xffe5eaf1, 0xffa3afc0,
+                               0xff333a43, 0xff11151a, 0xff3574d6, 0xffffffff};
 
-/// Fusion with room around the texts of tables, and with our own icons in message boxes.
+/// A line under a letter would part it from its neighbours in a script whose letters join.
+bool joinsLetters(const QString &text)
+{
+    return std::any_of(text.begin(), text.end(),
+                       [](QChar letter) { return letter.script() == QChar::Script_Arabic; });
+}
+
+/// Fusion with room around the texts of tables, lists and buttons, and with our own icons in message boxes.
 class RoomyStyle : public QProxyStyle
 {
 public:
@@ -34,10 +45,34 @@ public:
                    ? cellMargin
                    : QProxyStyle::pixelMetric(metric, option, widget);
     }
+    void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
+                       const QWidget *widget) const override
+    {
+        const auto *edit = qobject_cast<const QLineEdit *>(widget);
+        const bool onlyShows = edit != nullptr && edit->isReadOnly() && !edit->hasFrame();
+        if (element != PE_PanelLineEdit || !onlyShows) { // a result looks like no box to type into
+            QProxyStyle::drawPrimitive(element, option, painter, widget);
+        }
+    }
+    QSize sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &contents,
+                           const QWidget *widget) const override
+    {
+        constexpr int buttonPadding = 24;
+        constexpr int itemPadding = 6;
+        QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
+        if (type == CT_PushButton) {
+            size.setWidth(std::max(size.width(), contents.width() + buttonPadding));
+        } else if (type == CT_ItemViewItem) {
+            size.rheight() += itemPadding;
+        }
+        return size;
+    }
     int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
                   QStyleHintReturn *data) const override
     {
-        return hint == SH_DialogButtonBox_ButtonsHaveIcons
+        const bool unmarked = hint == SH_UnderlineShortcut && widget != nullptr &&
+                              joinsLetters(widget->property("text").toString());
+        return unmarked || hint == SH_DialogButtonBox_ButtonsHaveIcons
                    ? 0
                    : QProxyStyle::styleHint(hint, option, widget, data);
     }

@@ -3,6 +3,7 @@
 #include "core/ReportPages.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
 #include <QScreen>
@@ -10,6 +11,25 @@
 using namespace Qt::StringLiterals;
 
 namespace core {
+
+namespace {
+
+/// A thousand pages take about a second: calls come in and are shown meanwhile. What the operator types and
+/// clicks waits, so that nothing closes the preview under its own drawing.
+void drawWithCallsComingIn(QPrinter &printer, const PrintedReport &report)
+{
+    constexpr qint64 turn = 20;
+    QElapsedTimer timer;
+    timer.start();
+    drawPages(printer, report, [&timer] {
+        if (timer.elapsed() > turn) {
+            QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+            timer.restart();
+        }
+    });
+}
+
+} // namespace
 
 // The preview is a window like any other: calls come in while it is open.
 void QtPrinter::print(const PrintedReport &report)
@@ -23,7 +43,7 @@ void QtPrinter::print(const PrintedReport &report)
     constexpr int margin = 15;
     preview->printer()->setPageMargins(QMarginsF(margin, margin, margin, margin), QPageLayout::Millimeter);
     QObject::connect(preview, &QPrintPreviewDialog::paintRequested, preview,
-                     [report](QPrinter *printer) { drawPages(*printer, report); });
+                     [report](QPrinter *printer) { drawWithCallsComingIn(*printer, report); });
     preview->resize(preview->screen()->availableSize() * 3 / 4);
     preview->show();
 }

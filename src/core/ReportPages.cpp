@@ -3,6 +3,7 @@
 #include <QFontDatabase>
 #include <QPagedPaintDevice>
 #include <QPainter>
+#include <QSet>
 #include <QTextLayout>
 
 #include <algorithm>
@@ -19,12 +20,16 @@ constexpr qreal smallestPointSize = 6;
 /// Of the lines that are one character over and over, and not wider than the limit.
 qreal widestRule(const QStringList &lines, const QFontMetricsF &metrics, qreal limit)
 {
-    qreal widest = 0;
+    QSet<QString> rules; // a long report has the same one thousands of times, and measuring takes its time
     for (const QString &line : lines) {
         if (!line.isEmpty() && line.count(line.front()) == line.size()) {
-            const qreal wide = metrics.horizontalAdvance(line);
-            widest = wide <= limit ? std::max(widest, wide) : widest;
+            rules.insert(line);
         }
+    }
+    qreal widest = 0;
+    for (const QString &rule : std::as_const(rules)) {
+        const qreal wide = metrics.horizontalAdvance(rule);
+        widest = wide <= limit ? std::max(widest, wide) : widest;
     }
     return widest;
 }
@@ -49,8 +54,9 @@ QFont reportFont(const PrintedReport &report, const QStringList &lines, QPagedPa
 class Pages
 {
 public:
-    Pages(QPagedPaintDevice &device, const PrintedReport &report, const QStringList &lines)
-        : m_device(device), m_painter(&device), m_report(report),
+    Pages(QPagedPaintDevice &device, const PrintedReport &report, const QStringList &lines,
+          const std::function<void()> &afterPage)
+        : m_device(device), m_painter(&device), m_report(report), m_afterPage(afterPage),
           m_size(device.pageLayout().paintRectPixels(device.logicalDpiX()).size()),
           m_font(reportFont(report, lines, device, m_size.width()))
     {
@@ -89,6 +95,7 @@ private:
     int takeLine(int height)
     {
         if (m_top + height > m_size.height() - 2 * m_lineHeight) {
+            m_afterPage();
             m_device.newPage();
             beginPage();
         }
@@ -98,6 +105,7 @@ private:
     QPagedPaintDevice &m_device;
     QPainter m_painter;
     const PrintedReport &m_report;
+    const std::function<void()> &m_afterPage;
     QSize m_size;
     QFont m_font;
     int m_lineHeight = 0;
@@ -107,7 +115,7 @@ private:
 
 } // namespace
 
-void drawPages(QPagedPaintDevice &device, const PrintedReport &report)
+void drawPages(QPagedPaintDevice &device, const PrintedReport &report, const std::function<void()> &afterPage)
 {
     QStringList lines = report.text.split(u'\n');
     if (lines.last().isEmpty()) {
@@ -118,7 +126,7 @@ void drawPages(QPagedPaintDevice &device, const PrintedReport &report)
             line.chop(1);
         }
     }
-    Pages pages(device, report, lines);
+    Pages pages(device, report, lines, afterPage);
     for (const QString &line : std::as_const(lines)) {
         pages.draw(line);
     }

@@ -93,4 +93,11 @@ QString shownText(QStringView text, qsizetype maxLength)
     return shown;
 }
 
+QString isolated(const QString &text)
+{
+    constexpr QChar firstStrongIsolate(0x2068);
+    constexpr QChar popDirectionalIsolate(0x2069);
+    return firstStrongIsolate + text + popDirectionalIsolate;
+}
+
 } // namespace core

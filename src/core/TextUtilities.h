@@ -56,4 +56,8 @@ inline CodePoint codePointAt(QStringView text, qsizetype position)
 /// Plain text, no markup.
 QString shownText(QStringView text, qsizetype maxLength = 256);
 
+/// The text with marks around it that give it the direction of its own first letter, wherever it is shown:
+/// in a mirrored window a number or a time then keeps the order of its parts.
+QString isolated(const QString &text);
+
 } // namespace core

@@ -6,7 +6,7 @@
 
 namespace customers {
 
-/// What a saved customer causes outside of the editor. The program implements it.
+/// What a saved or deleted customer causes outside of the folder's windows. The program implements it.
 class CustomerEffects
 {
 public:
@@ -17,8 +17,10 @@ public:
     /// Forwards the record to the unit or server.
     virtual void SendTDRData(const core::CustomerInfo &info) = 0;
     /// The customer stands in the file under `newName`: the data fix-ups, the number index, the call notes
-    /// and the popup follow. `oldName` is the name before, empty for a customer who was not on file.
+    /// and the pop-up table follow. `oldName` is the name before, empty for a customer who was not on file.
     virtual void customerSaved(qint32 sn, const QString &oldName, const QString &newName) = 0;
+    /// The customer stands in the file no more: his numbers are to find nobody.
+    virtual void customerDeleted(qint32 sn) = 0;
 };
 
 } // namespace customers

@@ -1,5 +1,6 @@
 #include "customers/CustomerWindows.h"
 
+#include "appearance/BringToFront.h"
 #include "customers/frmAddDataToExcel_Tarn20050921.h"
 
 namespace customers {
@@ -10,21 +11,14 @@ namespace {
 template <typename Form, typename... Arguments>
 Form &opened(QPointer<Form> &form, Arguments &&...arguments)
 {
-    if (form && !form->isVisible()) {
-        form->deleteLater(); // it was closed, or never shown because its customer was gone
+    if (Form *kept = form; kept != nullptr && !kept->isVisible()) {
+        kept->deleteLater(); // it was closed, or never shown because its customer was gone
         form.clear();
     }
     if (!form) {
         form = new Form(std::forward<Arguments>(arguments)...);
     }
     return *form;
-}
-
-void bringUp(QWidget &form)
-{
-    form.show();
-    form.raise();
-    form.activateWindow();
 }
 
 } // namespace
@@ -49,13 +43,13 @@ FrmEditCustomer &CustomerWindows::editor()
 
 void CustomerWindows::showList()
 {
-    bringUp(list());
+    appearance::bringToFront(list());
 }
 
 void CustomerWindows::showList(const QString &query)
 {
     FrmCustomer &form = list();
-    bringUp(form);
+    appearance::bringToFront(form);
     form.showQuery(query);
 }
 
@@ -63,7 +57,7 @@ void CustomerWindows::addCustomer(const QString &number, const QString &keyWord)
 {
     if (!keyWord.isEmpty()) {
         FrmCustomer &form = list();
-        bringUp(form);
+        appearance::bringToFront(form);
         form.searchFor(keyWord, number);
     }
     editor().addCustomer(number);
@@ -84,14 +78,19 @@ void CustomerWindows::ShowCustomerByName(const QString &name)
 
 void CustomerWindows::refreshCustomerList()
 {
-    if (m_list && m_list->isVisible()) {
-        m_list->refreshCustomerList();
+    if (FrmCustomer *form = m_list; form != nullptr && form->isVisible()) {
+        form->refreshCustomerList();
     }
+}
+
+void CustomerWindows::customerDeleted(qint32 sn)
+{
+    m_context.effects.customerDeleted(sn);
 }
 
 void CustomerWindows::exportCustomers()
 {
-    bringUp(opened(m_export, m_context.form));
+    appearance::bringToFront(opened(m_export, m_context.form));
 }
 
 } // namespace customers

@@ -14,7 +14,7 @@ class FrmCustomer;
 
 namespace customers {
 
-/// What the customer list opens; CustomerWindows implements it.
+/// What the customer list opens and causes; CustomerWindows implements it.
 class CustomerListCommands
 {
 public:
@@ -22,6 +22,7 @@ public:
     virtual void addCustomer() = 0;
     /// Opens the editor on a customer, with `number` added to his phone numbers where it is not empty.
     virtual void editCustomer(qint32 sn, const QString &number) = 0;
+    virtual void customerDeleted(qint32 sn) = 0;
     virtual void exportCustomers() = 0;
 };
 
@@ -48,6 +49,7 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    void setUpColumns();
     void setUpGrid();
     void setUpCommands();
     void setUpKeys();

@@ -1,5 +1,6 @@
 #include "customers/FrmEditCustomer.h"
 
+#include "appearance/BringToFront.h"
 #include "appearance/ThemedIcons.h"
 #include "core/TextUtilities.h"
 #include "ui_FrmEditCustomer.h"
@@ -56,6 +57,8 @@ void FrmEditCustomer::setUpButtons()
     connect(m_ui->Command3, &QPushButton::clicked, this, &QWidget::close);
     connect(m_ui->Command4, &QPushButton::clicked, this,
             [&navigator] { navigator.ShowHelp(u"Popup_CustomerDatabase_Edit"_s); });
+    connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, m_ui->Command4,
+            &QPushButton::click);
     connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, this, &FrmEditCustomer::save);
 }
 
@@ -94,7 +97,7 @@ void FrmEditCustomer::addCustomer(const QString &number)
     if (settleUnsavedChanges()) {
         startNewCustomer(number);
     }
-    bringUp();
+    appearance::bringToFront(*this);
 }
 
 bool FrmEditCustomer::ShowCustomerBySN(qint32 sn)
@@ -114,7 +117,7 @@ bool FrmEditCustomer::edit(const std::function<bool()> &load)
         enter(Mode::EDIT);
     }
     if (loaded || isVisible()) {
-        bringUp();
+        appearance::bringToFront(*this);
     }
     return loaded;
 }
@@ -124,21 +127,13 @@ void FrmEditCustomer::appendNumber(const QString &number)
     m_ui->txtCompanyCall->setText(m_ui->txtCompanyCall->text() + u',' + number);
 }
 
-void FrmEditCustomer::bringUp()
-{
-    setWindowState(windowState() & ~Qt::WindowMinimized);
-    show();
-    raise();
-    activateWindow();
-}
-
 /// False where the operator wants to go on with what stands in the form.
 bool FrmEditCustomer::settleUnsavedChanges()
 {
     if (!isVisible() || !m_editing.hasUnsavedChanges()) {
         return true;
     }
-    bringUp();
+    appearance::bringToFront(*this);
     using Answer = core::Prompts::Answer;
     const Answer answer = m_context.form.prompts.askSave(m_context.form.texts.Lms(u"CustomerUnsaved"_s));
     return answer == Answer::Discard || (answer == Answer::Save && save());

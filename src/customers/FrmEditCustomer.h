@@ -75,7 +75,6 @@ private:
     bool edit(const std::function<bool()> &load);
     bool settleUnsavedChanges();
     bool save();
-    void bringUp();
     void viewNotes();
     void openHomepage();
     void writeEmail();

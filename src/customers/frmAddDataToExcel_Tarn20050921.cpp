@@ -6,6 +6,7 @@
 
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QShortcut>
 
 #include <numeric>
 
@@ -35,6 +36,8 @@ frmAddDataToExcel_Tarn20050921::frmAddDataToExcel_Tarn20050921(const appearance:
     connect(m_ui->cmdAddToExcel, &QPushButton::clicked, this, &frmAddDataToExcel_Tarn20050921::exportTicked);
     connect(m_ui->cmdCancel, &QPushButton::clicked, this, &frmAddDataToExcel_Tarn20050921::cancel);
     connect(m_ui->cmdClose, &QPushButton::clicked, this, &QWidget::close);
+    connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, this,
+            [this] { m_context.navigator.ShowHelp(u"Popup_Export"_s); });
     connect(&m_slices, &QTimer::timeout, this, &frmAddDataToExcel_Tarn20050921::writeOn);
 }
 
@@ -175,7 +178,6 @@ void frmAddDataToExcel_Tarn20050921::closeEvent(QCloseEvent *event)
     }
     m_slices.stop();
     m_setup.rememberGeometry(*this);
-    m_setup.unload();
     QWidget::closeEvent(event);
 }
 

@@ -1,5 +1,7 @@
 #include "help/HelpWindow.h"
 
+#include "appearance/BringToFront.h"
+
 using namespace Qt::StringLiterals;
 
 namespace help {
@@ -21,10 +23,7 @@ void HelpWindow::ShowHelp(const QString &helpId)
             m_form = new frmHelp(m_context.forms);
         }
         m_form->setText(text);
-        m_form->setWindowState(m_form->windowState() & ~Qt::WindowMinimized);
-        m_form->show();
-        m_form->raise();
-        m_form->activateWindow();
+        appearance::bringToFront(*m_form);
     });
 }
 

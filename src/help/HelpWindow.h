@@ -21,6 +21,7 @@ public:
 
     explicit HelpWindow(const Context &context);
     ~HelpWindow();
+    Q_DISABLE_COPY_MOVE(HelpWindow)
 
     /// Shows a page in the current language, in front of the other windows.
     void ShowHelp(const QString &helpId);

@@ -117,7 +117,7 @@ bool NumberEntries::replace(qint32 sn, std::span<const QStringView> pieces)
     const auto place = static_cast<size_t>(row.begin() - m_entries.begin());
     const size_t old = row.size();
     if (old == m_entries.size() && pieces.empty()) {
-        throw core::Error(0, u"no row holds a number any more"_s);
+        return false;
     }
     std::vector<Entry> entries;
     for (const QStringView piece : pieces) {

@@ -37,8 +37,8 @@ public:
     qint32 find(QStringView number) const;
 
     /// Puts the digits of `pieces` in the place of a row's entries, or where its SN would stand. Only for
-    /// finished entries; false, with nothing changed, where they do not stand in the order of their SN.
-    /// Throws core::Error when no entry would be left.
+    /// finished entries; false, with nothing changed, where they do not stand in the order of their SN, and
+    /// where no entry would be left.
     bool replace(qint32 sn, std::span<const QStringView> pieces);
 
 private:

@@ -23,9 +23,10 @@ void CallGridModel::iniGridCallerID_tarn()
     bool usable = false;
     m_columns = readGridColumns(m_settings.record, &usable);
     if (!usable) {
-        m_log.reportError(u"!iniGridCallerID_tarn "_s,
-                          core::Error(0, u"the grid's column list is not usable, the defaults are: "_s +
-                                             m_settings.record.gridColumnNames.text()));
+        m_log.reportError(
+            u"!iniGridCallerID_tarn "_s,
+            core::Error(0, u"the grid's column list is not usable, the defaults stand in for: "_s +
+                               m_settings.record.gridColumnNames.text()));
     }
     writeGridColumns(m_settings.record, m_columns);
     GridColumnNames.clear();

@@ -1,11 +1,11 @@
 #include "mainwindow/CallGridView.h"
 
+#include "appearance/GridDelegate.h"
 #include "appearance/ThemedIcons.h"
 #include "mainwindow/CallGridModel.h"
 
 #include <QEvent>
 #include <QHeaderView>
-#include <QStyledItemDelegate>
 
 using namespace Qt::StringLiterals;
 
@@ -14,23 +14,17 @@ namespace mainwindow {
 namespace {
 
 constexpr int twipsPerInch = 1440;
-constexpr QChar firstStrongIsolate(0x2068);
-constexpr QChar popDirectionalIsolate(0x2069);
 
 /// Draws a star or a barred circle behind the number of a marked caller; the numbers stand in one column.
-/// Where the desk reads from right to left, numbers and times keep their own direction.
-class CallDelegate : public QStyledItemDelegate
+class CallDelegate : public appearance::GridDelegate
 {
 public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    using GridDelegate::GridDelegate;
 
 protected:
     void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
     {
-        QStyledItemDelegate::initStyleOption(option, index);
-        if (option->direction == Qt::RightToLeft) {
-            option->text = firstStrongIsolate + option->text + popDirectionalIsolate;
-        }
+        GridDelegate::initStyleOption(option, index);
         const auto *calls = static_cast<const CallGridModel *>(index.model());
         const auto standing = index.data(CallGridModel::StandingRole).value<core::Standing>();
         if (standing == core::Standing::Ordinary || index.column() != calls->GetGridColumn(u"CallerID"_s)) {

@@ -15,6 +15,8 @@ namespace mainwindow {
 namespace {
 
 constexpr qint64 shownMessageBytes = 64 << 10; // of a log that only ever grows
+constexpr QChar leftToRightIsolate(0x2066);
+constexpr QChar popDirectionalIsolate(0x2069);
 
 } // namespace
 
@@ -46,6 +48,7 @@ void FrmMain::Form_Load()
     loadTray();
     loadShape();
     connectButtons();
+    m_ui->gridCallerId->setFocus();
 }
 
 void FrmMain::loadTexts()
@@ -58,6 +61,7 @@ void FrmMain::loadTexts()
     setWindowTitle(name.isEmpty() && values.OemMark.isEmpty() ? u"CallDesk "_s + values.AppVersion
                                                               : title.trimmed());
     setWindowIcon(appearance::programIcon());
+    m_ui->Toolbar1->setWindowTitle(windowTitle());
     m_ui->txtLastCallerID->setPlaceholderText(m_context.texts.Lms(u"NoCallYet"_s));
     m_ui->txtSMS->setPlaceholderText(m_context.texts.Lms(u"NoSmsYet"_s));
     m_ui->gridCallerId->setHint(m_context.texts.Lms(u"NoCallsHint"_s));
@@ -308,8 +312,10 @@ void FrmMain::updateSource()
     } else if (m_lastSender.isNull()) {
         lblSource->setText(m_context.texts.Lms(u"NoDatagramYet"_s));
     } else {
-        lblSource->setText(m_context.texts.Lms(u"LastDatagram"_s) + separator + m_context.log.timeStamp() +
-                           u"  "_s + m_lastSender.toString());
+        const QString received = m_context.log.timeStamp() + u"  "_s + m_lastSender.toString();
+        lblSource->setText(
+            m_context.texts.Lms(u"LastDatagram"_s) + separator +
+            (isRightToLeft() ? leftToRightIsolate + received + popDirectionalIsolate : received));
     }
 }
 

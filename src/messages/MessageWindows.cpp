@@ -1,5 +1,7 @@
 #include "messages/MessageWindows.h"
 
+#include "appearance/BringToFront.h"
+
 namespace messages {
 
 MessageWindows::MessageWindows(const Context &context) : m_context(context) {}
@@ -15,10 +17,7 @@ void MessageWindows::showSend()
     if (m_send == nullptr) {
         m_send = new frmSendSMS(m_context.forms, m_context.codePage, m_draft);
     }
-    m_send->setWindowState(m_send->windowState() & ~Qt::WindowMinimized);
-    m_send->show();
-    m_send->raise();
-    m_send->activateWindow();
+    appearance::bringToFront(*m_send);
 }
 
 void MessageWindows::showReceived(const QString &text)
@@ -44,10 +43,9 @@ void MessageWindows::markAllSeen()
 
 void MessageWindows::notifyUnread()
 {
-    if (const int unread = m_inbox.unseen(); std::exchange(m_told, unread) != unread) {
-        if (m_context.unreadChanged) {
-            m_context.unreadChanged(unread);
-        }
+    const int unread = m_inbox.unseen();
+    if (std::exchange(m_told, unread) != unread && m_context.unreadChanged) {
+        m_context.unreadChanged(unread);
     }
 }
 

@@ -26,6 +26,7 @@ public:
 
     explicit MessageWindows(const Context &context);
     ~MessageWindows();
+    Q_DISABLE_COPY_MOVE(MessageWindows)
 
     /// Opens the form that sends a message, or brings it to the front.
     void showSend();

@@ -85,7 +85,10 @@ void frmShowSMS::place()
 void frmShowSMS::showMessages()
 {
     fill();
-    setWindowState(windowState() & ~Qt::WindowMinimized);
+    if (isMinimized()) { // bringing it back from there would take the keyboard, showing it anew does not
+        hide();
+        setWindowState(windowState() & ~Qt::WindowMinimized);
+    }
     show();
     raise();
     QApplication::alert(this);
@@ -97,7 +100,7 @@ void frmShowSMS::showMessages()
 void frmShowSMS::fill()
 {
     const Inbox::Message &message = m_inbox.current();
-    m_ui->lblReceived->setText(message.time);
+    m_ui->lblReceived->setText(core::isolated(message.time));
     if (m_shown != message.text || m_ui->txtSMS->document()->isEmpty()) {
         m_shown = message.text;
         m_ui->txtSMS->setPlainText(shownLines(m_shown));

@@ -1,5 +1,6 @@
 #include "notes/NoteWindows.h"
 
+#include "appearance/BringToFront.h"
 #include "notes/frmNotePad.h"
 #include "notes/frmNotePadManager.h"
 
@@ -18,15 +19,14 @@ bool NoteWindows::ShowNotePad(const QString &customerName, int page)
     return m_context.forms.log.trap("ShowNotePad"_L1, false, [&] {
         if (m_context.values.NotePadOpen && m_notePad != nullptr) {
             if (!m_notePad->close()) {
-                m_notePad->activateWindow();
+                appearance::bringToFront(*m_notePad);
                 return false;
             }
             delete m_notePad; // at once, so that the old one's end does not clear the new one's flag
         }
         m_notePad = new frmNotePad(m_context);
         m_notePad->begin(customerName.trimmed(), page);
-        m_notePad->show();
-        m_notePad->activateWindow();
+        appearance::bringToFront(*m_notePad);
         return true;
     });
 }
@@ -38,9 +38,7 @@ void NoteWindows::showManager()
         QObject::connect(m_manager, &frmNotePadManager::addNoteRequested, m_manager,
                          [this](const QString &customerName) { ShowNotePad(customerName, 1); });
     }
-    m_manager->show();
-    m_manager->raise();
-    m_manager->activateWindow();
+    appearance::bringToFront(*m_manager);
 }
 
 bool NoteWindows::RefreshNotePad(const QString &oldName, const QString &newName)

@@ -15,7 +15,7 @@ void ReportRun::goOn()
     if (!m_report.GetExportContent()) {
         m_timer.stop();
         deleteLater();
-        Q_EMIT finished(m_report.text());
+        m_report.hasFailed() ? Q_EMIT failed() : Q_EMIT finished(m_report.text());
     }
 }
 

@@ -17,8 +17,9 @@ public:
               const std::optional<QString> &customer, QObject *parent);
 
 Q_SIGNALS:
-    /// Comes once and also after an error, then with the part that could be read.
+    /// One of the two comes, once; the error stands in the run log.
     void finished(const QString &report);
+    void failed();
 
 private:
     void goOn();

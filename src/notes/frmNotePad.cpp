@@ -121,14 +121,18 @@ void frmNotePad::readReport(const std::function<void(const QString &)> &use)
     auto *run = new ReportRun(m_context.forms.log, m_context.forms.paths.CustomerFile, noteQuery(name), name,
                               this); // deletes itself at its end
     connect(run, &ReportRun::finished, this, use);
+    connect(run, &ReportRun::failed, this, [this] { showReport({}, u"NotesUnreadable"_s); });
 }
 
 void frmNotePad::refreshReport()
 {
-    readReport([this](const QString &report) {
-        m_ui->txtReport->setHint(m_context.forms.texts.Lms(u"NoNotesOfCustomer"_s));
-        m_ui->txtReport->setReport(report);
-    });
+    readReport([this](const QString &report) { showReport(report, u"NoNotesOfCustomer"_s); });
+}
+
+void frmNotePad::showReport(const QString &report, const QString &hintKey)
+{
+    m_ui->txtReport->setHint(m_context.forms.texts.Lms(hintKey));
+    m_ui->txtReport->setReport(report);
 }
 
 void frmNotePad::print()

@@ -40,6 +40,8 @@ private:
     bool save();
     void clearEntry();
     void refreshReport();
+    /// The key's text stands in place of an empty report.
+    void showReport(const QString &report, const QString &hintKey);
     void print();
     void readReport(const std::function<void(const QString &)> &use);
 

@@ -107,7 +107,7 @@ void frmNotePadManager::translateHeadings()
 void frmNotePadManager::widenColumns()
 {
     int column = 0;
-    for (const int characters : {21, 18, 21, 14, 20, 24, 20, 11, 20}) {
+    for (const int characters : {20, 22, 19, 14, 20, 24, 20, 11, 20}) {
         m_ui->DataGrid1->setColumnWidth(column++, characters * fontMetrics().horizontalAdvance(u'0'));
     }
 }
@@ -132,6 +132,7 @@ void frmNotePadManager::ShowResult()
     m_context.forms.log.trap("ShowResult"_L1, [this] {
         const QString select = MakeCondition(m_context.forms.log, conditions());
         if (select.isEmpty() || !GetRecordSet(select)) {
+            m_ui->lblTotal->setText(m_context.forms.texts.Lms(u"NotesUnreadable"_s));
             return;
         }
         m_select = select;
@@ -188,6 +189,10 @@ void frmNotePadManager::readReport(const std::function<void(const QString &)> &u
     connect(run, &ReportRun::finished, this, [use, setReady](const QString &report) {
         setReady(true);
         use(report);
+    });
+    connect(run, &ReportRun::failed, this, [this, setReady] {
+        setReady(true);
+        m_context.forms.prompts.tell(m_context.forms.texts.Lms(u"NotesUnreadable"_s));
     });
 }
 

@@ -23,11 +23,4 @@ void CellDelegate::setModelData(QWidget *editor, QAbstractItemModel *model, cons
     }
 }
 
-// Keys and English stay readable in a mirrored window: each text runs in its own direction.
-void CellDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const
-{
-    QStyledItemDelegate::initStyleOption(option, index);
-    option->direction = option->text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight;
-}
-
 } // namespace options

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QStyledItemDelegate>
+#include "appearance/GridDelegate.h"
 
 #include <functional>
 
@@ -8,19 +8,16 @@ namespace options {
 
 /// Edits a cell of the language file, whose fields take 255 characters, and tells of a change that could not
 /// be written.
-class CellDelegate : public QStyledItemDelegate
+class CellDelegate : public appearance::GridDelegate
 {
 public:
     CellDelegate(std::function<void()> refused, QObject *parent)
-        : QStyledItemDelegate(parent), m_refused(std::move(refused))
+        : GridDelegate(parent), m_refused(std::move(refused))
     {}
 
     QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option,
                           const QModelIndex &index) const override;
     void setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const override;
-
-protected:
-    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override;
 
 private:
     std::function<void()> m_refused;

@@ -1,18 +1,8 @@
 #include "options/OptionsWindows.h"
 
+#include "appearance/BringToFront.h"
+
 namespace options {
-
-namespace {
-
-void bringToFront(QWidget &form)
-{
-    form.setWindowState(form.windowState() & ~Qt::WindowMinimized);
-    form.show();
-    form.raise();
-    form.activateWindow();
-}
-
-} // namespace
 
 OptionsWindows::~OptionsWindows()
 {
@@ -28,7 +18,7 @@ void OptionsWindows::showOptions()
                                                forms.texts, forms.prompts, m_context.effects};
         m_options = new frmOptions(forms, options, [this] { showLanguageEditor(); });
     }
-    bringToFront(*m_options);
+    appearance::bringToFront(*m_options);
 }
 
 void OptionsWindows::showLanguageEditor()
@@ -40,7 +30,7 @@ void OptionsWindows::showLanguageEditor()
             }
         });
     }
-    bringToFront(*m_editor);
+    appearance::bringToFront(*m_editor);
 }
 
 void OptionsWindows::close()

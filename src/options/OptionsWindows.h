@@ -22,6 +22,7 @@ public:
 
     explicit OptionsWindows(const Context &context) : m_context(context) {}
     ~OptionsWindows();
+    Q_DISABLE_COPY_MOVE(OptionsWindows)
 
     /// Both open their window or bring it to the front.
     void showOptions();

@@ -5,12 +5,21 @@
 #include "options/LanguageEdit.h"
 #include "ui_frmLanguageEditor.h"
 
-#include <QHeaderView>
 #include <QShortcut>
 
 using namespace Qt::StringLiterals;
 
 namespace options {
+
+namespace {
+
+bool isLanguageTable(const store::RecordsetModel &rows)
+{
+    return rows.columnOf(u"Item"_s) >= 0 && rows.columnOf(u"UserLanguage"_s) >= 0 &&
+           rows.columnOf(u"english"_s) >= 0;
+}
+
+} // namespace
 
 frmLanguageEditor::frmLanguageEditor(const appearance::FormContext &context, core::Settings &settings,
                                      std::function<void()> languageChosen)
@@ -53,7 +62,6 @@ void frmLanguageEditor::loadGrid()
     Data1.setHeading(u"UserLanguage"_s, m_context.texts.Lms(u"LanguageEditorOwn"_s));
     Data1.setHeading(u"english"_s, m_context.texts.Lms(u"LanguageEditorEnglish"_s));
     m_ui->DBGrid1->setModel(&Data1);
-    m_ui->DBGrid1->horizontalHeader()->setDefaultAlignment(Qt::AlignLeading | Qt::AlignVCenter);
     m_ui->DBGrid1->setHint(m_context.texts.Lms(u"LanguageEditorHint"_s));
     connect(m_ui->DBGrid1, &appearance::RecordGrid::recordActivated, this,
             [this] { m_ui->DBGrid1->edit(m_ui->DBGrid1->currentIndex()); });
@@ -69,8 +77,9 @@ void frmLanguageEditor::loadGrid()
 void frmLanguageEditor::loadRows()
 {
     const bool read = m_context.log.trap("frmLanguageEditor_Load"_L1, [&] {
-        if (!Data1.setRecordSource(m_context.paths.UserLangFile, u"language"_s)) {
-            throw core::Error(0, u"the texts cannot be read: "_s + m_context.paths.UserLangFile);
+        const bool shown = Data1.setRecordSource(m_context.paths.UserLangFile, u"language"_s);
+        if (!shown || !isLanguageTable(Data1)) {
+            throw core::Error(0, u"these are no texts of a language: "_s + m_context.paths.UserLangFile);
         }
     });
     showRows(read, m_context.texts.Lms(u"LanguageFileUnreadable"_s));
@@ -79,7 +88,7 @@ void frmLanguageEditor::loadRows()
 // The file may have been put right since it could not be read.
 void frmLanguageEditor::refresh()
 {
-    if (Data1.recordSource().isEmpty()) {
+    if (!isLanguageTable(Data1)) {
         loadRows();
     } else {
         showRows(Data1.refresh(), m_context.texts.Lms(u"LanguageFileUnreadable"_s));
@@ -89,8 +98,9 @@ void frmLanguageEditor::refresh()
 void frmLanguageEditor::search()
 {
     const QString rows = languageRows(m_ui->txtCondition->text());
-    showRows(Data1.setRecordSource(m_context.paths.UserLangFile, rows),
-             m_context.texts.Lms(u"SearchTextUnusable"_s));
+    showRows(
+        Data1.setRecordSource(m_context.paths.UserLangFile, rows),
+        m_context.texts.Lms(isLanguageTable(Data1) ? u"SearchTextUnusable"_s : u"LanguageFileUnreadable"_s));
 }
 
 void frmLanguageEditor::showRows(bool read, const QString &failure)

@@ -55,10 +55,13 @@ bool DataPhonebook::setData(const QModelIndex &index, const QVariant &value, int
     if (role != Qt::EditRole || text == data(index, Qt::EditRole).toString()) {
         return false;
     }
-    const bool blankNumber = isNumber && text.isEmpty();
-    const bool written = !blankNumber && RecordsetModel::setData(index, text, role);
+    if (isNumber && text.isEmpty()) {
+        Q_EMIT blankRefused();
+        return false;
+    }
+    const bool written = RecordsetModel::setData(index, text, role);
     if (!written) {
-        Q_EMIT refused(blankNumber);
+        Q_EMIT writingFailed(index, text);
     }
     return written;
 }

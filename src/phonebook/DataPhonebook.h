@@ -23,8 +23,10 @@ public:
     bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
 
 Q_SIGNALS:
-    /// A typed cell was not taken: it was a blank number, or writing it failed.
-    void refused(bool blankNumber);
+    /// A blank number was not taken.
+    void blankRefused();
+    /// What was typed into a cell could not be written.
+    void writingFailed(const QModelIndex &cell, const QString &typed);
 
 private:
     const core::TextLookup &m_texts;

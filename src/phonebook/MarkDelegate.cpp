@@ -10,7 +10,7 @@ QWidget *MarkDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem 
                                     const QModelIndex &index) const
 {
     if (!m_data.isMark(index.column())) {
-        return QStyledItemDelegate::createEditor(parent, option, index);
+        return GridDelegate::createEditor(parent, option, index);
     }
     auto *words = new QComboBox(parent);
     for (const Qt::CheckState state : {Qt::Unchecked, Qt::Checked, Qt::PartiallyChecked}) {
@@ -26,7 +26,7 @@ void MarkDelegate::setEditorData(QWidget *editor, const QModelIndex &index) cons
         const QString letter = index.data(Qt::EditRole).toString();
         words->setCurrentIndex(words->findData(markLetter(markState(letter))));
     } else {
-        QStyledItemDelegate::setEditorData(editor, index);
+        GridDelegate::setEditorData(editor, index);
     }
 }
 
@@ -35,7 +35,7 @@ void MarkDelegate::setModelData(QWidget *editor, QAbstractItemModel *model, cons
 {
     const auto *words = qobject_cast<QComboBox *>(editor);
     if (words == nullptr) {
-        QStyledItemDelegate::setModelData(editor, model, index);
+        GridDelegate::setModelData(editor, model, index);
     } else if (words->currentText() != index.data().toString()) {
         model->setData(index, words->currentData());
     }

@@ -1,20 +1,19 @@
 #pragma once
 
+#include "appearance/GridDelegate.h"
 #include "phonebook/DataPhonebook.h"
-
-#include <QStyledItemDelegate>
 
 namespace phonebook {
 
 /// Edits a mark in its cell by choosing one of the words.
-class MarkDelegate : public QStyledItemDelegate
+class MarkDelegate : public appearance::GridDelegate
 {
     Q_OBJECT
 
 public:
     /// The data control must outlive the delegate.
     explicit MarkDelegate(const DataPhonebook &data, QObject *parent = nullptr)
-        : QStyledItemDelegate(parent), m_data(data)
+        : GridDelegate(parent), m_data(data)
     {}
 
     QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option,

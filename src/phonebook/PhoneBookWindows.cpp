@@ -1,20 +1,10 @@
 #include "phonebook/PhoneBookWindows.h"
 
+#include "appearance/BringToFront.h"
+
 using namespace Qt::StringLiterals;
 
 namespace phonebook {
-
-namespace {
-
-void bringToFront(QWidget &window)
-{
-    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
-    window.show();
-    window.raise();
-    window.activateWindow();
-}
-
-} // namespace
 
 PhoneBookWindows::~PhoneBookWindows()
 {
@@ -48,13 +38,13 @@ frmSimplePhoneBookEdit &PhoneBookWindows::editor()
 
 void PhoneBookWindows::showList()
 {
-    bringToFront(list());
+    appearance::bringToFront(list());
 }
 
 void PhoneBookWindows::showList(const QString &query)
 {
     list().showQuery(query);
-    bringToFront(list());
+    appearance::bringToFront(list());
 }
 
 // The row is read anew: another desk may have changed it since the list has shown it.
@@ -70,13 +60,13 @@ void PhoneBookWindows::editEntry(qint32 sn)
         return;
     }
     editor().editEntry(*entry);
-    bringToFront(editor());
+    appearance::bringToFront(editor());
 }
 
 void PhoneBookWindows::addEntry(const QString &number)
 {
     editor().addEntry(number);
-    bringToFront(editor());
+    appearance::bringToFront(editor());
 }
 
 void PhoneBookWindows::addCaller(const QString &number, const QString &keyWord)
@@ -86,7 +76,7 @@ void PhoneBookWindows::addCaller(const QString &number, const QString &keyWord)
             new frmChoosePhoneDatabase(m_context.forms, [this](const QString &filed) { addEntry(filed); });
     }
     m_choice->setCaller(number, keyWord);
-    bringToFront(*m_choice);
+    appearance::bringToFront(*m_choice);
 }
 
 void PhoneBookWindows::ShowaSimplePhoneBook()

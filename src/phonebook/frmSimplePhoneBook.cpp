@@ -1,29 +1,17 @@
 #include "phonebook/frmSimplePhoneBook.h"
 
 #include "appearance/ThemedIcons.h"
-#include "phonebook/MarkDelegate.h"
 #include "phonebook/PhoneBookEntry.h"
 #include "ui_frmSimplePhoneBook.h"
 
 #include <QCloseEvent>
-#include <QMenu>
-#include <QShortcut>
+#include <QComboBox>
 
 #include <algorithm>
-#include <array>
 
 using namespace Qt::StringLiterals;
 
 namespace phonebook {
-
-namespace {
-
-constexpr std::chrono::milliseconds typingPause{300};
-
-/// How wide the columns are at first, in characters.
-constexpr std::array columnWidths{26, 28, 12, 12, 40};
-
-} // namespace
 
 frmSimplePhoneBook::frmSimplePhoneBook(const appearance::FormContext &context)
     : QWidget(nullptr, Qt::Window), m_context(context), m_ui(std::make_unique<Ui::frmSimplePhoneBook>()),
@@ -44,72 +32,6 @@ frmSimplePhoneBook::frmSimplePhoneBook(const appearance::FormContext &context)
 frmSimplePhoneBook::~frmSimplePhoneBook()
 {
     m_setup.unload();
-}
-
-void frmSimplePhoneBook::setUpGrid()
-{
-    m_ui->DbgPhoneBook->setModel(m_data);
-    m_ui->DbgPhoneBook->setItemDelegate(new MarkDelegate(*m_data, this));
-    m_ui->DbgPhoneBook->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-}
-
-void frmSimplePhoneBook::connectControls()
-{
-    m_typingPause.setSingleShot(true);
-    m_typingPause.setInterval(typingPause);
-    connect(&m_typingPause, &QTimer::timeout, this, &frmSimplePhoneBook::search);
-    connect(m_ui->txtSearch, &QLineEdit::textEdited, &m_typingPause, [this] { m_typingPause.start(); });
-    connect(m_ui->txtSearch, &QLineEdit::returnPressed, this, &frmSimplePhoneBook::search);
-    connect(m_ui->Command3, &QPushButton::clicked, this, &frmSimplePhoneBook::search);
-    connect(m_ui->cmdPhonebook_Add, &QPushButton::clicked, this, &frmSimplePhoneBook::addAsked);
-    connect(m_ui->Command1, &QPushButton::clicked, this, &frmSimplePhoneBook::editAsked);
-    connect(m_ui->cmdPhonebook_delete, &QPushButton::clicked, this,
-            [this] { deleteCurrent(DeletedBy::Button); });
-    connect(m_ui->Command2, &QPushButton::clicked, this, &QWidget::close);
-    connect(m_ui->Command4, &QPushButton::clicked, this, &frmSimplePhoneBook::showHelp);
-    m_ui->Command4->setEnabled(m_context.navigator.canShow(core::Window::Help));
-}
-
-void frmSimplePhoneBook::connectGrid()
-{
-    const auto *grid = m_ui->DbgPhoneBook;
-    connect(grid, &appearance::RecordGrid::recordActivated, this, &frmSimplePhoneBook::editAsked);
-    connect(grid, &appearance::RecordGrid::deleteRequested, this, [this] { deleteCurrent(DeletedBy::Grid); });
-    connect(grid, &QWidget::customContextMenuRequested, this, &frmSimplePhoneBook::showMenu);
-    connect(m_data, &DataPhonebook::refused, this, &frmSimplePhoneBook::showRefusal);
-    connect(m_data, &DataPhonebook::changedInPlace, this, [this] {
-        notice({});
-        m_context.server.SendServer(u"REFRESHSIMPLEPHONEBOOK"_s);
-    });
-}
-
-void frmSimplePhoneBook::addShortcuts()
-{
-    const auto add = [this](const QKeySequence &keys, auto action) {
-        connect(new QShortcut(keys, this), &QShortcut::activated, this, action);
-    };
-    add(QKeySequence::Find, [this] {
-        m_ui->txtSearch->setFocus(Qt::ShortcutFocusReason);
-        m_ui->txtSearch->selectAll();
-    });
-    add(Qt::Key_F5, &frmSimplePhoneBook::refresh);
-    add(Qt::Key_F1, &frmSimplePhoneBook::showHelp);
-}
-
-/// The operator's own widths and order come first. Does nothing before a file was opened: there are no
-/// columns then.
-void frmSimplePhoneBook::layOutColumns()
-{
-    auto *grid = m_ui->DbgPhoneBook;
-    const int key = m_data->columnOf(u"SN"_s);
-    if (key < 0 || grid->isColumnHidden(key)) {
-        return;
-    }
-    for (int column = 0; column < int(columnWidths.size()); ++column) {
-        grid->setColumnWidth(column, columnWidths.at(size_t(column)) * fontMetrics().averageCharWidth());
-    }
-    grid->remember(m_context.services.windows, u"frmSimplePhoneBook.DbgPhoneBook"_s);
-    grid->hideColumn(key);
 }
 
 void frmSimplePhoneBook::showAll(std::optional<qint32> sn)
@@ -143,7 +65,7 @@ bool frmSimplePhoneBook::bind(const QString &query)
     return bound;
 }
 
-// While the file can be used, it is the words of the search that the query broke on.
+// While the file can be read, it is the words of the search that the query broke on.
 void frmSimplePhoneBook::search()
 {
     m_typingPause.stop();
@@ -152,7 +74,7 @@ void frmSimplePhoneBook::search()
         if (m_data->rowCount() > 0) {
             showCount();
         }
-    } else if (obstacleText(m_context.texts, m_context.paths.PhoneBookFile).isEmpty()) {
+    } else if (store::isReadable(m_context.paths.PhoneBookFile)) {
         notice(m_context.texts.Lms(u"SearchNotPossible"_s));
     }
     showHint();
@@ -181,8 +103,7 @@ void frmSimplePhoneBook::deleteCurrent(DeletedBy means)
         return;
     }
     if (!m_data->removeRow(row)) {
-        notice(troubleText(m_context.texts, m_context.paths.PhoneBookFile));
-        return;
+        return showWritingTrouble();
     }
     standOn(row - 1);
     showCount();
@@ -223,27 +144,40 @@ void frmSimplePhoneBook::showHint()
                                       : m_context.texts.Lms(u"NoEntryFound"_s));
 }
 
-void frmSimplePhoneBook::showRefusal(bool blankNumber)
+/// A file that has taken the place of the one in the list is shown first.
+void frmSimplePhoneBook::showWritingTrouble()
 {
-    notice(blankNumber ? m_context.texts.Lms(u"PhoneNumbersCantbeBlank"_s)
-                       : troubleText(m_context.texts, m_context.paths.PhoneBookFile));
+    const QString &file = m_context.paths.PhoneBookFile;
+    const bool replaced = m_data->isReplaced() && obstacleText(m_context.texts, file).isEmpty();
+    if (replaced) {
+        refresh();
+    }
+    const bool otherIsShown = replaced && !m_data->isReplaced();
+    notice(otherIsShown ? m_context.texts.Lms(u"PhoneBookReplaced"_s) : troubleText(m_context.texts, file));
 }
 
-void frmSimplePhoneBook::showMenu(const QPoint &position)
+// The grid closes the editor of a cell whatever becomes of its text, so it is opened on the text once more.
+void frmSimplePhoneBook::editAgain(const QPersistentModelIndex &cell, const QString &typed)
 {
     auto *grid = m_ui->DbgPhoneBook;
-    if (!grid->currentIndex().isValid()) {
+    if (!cell.isValid() || !isVisible()) {
         return;
     }
-    const core::TextLookup &texts = m_context.texts;
-    QMenu menu(this);
-    menu.addAction(texts.Lms(u"Edit"_s), this, &frmSimplePhoneBook::editAsked);
-    menu.addSeparator();
-    menu.addAction(texts.Lms(u"Copy"_s), grid, &appearance::RecordGrid::copySelection);
-    menu.addAction(texts.Lms(u"CopyCell"_s), grid, &appearance::RecordGrid::copyCell);
-    menu.addSeparator();
-    menu.addAction(texts.Lms(u"deletecurrent"_s), this, [this] { deleteCurrent(DeletedBy::Button); });
-    menu.exec(grid->viewport()->mapToGlobal(position));
+    const int column = cell.column();
+    grid->setCurrentIndex(cell);
+    const std::optional<qint32> sn = currentSn();
+    showWritingTrouble();
+    const QModelIndex place = grid->currentIndex().siblingAtColumn(column);
+    if (!place.isValid() || currentSn() != sn) {
+        return;
+    }
+    grid->setCurrentIndex(place);
+    grid->edit(place);
+    if (auto *line = qobject_cast<QLineEdit *>(grid->indexWidget(place))) {
+        line->setText(typed);
+    } else if (auto *words = qobject_cast<QComboBox *>(grid->indexWidget(place))) {
+        words->setCurrentIndex(words->findData(typed));
+    }
 }
 
 void frmSimplePhoneBook::showHelp()

@@ -56,7 +56,8 @@ private:
     void standOnSn(std::optional<qint32> sn);
     void showCount();
     void showHint();
-    void showRefusal(bool blankNumber);
+    void showWritingTrouble();
+    void editAgain(const QPersistentModelIndex &cell, const QString &typed);
     void showMenu(const QPoint &position);
     void showHelp();
     void notice(const QString &text);

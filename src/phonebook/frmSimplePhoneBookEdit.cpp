@@ -4,6 +4,7 @@
 #include "ui_frmSimplePhoneBookEdit.h"
 
 #include <QCloseEvent>
+#include <QShortcut>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
@@ -18,9 +19,6 @@ frmSimplePhoneBookEdit::frmSimplePhoneBookEdit(const Needs &needs)
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowIcon(appearance::programIcon());
     m_setup.load(*this);
-    QPalette result = palette(); // the table gives the number, so its box looks like none to type into
-    result.setColor(QPalette::Base, Qt::transparent);
-    m_ui->txtSN->setPalette(result);
     m_ui->txtTelno->installEventFilter(this);
     connectControls();
     m_asShown = contents();
@@ -41,6 +39,8 @@ void frmSimplePhoneBookEdit::connectControls()
     connect(m_ui->chkBlackList, &QCheckBox::stateChanged, this, clearNotice);
     connect(m_ui->Command1, &QPushButton::clicked, this, &QWidget::close);
     connect(m_ui->Command2, &QPushButton::clicked, this, &frmSimplePhoneBookEdit::save);
+    connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, this,
+            [this] { m_needs.forms.navigator.ShowHelp(u"Popup_SimplePhoneBook"_s); });
 }
 
 void frmSimplePhoneBookEdit::editEntry(const PhoneBookEntry &entry)

@@ -18,6 +18,7 @@ public:
     void append(qint32 sn, QByteArrayView t3);
     /// Gives the row with that SN another flag text; a new row stands behind the others.
     void replace(qint32 sn, QByteArrayView t3);
+    void remove(qint32 sn) { m_textOf.remove(sn); }
 
     /// The pop-up flag text of the first row with this SN, "" where the database held Null; nothing without a
     /// row.

@@ -119,6 +119,13 @@ void Database::transaction(const std::function<void()> &work)
     m_handle->transaction(work);
 }
 
+bool Database::isReplaced() const
+{
+    int moved = 0;
+    sqlite3_file_control(m_handle->engine(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+    return moved != 0;
+}
+
 QStringList damageOf(const QString &path)
 {
     Database database(path, Database::Mode::ReadOnly);
@@ -126,6 +133,17 @@ QStringList damageOf(const QString &path)
     database.forEachRow(u"pragma integrity_check"_s, [&](const Row &row) { findings.append(row.text(0)); });
     findings.removeAll(u"ok"_s);
     return findings;
+}
+
+bool isReadable(const QString &path)
+{
+    constexpr std::chrono::milliseconds noPatience{0};
+    try {
+        const Database database(path, {Database::Mode::ReadOnly, Wildcards::Asterisk, noPatience});
+        return true;
+    } catch (const core::Error &) {
+        return false;
+    }
 }
 
 bool isLocked(const QString &path)

@@ -86,6 +86,9 @@ public:
     /// Runs `work` as one transaction: all of it is written or, where it throws, nothing. Not to be nested.
     void transaction(const std::function<void()> &work);
 
+    /// Another file stands under the path now, or none. The engine writes nothing from then on.
+    bool isReplaced() const;
+
     class Handle; // the driver's side, shared with the open recordsets
 private:
     friend void createDatabase(const QString &, const QString &, const std::function<void(Database &)> &);
@@ -97,6 +100,9 @@ private:
 /// Whether another program's lock keeps the file from being read or written right now; does not wait for it.
 /// A file that is missing or damaged is not locked.
 bool isLocked(const QString &path);
+
+/// Whether the file is a database that can be read right now; does not wait for another program's lock.
+bool isReadable(const QString &path);
 
 /// What the engine finds wrong with a file's pages and indexes, one finding each; empty for a sound file.
 /// Reads all of it. Throws core::Error where it cannot be opened.

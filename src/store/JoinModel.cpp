@@ -144,9 +144,7 @@ QVariant JoinModel::headerData(int section, Qt::Orientation orientation, int rol
 
 QVariant JoinModel::field(int row, const QString &name) const
 {
-    const auto sameName = [&](const QString &each) { return each.compare(name, Qt::CaseInsensitive) == 0; };
-    const auto found = std::ranges::find_if(m_select.names, sameName);
-    return row >= 0 && row < rowCount() ? rowAt(row).value(found - m_select.names.begin()) : QVariant();
+    return row >= 0 && row < rowCount() ? rowAt(row).value(placeOfField(m_select.names, name)) : QVariant();
 }
 
 } // namespace store

@@ -10,6 +10,13 @@ using namespace Qt::StringLiterals;
 
 namespace store {
 
+qsizetype placeOfField(const QStringList &names, const QString &field)
+{
+    const auto found = std::ranges::find_if(
+        names, [&](const QString &name) { return name.compare(field, Qt::CaseInsensitive) == 0; });
+    return found != names.end() ? found - names.begin() : -1;
+}
+
 Recordset::Recordset(std::unique_ptr<Source> source) : m_source(std::move(source)) {}
 
 Recordset::~Recordset() = default;
@@ -85,13 +92,11 @@ QStringList Recordset::fieldNames() const
 
 int Recordset::columnOf(const QString &field) const
 {
-    const QStringList &names = m_source->names();
-    for (qsizetype i = 0; i < names.size(); ++i) {
-        if (names.at(i).compare(field, Qt::CaseInsensitive) == 0) {
-            return static_cast<int>(i);
-        }
+    const qsizetype place = placeOfField(m_source->names(), field);
+    if (place < 0) {
+        throw core::Error(SQLITE_ERROR, u"no such field: "_s + field);
     }
-    throw core::Error(SQLITE_ERROR, u"no such field: "_s + field);
+    return static_cast<int>(place);
 }
 
 QVariant Recordset::value(const QString &field) const

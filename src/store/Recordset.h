@@ -2,6 +2,7 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 #include <QVariant>
 
 #include <chrono>
@@ -9,6 +10,9 @@
 #include <utility>
 
 namespace store {
+
+/// Where a field stands among others, whatever its letter case; -1 where it does not.
+qsizetype placeOfField(const QStringList &names, const QString &field);
 
 /// A cursor over the rows of a table or of a query, opened by Database::OpenRecordset. Field names are
 /// matched without regard to case. Every member throws core::Error where the database fails.

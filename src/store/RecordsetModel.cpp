@@ -65,12 +65,7 @@ void RecordsetModel::arrangeColumns()
 {
     m_fieldOf.clear();
     for (const QString &field : std::as_const(m_leading)) {
-        const qsizetype place = std::ranges::find_if(std::as_const(m_rows->names),
-                                                     [&](const QString &name) {
-                                                         return name.compare(field, Qt::CaseInsensitive) == 0;
-                                                     }) -
-                                m_rows->names.cbegin();
-        if (place < m_rows->names.size()) {
+        if (const qsizetype place = placeOfField(m_rows->names, field); place >= 0) {
             m_fieldOf.append(int(place));
         }
     }
@@ -99,6 +94,11 @@ void RecordsetModel::readOn()
         m_reading.stop();
         Q_EMIT readingEnded();
     }
+}
+
+bool RecordsetModel::isReplaced() const
+{
+    return m_rows != nullptr && m_rows->database.isReplaced();
 }
 
 bool RecordsetModel::refresh()
@@ -201,12 +201,8 @@ bool RecordsetModel::removeRows(int row, int count, const QModelIndex &parent)
 
 int RecordsetModel::columnOf(const QString &field) const
 {
-    for (int column = 0; column < columnCount(); ++column) {
-        if (fieldAt(column).compare(field, Qt::CaseInsensitive) == 0) {
-            return column;
-        }
-    }
-    return -1;
+    const qsizetype place = m_rows == nullptr ? -1 : placeOfField(m_rows->names, field);
+    return static_cast<int>(m_fieldOf.indexOf(place));
 }
 
 int RecordsetModel::rowOf(qint64 number) const
@@ -217,8 +213,7 @@ int RecordsetModel::rowOf(qint64 number) const
 
 QVariant RecordsetModel::field(int row, const QString &name) const
 {
-    const int column = columnOf(name);
-    return row >= 0 && row < rowCount() && column >= 0 ? rowAt(row).value(m_fieldOf.at(column)) : QVariant();
+    return row >= 0 && row < rowCount() ? rowAt(row).value(placeOfField(m_rows->names, name)) : QVariant();
 }
 
 } // namespace store

@@ -34,6 +34,9 @@ public:
     bool setRecordSource(const QString &databaseFile, const QString &select);
     /// Runs the last select anew, on the file as it now is.
     bool refresh();
+    /// Another file has taken the place of the one whose rows are shown: nothing can be written, or deleted,
+    /// before refresh().
+    bool isReplaced() const;
     const QString &recordSource() const { return m_select; }
 
     /// The fields that make the first columns, whatever their order in the file, from the next select on; the

@@ -36,22 +36,23 @@ void createCallNoteTables(Database &database)
     });
 }
 
+/// A file that may only be read is not written without need.
+void addIndex(Database &database, const QString &table, const QString &name, const QString &columns)
+{
+    bool there = false;
+    database.forEachBoundRow(u"select name from sqlite_schema where type='index' and name=?"_s,
+                             {table + u'_' + name}, [&](const Row &) { there = true; });
+    if (!there) {
+        database.Execute(u"create index %1 on %2 (%3)"_s.arg(name, table, columns));
+    }
+}
+
 /// What the searches and reports of call notes go through. The names in a call's row stand beside its key, so
 /// that most conditions are answered without reading the row.
 void indexCallNotes(Database &database)
 {
-    QStringList there;
-    database.forEachRow(u"select name from sqlite_schema where type='index'"_s,
-                        [&](const Row &row) { there.append(row.text(0)); });
-    const std::pair<QString, QString> indexes[] = {
-        {u"CallInfo_CustomerName"_s,
-         u"create index CustomerName on CallInfo (CustomerName,CallID,DateAndTime,Consultant)"_s},
-        {u"CustomerRequest_CallID"_s, u"create index CallID on CustomerRequest (CallID)"_s}};
-    for (const auto &[name, statement] : indexes) {
-        if (!there.contains(name)) { // a file that may only be read is not written without need
-            database.Execute(statement);
-        }
-    }
+    addIndex(database, u"CallInfo"_s, u"CustomerName"_s, u"CustomerName,CallID,DateAndTime,Consultant"_s);
+    addIndex(database, u"CustomerRequest"_s, u"CallID"_s, u"CallID"_s);
 }
 
 } // namespace
@@ -69,6 +70,7 @@ bool UpdateDatabase_Customer_0606191111(core::RunLog &log, const core::Paths &pa
         if (calls == requests) {
             indexCallNotes(database);
         }
+        addIndex(database, u"customer"_s, u"CustomerType"_s, u"CustomerType"_s); // the list sorts by it
     });
     return true;
 }
@@ -88,8 +90,10 @@ qint32 FixSavedCustomer(core::RunLog &log, const core::Paths &paths, CustomerPop
 {
     return log.trap("FixCustomerData"_L1, 0, [&] {
         Database database = openCustomers(paths);
+        std::optional<QByteArray> t3;
         database.forEachRow(u"select T3 from customer where SN="_s + QString::number(sn),
-                            [&](const Row &row) { table.replace(sn, row.bytes(0)); });
+                            [&](const Row &row) { t3 = row.bytes(0).toByteArray(); });
+        t3 ? table.replace(sn, *t3) : table.remove(sn);
         database.Execute(u"update customer set T3='1' where SN=? and (T3=' ' or T3='' or isnull(T3))"_s,
                          {sn});
         database.Execute(u"update customer set customerid='' where SN=? and customerid=' '"_s, {sn});

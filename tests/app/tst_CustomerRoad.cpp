@@ -5,6 +5,10 @@
 
 #include <QNetworkDatagram>
 
+using customers::FrmEditCustomer;
+using phonebook::frmChoosePhoneDatabase;
+using support::find, support::openForm, support::press, support::type;
+
 /// From a call to the customer's record and back: what is typed reaches the file, the unit and the next call.
 class tst_CustomerRoad : public QObject
 {
@@ -34,17 +38,15 @@ private Q_SLOTS:
         fields.number = number;
         desk.send(sim::callRecord(fields, sim::CodePageChoice()));
         QTRY_COMPARE(desk.window().calls().rowCount(), 1);
-        QCOMPARE(support::openForm<lookup::frmPopUp>(), nullptr);
+        QCOMPARE(openForm<lookup::frmPopUp>(), nullptr);
 
         doubleClickNewestCall(desk.window());
-        auto *choice = opened<phonebook::frmChoosePhoneDatabase>();
-        press(choice, "Option2");
-        press(choice, "OKButton");
-        auto *editor = opened<customers::FrmEditCustomer>();
-        QCOMPARE(editor->findChild<QLineEdit *>(u"txtCompanyCall"_s)->text(), number);
-        type(editor, "txtCustomerName", u"Old Mill's Cheese"_s);
-        press(editor, "Command2");
-        const QString sn = editor->findChild<QLineEdit *>(u"txtSN"_s)->text();
+        press<frmChoosePhoneDatabase>("Option2");
+        press<frmChoosePhoneDatabase>("OKButton");
+        QCOMPARE((find<FrmEditCustomer, QLineEdit>("txtCompanyCall")->text()), number);
+        type<FrmEditCustomer>("txtCustomerName", u"Old Mill's Cheese"_s);
+        press<FrmEditCustomer>("Command2");
+        const QString sn = find<FrmEditCustomer, QLineEdit>("txtSN")->text();
         QVERIFY(sn.toInt() > 0);
         QTRY_VERIFY(desk.unit.hasPendingDatagrams());
         QCOMPARE(desk.unit.receiveDatagram().data(), "REFRESHCUSTOMERLIST");
@@ -52,14 +54,27 @@ private Q_SLOTS:
         const QByteArray info = forwarded.receiveDatagram().data();
         QCOMPARE(info.size(), core::CustomerInfo::size);
         QVERIFY(info.startsWith("Old Mill\x92s Cheese"));
-        QVERIFY(editor->close());
+        QVERIFY(openForm<FrmEditCustomer>()->close());
 
         fields.match = sn;
         fields.name = u"Old Mill"_s;
         desk.send(sim::callRecord(fields, sim::CodePageChoice()));
-        press(opened<lookup::frmPopUp>(), "Command2");
-        editor = opened<customers::FrmEditCustomer>();
-        QCOMPARE(editor->findChild<QLineEdit *>(u"txtCustomerName"_s)->text(), u"Old Mill\u2019s Cheese"_s);
+        QTRY_VERIFY(openForm<lookup::frmPopUp>() != nullptr);
+        press<lookup::frmPopUp>("Command2");
+        QCOMPARE((find<FrmEditCustomer, QLineEdit>("txtCustomerName")->text()), u"Old Mill\u2019s Cheese"_s);
+    }
+
+    void aDeletedCustomerIsUnknownToTheNextCall()
+    {
+        ProgramDesk desk;
+        QVERIFY(desk.start());
+        desk.program->windows().showCustomerList(
+            u"select * from customer where CustomerName='厦门鼓浪书咖'"_s);
+        desk.prompts.expect(true);
+        press<customers::FrmCustomer>("Command5");
+        desk.send(call(u"059255500130"_s, u"Deleted"_s));
+        desk.showsACall();
+        QCOMPARE(desk.window().calls().rowCount(), 1);
     }
 
     void typedTextIsNotLostByEndingTheProgram()
@@ -67,8 +82,7 @@ private Q_SLOTS:
         ProgramDesk desk;
         QVERIFY(desk.start());
         desk.program->windows().Show_Editor(u"CUSTOMER"_s, 1);
-        auto *editor = opened<customers::FrmEditCustomer>();
-        type(editor, "txtCustomerName", u"Changed"_s);
+        type<FrmEditCustomer>("txtCustomerName", u"Changed"_s);
         desk.prompts.expect(true);
         desk.prompts.expectSave(core::Prompts::Answer::Cancel);
         desk.window().findChild<QAction *>(u"Command2"_s)->trigger();

@@ -15,6 +15,7 @@ struct FakeCustomerEffects : customers::CustomerEffects
     {
         called.append(u"customerSaved %1 %2 %3"_s.arg(sn).arg(oldName, newName));
     }
+    void customerDeleted(qint32 sn) override { called.append(u"customerDeleted %1"_s.arg(sn)); }
 };
 
 /// Runs one statement on the customer database and gives the first row of a select, columns joined by "|".

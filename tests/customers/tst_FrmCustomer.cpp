@@ -4,6 +4,9 @@
 #include "customers/frmAddDataToExcel_Tarn20050921.h"
 #include "support/TestForms.h"
 
+using customers::FrmCustomer, customers::frmAddDataToExcel_Tarn20050921;
+using support::find, support::openForm, support::press;
+
 class tst_FrmCustomer : public QObject
 {
     Q_OBJECT
@@ -27,18 +30,12 @@ class tst_FrmCustomer : public QObject
             QVERIFY(QTest::qWaitForWindowActive(form())); // or its shortcuts do nothing
         }
         void run(const QString &sql) const { customerSql(desk, sql); }
-        customers::FrmCustomer *form() const { return support::openForm<customers::FrmCustomer>(); }
-        template <typename Widget>
-        Widget *find(const char *name, const QWidget *window = nullptr) const
+        FrmCustomer *form() const { return openForm<FrmCustomer>(); }
+        appearance::RecordGrid *grid() const
         {
-            return (window != nullptr ? window : form())->findChild<Widget *>(QLatin1StringView(name));
+            return find<FrmCustomer, appearance::RecordGrid>("DataGrid1");
         }
-        void click(const char *name, const QWidget *window = nullptr) const
-        {
-            QTest::mouseClick(find<QPushButton>(name, window), Qt::LeftButton);
-        }
-        appearance::RecordGrid *grid() const { return find<appearance::RecordGrid>("DataGrid1"); }
-        QString shown(const char *label) const { return find<QLabel>(label)->text(); }
+        QString shown(const char *label) const { return find<FrmCustomer, QLabel>(label)->text(); }
         QString names() const
         {
             QStringList list;
@@ -49,9 +46,9 @@ class tst_FrmCustomer : public QObject
         }
         void search(const QString &words) const
         {
-            find<QLineEdit>("txtSearch")->clear();
-            find<QLineEdit>("txtSearch")->insert(words); // as an input method does: keys are for ASCII only
-            click("cmdSearch");
+            find<FrmCustomer, QLineEdit>("txtSearch")->clear();
+            find<FrmCustomer, QLineEdit>("txtSearch")->insert(words); // keys are for ASCII only
+            press<FrmCustomer>("cmdSearch");
         }
         void clickHeading(int column) const
         {
@@ -84,8 +81,8 @@ private Q_SLOTS:
         QCOMPARE(forms.names(), u"Zoë Łódź"_s);
         forms.search(u"B?y"_s);
         QCOMPARE(forms.names(), u"Bay"_s);
-        forms.find<QLineEdit>("txtSearch")->setFocus();
-        QTest::keyClick(forms.find<QLineEdit>("txtSearch"), Qt::Key_Escape);
+        find<FrmCustomer, QLineEdit>("txtSearch")->setFocus();
+        QTest::keyClick(find<FrmCustomer, QLineEdit>("txtSearch"), Qt::Key_Escape);
         QCOMPARE(forms.names(), u"Zoë Łódź|anna|Bay"_s); // in the order of the table
         for (const auto &[column, order] : {std::pair(0, u"anna|Bay|Zoë Łódź"_s),
                                             {1, u"Bay|anna|Zoë Łódź"_s},
@@ -95,7 +92,7 @@ private Q_SLOTS:
             QCOMPARE(forms.names(), order);
             QCOMPARE(forms.grid()->horizontalHeader()->sortIndicatorSection(), column == 2 ? 1 : column);
         }
-        QTest::keyClicks(forms.find<QLineEdit>("txtSearch"), u"ann"_s);
+        QTest::keyClicks(find<FrmCustomer, QLineEdit>("txtSearch"), u"ann"_s);
         QTRY_COMPARE(forms.names(), u"anna"_s); // as one types
         QCOMPARE(forms.desk.logMessages(), QStringList());
     }
@@ -112,10 +109,8 @@ private Q_SLOTS:
         QTest::keyClick(forms.grid(), Qt::Key_Return);
         QCOMPARE(forms.prompts.asked, QStringList(u"[CustomerNotFound]"_s));
         QFile::rename(forms.desk.paths.CustomerFile, forms.desk.paths.CustomerFile + u".away"_s);
-        QTest::keyClick(forms.form(), Qt::Key_F5);
-        QCOMPARE(forms.shown("lblMessage"), u"[CustomerListUnavailable]"_s);
         forms.desk.writeFile(forms.desk.paths.CustomerFile, "no database");
-        QTest::keyClick(forms.form(), Qt::Key_F5);
+        forms.search(u"Bay"_s);
         QCOMPARE(forms.shown("lblMessage"), u"[CustomerListUnavailable]"_s);
         QFile::remove(forms.desk.paths.CustomerFile);
         QFile::rename(forms.desk.paths.CustomerFile + u".away"_s, forms.desk.paths.CustomerFile);
@@ -132,20 +127,22 @@ private Q_SLOTS:
         QCOMPARE(forms.names(), u"anna|Bay|Zoë Łódź"_s);
         forms.grid()->setCurrentIndex(forms.grid()->model()->index(1, 0));
         forms.prompts.expect();
-        forms.click("Command5");
+        press<FrmCustomer>("Command5");
         QCOMPARE(forms.prompts.asked, QStringList(2, u"真的要删当前客户信息吗？"_s));
         QCOMPARE(forms.names(), u"anna|Zoë Łódź"_s);
         QCOMPARE(forms.grid()->currentIndex().row(), 0);
+        QCOMPARE(forms.shown("lblCount"), u"[Totalcount] 2"_s);
         QCOMPARE(forms.server.sent, QStringList(u"REFRESHCUSTOMERLIST"_s));
+        QCOMPARE(forms.effects.called, QStringList(u"customerDeleted 3"_s));
         store::Database other(forms.desk.paths.CustomerFile);
         other.Execute(u"begin immediate"_s);
         forms.prompts.expect();
-        forms.click("Command5");
+        press<FrmCustomer>("Command5");
         QCOMPARE(forms.shown("lblMessage"), u"[CustomerNotDeleted]"_s);
         other.Execute(u"rollback"_s);
         forms.search(u"nobody"_s);
         forms.prompts.expect();
-        forms.click("Command5");
+        press<FrmCustomer>("Command5");
         QCOMPARE(forms.server.sent.size(), 1);
         QCOMPARE(customerSql(forms.desk, u"select count(*) from customer"_s), u"2"_s);
     }
@@ -154,10 +151,9 @@ private Q_SLOTS:
     {
         Forms forms;
         const auto phones = [&] {
-            auto *editor = support::openForm<customers::FrmEditCustomer>();
-            return editor != nullptr ? forms.find<QLineEdit>("txtCompanyCall", editor)->text() : QString();
+            return find<customers::FrmEditCustomer, QLineEdit>("txtCompanyCall")->text();
         };
-        forms.click("Command4");
+        press<FrmCustomer>("Command4");
         QCOMPARE(phones(), u"222"_s);
         forms.windowsOfCustomers.addCustomer(u"4444"_s, u"Bay"_s);
         QCOMPARE(forms.names(), u"Bay"_s);
@@ -170,7 +166,7 @@ private Q_SLOTS:
         QCOMPARE(forms.grid()->currentIndex().row(), 2);
         forms.windowsOfCustomers.showList(u"Select * from customer where sn = 1"_s);
         QCOMPARE(forms.names(), u"Zoë Łódź"_s);
-        forms.click("Command3");
+        press<FrmCustomer>("Command3");
         QCOMPARE(forms.navigator.shown, QStringList(u"ShowHelp Popup_CustomerDatabase"_s));
         QTest::keyClick(forms.form(), Qt::Key_Escape);
         QCOMPARE(forms.form(), nullptr);
@@ -179,30 +175,29 @@ private Q_SLOTS:
     void theExportFormWritesOpensAndTells()
     {
         Forms forms;
-        forms.click("cmdExport");
-        auto *form = support::openForm<customers::frmAddDataToExcel_Tarn20050921>();
-        auto *fields = forms.find<QListWidget>("lstDataFields", form);
+        press<FrmCustomer>("cmdExport");
+        auto *fields = find<frmAddDataToExcel_Tarn20050921, QListWidget>("lstDataFields");
         QCOMPARE(fields->count(), 27);
         QCOMPARE(fields->item(14)->text(), u"[SpecifiedSalesMan]"_s);
         forms.prompts.expectFile({});
-        forms.click("cmdAddToExcel", form); // and thinks better of it
+        press<frmAddDataToExcel_Tarn20050921>("cmdAddToExcel"); // and thinks better of it
         const QString target = forms.desk.folder.filePath(u"list.xlsx"_s);
         forms.prompts.expectFile(target);
         forms.prompts.expect();
-        forms.click("cmdAddToExcel", form);
-        QVERIFY(!forms.find<QPushButton>("cmdAddToExcel", form)->isEnabled() &&
-                !forms.find<QPushButton>("cmdClose", form)->isEnabled());
+        press<frmAddDataToExcel_Tarn20050921>("cmdAddToExcel");
+        QVERIFY(!find<frmAddDataToExcel_Tarn20050921>("cmdAddToExcel")->isEnabled() &&
+                !find<frmAddDataToExcel_Tarn20050921>("cmdClose")->isEnabled());
         QTRY_COMPARE(forms.prompts.asked.last(), u"Success!"_s);
         QCOMPARE(forms.shell.opened, QStringList(u"openFile "_s + target));
         QVERIFY(forms.desk.fileBytes(target).startsWith("PK"));
-        forms.click("cmdUnCheckAll", form);
+        press<frmAddDataToExcel_Tarn20050921>("cmdUnCheckAll");
         forms.prompts.expectFile(target);
         forms.prompts.expect();
-        forms.click("cmdAddToExcel", form);
+        press<frmAddDataToExcel_Tarn20050921>("cmdAddToExcel");
         QCOMPARE(forms.prompts.asked.last(), u"Error!"_s);
-        QVERIFY(forms.find<QPushButton>("cmdClose", form)->isEnabled());
-        forms.click("cmdClose", form);
-        QCOMPARE(forms.openForms.count(), 1);
+        QVERIFY(find<frmAddDataToExcel_Tarn20050921>("cmdClose")->isEnabled());
+        press<frmAddDataToExcel_Tarn20050921>("cmdClose");
+        QTRY_COMPARE(forms.openForms.count(), 1);
     }
 
     void aLongSearchShowsItsRowsAsTheyAreFound()

@@ -26,20 +26,16 @@ class tst_Help : public QObject
     };
 
 private Q_SLOTS:
-    void aPageIsFoundByItsTrimmedId_data()
-    {
-        const support::Table<QString, QString> row("helpId", "text");
-        row("known", u"Popup_MainHelp"_s, u"<b>MAIN</b>"_s);
-        row("blanks around", u" Popup_Messages "_s, u"SHORT"_s);
-        row("unknown", u"Popup_Nothing"_s, u""_s);
-    }
     void aPageIsFoundByItsTrimmedId()
     {
-        QFETCH(QString, helpId);
         Desk desk;
         desk.makePages();
-        desk.window.ShowHelp(helpId);
-        QTEST(desk.txtHelp()->toPlainText(), "text");
+        for (const auto &[id, text] : {std::pair(u"Popup_MainHelp"_s, u"<b>MAIN</b>"_s),
+                                       {u" Popup_Messages "_s, u"SHORT"_s},
+                                       {u"Popup_Nothing"_s, u""_s}}) {
+            desk.window.ShowHelp(id);
+            QCOMPARE(desk.txtHelp()->toPlainText(), text);
+        }
         QCOMPARE(desk.desk.logMessages(), QStringList());
     }
 

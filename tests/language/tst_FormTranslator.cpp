@@ -52,42 +52,37 @@ class tst_FormTranslator : public QObject
     language::FormTranslator m_translator{m_texts, m_language, m_desk.log};
 
 private Q_SLOTS:
-    void everyKindOfControlShowsTheTextOfItsCaption_data()
-    {
-        const support::Table<QString, QString, QString, QString> row("code", "before", "marked", "plain");
-        row("at the first time", u"POL"_s, u""_s, u"E&ditieren"_s, u"Editieren"_s);
-        row("RTL, after another", u"ARA"_s, u"编辑(&E)"_s, u"Terms &&& prices"_s, u"Terms & prices"_s);
-        row("RTL, back to the design", u"HBR"_s, u"编辑(&E)"_s, u"Edit"_s, u"Edit"_s);
-        row("to Chinese", u"CHS"_s, u""_s, u"编辑(&E)"_s, u"编辑"_s);
-    }
     void everyKindOfControlShowsTheTextOfItsCaption()
     {
-        QFETCH(QString, code);
-        QFETCH(QString, before);
-        QFETCH(QString, marked);
-        QFETCH(QString, plain);
-        Form form;
-        m_language.code = code;
-        for (const QString &text : {before, marked == u"Edit"_s ? QString() : marked}) {
-            m_texts.byKey = {{u"Edit"_s, text}, {u"Help"_s, u"Hilfe"_s}};
-            m_translator.iniFormLang(form.window);
+        for (const auto &[code, rightToLeft, before, marked, plain] :
+             {std::tuple(u"POL"_s, false, u""_s, u"E&ditieren"_s, u"Editieren"_s),
+              {u"ARA"_s, true, u"编辑(&E)"_s, u"Terms &&& prices"_s, u"Terms & prices"_s},
+              {u"HBR"_s, true, u"编辑(&E)"_s, u"Edit"_s, u"Edit"_s}, // back to the design
+              {u"CHS"_s, false, u""_s, u"编辑(&E)"_s, u"编辑"_s}}) {
+            Form form;
+            m_language.code = code;
+            for (const QString &text : {before, marked == u"Edit"_s ? QString() : marked}) {
+                m_texts.byKey = {{u"Edit"_s, text}, {u"Help"_s, u"Hilfe"_s}};
+                m_translator.iniFormLang(form.window);
+            }
+            for (const QString &shown :
+                 {form.button.text(), form.frame.title(), form.buddyLabel.text(), form.tabs.tabText(0),
+                  form.tool->text(), form.menu->title(), form.item->text()}) {
+                QCOMPARE(shown, marked);
+            }
+            const auto *toolButton = qobject_cast<QToolButton *>(form.bar.widgetForAction(form.tool));
+            for (const QString &shown :
+                 {form.window.windowTitle(), form.label.text(), form.list.item(0)->text(),
+                  form.grid.horizontalHeaderItem(0)->text(), toolButton->text(), form.tool->toolTip(),
+                  form.button.accessibleName()}) {
+                QCOMPARE(shown, plain);
+            }
+            QCOMPARE(form.button.isRightToLeft(), rightToLeft);
+            QCOMPARE(form.button.toolTip() + form.tippedTool->toolTip(), u"HilfeHilfe"_s);
+            QCOMPARE(form.customer.text(), u"<b>Smith & Sons</b>"_s); // is no caption
+            QCOMPARE(form.customer.textFormat(), Qt::PlainText);
+            QCOMPARE(form.box.text() + form.childButton.text(), u"EditEdit"_s); // typed text, another window
         }
-        for (const QString &shown :
-             {form.button.text(), form.frame.title(), form.buddyLabel.text(), form.tabs.tabText(0),
-              form.tool->text(), form.menu->title(), form.item->text()}) {
-            QCOMPARE(shown, marked);
-        }
-        const auto *toolButton = qobject_cast<QToolButton *>(form.bar.widgetForAction(form.tool));
-        for (const QString &shown : {form.window.windowTitle(), form.label.text(), form.list.item(0)->text(),
-                                     form.grid.horizontalHeaderItem(0)->text(), toolButton->text(),
-                                     form.tool->toolTip(), form.button.accessibleName()}) {
-            QCOMPARE(shown, plain);
-        }
-        QCOMPARE(form.button.isRightToLeft(), QByteArray(QTest::currentDataTag()).startsWith("RTL"));
-        QCOMPARE(form.button.toolTip() + form.tippedTool->toolTip(), u"HilfeHilfe"_s);
-        QCOMPARE(form.customer.text(), u"<b>Smith & Sons</b>"_s); // is no caption
-        QCOMPARE(form.customer.textFormat(), Qt::PlainText);
-        QCOMPARE(form.box.text() + form.childButton.text(), u"EditEdit"_s); // typed text, another window
     }
 
     void everyControlHasTheLanguagesFont()

@@ -1,3 +1,4 @@
+#include "core/TextUtilities.h"
 #include "language/Captions.h"
 #include "support/Table.h"
 
@@ -86,82 +87,66 @@ struct Caption
 };
 
 /// The texts of a form that are translated.
-class Form
+QList<Caption> captionsOf(const QString &xml)
 {
-public:
-    explicit Form(const QString &xml) : m_xml(xml)
+    static const QRegularExpression translated(
+        u"^(property (text|title|windowTitle|toolTip|accessibleName|placeholderText)|attribute title)$"_s);
+    static const QRegularExpression pressed(
+        u"^Q(\\w+Button|CheckBox|GroupBox|Label) property (text|title)$"_s);
+    struct Widget
     {
-        if (m_xml.readNextStartElement()) {
-            read({});
-        }
-        for (Caption &caption : captions) {
-            caption.pressed =
-                caption.pressed && (caption.label.isEmpty() || m_buddied.contains(caption.label));
-        }
-    }
-    QList<Caption> captions;
-
-private:
-    struct Place
-    {
-        QString widget, name, property, page, pageAround;
+        QString kind, name, page;
     };
-
-    void enter(Place &place, const QString &element)
-    {
-        const QString name = m_xml.attributes().value(u"name"_s).toString();
-        if (element == u"widget"_s || element == u"action"_s) {
-            place.pageAround = place.page;
-            place.page += place.widget == u"QTabWidget"_s ? QString::number(++m_pages) + u'/' : QString();
-            place.widget =
-                element == u"action"_s ? u"QAction"_s : m_xml.attributes().value(u"class"_s).toString();
-            place.name = name;
-        } else if (element == u"property"_s || element == u"attribute"_s) {
-            place.property = element + u' ' + name;
+    QList<Widget> around{{}};
+    QList<Caption> captions;
+    QSet<QString> buddied;
+    QString property;
+    int pages = 0;
+    for (QXmlStreamReader xmlReader(xml); !xmlReader.atEnd();) {
+        const QXmlStreamReader::TokenType token = xmlReader.readNext();
+        const bool widget = core::MyIn(xmlReader.name(), u"widget", u"action");
+        if (token == QXmlStreamReader::EndElement && widget) {
+            around.removeLast();
+        }
+        if (token != QXmlStreamReader::StartElement) {
+            continue;
+        }
+        const QString element = xmlReader.name().toString();
+        const QString name = xmlReader.attributes().value(u"name"_s).toString();
+        if (widget) {
+            const bool page = around.last().kind == u"QTabWidget"_s;
+            const QString kind = xmlReader.attributes().value(u"class"_s).toString();
+            around.append(
+                {kind, name, around.last().page + (page ? QString::number(++pages) + u'/' : u""_s)});
+        } else if (core::MyIn(element, u"property"_s, u"attribute"_s)) {
+            property = element + u' ' + name;
+            buddied += property == u"property buddy"_s ? QSet{around.last().name} : QSet<QString>();
+        } else if (element == u"string"_s && xmlReader.attributes().value(u"notr"_s) != u"true"_s) {
+            const Widget &shows = around.last();
+            const QString text = xmlReader.readElementText().trimmed();
+            const QString kind = shows.kind + u' ' + property;
+            const bool typed = core::MyIn(kind, u"QComboBox property text"_s, u"QLineEdit property text"_s);
+            const bool tab = property.startsWith(u"attribute"_s);
+            if (!text.isEmpty() && !typed && translated.match(property).hasMatch()) {
+                captions.append({language::withoutMnemonic(text),
+                                 tab ? around.at(around.size() - 2).page : shows.page,
+                                 tab || pressed.match(kind).hasMatch(),
+                                 shows.kind == u"QLabel"_s ? shows.name : QString()});
+            }
         }
     }
-    void read(Place place)
-    {
-        const QString element = m_xml.name().toString();
-        enter(place, element);
-        if (place.property == u"property buddy"_s) {
-            m_buddied.insert(place.name);
-        }
-        if (element == u"string"_s && m_xml.attributes().value(u"notr"_s) != u"true"_s) {
-            add(place, m_xml.readElementText().trimmed());
-            return;
-        }
-        while (m_xml.readNextStartElement()) {
-            read(place);
-        }
+    for (Caption &caption : captions) {
+        caption.pressed = caption.pressed && (caption.label.isEmpty() || buddied.contains(caption.label));
     }
-    void add(const Place &place, const QString &text)
-    {
-        static const QRegularExpression translated(
-            u"^(property (text|title|windowTitle|toolTip|accessibleName|placeholderText)|attribute title)$"_s);
-        static const QRegularExpression pressed(
-            u"^Q(\\w+Button|CheckBox|GroupBox|Label) property (text|title)$"_s);
-        const QString kind = place.widget + u' ' + place.property;
-        const bool typed = kind == u"QComboBox property text"_s || kind == u"QLineEdit property text"_s;
-        if (!text.isEmpty() && !typed && translated.match(place.property).hasMatch()) {
-            const bool tab = place.property.startsWith(u"attribute"_s);
-            captions.append({language::withoutMnemonic(text), tab ? place.pageAround : place.page,
-                             tab || pressed.match(kind).hasMatch(),
-                             place.widget == u"QLabel"_s ? place.name : QString()});
-        }
-    }
-
-    QXmlStreamReader m_xml;
-    QSet<QString> m_buddied;
-    int m_pages = 0;
-};
+    return captions;
+}
 
 /// The pairs of captions that one letter presses.
 QStringList clashesIn(const QString &xml, const QHash<QString, QString> &texts, const QString &where)
 {
     QStringList clashes;
     QMultiHash<QString, Caption> pressed;
-    for (const Caption &caption : Form(xml).captions) {
+    for (const Caption &caption : captionsOf(xml)) {
         const QString letter = mnemonicOf(texts.value(caption.key.toUpper()));
         if (!caption.pressed || letter.isEmpty()) {
             continue;
@@ -179,7 +164,7 @@ QStringList clashesIn(const QString &xml, const QHash<QString, QString> &texts, 
 QStringList formTexts(const QString &xml)
 {
     QStringList keys;
-    for (const Caption &caption : Form(xml).captions) {
+    for (const Caption &caption : captionsOf(xml)) {
         keys.append(caption.key);
     }
     return keys;

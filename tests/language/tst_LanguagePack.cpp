@@ -29,30 +29,23 @@ class tst_LanguagePack : public QObject
     };
 
 private Q_SLOTS:
-    void systemAndSettingDecideTheLanguage_data()
-    {
-        const support::Table<int, QString, QString, QString> row("identifier", "setting", "decided",
-                                                                 "logged");
-        row("British", 0x0809, u""_s, u"ENG"_s, u"ENG, Language ID = 0809"_s);
-        row("mainland", 2052, u"auto"_s, u"CHS"_s, u"CHINESE, Language ID = 0804"_s);
-        row("Singapore", 4100, u""_s, u"CHT"_s, u"CHINESE, Language ID = 1004"_s);
-        row("which Chinese?", 4, u""_s, u"ENG"_s, u"CHINESE, Language ID = 0004"_s);
-        row("Mexico", 0x080A, u""_s, u"SPN"_s, u"SPANISH, Language ID = 080A"_s);
-        row("a gap in the table", 0x0417, u""_s, u"ENG"_s, u", Language ID = 0417"_s);
-        row("lower case, blanks", 1028, u" user "_s, u"USER"_s, u"CHINESE, Language ID = 0404"_s);
-        row("a path", 5124, u"../SPN"_s, u"ENG"_s, u"CHINESE, Language ID = 1404"_s);
-        row("keys", 0x042A, u"ID"_s, u"ID"_s, u"VIETNAMESE, Language ID = 042A"_s);
-    }
     void systemAndSettingDecideTheLanguage()
     {
-        QFETCH(int, identifier);
-        QFETCH(QString, setting);
-        QFETCH(QString, logged);
-        support::TestDesk desk;
-        QTEST(
-            language::DecideLanguage(language::GetOsDefaultLanguage(quint16(identifier), desk.log), setting),
-            "decided");
-        QCOMPARE(desk.logMessages(), QStringList(u"OS Language = "_s + logged));
+        for (const auto &[identifier, setting, decided, logged] :
+             {std::tuple(0x0809, u""_s, u"ENG"_s, u"ENG, Language ID = 0809"_s),
+              {2052, u"auto"_s, u"CHS"_s, u"CHINESE, Language ID = 0804"_s},
+              {4100, u""_s, u"CHT"_s, u"CHINESE, Language ID = 1004"_s},
+              {4, u""_s, u"ENG"_s, u"CHINESE, Language ID = 0004"_s},
+              {0x080A, u""_s, u"SPN"_s, u"SPANISH, Language ID = 080A"_s},
+              {0x0417, u""_s, u"ENG"_s, u", Language ID = 0417"_s}, // a gap in the table
+              {1028, u" user "_s, u"USER"_s, u"CHINESE, Language ID = 0404"_s},
+              {5124, u"../SPN"_s, u"ENG"_s, u"CHINESE, Language ID = 1404"_s},
+              {0x042A, u"ID"_s, u"ID"_s, u"VIETNAMESE, Language ID = 042A"_s}}) {
+            support::TestDesk desk;
+            const QString system = language::GetOsDefaultLanguage(quint16(identifier), desk.log);
+            QCOMPARE(language::DecideLanguage(system, setting), decided);
+            QCOMPARE(desk.logMessages(), QStringList(u"OS Language = "_s + logged));
+        }
     }
 
     void eachLanguageAsksForItsFont()

@@ -5,7 +5,6 @@
 #include <QRandomGenerator>
 
 #include <map>
-#include <set>
 
 /// The road of a number: out of a text, into the index, and to the row that holds it.
 class tst_PhoneNumbers : public QObject
@@ -98,60 +97,48 @@ private Q_SLOTS:
     {
         QRandomGenerator random(815);
         std::map<qint32, QStringList> rows = {{100, {u"7"_s}}, {1000, {u"9"_s}}};
-        std::map<QString, std::multiset<qint32>> holders = {{u"7"_s, {100}}, {u"9"_s, {1000}}};
         const auto built = [&] {
             lookup::NumberEntries entries;
             for (const auto &[sn, numbers] : rows) {
-                std::for_each(numbers.begin(), numbers.end(),
-                              [&, sn = sn](auto &n) { entries.append(n, sn); });
+                for (const QString &number : numbers) {
+                    entries.append(number, sn);
+                }
             }
             while (!entries.finishSome()) {
             }
             return entries;
         };
         const auto listed = [](const lookup::NumberEntries &entries) {
-            QList<std::pair<QString, qint32>> list;
+            QList<std::pair<QString, qint32>> list = {{u""_s, entries.find(u"")}};
             for (size_t i = 0; i < entries.size(); ++i) {
                 list.append({entries.at(i).PhoneNumber.toString(), entries.at(i).SN});
+            }
+            for (QString number = u"0"_s; number != u"700"; number.setNum(number.toInt() + 1)) {
+                list.append({number, entries.find(number)});
             }
             return list;
         };
         lookup::NumberEntries entries = built();
-        const auto isRight = [&](const QString &number) {
-            const auto &all = holders[number];
-            return entries.find(number) == (all.empty() ? -1 : *all.begin());
-        };
         for (int edit = 1; edit <= 100000; ++edit) {
             const qint32 sn = random.bounded(1, 150);
-            const QStringList old = std::exchange(rows[sn], {});
+            QStringList numbers;
             for (int i = random.bounded(5); i > 0; --i) {
-                rows[sn].append(QString::number(random.bounded(700)).left(random.bounded(4)));
+                numbers.append(QString::number(random.bounded(700)).left(random.bounded(4)));
             }
-            for (const QString &number : old) {
-                holders[number].erase(holders[number].find(sn));
-            }
-            for (const QString &number : std::as_const(rows[sn])) {
-                holders[number].insert(sn);
-            }
-            const QList<QStringView> pieces(rows[sn].cbegin(), rows[sn].cend());
-            QVERIFY(entries.replace(sn, pieces));
-            const QStringList touched = old + rows[sn];
-            QVERIFY(std::all_of(touched.begin(), touched.end(), isRight));
-            if (edit % 1000 == 0) {
+            QVERIFY(entries.replace(sn, QList<QStringView>(numbers.cbegin(), numbers.cend())));
+            rows[sn] = numbers;
+            if (edit < 500 || edit % 250 == 0) {
                 QCOMPARE(listed(entries), listed(built()));
-                for (const auto &[number, all] : holders) {
-                    QVERIFY(isRight(number));
-                }
             }
         }
         lookup::NumberEntries alone;
         alone.append(u"1", 2);
-        QVERIFY_THROWS_EXCEPTION(core::Error, alone.replace(2, {}));
+        QVERIFY(!alone.replace(2, {}));
         alone.append(u"1", 1);
         QVERIFY(!alone.replace(2, {}));
     }
 
-    void aSavedRowIsTakenOverFromTheFileHoweverTheIndexStands()
+    void aSavedRowIsTakenOverHoweverTheIndexStandsAndNoLookupSeesHalfOfIt()
     {
         Desk desk;
         const auto save = [&](const QString &sql, qint32 sn) {
@@ -168,13 +155,13 @@ private Q_SLOTS:
         QVERIFY(save(u"delete from customer where SN=70000"_s, 70000));
         QVERIFY(!save(u"update customer set ContactPersonMobile='', ContactPersonHomePhones=''"_s, 70001));
         QCOMPARE(desk.index.FindCustomerSnOfCaller(u"22"), 70001); // as after a rebuild that finds no number
-        desk.runSql(desk.paths.CustomerFile, u"delete from customer"_s);
-        desk.index.LoadCustomerPhoneNumberSnArray();
+        QVERIFY(save(u"delete from customer"_s, 70001));
+        QCOMPARE(desk.index.FindCustomerSnOfCaller(u"22"), -1);
         QVERIFY(save(u"insert into customer(SN,Fax) values(4,'44')"_s, 4)); // the blank entry goes
         QCOMPARE(desk.index.FindCustomerSnOfCaller(u""), -1);
         desk.runSql(desk.paths.CustomerFile,
                     u"insert into customer (SN, WorkPhones) with recursive counted(i) as (select 5 union "
-                    "all select i + 1 from counted where i < 25000) select i, i from counted"_s);
+                    "all select i + 1 from counted where i < 25000) select i, i % 20001 from counted"_s);
         desk.index.LoadCustomerPhoneNumberSnArray();
         QVERIFY(save(u"update customer set Fax='early' || Fax || '6' where SN=4"_s, 4) &&
                 save(u"update customer set WorkPhones='555555' where SN=20000"_s, 20000));
@@ -182,6 +169,12 @@ private Q_SLOTS:
         QCOMPARE(desk.index.FindCustomerSnOfCaller(u"446"), 4);
         QCOMPARE(desk.index.FindCustomerSnOfCaller(u"555555"), 20000);
         QCOMPARE(desk.index.FindCustomerSnOfCaller(u"20000"), -1);
+        QCOMPARE(desk.index.FindCustomerSnOfCaller(u"7"), 7); // and row 20008
+        QVERIFY(!desk.index.isLoading());
+        desk.index.LoadCustomerPhoneNumberSnArray();
+        desk.runSql(desk.paths.CustomerFile, u"drop table customer"_s);
+        QVERIFY(!desk.index.continueLoading() && !desk.index.isLoading());
+        QCOMPARE(desk.index.FindCustomerSnOfCaller(u"3999"), 3999);
     }
 
     void numbersLeadToTheFirstRowThatHoldsThem()
@@ -197,24 +190,6 @@ private Q_SLOTS:
         QCOMPARE(desk.index.FindCustomerSnOfCaller(u"13900000000"), 70001);
         QCOMPARE(desk.index.FindCustomerSnOfCaller(u"1-1"), -1);
         QCOMPARE(desk.logMessages(), QStringList());
-    }
-
-    void aLargeTableIsReadInPiecesAndNoLookupSeesHalfOfIt()
-    {
-        Desk desk;
-        desk.runSql(desk.paths.CustomerFile,
-                    u"insert into customer (SN, WorkPhones) with recursive counted(i) as (select 1 union "
-                    "all select i + 1 from counted where i < 25000) select i, i % 20001 from counted"_s);
-        desk.index.LoadCustomerPhoneNumberSnArray();
-        QVERIFY(desk.index.isLoading());
-        QCOMPARE(desk.index.FindCustomerSnOfCaller(u"20000"), 20000);
-        QCOMPARE(desk.index.FindCustomerSnOfCaller(u"7"), 7); // and row 20008
-        QVERIFY(!desk.index.isLoading());
-        desk.index.LoadCustomerPhoneNumberSnArray();
-        desk.runSql(desk.paths.CustomerFile, u"drop table customer"_s);
-        QVERIFY(!desk.index.continueLoading());
-        QVERIFY(!desk.index.isLoading());
-        QCOMPARE(desk.index.FindCustomerSnOfCaller(u"3999"), 3999);
     }
 
     void anEmptyTableGivesOneBlankEntryAndAFailedLoadKeepsTheOldIndex()

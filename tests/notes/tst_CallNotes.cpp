@@ -26,16 +26,6 @@ NoteEntry entryOf(const QString &customer, const QString &consultant, const QStr
             1};
 }
 
-QString stars()
-{
-    return QString(115, u'*') + u"\r\n"_s;
-}
-
-QString dashes()
-{
-    return QString(115, u'-') + u"\r\n"_s;
-}
-
 } // namespace
 
 /// Call notes without their windows: statements, rules, report, export and the printed pages.
@@ -44,103 +34,66 @@ class tst_CallNotes : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void statementsAreAsGivenWithQuotesDoubled()
-    {
-        const NoteEntry entry = entryOf(u"O'Brien's"_s, u"Ann"_s, u"a'b"_s, u"ok"_s);
-        QCOMPARE(callInsert(entry), u"insert into callinfo values('Call20261121093015','O''Brien''s',"
-                                    "'2026-11-21 09:30:15','Ann','can''t')"_s);
-        QCOMPARE(callUpdate(entry), u"update callinfo set [CustomerName]='O''Brien''s',[Consultant]='Ann',"
-                                    "[CallContent]='can''t' where CallID='Call20261121093015'"_s);
-        QCOMPARE(requestInsert(entry),
-                 u"insert into customerrequest values('Call20261121093015','a''b','ok',1,'')"_s);
-        QCOMPARE(customerRename(u"O'B"_s, u"C"_s),
-                 u"update CallInfo set [CustomerName]='C' where [CustomerName]='O''B'"_s);
-        QCOMPARE(noteQuery(u"O'B"_s),
-                 u"select CustomerRequest.[CallID],CallInfo.[CustomerName],CallInfo.[DateAndTime],"
-                 "CallInfo.[Consultant],CustomerRequest.[Request],CustomerRequest.[Response],"
-                 "CustomerRequest.[IfResolved],CustomerRequest.[Note] from CustomerRequest,CallInfo where "
-                 "CallInfo.CallID = CustomerRequest.CallID and CallInfo.[CustomerName]='O''B'"_s);
-    }
-
     void everyConditionStandsInItsPlace()
     {
         support::TestDesk desk;
-        NoteConditions asked;
-        asked.start = QDateTime({2001, 1, 1}, {0, 0});
-        asked.end = QDateTime({2009, 12, 31}, {23, 59, 59});
-        const QString select = MakeCondition(desk.log, asked);
-        const QString range = u" and [DateAndTime]>='2001-01-01 00:00:00' and "
-                              "[DateAndTime]<='2009-12-31 23:59:59'"_s;
-        const QString order = u" order by CallInfo.[CustomerName],CustomerRequest.[CallID],"
-                              "CallInfo.[DateAndTime],CustomerRequest.[IfResolved]"_s;
-        const QString head =
+        const NoteConditions asked = {u"F'x"_s,
+                                      u" id "_s,
+                                      u"n"_s,
+                                      u"c"_s,
+                                      QDateTime({2001, 1, 1}, {0, 0}),
+                                      QDateTime({2009, 12, 31}, {23, 59, 59}),
+                                      u"t"_s,
+                                      u"r"_s,
+                                      u"s"_s,
+                                      u"o"_s,
+                                      2};
+        QCOMPARE(
+            MakeCondition(desk.log, asked),
             u"select CustomerRequest.[CallID],CallInfo.[CustomerName],CallInfo.[DateAndTime],"
             "CallInfo.[Consultant],CallInfo.[CallContent],CustomerRequest.[Request],"
             "CustomerRequest.[Response],CustomerRequest.[IfResolved],CustomerRequest.[Note] from "
-            "CustomerRequest,CallInfo where CallInfo.CallID = CustomerRequest.CallID"_s;
-        QCOMPARE(select, head + range + order);
-        asked = {u"F'x"_s, u" id "_s, u"n"_s, u"c"_s, asked.start, asked.end, u"t"_s,
-                 u"r"_s,   u"s"_s,    u"o"_s, 2};
-        QCOMPARE(
-            MakeCondition(desk.log, asked),
-            head +
-                u" and [CustomerName]='F''x' and CustomerRequest.[CallID] like '%id%' and [CustomerName] "
-                "like '%n%' and [Consultant] like '%c%'"_s +
-                range +
-                u" and [CallContent] like '%t%' and [Request] like '%r%' and [Response] like '%s%' and "
-                "[Note] like '%o%' and [IfResolved] = False"_s +
-                order);
+            "CustomerRequest,CallInfo where CallInfo.CallID = CustomerRequest.CallID and "
+            "[CustomerName]='F''x' and CustomerRequest.[CallID] like '%id%' and [CustomerName] like '%n%' "
+            "and "
+            "[Consultant] like '%c%' and [DateAndTime]>='2001-01-01 00:00:00' and "
+            "[DateAndTime]<='2009-12-31 23:59:59' and [CallContent] like '%t%' and [Request] like '%r%' and "
+            "[Response] like '%s%' and [Note] like '%o%' and [IfResolved] = False order by "
+            "CallInfo.[CustomerName],CustomerRequest.[CallID],CallInfo.[DateAndTime],"
+            "CustomerRequest.[IfResolved]"_s);
     }
 
-    void valuesAreCheckedInTheirOrder_data()
-    {
-        const support::Table<QString, QString, QString, QString, QString> row("customer", "consultant",
-                                                                              "request", "response", "told");
-        row("all is there", u"O'Brien's"_s, u"Ann"_s, u"r"_s, u"s"_s, QString());
-        row("nothing", {}, {}, {}, {}, u"CustomerName can not be empty!"_s);
-        row("unknown customer", u"Nobody"_s, {}, {}, {}, u"the customer is not exists!"_s);
-        row("no consultant", u"Acme"_s, {}, {}, {}, u"Consultant can not be empty!"_s);
-        row("no request", u"Acme"_s, u"Ann"_s, {}, {}, u"the request can not be empty!"_s);
-        row("no response", u"Acme"_s, u"Ann"_s, u"r"_s, {}, u"your response can not be empty!"_s);
-    }
     void valuesAreCheckedInTheirOrder()
     {
-        QFETCH(QString, customer);
-        QFETCH(QString, consultant);
-        QFETCH(QString, request);
-        QFETCH(QString, response);
-        QFETCH(QString, told);
         NoteDesk desk;
-        if (!told.isEmpty()) {
-            desk.prompts.expect();
-        }
         CallNotes calls(desk.desk.log, desk.desk.paths, desk.prompts, desk.texts);
-        QCOMPARE(calls.CheckValues(entryOf(customer, consultant, request, response)), told.isEmpty());
-        QCOMPARE(desk.prompts.asked.join(u'|'), told);
+        for (const auto &[customer, consultant, request, response, told] :
+             {std::tuple(u""_s, u""_s, u""_s, u""_s, u"CustomerName can not be empty!"_s),
+              {u"Nobody"_s, u""_s, u""_s, u""_s, u"the customer is not exists!"_s},
+              {u"Acme"_s, u""_s, u""_s, u""_s, u"Consultant can not be empty!"_s},
+              {u"Acme"_s, u"Ann"_s, u""_s, u""_s, u"the request can not be empty!"_s},
+              {u"Acme"_s, u"Ann"_s, u"r"_s, u""_s, u"your response can not be empty!"_s}}) {
+            desk.prompts.expect();
+            QVERIFY(!calls.CheckValues(entryOf(customer, consultant, request, response)));
+            QCOMPARE(desk.prompts.asked.last(), told);
+        }
+        QVERIFY(calls.CheckValues(entryOf(u"O'Brien's"_s, u"Ann"_s, u"r"_s, u"s"_s)));
     }
 
-    void theReportIsRightToTheByte()
+    void theReportCutsNothingAndReadsNullAsEmpty()
     {
         NoteDesk desk;
-        desk.run(u"insert into callinfo values('Call20261121093015','A company with a long name','2026-11-21 "
-                 "09:30:15','Ann','First line\nsecond');"
-                 "insert into customerrequest values('Call20261121093015','Ask','Tell',1,'N'),"
-                 "('Call20261121093015','Ask again','Told',0,null)"_s);
+        desk.run(u"insert into callinfo values('Call1','A company with a long name',null,'Ann','One\ntwo');"
+                 "insert into customerrequest values('Call1','Ask','Tell',1,null)"_s);
         NoteReport report(desk.desk.log, desk.desk.paths.CustomerFile,
                           noteQuery(u"A company with a long name"_s), u"A company with a long name"_s);
         while (report.GetExportContent()) {
         }
-        const QString response = u"< Response >                  Been Resolved :     "_s;
-        const QString request = u"< Request  >                  \r\n"_s;
-        const QString note = u"< Note     >                  \r\n"_s;
-        QCOMPARE(report.text(),
-                 stars() + u"CustomerName:       A company with a long name\r\n"_s + stars() + dashes() +
-                     u"CallID:             Call20261121093015  Date/Time:          2026-11-21 09:30:15 \r\n"
-                     "Consultant:         Ann                 \r\n"
-                     "Content:            \r\nFirst line\nsecond\r\n"_s +
-                     dashes() + request + u"Ask\r\n"_s + response + u"Yes                 \r\nTell\r\n"_s +
-                     note + u"N\r\n"_s + request + u"Ask again\r\n"_s + response +
-                     u"No                  \r\nTold\r\n"_s + note + u"\r\n"_s);
+        QVERIFY(report.text().contains(u"\r\nCustomerName:       A company with a long name\r\n***"_s));
+        QVERIFY(report.text().contains(u"\r\nCallID:             Call1               Date/Time:          "
+                                       "                    \r\n"_s));
+        QVERIFY(report.text().contains(u"\r\nContent:            \r\nOne\ntwo\r\n---"_s));
+        QVERIFY(report.text().endsWith(u"\r\nTell\r\n< Note     >                  \r\n\r\n"_s));
     }
 
     void savingAgainAddsAnEntryAndLeavesTheTimeAlone()
@@ -209,30 +162,30 @@ private Q_SLOTS:
         for (int i = 0; i < 120; ++i) {
             text += u"line-%1\r\n"_s.arg(i);
         }
+        int turns = 0; // of the event loop, which may have one behind each page
         {
             QPrinter pdf(QPrinter::HighResolution);
             pdf.setOutputFormat(QPrinter::PdfFormat);
             pdf.setOutputFileName(file);
             pdf.setPageSize(QPageSize(QPageSize::A4));
             core::drawPages(pdf,
-                            {u"Call notes"_s, text + u"word "_s.repeated(100) + u"end-word"_s, {}, false});
+                            {u"Call notes"_s, text + u"word "_s.repeated(100) + u"end-word"_s, {}, false},
+                            [&turns] { ++turns; });
         }
         QProcess reader;
         reader.start(u"pdftotext"_s, {u"-layout"_s, file, u"-"_s});
         QVERIFY(reader.waitForFinished());
         const QStringList pages =
             QString::fromUtf8(reader.readAllStandardOutput()).split(u'\f', Qt::SkipEmptyParts);
-        QVERIFY(pages.size() > 1);
+        QVERIFY(turns > 0);
+        QCOMPARE(pages.size(), turns + 1);
         for (int i = 0; i < pages.size(); ++i) {
             const QStringList lines = pages.at(i).split(u'\n', Qt::SkipEmptyParts);
             QCOMPARE(lines.first().trimmed(), u"Call notes"_s);
             QCOMPARE(lines.last().trimmed(), QString::number(i + 1));
         }
-        const QStringList lines = pages.join(QString()).split(u'\n');
-        QCOMPARE(lines.count(u"line-77"_s), 1);
+        QCOMPARE(pages.join(QString()).count(u"line-77\n"_s), 1);
         QVERIFY(pages.last().contains(u"end-word"_s));
-        QCOMPARE(pages.join(u' ').count(u"word "_s),
-                 100 - lines.filter(QRegularExpression(u"word$"_s)).size() + 1);
     }
 };
 

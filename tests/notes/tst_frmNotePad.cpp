@@ -94,6 +94,8 @@ private Q_SLOTS:
         click(form, "cmdSave");
         QCOMPARE(desk.prompts.asked.last(), u"[NoteNotSaved]"_s);
         QCOMPARE(control<QPlainTextEdit>(form, "txtResponse")->toPlainText(), u"Sent today"_s);
+        QTRY_VERIFY(
+            desk.desk.logMessages().last().startsWith(u"!GetExportContent "_s)); // what is shown as no report
         desk.prompts.expectSave(Prompts::Answer::Discard);
         form->close();
     }

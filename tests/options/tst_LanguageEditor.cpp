@@ -46,29 +46,28 @@ class tst_LanguageEditor : public QObject
         "insert into Language values ('Ann', 'x', 'O''Brien [1] 100% safe');"_s;
 
 private Q_SLOTS:
-    void aSearchLooksIntoAllColumns_data()
-    {
-        const support::Table<QString, QString, bool> row("typed", "keys", "fails");
-        row("nothing", u"  "_s, u"Save Copy Ann "_s, false);
-        row("a key in other case", u" ANN "_s, u"Ann "_s, false);
-        row("a translation", u"kopi"_s, u"Copy "_s, false);
-        row("English", u"a"_s, u"Ann Save "_s, false);
-        row("no wildcard", u"100%"_s, u"Ann "_s, false);
-        row("a wildcard", u"S?ve"_s, u"Save "_s, false);
-        row("nowhere", u"zzz"_s, u""_s, false);
-        row("a quote", u"O'B"_s, u"Save Copy Ann "_s, true);
-    }
     void aSearchLooksIntoAllColumns()
     {
-        QFETCH(QString, typed);
-        QFETCH(bool, fails);
         Desk desk(m_rows);
         desk.open();
-        QTest::keyClicks(desk.find<QLineEdit>("txtCondition"), typed);
-        QTest::keyClick(desk.find<QLineEdit>("txtCondition"), Qt::Key_Return);
-        QTEST(desk.keys(), "keys");
-        QCOMPARE(!desk.desk.logMessages().isEmpty(), fails);
-        QCOMPARE(desk.find<QLabel>("lblState")->text() == "[SearchTextUnusable]"_L1, fails);
+        for (const auto &[typed, keys] : {std::pair(u" ANN "_s, u"Ann "_s), // a key in other case
+                                          {u"kopi"_s, u"Copy "_s},          // a translation
+                                          {u"a"_s, u"Ann Save "_s},         // English
+                                          {u"100%"_s, u"Ann "_s},
+                                          {u"S?ve"_s, u"Save "_s},
+                                          {u"zzz"_s, u""_s},
+                                          {u"  "_s, u"Save Copy Ann "_s}}) {
+            desk.find<QLineEdit>("txtCondition")->clear();
+            QTest::keyClicks(desk.find<QLineEdit>("txtCondition"), typed);
+            QTest::keyClick(desk.find<QLineEdit>("txtCondition"), Qt::Key_Return);
+            QCOMPARE(desk.keys(), keys);
+        }
+        QCOMPARE(desk.desk.logMessages(), QStringList());
+        desk.find<QLineEdit>("txtCondition")->setText(u"O'B"_s);
+        desk.press("cmdSearch");
+        QCOMPARE(desk.keys(), u"Save Copy Ann "_s);
+        QCOMPARE(desk.desk.logMessages().size(), 1);
+        QCOMPARE(desk.find<QLabel>("lblState")->text(), u"[SearchTextUnusable]"_s);
         const QHeaderView *columns = desk.grid()->horizontalHeader();
         QVERIFY(columns->sectionSize(0) > 50 && columns->sectionSize(0) == columns->sectionSize(2));
     }
@@ -100,56 +99,49 @@ private Q_SLOTS:
         QCOMPARE(stored(), u"Sichern"_s);
     }
 
-    void theBoxesChooseTheLanguageOfTheNextStart_data()
-    {
-        const support::Table<QString, QString, QString> row("before", "pressed", "after");
-        row("neither", u"chs"_s, u""_s, u"chs"_s);
-        row("own", u"chs"_s, u"chkUseUserLang"_s, u"USER"_s);
-        row("keys win", u"user "_s, u"chkUseID"_s, u"ID"_s);
-        row("keys no more", u"id"_s, u"chkUseID"_s, u"id"_s);
-    }
     void theBoxesChooseTheLanguageOfTheNextStart()
     {
-        QFETCH(QString, before);
-        QFETCH(QString, pressed);
-        QFETCH(QString, after);
-        Desk desk(m_rows);
-        desk.settings.record.LanguageSetting.setText(before);
-        desk.windows.showOptions();
-        desk.open();
-        QCOMPARE(desk.find<QCheckBox>("chkUseUserLang")->isChecked(), before == "user "_L1);
-        QCOMPARE(desk.find<QCheckBox>("chkUseID")->isChecked(), before == "id"_L1);
-        if (!pressed.isEmpty()) {
-            QTest::keyClick(desk.find<QCheckBox>(qPrintable(pressed)), Qt::Key_Space);
+        for (const auto &[before, pressed, after] : {std::tuple(u"chs"_s, "", u"chs"_s),
+                                                     {u"chs"_s, "chkUseUserLang", u"USER"_s},
+                                                     {u"user "_s, "chkUseID", u"ID"_s}, // wins
+                                                     {u"id"_s, "chkUseID", u"id"_s}}) {
+            Desk desk(m_rows);
+            desk.settings.record.LanguageSetting.setText(before);
+            desk.windows.showOptions();
+            desk.open();
+            QCOMPARE(desk.find<QCheckBox>("chkUseUserLang")->isChecked(), before == "user "_L1);
+            QCOMPARE(desk.find<QCheckBox>("chkUseID")->isChecked(), before == "id"_L1);
+            if (*pressed != '\0') {
+                QTest::keyClick(desk.find<QCheckBox>(pressed), Qt::Key_Space);
+            }
+            desk.press("cmdReturn");
+            QCOMPARE(desk.saved().LanguageSetting.text(), after);
+            const auto *dialog = support::openForm<options::frmOptions>();
+            QCOMPARE(dialog->findChild<QComboBox *>(u"CmbLanguage"_s)->currentText(), after.toUpper());
         }
-        desk.press("cmdReturn");
-        QCOMPARE(desk.saved().LanguageSetting.text(), after);
-        auto *dialog = support::openForm<options::frmOptions>();
-        QCOMPARE(dialog->findChild<QComboBox *>(u"CmbLanguage"_s)->currentText(), after.toUpper());
     }
 
-    void aFileThatIsNoLanguageFileIsSaidSo_data()
-    {
-        const support::Table<QByteArray, QString> row("bytes", "sql");
-        row("damaged", QByteArray("SQLite format 3\0 and no more", 27), u""_s);
-        row("empty", "", u""_s);
-        row("foreign", "hello", u""_s);
-        row("another table", {}, u"Create Table Other (a text(5));"_s);
-    }
     void aFileThatIsNoLanguageFileIsSaidSo()
     {
-        QFETCH(QByteArray, bytes);
-        QFETCH(QString, sql);
-        Desk desk(sql, bytes);
-        desk.open();
-        QCOMPARE(desk.find<QLabel>("lblState")->text(), u"[LanguageFileUnreadable]"_s);
-        QVERIFY(desk.desk.logMessages().last().startsWith(u"!frmLanguageEditor_Load "_s));
-        desk.press("cmdSearch");
-        QCOMPARE(desk.keys(), u""_s);
-        QFile::remove(desk.desk.paths.UserLangFile);
-        desk.desk.runSql(desk.desk.paths.UserLangFile, m_rows);
-        desk.press("cmdRefresh");
-        QCOMPARE(desk.keys(), u"Save Copy Ann "_s);
+        const QByteArray damaged("SQLite format 3\0 and no more", 27);
+        for (const auto &[bytes, sql] :
+             {std::pair(damaged, u""_s), // the engine's own first bytes
+              {""_ba, u""_s},
+              {"hello"_ba, u""_s},
+              {""_ba, u"Create Table Other (a text(5));"_s},
+              {""_ba, u"Create Table Language (item text(255), english text(255));"_s}}) {
+            Desk desk(sql, bytes);
+            desk.open();
+            QCOMPARE(desk.find<QLabel>("lblState")->text(), u"[LanguageFileUnreadable]"_s);
+            QVERIFY(desk.desk.logMessages().last().startsWith(u"!frmLanguageEditor_Load "_s));
+            desk.find<QLineEdit>("txtCondition")->setText(u"x"_s);
+            desk.press("cmdSearch");
+            QCOMPARE(desk.find<QLabel>("lblState")->text(), u"[LanguageFileUnreadable]"_s);
+            QFile::remove(desk.desk.paths.UserLangFile);
+            desk.desk.runSql(desk.desk.paths.UserLangFile, m_rows);
+            desk.press("cmdRefresh");
+            QCOMPARE(desk.keys(), u"Save Copy Ann "_s);
+        }
     }
 };
 

@@ -4,6 +4,7 @@
 #include "support/TestForms.h"
 
 using phonebook::frmChoosePhoneDatabase, phonebook::frmSimplePhoneBook, phonebook::frmSimplePhoneBookEdit;
+using support::find, support::openForm, support::press, support::type;
 
 class tst_PhoneBookForms : public QObject
 {
@@ -25,29 +26,10 @@ class tst_PhoneBookForms : public QObject
         void showList()
         {
             windows.showList();
-            QVERIFY(QTest::qWaitForWindowActive(support::openForm<frmSimplePhoneBook>()));
+            QVERIFY(QTest::qWaitForWindowActive(openForm<frmSimplePhoneBook>()));
         }
     };
 
-    template <typename Form, typename Control = QAbstractButton>
-    static Control *find(const char *name)
-    {
-        const Form *form = support::openForm<Form>();
-        return form == nullptr ? nullptr : form->template findChild<Control *>(QLatin1String(name));
-    }
-    template <typename Form>
-    static void press(const char *button)
-    {
-        QTest::mouseClick(find<Form>(button), Qt::LeftButton);
-    }
-    template <typename Form>
-    static void type(const char *box, const QString &text)
-    {
-        auto *edit = find<Form, QLineEdit>(box);
-        edit->setFocus();
-        edit->selectAll();
-        QTest::keyClicks(edit, text);
-    }
     static appearance::RecordGrid *grid()
     {
         return find<frmSimplePhoneBook, appearance::RecordGrid>("DbgPhoneBook");
@@ -122,8 +104,24 @@ private Q_SLOTS:
         QTest::keyClicks(grid(), u"x"_s);
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
         QTRY_COMPARE(label("lblNotice"), u"[PhoneBookUnusable]"_s);
-        QVERIFY(support::openForm<frmSimplePhoneBookEdit>() == nullptr); // Enter ended the typing alone
+        QVERIFY(openForm<frmSimplePhoneBookEdit>() == nullptr); // Enter ended the typing alone
         QCOMPARE(desk.server.sent.size(), 2);
+        const auto typed = [] {
+            auto *cellEdit = grid()->viewport()->findChild<QLineEdit *>();
+            return cellEdit != nullptr ? cellEdit->text() : QString();
+        };
+        QTRY_COMPARE(typed(), u"x"_s); // stays, to be copied or tried again
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+        const QString file = desk.desk.paths.PhoneBookFile;
+        QVERIFY(QFile::copy(file, file + u".other"_s) && QFile::remove(file) &&
+                QFile::rename(file + u".other"_s, file));
+        clickCell(1, 0);
+        QTest::keyClicks(grid(), u"5"_s);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QTRY_COMPARE(label("lblNotice"), u"[PhoneBookReplaced]"_s);
+        QTRY_COMPARE(typed(), u"5"_s);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return); // on the file that is there now
+        QTRY_COMPARE(desk.row(2), u"9|5|Baker|50% off*|N|G"_s);
     }
 
     void deletingAsksAndTellsTheServer()
@@ -155,7 +153,7 @@ private Q_SLOTS:
         desk.windows.showList(u"Select * from phonebook where sn = 3"_s);
         QCOMPARE(grid()->model()->rowCount(), 1);
         press<frmSimplePhoneBook>("cmdPhonebook_Add");
-        QVERIFY(QTest::qWaitForWindowActive(support::openForm<frmSimplePhoneBookEdit>()));
+        QVERIFY(QTest::qWaitForWindowActive(openForm<frmSimplePhoneBookEdit>()));
         desk.prompts.expect();
         press<frmSimplePhoneBookEdit>("Command2");
         QCOMPARE(desk.prompts.asked.takeFirst(), u"[PhoneNumbersCantbeBlank]"_s);
@@ -176,7 +174,7 @@ private Q_SLOTS:
         QCOMPARE(desk.row(4), u"10|5550177|Zoe||N|G"_s);
         QCOMPARE(desk.server.sent, QStringList(2, u"REFRESHSIMPLEPHONEBOOK"_s));
         press<frmSimplePhoneBookEdit>("Command1");
-        QVERIFY(support::openForm<frmSimplePhoneBookEdit>() == nullptr);
+        QVERIFY(openForm<frmSimplePhoneBookEdit>() == nullptr);
     }
 
     void nothingTypedIsLost()
@@ -185,7 +183,7 @@ private Q_SLOTS:
         desk.showList();
         clickCell(2, 1);
         QTest::mouseDClick(grid()->viewport(), Qt::LeftButton, {}, cell(2, 1).center());
-        QVERIFY(QTest::qWaitForWindowActive(support::openForm<frmSimplePhoneBookEdit>()));
+        QVERIFY(QTest::qWaitForWindowActive(openForm<frmSimplePhoneBookEdit>()));
         QCOMPARE(field("txtTelno"), u"5550144"_s);
         type<frmSimplePhoneBookEdit>("txtSimpleDes", u"Mill"_s);
         desk.windows.editEntry(3); // the same again: the change stands
@@ -203,7 +201,7 @@ private Q_SLOTS:
                 other.Execute(u"update phonebook set Telno = '2' where SN = 8"_s);
                 desk.prompts.expectSave(core::Prompts::Answer::Save);
                 desk.prompts.expect();
-                support::openForm<frmSimplePhoneBookEdit>()->close();
+                openForm<frmSimplePhoneBookEdit>()->close();
             });
         }
         QCOMPARE(desk.prompts.asked.constLast(), u"[EntryNotSaved]\n[PhoneBookLocked]"_s);
@@ -213,7 +211,7 @@ private Q_SLOTS:
         type<frmSimplePhoneBookEdit>("txtTelno", u"6"_s);
         desk.prompts.expectSave(core::Prompts::Answer::Discard);
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
-        QVERIFY(support::openForm<frmSimplePhoneBookEdit>() == nullptr);
+        QVERIFY(openForm<frmSimplePhoneBookEdit>() == nullptr);
         QCOMPARE(desk.row(3), u"9|5550177|Baker|50% off*|N|N"_s);
     }
 
@@ -230,9 +228,9 @@ private Q_SLOTS:
         desk.showList();
         QCOMPARE(label("lblNotice"), u"[PhoneBookMissing]"_s);
         press<frmSimplePhoneBook>("Command1");
-        QVERIFY(support::openForm<frmSimplePhoneBookEdit>() == nullptr);
+        QVERIFY(openForm<frmSimplePhoneBookEdit>() == nullptr);
         desk.desk.runSql(desk.desk.paths.PhoneBookFile, phoneBookRows);
-        QTest::keyClick(support::openForm<frmSimplePhoneBook>(), Qt::Key_F5);
+        QTest::keyClick(openForm<frmSimplePhoneBook>(), Qt::Key_F5);
         QCOMPARE(grid()->model()->rowCount(), 4);
         QVERIFY(label("lblNotice").isEmpty() && grid()->isColumnHidden(5));
     }
@@ -243,22 +241,22 @@ private Q_SLOTS:
         desk.windows.addCaller(u"123"_s, u"Bay"_s);
         QVERIFY(!(find<frmChoosePhoneDatabase, QRadioButton>("Option2")->isEnabled()));
         press<frmChoosePhoneDatabase>("OKButton");
-        QVERIFY(support::openForm<frmChoosePhoneDatabase>() == nullptr);
+        QVERIFY(openForm<frmChoosePhoneDatabase>() == nullptr);
         QCOMPARE(field("txtTelno"), u"123"_s);
         press<frmSimplePhoneBookEdit>("Command1"); // nothing was typed, nothing is asked
         QTRY_COMPARE(desk.openForms.count(), 0);
         desk.navigator.available.insert(core::Window::CustomerList);
         desk.windows.addCaller(u"123"_s, u"Bay"_s);
-        QVERIFY(QTest::qWaitForWindowActive(support::openForm<frmChoosePhoneDatabase>()));
+        QVERIFY(QTest::qWaitForWindowActive(openForm<frmChoosePhoneDatabase>()));
         QTest::keyClick(find<frmChoosePhoneDatabase>("Option2"), Qt::Key_Space);
         type<frmChoosePhoneDatabase>("txtKeyWord", u"Port"_s);
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
         QCOMPARE(desk.navigator.shown, QStringList{u"addCustomer 123 Port"_s});
-        QVERIFY(support::openForm<frmSimplePhoneBookEdit>() == nullptr);
+        QVERIFY(openForm<frmSimplePhoneBookEdit>() == nullptr);
         desk.windows.addCaller(u"123"_s, u""_s);
         press<frmChoosePhoneDatabase>("CancelButton");
         QCOMPARE(desk.navigator.shown.size(), 1);
-        QVERIFY(support::openForm<frmChoosePhoneDatabase>() == nullptr);
+        QVERIFY(openForm<frmChoosePhoneDatabase>() == nullptr);
     }
 };
 

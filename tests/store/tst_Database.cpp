@@ -137,16 +137,6 @@ private Q_SLOTS:
         database.forEachRow(u"pragma synchronous"_s, [](const Row &row) { QCOMPARE(row.integer(0), 2); });
     }
 
-    void anOpenListKeepsNobodyFromSaving()
-    {
-        deliver(u"Customer"_s, m_path, addCustomers);
-        Database mine(m_path);
-        store::Recordset list = mine.OpenRecordset(u"select * from customer order by CustomerName"_s);
-        Database(m_path).Execute(u"update customer set CustomerName='Customer 0' where SN=299"_s);
-        list.MoveNext();
-        QCOMPARE(list.value(u"CustomerName"_s).toString(), u"Customer 0"_s);
-    }
-
     void makingADatabaseNeverTouchesAnExistingFile()
     {
         m_desk->writeFile(m_path, "mine");

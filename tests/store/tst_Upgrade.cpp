@@ -15,6 +15,14 @@ class tst_Upgrade : public QObject
             store::FixCustomerData(log, paths, table);
             QVERIFY(store::UpdateDatabase_Customer_0606191111(log, paths));
         }
+        QString fixed() const
+        {
+            QStringList rows;
+            store::Database(paths.CustomerFile)
+                .forEachRow(u"select T3, CustomerID from customer order by SN"_s,
+                            [&](const store::Row &row) { rows.append(row.text(0) + u'/' + row.text(1)); });
+            return rows.join(u'|');
+        }
     };
 
 private Q_SLOTS:
@@ -23,10 +31,12 @@ private Q_SLOTS:
         Desk desk;
         deliver(u"Customer"_s, desk.paths.CustomerFile);
         desk.runBoth();
-        desk.runSql(desk.paths.CustomerFile,
-                    u"insert into callinfo values('Call1','Acme','2026-11-21 09:30:15','Ann','00123');"
-                    "insert into customerrequest values('Call1','00123','1e5',1,'');"
-                    "drop index CallInfo_CustomerName"_s); // as in a file of an older program
+        desk.runSql(
+            desk.paths.CustomerFile,
+            u"insert into callinfo values('Call1','Acme','2026-11-21 09:30:15','Ann','00123');"
+            "insert into customerrequest values('Call1','00123','1e5',1,'');"
+            "drop index CallInfo_CustomerName; drop index customer_CustomerType"_s); // as in a file of an
+                                                                                     // older program
         desk.runBoth();
         store::Database database(desk.paths.CustomerFile);
         QCOMPARE(database.tableNames(), QStringList({u"customer"_s, u"CallInfo"_s, u"CustomerRequest"_s}));
@@ -40,8 +50,10 @@ private Q_SLOTS:
         QStringList indexes;
         database.forEachRow(u"select name from sqlite_schema where type='index'"_s,
                             [&](const store::Row &row) { indexes.append(row.text(0)); });
-        QVERIFY(indexes.contains(u"CallInfo_CustomerName"_s) &&
-                indexes.contains(u"CustomerRequest_CallID"_s));
+        for (const QString &name :
+             {u"CallInfo_CustomerName"_s, u"CustomerRequest_CallID"_s, u"customer_CustomerType"_s}) {
+            QVERIFY2(indexes.contains(name), qPrintable(name));
+        }
         database.Execute(u"drop table CallInfo"_s); // one of them alone counts as upgraded, too
         desk.runBoth();
         QVERIFY(!database.tableNames().contains(u"CallInfo"_s));
@@ -57,16 +69,41 @@ private Q_SLOTS:
                     "(10,'0','AB-1'),(2000000000,' 0 ',null)"_s);
         desk.table.append(1, "old");
         desk.runBoth();
-        QStringList fixed;
-        store::Database(desk.paths.CustomerFile)
-            .forEachRow(u"select T3, CustomerID from customer order by SN"_s,
-                        [&](const store::Row &row) { fixed.append(row.text(0) + u'/' + row.text(1)); });
-        QCOMPARE(fixed.join(u'|'), u"1/|1/  |1/|0/AB-1| 0 /"_s);
+        QCOMPARE(desk.fixed(), u"1/|1/  |1/|0/AB-1| 0 /"_s);
         QCOMPARE(desk.table.rowCount(), 5);
         QCOMPARE(desk.table.T3(7), std::optional(u""_s));
         QCOMPARE(desk.table.T3(10), std::optional(u"0"_s));
         QCOMPARE(desk.table.T3(2'000'000'000), std::optional(u" 0 "_s));
         QCOMPARE(desk.table.T3(1), std::nullopt);
+    }
+
+    void oneCustomerIsFixedAsAllAre_data()
+    {
+        const support::Table<QString> row("change");
+        row("no flag, blank ID", u"update customer set T3=null,CustomerID=' '"_s);
+        row("empty flag, two blanks", u"update customer set T3='',CustomerID='  '"_s);
+        row("blank flag, no ID", u"update customer set T3=' ',CustomerID=null"_s);
+        row("switched off", u"update customer set T3='0'"_s);
+        row("deleted", u"delete from customer"_s);
+    }
+    void oneCustomerIsFixedAsAllAre()
+    {
+        QFETCH(QString, change);
+        QStringList outcomes;
+        for (const bool one : {true, false}) {
+            Desk desk;
+            deliver(u"Customer"_s, desk.paths.CustomerFile);
+            desk.runSql(desk.paths.CustomerFile,
+                        u"insert into customer(SN,T3,CustomerID) values(7,'1','A'),(8,'0','B')"_s);
+            desk.runBoth();
+            desk.runSql(desk.paths.CustomerFile, change + u" where SN=7"_s);
+            QCOMPARE(one ? store::FixSavedCustomer(desk.log, desk.paths, desk.table, 7)
+                         : store::FixCustomerData(desk.log, desk.paths, desk.table),
+                     1);
+            outcomes.append(desk.fixed() + desk.table.T3(7).value_or(u"gone"_s) +
+                            desk.table.T3(8).value_or(u"gone"_s));
+        }
+        QCOMPARE(outcomes.first(), outcomes.last());
     }
 
     void aLockedFileIsLoggedOnceByEachInGoodTime()

@@ -12,15 +12,38 @@
 
 namespace support {
 
-/// The window of this class that is shown, null without one.
+/// The window of this class, and of this object name where one is given, that is shown; null without one.
 template <typename Form>
-Form *openForm()
+Form *openForm(const QString &name = {})
 {
     const QWidgetList windows = QApplication::topLevelWidgets();
-    const auto shown = std::find_if(windows.begin(), windows.end(), [](QWidget *window) {
-        return qobject_cast<Form *>(window) != nullptr && window->isVisible();
+    const auto shown = std::find_if(windows.begin(), windows.end(), [&name](QWidget *window) {
+        return qobject_cast<Form *>(window) != nullptr && window->isVisible() &&
+               (name.isEmpty() || window->objectName() == name);
     });
     return shown != windows.end() ? qobject_cast<Form *>(*shown) : nullptr;
+}
+
+/// A control of the shown window of a class, by its name.
+template <typename Form, typename Control = QAbstractButton>
+Control *find(const char *name)
+{
+    const Form *form = openForm<Form>();
+    return form == nullptr ? nullptr : form->template findChild<Control *>(QLatin1String(name));
+}
+template <typename Form>
+void press(const char *button)
+{
+    QTest::mouseClick(find<Form>(button), Qt::LeftButton);
+}
+/// Types over what stands in a box, as a person does.
+template <typename Form>
+void type(const char *box, const QString &text)
+{
+    auto *edit = find<Form, QLineEdit>(box);
+    edit->setFocus();
+    edit->selectAll();
+    QTest::keyClicks(edit, text);
 }
 
 /// What forms need besides a desk.

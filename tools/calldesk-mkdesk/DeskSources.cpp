@@ -1,6 +1,7 @@
 #include "DeskSources.h"
 
 #include "core/Error.h"
+#include "language/LanguageChoice.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -8,16 +9,6 @@
 using namespace Qt::StringLiterals;
 
 namespace mkdesk {
-
-namespace {
-
-/// The languages that come as a file of their own beside "Lang.mdb".
-QStringList ownFileCodes()
-{
-    return {u"SPN"_s, u"ARA"_s, u"FRN"_s, u"HBR"_s, u"TUK"_s, u"KOR"_s, u"POL"_s, u"PTG"_s, u"VN"_s};
-}
-
-} // namespace
 
 DeskSources::DeskSources(const QString &folder) : m_folder(folder)
 {
@@ -80,16 +71,21 @@ TsvTable DeskSources::languageFile(const QString &code) const
     return file;
 }
 
+QStringList DeskSources::folders(const QString &path) const
+{
+    return QDir(m_folder.filePath(path)).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
+}
+
 QStringList DeskSources::languageCodes() const
 {
-    QStringList codes = ownFileCodes();
-    codes.removeIf([this](const QString &code) { return !m_folder.exists(u"lang/"_s + code); });
+    QStringList codes = folders(u"lang"_s);
+    codes.removeIf([](const QString &code) { return !language::isLanguageCode(code); });
     return codes;
 }
 
 QStringList DeskSources::helpLanguages() const
 {
-    return QDir(m_folder.filePath(u"help"_s)).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
+    return folders(u"help"_s);
 }
 
 QStringList DeskSources::helpIds(const QString &code) const

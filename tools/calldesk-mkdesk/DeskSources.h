@@ -32,6 +32,7 @@ public:
     QStringList helpIds(const QString &code) const;
 
 private:
+    QStringList folders(const QString &path) const;
     TsvTable areas(const QString &folder, const QStringList &columns) const;
 
     QDir m_folder;

@@ -73,14 +73,27 @@ ExitStatus makeDesk(const QCommandLineParser &parser)
     return Done;
 }
 
+/// What is wrong with a file, also where it is no database at all; empty for a sound one.
+QString damageOf(const QString &path)
+{
+    try {
+        return store::damageOf(path).join(u"; "_s);
+    } catch (const core::Error &error) {
+        return error.description();
+    }
+}
+
 ExitStatus checkDesk(const QString &folder)
 {
     ExitStatus status = Done;
     QDirIterator files(folder, mkdesk::databasePatterns(), QDir::Files, QDirIterator::Subdirectories);
+    if (!files.hasNext()) {
+        throw core::Error(0, u"there is no database file below "_s + folder);
+    }
     while (files.hasNext()) {
         const QString path = files.next();
-        const QStringList damage = store::damageOf(path);
-        write(stdout, path + u": "_s + (damage.isEmpty() ? u"ok"_s : damage.join(u"; "_s)));
+        const QString damage = damageOf(path);
+        write(stdout, path + u": "_s + (damage.isEmpty() ? u"ok"_s : damage));
         status = damage.isEmpty() ? status : Failed;
     }
     return status;
