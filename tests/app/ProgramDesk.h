@@ -10,27 +10,7 @@
 inline const QString vipNumber = QStringLiteral("6175550101");    // of the sample desk: pop-up flag set
 inline const QString silentNumber = QStringLiteral("2145550129"); // pop-up flag off
 
-inline void type(const QWidget *form, const char *box, const QString &text)
-{
-    auto *edit = form->findChild<QWidget *>(QLatin1String(box));
-    edit->setFocus();
-    QTest::keyClick(edit, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClicks(edit, text);
-}
-inline void press(const QWidget *form, const char *button)
-{
-    QTest::mouseClick(form->findChild<QAbstractButton *>(QLatin1String(button)), Qt::LeftButton);
-}
-
-/// The window of this class once it opens; without it no test can go on.
-template <typename Form>
-Form *opened()
-{
-    if (!QTest::qWaitFor([] { return support::openForm<Form>() != nullptr; })) {
-        qFatal("%s did not open", Form::staticMetaObject.className());
-    }
-    return support::openForm<Form>();
-}
+using support::call, support::find, support::openForm, support::press, support::type;
 
 /// The whole program in a sample desk of its own, and a caller-ID unit on the loopback.
 struct ProgramDesk : support::TestDesk
@@ -57,6 +37,8 @@ struct ProgramDesk : support::TestDesk
         return program->subMain();
     }
     void send(const QByteArray &bytes) { unit.writeDatagram(bytes, QHostAddress::LocalHost, port); }
+    /// Presses a button of the main window.
+    void choose(const char *button) const { window().findChild<QAction *>(QLatin1String(button))->trigger(); }
     qsizetype logged(const QByteArray &text) const { return fileBytes(paths.RunLogFile).count(text); }
     mainwindow::FrmMain &window() const { return program->mainWindow(); }
     QString lastCaller() const
@@ -67,7 +49,7 @@ struct ProgramDesk : support::TestDesk
     QString source() const { return window().findChild<QLabel *>(u"lblSource"_s)->text(); }
     void showsACall()
     {
-        send(support::call(vipNumber, u"Harbor Lantern Hotel"_s));
+        send(call(vipNumber, u"Harbor Lantern Hotel"_s));
         QTRY_VERIFY(lastCaller().contains(vipNumber));
         QVERIFY(window().isVisible());
     }

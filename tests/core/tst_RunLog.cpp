@@ -53,7 +53,7 @@ private Q_SLOTS:
             desk.clock.time = desk.clock.time.addSecs(43200);
             desk.log.WriteRunLog({});
             for (QString text : {QString::fromUtf8(desk.fileBytes(desk.paths.RunLogFile)), desk.box.text}) {
-                QVERIFY(text.startsWith("<2026-11-21 09:30:15>  ring 张"_s));
+                QVERIFY(text.startsWith(u"<2026-11-21 09:30:15>  ring 张"_s));
                 QVERIFY(text.endsWith("<2026-11-21 09:00:00>  forged\r\n<2026-11-21 21:30:15>  \r\n"_L1));
                 QVERIFY(!text.remove(u"\r\n"_s).contains(lineBreak));
             }

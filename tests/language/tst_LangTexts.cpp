@@ -1,4 +1,3 @@
-#include "core/TextUtilities.h"
 #include "language/Captions.h"
 #include "support/Table.h"
 
@@ -6,7 +5,6 @@
 #include <QFile>
 #include <QRegularExpression>
 #include <QStringEncoder>
-#include <QXmlStreamReader>
 
 namespace {
 
@@ -70,102 +68,14 @@ QMap<QString, QString> textsBelow(const QString &folder, const QStringList &patt
     return texts;
 }
 
-/// The letter that presses a control, folded; empty without one.
-QString mnemonicOf(const QString &text)
-{
-    const auto match = QRegularExpression(u"^(?:[^&]|&&)*&([^&])"_s).match(text);
-    return match.captured(1).toUpper();
-}
-
-/// One text of a form; its key is the designed text without a mark.
-struct Caption
-{
-    QString key;
-    QString page;  // the pages of tabs in which it stands: "2/5/"
-    bool pressed;  // its control takes a mnemonic
-    QString label; // a label takes one only when it has a buddy
-};
-
-/// The texts of a form that are translated.
-QList<Caption> captionsOf(const QString &xml)
-{
-    static const QRegularExpression translated(
-        u"^(property (text|title|windowTitle|toolTip|accessibleName|placeholderText)|attribute title)$"_s);
-    static const QRegularExpression pressed(
-        u"^Q(\\w+Button|CheckBox|GroupBox|Label) property (text|title)$"_s);
-    struct Widget
-    {
-        QString kind, name, page;
-    };
-    QList<Widget> around{{}};
-    QList<Caption> captions;
-    QSet<QString> buddied;
-    QString property;
-    int pages = 0;
-    for (QXmlStreamReader xmlReader(xml); !xmlReader.atEnd();) {
-        const QXmlStreamReader::TokenType token = xmlReader.readNext();
-        const bool widget = core::MyIn(xmlReader.name(), u"widget", u"action");
-        if (token == QXmlStreamReader::EndElement && widget) {
-            around.removeLast();
-        }
-        if (token != QXmlStreamReader::StartElement) {
-            continue;
-        }
-        const QString element = xmlReader.name().toString();
-        const QString name = xmlReader.attributes().value(u"name"_s).toString();
-        if (widget) {
-            const bool page = around.last().kind == u"QTabWidget"_s;
-            const QString kind = xmlReader.attributes().value(u"class"_s).toString();
-            around.append(
-                {kind, name, around.last().page + (page ? QString::number(++pages) + u'/' : u""_s)});
-        } else if (core::MyIn(element, u"property"_s, u"attribute"_s)) {
-            property = element + u' ' + name;
-            buddied += property == u"property buddy"_s ? QSet{around.last().name} : QSet<QString>();
-        } else if (element == u"string"_s && xmlReader.attributes().value(u"notr"_s) != u"true"_s) {
-            const Widget &shows = around.last();
-            const QString text = xmlReader.readElementText().trimmed();
-            const QString kind = shows.kind + u' ' + property;
-            const bool typed = core::MyIn(kind, u"QComboBox property text"_s, u"QLineEdit property text"_s);
-            const bool tab = property.startsWith(u"attribute"_s);
-            if (!text.isEmpty() && !typed && translated.match(property).hasMatch()) {
-                captions.append({language::withoutMnemonic(text),
-                                 tab ? around.at(around.size() - 2).page : shows.page,
-                                 tab || pressed.match(kind).hasMatch(),
-                                 shows.kind == u"QLabel"_s ? shows.name : QString()});
-            }
-        }
-    }
-    for (Caption &caption : captions) {
-        caption.pressed = caption.pressed && (caption.label.isEmpty() || buddied.contains(caption.label));
-    }
-    return captions;
-}
-
-/// The pairs of captions that one letter presses.
-QStringList clashesIn(const QString &xml, const QHash<QString, QString> &texts, const QString &where)
-{
-    QStringList clashes;
-    QMultiHash<QString, Caption> pressed;
-    for (const Caption &caption : captionsOf(xml)) {
-        const QString letter = mnemonicOf(texts.value(caption.key.toUpper()));
-        if (!caption.pressed || letter.isEmpty()) {
-            continue;
-        }
-        for (const Caption &other : pressed.values(letter)) {
-            if (caption.page.startsWith(other.page) || other.page.startsWith(caption.page)) {
-                clashes.append(u"%1: %2 and %3"_s.arg(where, other.key, caption.key));
-            }
-        }
-        pressed.insert(letter, caption);
-    }
-    return clashes;
-}
-
+/// The keys of the texts of a form that are translated.
 QStringList formTexts(const QString &xml)
 {
     QStringList keys;
-    for (const Caption &caption : captionsOf(xml)) {
-        keys.append(caption.key);
+    for (QString text :
+         matches(xml, u"<(?:property|attribute) name=\"(?:text|title|windowTitle|toolTip|"
+                      "accessibleName|placeholderText)\">\\s*<string>([^<]*[^<\\s][^<]*)<"_s)) {
+        keys.append(language::withoutMnemonic(text.replace(u"&amp;"_s, u"&"_s)).trimmed());
     }
     return keys;
 }
@@ -297,17 +207,6 @@ private Q_SLOTS:
         const QSet<QString> used = keysInUse();
         unused.removeIf([&](const QString &key) { return used.contains(key); });
         QVERIFY2(unused.isEmpty(), qPrintable(unused.join(u", "_s)));
-    }
-
-    void noLetterPressesTwoControlsThatAreSeenTogether()
-    {
-        QStringList clashes;
-        for (const QString &code : m_texts.keys()) {
-            for (auto form = m_forms.begin(); form != m_forms.end(); ++form) {
-                clashes += clashesIn(*form, m_texts.value(code), code + u' ' + form.key());
-            }
-        }
-        QVERIFY2(clashes.isEmpty(), qPrintable(clashes.join(u", "_s)));
     }
 
     void everyHelpPageIsThereInEachLanguage()

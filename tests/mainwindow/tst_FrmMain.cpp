@@ -31,13 +31,7 @@ class tst_FrmMain : public QObject
         Forms()
         {
             core::setGridDefaults(settings.record);
-            desk.values.AppVersion = u"1.00C42"_s;
-            desk.values.WordSeparator = u" "_s;
-            desk.values.OemMark = u"CD"_s;
-            desk.values.ProductDisplayName = u"Corner Desk"_s;
-            navigator.available = {Window::CallNotes, Window::CustomerList, Window::PhoneBook,
-                                   Window::Options,   Window::Help,         Window::SendMessage,
-                                   Window::AddCaller, Window::CallerEditor};
+            navigator.available = {Window::Options, Window::AddCaller, Window::CallerEditor};
             open();
         }
         void open()
@@ -74,27 +68,6 @@ private Q_SLOTS:
         QCOMPARE(forms.openForms.count(), 0);
         forms.open();
         QCOMPARE(forms.window->size(), QSize(777, 555));
-    }
-
-    void buttonsOpenTheirWindowsAndAreDisabledWithoutThem()
-    {
-        const std::pair<const char *, Window> buttons[] = {{"cmdCallInfo", Window::CallNotes},
-                                                           {"Command1", Window::CustomerList},
-                                                           {"Command3", Window::Options},
-                                                           {"Command4", Window::PhoneBook},
-                                                           {"cmdSendSMS", Window::SendMessage}};
-        Forms forms;
-        for (const auto &[button, window] : buttons) {
-            forms.click(button);
-            QCOMPARE(forms.navigator.shown.takeLast(), u"show "_s + QString::number(int(window)));
-        }
-        forms.click("Command5");
-        QCOMPARE(forms.navigator.shown, QStringList{u"ShowHelp Popup_MainHelp"_s});
-        forms.navigator.available = {Window::Options};
-        forms.open();
-        for (const auto &[button, window] : buttons) {
-            QCOMPARE(forms.find<QToolButton>(button)->isEnabled(), window == Window::Options);
-        }
     }
 
     void callersAreOpenedAndCopiedFromTheGrid()
@@ -140,6 +113,18 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(forms.desk.paths.RunLogFile));
         QCOMPARE(forms.commands.called, QStringList{u"eraseShortMessages"_s});
         QCOMPARE(forms.prompts.asked.filter(u"[AskDeleteRunlog]"_s).size(), 2);
+    }
+
+    void unreadMessagesAreCountedUntilTheyAreSeen()
+    {
+        Forms forms;
+        auto *tabs = forms.find<QTabWidget>("SSTab1");
+        forms.window->showUnread(2);
+        QTRY_VERIFY(tabs->tabText(2).endsWith(u" (2)"_s));
+        tabs->setCurrentIndex(2);
+        QTRY_COMPARE(forms.commands.called.value(0), u"messagesSeen"_s);
+        forms.window->showUnread(0);
+        QTRY_VERIFY(!tabs->tabText(2).contains(u'('));
     }
 
     void testControlsShowOnADevelopersMachineOnly()

@@ -13,7 +13,7 @@ class tst_Records : public QObject
     static sim::CallFields sampleCall(const QString &line)
     {
         return {u"012"_s,      u"2026-11-21 09:30:15"_s,
-                line,          u"02087654321"_s,
+                line,          u"   02087654321"_s,
                 line.left(15), u"SPB7"_s,
                 u"10.1.2.3"_s, u"N"_s,
                 u"Y"_s,        u"2026-11-20 10:42"_s,
@@ -60,7 +60,7 @@ private Q_SLOTS:
             return QByteArray(text).leftJustified(width);
         };
         QCOMPARE(record, field("<CRMV1", 22) + field("012", 8) + "2026-11-21 09:30:15" +
-                             gbk.encode(middle.left(14)) + field("02087654321", 30) + "   > " +
+                             gbk.encode(middle.left(14)) + field("   02087654321", 30) + "   > " +
                              gbk.encode(middle.left(15)) + ' ' + field("SPB7", 10) + field("10.1.2.3", 30) +
                              field("N", 10) + field("Y", 10) + "2026-11-20 10:42" + field("201", 8) +
                              field("5035550106", 15) + "{RAWCID:[123]}{DETAILDES:[one [two] three]}");
@@ -73,6 +73,7 @@ private Q_SLOTS:
     void theParserReadsEveryFieldBack_data()
     {
         const support::Table<QString, int, QString, QString> row("page", "receiver", "line", "read");
+        row("ASCII", u"utf-8"_s, 1252, u" 5550101"_s, u"5550101"_s);
         row("Chinese in UTF-8", u"utf-8"_s, 1252, u"总机（前台）"_s, u"总机（前台）"_s);
         row("to a Chinese desk", u"utf-8"_s, 936, u"总机（前台）"_s, u"总机（前台）"_s);
         row("emoji in UTF-8", u"utf-8"_s, 1252, u"☎😀"_s, u"☎😀"_s);
@@ -94,7 +95,7 @@ private Q_SLOTS:
         const QByteArray bytes = sim::callRecord(fields, sim::CodePageChoice::named(page).value());
         QCOMPARE(fieldsOf(parsed(bytes, receiver)),
                  u"02087654321|2026-11-21 09:30:15|012|%1|%2|one [two|7|PHONEBOOK|Y|N|123|10.1.2.3"_s.arg(
-                     read, fields.name));
+                     read, fields.name.trimmed()));
         QCOMPARE(parsed(bytes, receiver).Tail.right(15).trimmed(), fields.tailTel);
     }
 
