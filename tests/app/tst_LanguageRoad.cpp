@@ -62,32 +62,27 @@ class tst_LanguageRoad : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void operatorsExchangeMessagesOverTheTurnOfAMonth_data()
-    {
-        const support::Table<QString, QString, QString> row("language", "question", "answer");
-        row("English", u"ENG"_s, u"Lunch at {{12}}?"_s, u"Yes \u2013 O\u2019Brien\u2019s"_s);
-        row("Chinese", u"CHS"_s, u"请回电张三"_s, u"好的，谢谢！"_s);
-        row("Arabic", u"ARA"_s, u"اتصل بسارة من فضلك"_s, u"حسنا، شكرا"_s);
-    }
     void operatorsExchangeMessagesOverTheTurnOfAMonth()
     {
-        QFETCH(QString, language);
-        QFETCH(QString, question);
-        QFETCH(QString, answer);
-        Operator ann(language);
-        Operator bob(language);
-        QVERIFY(ann.start() && bob.start());
-        ann.serve(bob);
-        bob.serve(ann);
-        for (const QDateTime &time :
-             {QDateTime({2026, 11, 30}, {23, 59, 59}), QDateTime({2026, 12, 1}, {})}) {
-            ann.clock.time = bob.clock.time = time;
-            ann.say(u"Bob"_s, question);
-            bob.filesAndShows(question);
-            bob.say(u"ALL"_s, answer);
-            ann.filesAndShows(answer);
+        for (const auto &[language, question, answer] :
+             {std::tuple(u"ENG"_s, u"Lunch at {{12}}?"_s, u"Yes \u2013 O\u2019Brien\u2019s"_s),
+              {u"CHS"_s, u"请回电张三"_s, u"好的，谢谢！"_s},
+              {u"ARA"_s, u"اتصل بسارة من فضلك"_s, u"حسنا، شكرا"_s}}) {
+            Operator ann(language);
+            Operator bob(language);
+            QVERIFY(ann.start() && bob.start());
+            ann.serve(bob);
+            bob.serve(ann);
+            for (const QDateTime &time :
+                 {QDateTime({2026, 11, 30}, {23, 59, 59}), QDateTime({2026, 12, 1}, {})}) {
+                ann.clock.time = bob.clock.time = time;
+                ann.say(u"Bob"_s, question);
+                bob.filesAndShows(question);
+                bob.say(u"ALL"_s, answer);
+                ann.filesAndShows(answer);
+            }
+            QVERIFY(!ann.logged(">  !") && !bob.logged(">  !iniUDP"));
         }
-        QVERIFY(!ann.logged(">  !") && !bob.logged(">  !iniUDP"));
     }
 
     void aTextOfTheOperatorsOwnTranslationIsShownAfterARestart()

@@ -29,34 +29,28 @@ private Q_SLOTS:
         QCOMPARE(desk.window().windowTitle(), u"Corner Desk Version 1.00C42"_s);
     }
 
-    void flagsAndSettingsDecideWhatACallShows_data()
-    {
-        const support::Table<QString, int, int, bool, int> row("number", "all", "list", "popsUp", "rows");
-        row("customer who pops up", vipNumber, 0, 0, true, 1);
-        row("pop-up flag is off", silentNumber, 0, 0, false, 0);
-        row("every call pops up", silentNumber, 1, 0, true, 1);
-        row("neither this nor that", silentNumber, 2, 0, false, 0);
-        row("unknown, listed", u"2125550188"_s, 0, -1, false, 1);
-    }
     void flagsAndSettingsDecideWhatACallShows()
     {
-        QFETCH(QString, number);
-        QFETCH(int, all);
-        QFETCH(int, list);
-        QFETCH(bool, popsUp);
-        Desk desk;
-        core::SettingsRecord record;
-        record.PopupAllLines = qint16(all);
-        record.ListUnpoppedCalls = qint16(list);
-        desk.writeFile(desk.paths.SettingsFile, record.toBytes());
-        QVERIFY(desk.start());
-        desk.window().hide();
-        desk.send(call(number, u"Harbor Lantern Hotel"_s));
-        QTRY_COMPARE(desk.logged("<CRMV1"), 2);
-        QTRY_VERIFY(desk.lastCaller().contains(number)); // the bar names every caller
-        QTRY_COMPARE(openForm<lookup::frmPopUp>() != nullptr, popsUp);
-        QCOMPARE(desk.window().isVisible(), popsUp);
-        QTEST(desk.window().calls().rowCount(), "rows");
+        const QString unknownNumber = u"2125550188"_s;
+        for (const auto &[number, all, list, popsUp, rows] : {std::tuple(vipNumber, 0, 0, true, 1),
+                                                              {silentNumber, 0, 0, false, 0},
+                                                              {silentNumber, 1, 0, true, 1},
+                                                              {silentNumber, 2, 0, false, 0},
+                                                              {unknownNumber, 0, -1, false, 1}}) {
+            Desk desk;
+            core::SettingsRecord record;
+            record.PopupAllLines = qint16(all);
+            record.ListUnpoppedCalls = qint16(list);
+            desk.writeFile(desk.paths.SettingsFile, record.toBytes());
+            QVERIFY(desk.start());
+            desk.window().hide();
+            desk.send(call(number, u"Harbor Lantern Hotel"_s));
+            QTRY_COMPARE(desk.logged("<CRMV1"), 2);
+            QTRY_VERIFY(desk.lastCaller().contains(number)); // the bar names every caller
+            QTRY_COMPARE(openForm<lookup::frmPopUp>() != nullptr, popsUp);
+            QCOMPARE(desk.window().isVisible(), popsUp);
+            QCOMPARE(desk.window().calls().rowCount(), rows);
+        }
     }
 
     void aVipPopsUpWithRowBarAndPlace()
@@ -173,31 +167,25 @@ private Q_SLOTS:
         desk.showsACall();
     }
 
-    void aDatabaseThatCannotBeReadIsNamedAndCallsShow_data()
-    {
-        const support::Table<QString, QByteArray> row("file", "contents");
-        for (const char *file : {"Customer.ccsm", "SimplePhoneBook.cpbk", "Lang.mdb", "AreaCode.mdb"}) {
-            row(file, QLatin1String(file), "");
-            row(file, QLatin1String(file), "No database");
-            row(file, QLatin1String(file), "Another schema");
-        }
-    }
     void aDatabaseThatCannotBeReadIsNamedAndCallsShow()
     {
-        QFETCH(QString, file);
-        QFETCH(QByteArray, contents);
-        Desk desk;
-        const QString path = desk.paths.StartFolder + u'/' + file;
-        desk.writeFile(path, contents);
-        if (contents == "Another schema" && QFile::remove(path)) {
-            desk.runSql(path, u"create table strangers (name text)"_s);
+        for (const QString &file :
+             {u"Customer.ccsm"_s, u"SimplePhoneBook.cpbk"_s, u"Lang.mdb"_s, u"AreaCode.mdb"_s}) {
+            for (const char *contents : {"", "No database", "Another schema"}) {
+                Desk desk;
+                const QString path = desk.paths.StartFolder + u'/' + file;
+                desk.writeFile(path, contents);
+                if (contents == "Another schema"_ba && QFile::remove(path)) {
+                    desk.runSql(path, u"create table strangers (name text)"_s);
+                }
+                QVERIFY(desk.start());
+                desk.showsACall();
+                QStringList errors = desk.logMessages().filter(QRegularExpression(u"^!"_s));
+                QVERIFY2(!errors.isEmpty(), qPrintable(file));
+                QCOMPARE(errors.removeDuplicates(), 0); // one a procedure that needed the file
+                QCOMPARE(errors.filter(file), errors);
+            }
         }
-        QVERIFY(desk.start());
-        desk.showsACall();
-        QStringList errors = desk.logMessages().filter(QRegularExpression(u"^!"_s));
-        QVERIFY(!errors.isEmpty());
-        QCOMPARE(errors.removeDuplicates(), 0); // one a procedure that needed the file
-        QCOMPARE(errors.filter(file), errors);
     }
 
     void customersThatWereLockedAtTheStartAreReadOnceTheyAreFree()

@@ -70,33 +70,28 @@ private Q_SLOTS:
         QCOMPARE(sim::callRecord(bare, {}).mid(203), "{RAWCID:[]}{DETAILDES:[Owner]}"_ba);
     }
 
-    void theParserReadsEveryFieldBack_data()
-    {
-        const support::Table<QString, int, QString, QString> row("page", "receiver", "line", "read");
-        row("ASCII", u"utf-8"_s, 1252, u" 5550101"_s, u"5550101"_s);
-        row("Chinese in UTF-8", u"utf-8"_s, 1252, u"总机（前台）"_s, u"总机（前台）"_s);
-        row("to a Chinese desk", u"utf-8"_s, 936, u"总机（前台）"_s, u"总机（前台）"_s);
-        row("emoji in UTF-8", u"utf-8"_s, 1252, u"☎😀"_s, u"☎😀"_s);
-        row("Chinese, middle dot", u"936"_s, 936, u"艾山·买提"_s, u"艾山·买提"_s);
-        row("Japanese, half-width", u"932"_s, 932, u"ｴｲｷﾞｮｳ営業"_s, u"ｴｲｷﾞｮｳ営業"_s);
-        row("Arabic", u"1256"_s, 1256, u"مكتب"_s, u"مكتب"_s);
-        row("cut before half a character", u"936"_s, 936, u"a"_s + QString(15, u'中'),
-            u"a"_s + QString(13, u'中'));
-        row("cut before half a face", u"utf-8"_s, 1252, u"a"_s + u"😀"_s.repeated(15),
-            u"a"_s + u"😀"_s.repeated(13));
-    }
     void theParserReadsEveryFieldBack()
     {
-        QFETCH(QString, page);
-        QFETCH(int, receiver);
-        QFETCH(QString, line);
-        QFETCH(QString, read);
-        const sim::CallFields fields = sampleCall(line);
-        const QByteArray bytes = sim::callRecord(fields, sim::CodePageChoice::named(page).value());
-        QCOMPARE(fieldsOf(parsed(bytes, receiver)),
-                 u"02087654321|2026-11-21 09:30:15|012|%1|%2|one [two|7|PHONEBOOK|Y|N|123|10.1.2.3"_s.arg(
-                     read, fields.name.trimmed()));
-        QCOMPARE(parsed(bytes, receiver).Tail.right(15).trimmed(), fields.tailTel);
+        const QString chinese = u"总机（前台）"_s;
+        const QString dotted = u"艾山·买提"_s;
+        const QString halfWidth = u"ｴｲｷﾞｮｳ営業"_s;
+        for (const auto &[page, receiver, line, read] :
+             {std::tuple(u"utf-8"_s, 1252, u" 5550101"_s, u"5550101"_s),
+              {u"utf-8"_s, 1252, chinese, chinese},
+              {u"utf-8"_s, 936, chinese, chinese},
+              {u"utf-8"_s, 1252, u"☎😀"_s, u"☎😀"_s},
+              {u"936"_s, 936, dotted, dotted},
+              {u"932"_s, 932, halfWidth, halfWidth},
+              {u"1256"_s, 1256, u"مكتب"_s, u"مكتب"_s},
+              {u"936"_s, 936, u"a"_s + QString(15, u'中'), u"a"_s + QString(13, u'中')}, // no half is cut off
+              {u"utf-8"_s, 1252, u"a"_s + u"😀"_s.repeated(15), u"a"_s + u"😀"_s.repeated(13)}}) {
+            const sim::CallFields fields = sampleCall(line);
+            const QByteArray bytes = sim::callRecord(fields, sim::CodePageChoice::named(page).value());
+            QCOMPARE(fieldsOf(parsed(bytes, receiver)),
+                     u"02087654321|2026-11-21 09:30:15|012|%1|%2|one [two|7|PHONEBOOK|Y|N|123|10.1.2.3"_s.arg(
+                         read, fields.name.trimmed()));
+            QCOMPARE(parsed(bytes, receiver).Tail.right(15).trimmed(), fields.tailTel);
+        }
     }
 
     void theSendersMatchTellsItsDatabase()
