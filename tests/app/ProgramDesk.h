@@ -26,7 +26,6 @@ struct ProgramDesk : support::TestDesk
         QUdpSocket probe;
         probe.bind(QHostAddress::LocalHost);
         port = probe.localPort();
-        probe.close();
         unit.bind(QHostAddress::LocalHost);
     }
     bool start()

@@ -45,12 +45,10 @@ class tst_Desktop : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { m_program = std::make_unique<RunningProgram>(); }
-    void cleanup()
+    void init()
     {
-        m_program.reset();
-        m_tray.kill();
-        m_tray.waitForFinished();
+        m_program = std::make_unique<RunningProgram>();
+        m_tray = std::make_unique<QProcess>();
     }
 
     void aSecondInstanceBringsTheFirstToFrontAndTouchesNothing()
@@ -113,11 +111,11 @@ private Q_SLOTS:
 private:
     void startWithTray()
     {
-        m_tray.start(u"trayer"_s, QStringLiteral("--edge top --align right --SetDockType true"
-                                                 " --widthtype request --height 24")
-                                      .split(u' '));
-        QTRY_VERIFY(!windowsOf(m_tray.processId()).isEmpty());
-        m_trayPanel = windowsOf(m_tray.processId()).first();
+        m_tray->start(u"trayer"_s, QStringLiteral("--edge top --align right --SetDockType true"
+                                                  " --widthtype request --height 24")
+                                       .split(u' '));
+        QTRY_VERIFY(!windowsOf(m_tray->processId()).isEmpty());
+        m_trayPanel = windowsOf(m_tray->processId()).first();
         m_emptyTray = trayWindows();
         QVERIFY(m_program->start());
         QTRY_VERIFY(!mainWindow().isEmpty());
@@ -140,7 +138,7 @@ private:
     QString mainWindow() const { return windowOfType(u"= _NET_WM_WINDOW_TYPE_NORMAL"_s); }
     QString trayIcon() const { return windowOfType(u"= _KDE_NET_WM_WINDOW_TYPE_OVERRIDE"_s); }
 
-    QProcess m_tray;
+    std::unique_ptr<QProcess> m_tray;
     QString m_trayPanel;
     qsizetype m_emptyTray = 0;
     std::unique_ptr<RunningProgram> m_program;

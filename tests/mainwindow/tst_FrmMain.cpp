@@ -43,14 +43,10 @@ class tst_FrmMain : public QObject
             window->show();
             QVERIFY(QTest::qWaitForWindowExposed(window.get()));
         }
-        template <typename Control>
+        template <typename Control = QAbstractButton>
         Control *find(const char *name) const
         {
             return window->findChild<Control *>(QLatin1String(name));
-        }
-        void click(const char *button) const
-        {
-            QTest::mouseClick(find<QAbstractButton>(button), Qt::LeftButton);
         }
     };
 
@@ -61,7 +57,7 @@ private Q_SLOTS:
         forms.window->resize(777, 555);
         forms.window->close();
         QCOMPARE(forms.commands.called, QStringList());
-        forms.click("Command2");
+        forms.find("Command2")->click();
         forms.find<QAction>("mnuTrayClose")->trigger();
         QCOMPARE(forms.commands.called, QStringList({u"byebye "_s, u"byebye "_s}));
         forms.window.reset();
@@ -106,7 +102,7 @@ private Q_SLOTS:
             QTRY_VERIFY(forms.find<QPlainTextEdit>(box)->toPlainText().contains(text));
             for (const bool ok : {false, true}) {
                 forms.prompts.expect(ok);
-                forms.click(button);
+                forms.find(button)->click();
                 QTRY_COMPARE(forms.find<QPlainTextEdit>(box)->toPlainText().isEmpty(), ok);
             }
         }
@@ -135,9 +131,9 @@ private Q_SLOTS:
         forms.open();
         forms.find<QTabWidget>("SSTab1")->setCurrentIndex(1);
         forms.prompts.expect();
-        forms.click("cmdTest");
+        forms.find("cmdTest")->click();
         QCOMPARE(forms.prompts.asked, QStringList{u"CallerID: 5550144"_s});
-        forms.click("Command6");
+        forms.find("Command6")->click();
         QCOMPARE(forms.commands.called, QStringList{u"handleSampleCall"_s});
     }
 
@@ -155,7 +151,7 @@ private Q_SLOTS:
         }
         forms.window->hide();
         forms.window->showForCall();
-        forms.click("Command3");
+        forms.find("Command3")->click();
         QVERIFY(!forms.window->windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint));
         QVERIFY(!forms.autoHide.isRunning());
     }
@@ -164,13 +160,13 @@ private Q_SLOTS:
     {
         Forms forms;
         const QSize full = forms.window->size();
-        forms.click("cmdSmallShape");
+        forms.find("cmdSmallShape")->click();
         QVERIFY(forms.window->height() < full.height() / 2);
         QVERIFY(!forms.find<QWidget>("SSTab1")->isVisible());
-        forms.click("cmdFullShape");
+        forms.find("cmdFullShape")->click();
         QCOMPARE(forms.window->size(), full);
         forms.window->showMaximized();
-        forms.click("cmdSmallShape");
+        forms.find("cmdSmallShape")->click();
         QVERIFY(forms.find<QWidget>("SSTab1")->isVisible());
     }
 };
