@@ -162,7 +162,9 @@ private Q_SLOTS:
         QVERIFY(m_areas.size() > 50);
         for (const QString &code : m_texts.keys()) {
             QVERIFY2(characterSets.contains(code), qPrintable(code));
-            QCOMPARE(m_texts.value(code).keys(), m_areas.keys());
+            QStringList lacking = m_areas.keys();
+            lacking.removeIf([&](const QString &key) { return m_texts.value(code).contains(key); });
+            QVERIFY2(lacking.isEmpty(), qPrintable(code + u" lacks "_s + lacking.join(u", "_s)));
         }
     }
 
