@@ -12,10 +12,12 @@ class tst_frmNotePadManager : public QObject
     {
         Desk()
         {
-            addCall(u"Call1"_s, u"Acme"_s, u"2005-03-01 07:59:59"_s, u"Ann"_s, u"Invoice"_s, u"Pay"_s, 1);
-            addCall(u"Call2"_s, u"Acme"_s, u"2005-03-01 08:00:00"_s, u"Bob"_s, u"Invoice"_s, u"Wait"_s, 0);
-            addCall(u"Call3"_s, u"Zeta"_s, u"2005-03-02 07:00:00"_s, u"Ann"_s, u"Order"_s, u"Ship"_s, 0);
-            addCall(u"Call4"_s, u"Acme"_s, u"2026-11-21 09:00:00"_s, u"Ann"_s, u"New"_s, u"Ask"_s, 0);
+            run(u"insert into callinfo values('Call1','Acme','2005-03-01 07:59:59','Ann','Invoice'),"
+                "('Call2','Acme','2005-03-01 08:00:00','Bob','Invoice'),"
+                "('Call3','Zeta','2005-03-02 07:00:00','Ann','Order'),"
+                "('Call4','Acme','2026-11-21 09:00:00','Ann','New');"
+                "insert into customerrequest values('Call1','Pay','Done',1,'Note 1'),"
+                "('Call2','Wait','',0,'Note 2'),('Call3','Ship','',0,'Note 3'),('Call4','Ask','',0,'')"_s);
         }
         QWidget *open()
         {
@@ -25,12 +27,8 @@ class tst_frmNotePadManager : public QObject
     };
     static QString found(QWidget *form)
     {
-        const QAbstractItemModel *model = control<appearance::RecordGrid>(form, "DataGrid1")->model();
-        QStringList ids;
-        for (int row = 0; row < model->rowCount(); ++row) {
-            ids.append(model->index(row, 0).data().toString().last(1));
-        }
-        return ids.join(QString());
+        const QString ids = support::columnOf(*control<appearance::RecordGrid>(form, "DataGrid1")->model());
+        return QString(ids).remove(u"Call"_s).remove(u'|');
     }
 
 private Q_SLOTS:
@@ -40,7 +38,7 @@ private Q_SLOTS:
         QWidget *form = desk.open();
         QCOMPARE(found(form), u"123"_s);
         for (const auto &[box, typed, ids] :
-             {std::tuple("txtCustomerName", u" zet "_s, u"3"_s), {"txtNote", u"call_"_s, u"123"_s}}) {
+             {std::tuple("txtCustomerName", u" zet "_s, u"3"_s), {"txtNote", u"note_"_s, u"123"_s}}) {
             type(form, box, typed);
             QTest::keyClick(form->focusWidget(), Qt::Key_Return);
             QCOMPARE(found(form), ids);
@@ -64,13 +62,10 @@ private Q_SLOTS:
             cells.append(grid->model()->headerData(column, Qt::Horizontal).toString() +
                          grid->model()->index(0, column).data().toString());
         }
-        QCOMPARE(
-            cells.join(u' '),
-            u"[CallID]Call1 [CustomerName]Acme [DateAndTime]2005-03-01 07:59:59 [Consultant]Ann "
-            "[CallContent]Invoice [Request]Pay [Response]Done by Ann [IfResolved][Yes] [Note]Note Call1"_s);
-        const QPoint place = grid->visualRect(grid->model()->index(2, 1)).center();
-        QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, place);
-        QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, place);
+        QCOMPARE(cells.join(u' '),
+                 u"[CallID]Call1 [CustomerName]Acme [DateAndTime]2005-03-01 07:59:59 [Consultant]Ann "
+                 "[CallContent]Invoice [Request]Pay [Response]Done [IfResolved][Yes] [Note]Note 1"_s);
+        support::clickCell(grid, 2, 1, true);
         QCOMPARE(desk.navigator.shown, QStringList(u"ShowCustomerByName Zeta"_s));
         desk.run(u"delete from callinfo"_s); // nobody waits for the open window
         type(form, "txtCustomerName", u"Acme"_s);
@@ -80,29 +75,23 @@ private Q_SLOTS:
         QCOMPARE(control<QLineEdit>(editor, "txtCustomerName")->text(), u"Acme"_s);
     }
 
-    void theResultIsExportedAndPrintedWithOneHeadingPerCustomer()
+    void theResultIsPrintedWithOneHeadingPerCustomer()
     {
         Desk desk;
         QWidget *form = desk.open();
-        const QString file = desk.desk.folder.filePath(u"out.txt"_s);
-        desk.prompts.expectFile(file);
-        click(form, "cmdExport");
-        QTRY_COMPARE(desk.shell.opened.size(), 1);
-        const QByteArray text = desk.desk.fileBytes(file);
-        QCOMPARE(text.count("CustomerName:"), 2);
-        QCOMPARE(text.count("CallID:"), 3);
         click(form, "cmdPrintOut");
         QTRY_COMPARE(desk.printer.printed.size(), 1);
-        QCOMPARE(desk.printer.printed.first().text.toUtf8() + "\r\n", text);
+        const QString text = desk.printer.printed.first().text;
+        QCOMPARE(text.count(u"CustomerName:"_s), 2);
+        QCOMPARE(text.count(u"CallID:"_s), 3);
         type(form, "txtCallID", u"none"_s);
         click(form, "cmdShowResult");
         click(form, "cmdExport"); // nothing to export: no dialog comes
         QTRY_VERIFY(control<QWidget>(form, "cmdExport")->isEnabled());
-        QCOMPARE(desk.shell.opened.size(), 1);
         desk.run(u"drop table CustomerRequest"_s);
         desk.prompts.expect();
         click(form, "cmdExport"); // no file with a part of the report
-        QTRY_COMPARE(desk.prompts.asked.last(), u"[NotesUnreadable]"_s);
+        QTRY_COMPARE(desk.prompts.asked, QStringList(u"[NotesUnreadable]"_s));
     }
 
     void aLongResultComesInOrderAndWhole()
@@ -117,16 +106,14 @@ private Q_SLOTS:
         QWidget *form = support::openForm<notes::frmNotePadManager>();
         const QAbstractItemModel *model = control<appearance::RecordGrid>(form, "DataGrid1")->model();
         QTRY_COMPARE(model->rowCount(), 6000);
-        const QString expected =
-            desk.rows(u"select c.CustomerName||'/'||r.CallID||'/'||r.IfResolved as k from CustomerRequest as "
-                      u"r,CallInfo as c "
+        QString expected =
+            desk.rows(u"select c.CustomerName,r.CallID,r.IfResolved from CustomerRequest as r,CallInfo as c "
                       "where c.CallID=r.CallID order by c.CustomerName,r.CallID,r.IfResolved"_s);
+        expected.remove(u"Null"_s).replace(u"true"_s, u"[Yes]"_s).replace(u"false"_s, u"[No]"_s);
         QStringList shown;
         for (int row = 0; row < model->rowCount(); ++row) {
             const auto cell = [&](int column) { return model->index(row, column).data().toString(); };
-            shown.append(cell(1).isEmpty()
-                             ? QString()
-                             : cell(1) + u'/' + cell(0) + (cell(7) == u"[Yes]" ? u"/1"_s : u"/0"_s));
+            shown.append(cell(1) + u'|' + cell(0) + u'|' + cell(7));
         }
         QCOMPARE(shown.join(u'\n'), expected);
     }

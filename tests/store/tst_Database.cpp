@@ -1,7 +1,5 @@
 #include "DeliveredFiles.h"
 
-#include <QFileInfo>
-
 #include <sqlite3.h>
 
 using store::Database;
@@ -145,7 +143,7 @@ private Q_SLOTS:
         QVERIFY(QFile::remove(m_path));
         const auto fail = [](Database &) { throw core::Error(0, u"full"_s); };
         QVERIFY_THROWS_EXCEPTION(core::Error, deliver(u"Customer"_s, m_path, fail));
-        QCOMPARE(QFileInfo(m_path).dir().entryList(QDir::Files), QStringList());
+        QCOMPARE(QDir(m_desk->paths.StartFolder).entryList(QDir::Files), QStringList());
     }
 };
 
