@@ -1,4 +1,5 @@
 #include "OptionsDesk.h"
+#include "support/Rows.h"
 
 /// The options: what each page shows, saves and causes.
 class tst_Options : public QObject
@@ -23,15 +24,12 @@ private Q_SLOTS:
     void thePopUpPageShowsAndSavesTheFlags()
     {
         Desk desk;
-        const std::pair<const char *, bool> boxes[] = {
-            {"ChkPopAll", true}, {"ChkPopDetail", false}, {"chkShowInfo", true}};
-        for (const auto &[name, checked] : boxes) {
-            auto *box = desk.find<QCheckBox>(name);
-            QCOMPARE(box->isChecked(), checked);
-            QTest::keyClick(box, Qt::Key_Space);
+        for (const auto &[name, checked] :
+             {std::pair("ChkPopAll", true), {"ChkPopDetail", false}, {"chkShowInfo", true}}) {
+            QCOMPARE(desk.find<QCheckBox>(name)->isChecked(), checked);
+            QTest::keyClick(desk.find<QCheckBox>(name), Qt::Key_Space);
         }
         desk.press("Command2");
-        QVERIFY(desk.form()->isVisible());
         QCOMPARE(desk.find<QLabel>("lblPopUpSaved")->text(), u"[OptionsSaved]"_s);
         QCOMPARE(desk.saved().PopupAllLines, qint16(2));
         QCOMPARE(desk.saved().PopupDetail, qint16(1));
@@ -52,9 +50,8 @@ private Q_SLOTS:
             if (asks) {
                 desk.prompts.expect();
             }
-            const options::OptionsLogic::Context context = {desk.desk.paths, desk.desk.log, desk.settings,
-                                                            desk.texts,      desk.prompts,  desk};
-            options::OptionsLogic logic(context);
+            options::OptionsLogic logic(
+                {desk.desk.paths, desk.desk.log, desk.settings, desk.texts, desk.prompts, desk});
             QVERIFY(logic.saveSystemPage({chosen, u"1972"_s, desk.gridColumnNames()}));
             QCOMPARE(desk.prompts.asked, asks ? QStringList{u"[PlsRestartSys]"_s} : QStringList());
             QCOMPARE(desk.saved().LanguageSetting.text(), after);
@@ -100,15 +97,11 @@ private Q_SLOTS:
         QCOMPARE(list->item(6)->text(), u"ID"_s);
         QVERIFY(!desk.find<QPushButton>("cmdUp")->isEnabled());
         QVERIFY(!desk.find<QPushButton>("cmdDown")->isEnabled());
-        const auto click = [list](int row) {
-            QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
-                              list->visualItemRect(list->item(row)).center());
-        };
-        click(0);
+        support::clickCell(list, 0, 0);
         desk.press("cmdUp"); // nowhere to go
         desk.press("cmdDown");
         desk.press("cmdDown");
-        click(6);
+        support::clickCell(list, 6, 0);
         desk.press("cmdDown");
         desk.press("cmdUp");
         QCOMPARE(list->currentRow(), 5);
