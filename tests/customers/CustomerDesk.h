@@ -30,12 +30,12 @@ inline QString customerSql(const support::TestDesk &desk, const QString &sql, co
 }
 
 /// Another value in each field; check boxes, whose values must repeat, are told apart by their columns.
-inline customers::CustomerRecord fullCustomer()
+inline customers::CustomerRecord fullCustomer(const QString &text = u"VALUE %1"_s)
 {
     customers::CustomerRecord customer;
     for (size_t place = 0; place < customer.shown.size(); ++place) {
         const bool check = customers::customerFields()[place].kind >= customers::FieldKind::FlagLetter;
-        customer.shown.at(place) = check ? u"1"_s : u"VALUE %1"_s.arg(place);
+        customer.shown.at(place) = check ? u"1"_s : QString(text).replace(u"%1"_s, QString::number(place));
     }
     return customer;
 }

@@ -112,30 +112,25 @@ private Q_SLOTS:
                  QStringList({u"[PlsInputCustomerName]"_s, u"[CustomerID] [CustomerIDexisted]"_s}));
     }
 
-    void flagsKeepTheirEncodings_data()
-    {
-        const support::Table<QString, QVariant, QString, QString> row("column", "stored", "shown", "savedAs");
-        row("VIP, small letter", u"IfVIP"_s, u"y"_s, u"1"_s, u"Y"_s);
-        row("VIP, grey", u"IfVIP"_s, u"G"_s, u"2"_s, u"G"_s);
-        row("VIP, no letter", u"IfVIP"_s, u"1"_s, u"0"_s, u"N"_s);
-        row("VIP, Null", u"IfVIP"_s, QVariant(), u"0"_s, u"N"_s);
-        row("black list", u"ifinblacklist"_s, 1, u"1"_s, u"1"_s);
-        row("black list, Null", u"ifinblacklist"_s, QVariant(), u"0"_s, u"0"_s);
-        row("no popup", u"T3"_s, u"0"_s, u"0"_s, u"0"_s);
-        row("popup, blanks", u"T3"_s, u" 1 "_s, u"1"_s, u"1"_s);
-        row("text, Null", u"note"_s, QVariant(), QString(), QString());
-    }
     void flagsKeepTheirEncodings()
     {
-        QFETCH(QString, column);
-        QFETCH(QVariant, stored);
         Desk desk;
         customerSql(desk, u"insert into customer (CustomerName, T3) values ('A', '1')"_s);
-        customerSql(desk, u"update customer set "_s + column + u" = ?"_s, {stored});
-        QVERIFY(desk.editing.ShowCustomerBySN(1));
-        QTEST(desk.shown.text(column), "shown");
-        QVERIFY(desk.editing.save());
-        QTEST(customerSql(desk, u"select "_s + column + u" from customer"_s), "savedAs");
+        for (const auto &[column, stored, shown, savedAs] : {std::tuple(u"IfVIP"_s, u"'y'"_s, u"1"_s, u"Y"_s),
+                                                             {u"IfVIP"_s, u"'G'"_s, u"2"_s, u"G"_s}, // grey
+                                                             {u"IfVIP"_s, u"'1'"_s, u"0"_s, u"N"_s},
+                                                             {u"IfVIP"_s, u"Null"_s, u"0"_s, u"N"_s},
+                                                             {u"ifinblacklist"_s, u"1"_s, u"1"_s, u"1"_s},
+                                                             {u"ifinblacklist"_s, u"Null"_s, u"0"_s, u"0"_s},
+                                                             {u"T3"_s, u"'0'"_s, u"0"_s, u"0"_s}, // no pop-up
+                                                             {u"T3"_s, u"' 1 '"_s, u"1"_s, u"1"_s},
+                                                             {u"note"_s, u"Null"_s, u""_s, u""_s}}) {
+            customerSql(desk, u"update customer set "_s + column + u" = "_s + stored);
+            QVERIFY(desk.editing.ShowCustomerBySN(1));
+            QCOMPARE(desk.shown.text(column), shown);
+            QVERIFY(desk.editing.save());
+            QCOMPARE(customerSql(desk, u"select "_s + column + u" from customer"_s), savedAs);
+        }
     }
 
     void whatCannotBeShownIsToldAndLeavesTheEditorAsItWas()

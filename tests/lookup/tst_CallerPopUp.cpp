@@ -46,38 +46,34 @@ class tst_CallerPopUp : public QObject
     };
 
 private Q_SLOTS:
-    void theMarksDecideColorsAndWords_data()
-    {
-        const support::Table<QString, QString, bool, QColor, QColor, QString> row(
-            "vip", "blackList", "alwaysShows", "ground", "text", "notice");
-        const QColor green(0, 255, 0), red(255, 0, 0), blue(0, 0, 255), black(0, 0, 0), white(255, 255, 255);
-        row("ordinary", u"YES"_s, u"y"_s, false, green, blue, u""_s);
-        row("VIP", u"Y"_s, u"N"_s, true, red, blue, u"[VIPattention]"_s);
-        row("black-listed", u""_s, u"Y"_s, true, black, white, u"[ListInBlackAttention]"_s);
-        row("both", u"Y"_s, u"Y"_s, true, black, white, u"[ListInBlackAttention]"_s);
-    }
     void theMarksDecideColorsAndWords()
     {
-        QFETCH(QString, vip);
-        QFETCH(QString, blackList);
-        QFETCH(QString, notice);
-        Desk desk;
-        const core::CallRecord record = caller(u"5550144"_s, vip, blackList);
-        QTEST(lookup::decidePopUp(lookup::popupInfoOf(record), false, desk.texts).has_value(), "alwaysShows");
-        desk.pop(record);
-        QCOMPARE(find<QLineEdit>("txtAbout")->text(), u"5550144     Jane <b>Miller </b>"_s);
-        QCOMPARE(find<QPlainTextEdit>("txtContent")->toPlainText(), QString(256, u'w'));
-        for (const char *box : {"txtAbout", "txtContent"}) {
-            QTEST(find<QWidget>(box)->palette().color(QPalette::Base), "ground");
-            QTEST(find<QWidget>(box)->palette().color(QPalette::Text), "text");
-        }
-        QCOMPARE(find<QLabel>("lblBlackListNotice")->text(), notice);
-        QCOMPARE(find<QLabel>("lblBlackListNotice")->isVisible(), !notice.isEmpty());
-        QCOMPARE(find<QLabel>("lblCallerNumber")->textFormat(), Qt::PlainText);
-        for (QString core::CallRecord::*field : {&core::CallRecord::SnText, &core::CallRecord::SimpleDes}) {
-            core::CallRecord nobody = record; // unknown, or without a name
-            (nobody.*field).clear();
-            QVERIFY(!lookup::decidePopUp(lookup::popupInfoOf(nobody), true, desk.texts));
+        const QColor green(0, 255, 0), red(255, 0, 0), blue(0, 0, 255), black(0, 0, 0), white(255, 255, 255);
+        for (const auto &[vip, blackList, alwaysShows, ground, text, notice] :
+             {std::tuple(u"YES"_s, u"y"_s, false, green, blue, u""_s),
+              {u"Y"_s, u"N"_s, true, red, blue, u"[VIPattention]"_s},
+              {u""_s, u"Y"_s, true, black, white, u"[ListInBlackAttention]"_s},
+              {u"Y"_s, u"Y"_s, true, black, white, u"[ListInBlackAttention]"_s}}) {
+            Desk desk;
+            const core::CallRecord record = caller(u"5550144"_s, vip, blackList);
+            const auto decided = lookup::decidePopUp(lookup::popupInfoOf(record), false, desk.texts);
+            QCOMPARE(decided.has_value(), alwaysShows);
+            desk.pop(record);
+            QCOMPARE(find<QLineEdit>("txtAbout")->text(), u"5550144     Jane <b>Miller </b>"_s);
+            QCOMPARE(find<QPlainTextEdit>("txtContent")->toPlainText(), QString(256, u'w'));
+            for (const char *box : {"txtAbout", "txtContent"}) {
+                QCOMPARE(find<QWidget>(box)->palette().color(QPalette::Base), ground);
+                QCOMPARE(find<QWidget>(box)->palette().color(QPalette::Text), text);
+            }
+            QCOMPARE(find<QLabel>("lblBlackListNotice")->text(), notice);
+            QCOMPARE(find<QLabel>("lblBlackListNotice")->isVisible(), !notice.isEmpty());
+            QCOMPARE(find<QLabel>("lblCallerNumber")->textFormat(), Qt::PlainText);
+            for (QString core::CallRecord::*field :
+                 {&core::CallRecord::SnText, &core::CallRecord::SimpleDes}) {
+                core::CallRecord nobody = record; // unknown, or without a name
+                (nobody.*field).clear();
+                QVERIFY(!lookup::decidePopUp(lookup::popupInfoOf(nobody), true, desk.texts));
+            }
         }
     }
 

@@ -146,20 +146,20 @@ private Q_SLOTS:
             return desk.index.updateCustomer(sn);
         };
         const auto ownerOf = [&](QStringView number) { return desk.index.FindCustomerSnOfCaller(number); };
-        QVERIFY(save(u"update customer set WorkPhones='5,22' where SN=70000"_s, 70000));
-        QCOMPARE(ownerOf(u"11"), -1);
-        QCOMPARE(ownerOf(u"22"), 70000);
-        QVERIFY(save(u"insert into customer(SN,Fax) values(9,'1 3900000000 22')"_s, 9));
-        QCOMPARE(ownerOf(u"22"), 9);
-        QVERIFY(save(u"delete from customer where SN=9"_s, 9));
-        QCOMPARE(ownerOf(u"22"), 70000);
-        QVERIFY(save(u"delete from customer where SN=70000"_s, 70000));
-        QVERIFY(!save(u"update customer set ContactPersonMobile='', ContactPersonHomePhones=''"_s, 70001));
-        QCOMPARE(ownerOf(u"22"), 70001); // as after a rebuild that finds no number
-        QVERIFY(save(u"delete from customer"_s, 70001));
-        QCOMPARE(ownerOf(u"22"), -1);
-        QVERIFY(save(u"insert into customer(SN,Fax) values(4,'44')"_s, 4)); // the blank entry goes
-        QCOMPARE(ownerOf(u""), -1);
+        for (const auto &[sql, sn, taken, number, owner] :
+             {std::tuple(u"update customer set WorkPhones='5' where SN=70000"_s, 70000, true, u"11"_s, -1),
+              {u"update customer set WorkPhones='5,22' where SN=70000"_s, 70000, true, u"22"_s, 70000},
+              {u"insert into customer(SN,Fax) values(9,'1 3900000000 22')"_s, 9, true, u"22"_s, 9},
+              {u"delete from customer where SN=9"_s, 9, true, u"22"_s, 70000},
+              {u"delete from customer where SN=70000"_s, 70000, true, u"22"_s, 70001},
+              {u"update customer set ContactPersonMobile='', ContactPersonHomePhones=''"_s, 70001, false,
+               u"22"_s, 70001}, // as after a rebuild that finds no number
+              {u"delete from customer"_s, 70001, true, u"22"_s, -1},
+              {u"insert into customer(SN,Fax) values(4,'44')"_s, 4, true, u""_s,
+               -1}}) { // no blank entry left
+            QCOMPARE(save(sql, sn), taken);
+            QCOMPARE(ownerOf(number), owner);
+        }
         desk.runSql(desk.paths.CustomerFile,
                     u"insert into customer (SN, WorkPhones) with recursive counted(i) as (select 5 union "
                     "all select i + 1 from counted where i < 25000) select i, i % 20001 from counted"_s);
