@@ -4,7 +4,7 @@
 #include "customers/frmAddDataToExcel_Tarn20050921.h"
 #include "support/TestForms.h"
 
-using customers::FrmCustomer, customers::frmAddDataToExcel_Tarn20050921;
+using customers::FrmCustomer, customers::FrmEditCustomer, customers::frmAddDataToExcel_Tarn20050921;
 using support::find, support::openForm, support::press;
 
 class tst_FrmCustomer : public QObject
@@ -133,9 +133,7 @@ private Q_SLOTS:
     void aRowOpensTheEditorAndTakesTheCallersNumber()
     {
         Forms forms;
-        const auto phones = [&] {
-            return find<customers::FrmEditCustomer, QLineEdit>("txtCompanyCall")->text();
-        };
+        const auto phones = [] { return find<FrmEditCustomer, QLineEdit>("txtCompanyCall")->text(); };
         press<FrmCustomer>("Command4");
         QCOMPARE(phones(), u"222"_s);
         forms.windowsOfCustomers.addCustomer(u"4444"_s, u"Bay"_s);

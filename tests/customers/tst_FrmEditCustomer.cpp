@@ -183,8 +183,8 @@ private Q_SLOTS:
     void combosRememberWhatWasTypedLetterForLetter()
     {
         Forms forms;
+        auto *const combo = forms.find<QComboBox>("txtCity");
         for (const QString &city : {u"Paris"_s, u"paris"_s, u"Paris"_s}) {
-            auto *const combo = forms.find<QComboBox>("txtCity");
             combo->lineEdit()->selectAll();
             QTest::keyClicks(combo->lineEdit(), city);
             Q_EMIT combo->lineEdit()->editingFinished();

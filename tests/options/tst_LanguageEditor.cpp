@@ -90,7 +90,7 @@ private Q_SLOTS:
 
     void theBoxesChooseTheLanguageOfTheNextStart()
     {
-        for (const auto &[before, pressed, after] : {std::tuple(u"chs"_s, "cmdReturn", u"chs"_s),
+        for (const auto &[before, pressed, after] : {std::tuple(u"chs"_s, "txtCondition", u"chs"_s),
                                                      {u"chs"_s, "chkUseUserLang", u"USER"_s},
                                                      {u"user "_s, "chkUseID", u"ID"_s}, // wins
                                                      {u"id"_s, "chkUseID", u"id"_s}}) {
@@ -101,7 +101,7 @@ private Q_SLOTS:
             QCOMPARE(desk.find<QCheckBox>("chkUseUserLang")->isChecked(), before == "user "_L1);
             QCOMPARE(desk.find<QCheckBox>("chkUseID")->isChecked(), before == "id"_L1);
             QTest::keyClick(desk.find<QWidget>(pressed), Qt::Key_Space);
-            desk.form()->close();
+            desk.press("cmdReturn");
             QCOMPARE(desk.saved().LanguageSetting.text(), after);
             const auto *dialog = support::openForm<options::frmOptions>();
             QCOMPARE(dialog->findChild<QComboBox *>(u"CmbLanguage"_s)->currentText(), after.toUpper());

@@ -70,31 +70,29 @@ private Q_SLOTS:
         QCOMPARE(desk.save({.Telno = u"1"_s}), u"10"_s);
     }
 
-    void aSearchFindsTheTextAnywhere_data()
-    {
-        const support::Table<QString, QString> row("text", "found"); // found: null where the query breaks
-        row("nothing typed: table order, nothing in Nulls", u""_s, u"3|5|9"_s);
-        row("piece of a number", u"5501"_s, u"3|9"_s);
-        row("description, other case", u"ŻÓŁW"_s, u"5"_s);
-        row("details", u"LATE"_s, u"3"_s);
-        row("in several columns", u"5"_s, u"3|5|9"_s);
-        row("percent stands for itself", u"0%"_s, u"9"_s);
-        row("the operator's own wildcard", u"m*er"_s, u"3"_s);
-        row("range", u"[K-M]iller"_s, u"3"_s);
-        row("nothing found", u"nobody"_s, u""_s);
-        row("apostrophe", u"O'Neil"_s, {});
-        row("second statement", u"'; delete from phonebook; --"_s, {});
-    }
     void aSearchFindsTheTextAnywhere()
     {
-        QFETCH(QString, text);
-        QFETCH(QString, found);
         Desk desk;
+        for (const auto &[text, found] :
+             {std::pair(u""_s, u"3|5|9"_s), // in table order, and nothing in Nulls
+              {u"5501"_s, u"3|9"_s},
+              {u"ŻÓŁW"_s, u"5"_s},
+              {u"LATE"_s, u"3"_s},
+              {u"5"_s, u"3|5|9"_s}, // in several columns
+              {u"0%"_s, u"9"_s},
+              {u"m*er"_s, u"3"_s},
+              {u"[K-M]iller"_s, u"3"_s},
+              {u"nobody"_s, u""_s}}) {
+            QVERIFY(desk.show(phonebook::searchQuery(text)));
+            QCOMPARE(desk.shown(), found);
+        }
         QVERIFY(desk.show(phonebook::allEntriesQuery()));
-        QCOMPARE(desk.shown(), u"8|9|3|5"_s);
-        QCOMPARE(desk.show(phonebook::searchQuery(text)), !found.isNull());
-        QCOMPARE(desk.shown(), found.isNull() ? u"8|9|3|5"_s : found);
-        QCOMPARE(desk.logMessages().size(), found.isNull() ? 1 : 0);
+        QCOMPARE(desk.logMessages(), QStringList());
+        for (const QString &broken : {u"O'Neil"_s, u"'; delete from phonebook; --"_s}) {
+            QVERIFY(!desk.show(phonebook::searchQuery(broken)));
+            QCOMPARE(desk.shown(), u"8|9|3|5"_s);
+        }
+        QCOMPARE(desk.logMessages().size(), 2);
         QCOMPARE(tableRows(desk).size(), 4);
     }
 
