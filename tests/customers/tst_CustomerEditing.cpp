@@ -1,10 +1,7 @@
 #include "customers/CustomerDesk.h"
 #include "customers/CustomerForwarding.h"
 
-using customers::CustomerField;
-using customers::customerFields;
-using customers::CustomerRecord;
-using customers::fieldOf;
+using customers::CustomerField, customers::customerFields, customers::CustomerRecord, customers::fieldOf;
 
 /// A customer's way between the table and the editor, without the editor.
 class tst_CustomerEditing : public QObject

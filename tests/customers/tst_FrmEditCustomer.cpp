@@ -61,9 +61,8 @@ private Q_SLOTS:
             const QString caption = box != nullptr          ? box->text()
                                     : label != labels.end() ? (*label)->text()
                                                             : u""_s;
-            QVERIFY2(*field.labelKey == 0 ? !caption.isEmpty()
-                                          : caption == u"[%1]"_s.arg(QLatin1String(field.labelKey)),
-                     field.control);
+            const QString key = QLatin1String(field.labelKey);
+            QVERIFY2(key.isEmpty() ? !caption.isEmpty() : caption == u'[' + key + u']', field.control);
         }
     }
 

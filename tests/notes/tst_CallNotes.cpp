@@ -34,18 +34,17 @@ private Q_SLOTS:
         const QDateTime last({2009, 12, 31}, {23, 59, 59});
         const QString condition = MakeCondition(
             desk.log, {u"F'x"_s, u" id "_s, u"n"_s, u"c"_s, first, last, u"t"_s, u"r"_s, u"s"_s, u"o"_s, 2});
-        QCOMPARE(
-            condition,
-            u"select CustomerRequest.[CallID],CallInfo.[CustomerName],CallInfo.[DateAndTime],"
-            "CallInfo.[Consultant],CallInfo.[CallContent],CustomerRequest.[Request],CustomerRequest.["
-            "Response],"
-            "CustomerRequest.[IfResolved],CustomerRequest.[Note] from CustomerRequest,CallInfo where "
-            "CallInfo.CallID = CustomerRequest.CallID and [CustomerName]='F''x' and CustomerRequest.[CallID] "
-            "like '%id%' and [CustomerName] like '%n%' and [Consultant] like '%c%' and "
-            "[DateAndTime]>='2001-01-01 00:00:00' and [DateAndTime]<='2009-12-31 23:59:59' and [CallContent] "
-            "like '%t%' and [Request] like '%r%' and [Response] like '%s%' and [Note] like '%o%' and "
-            "[IfResolved] = False order by CallInfo.[CustomerName],CustomerRequest.[CallID],"
-            "CallInfo.[DateAndTime],CustomerRequest.[IfResolved]"_s);
+        QCOMPARE(condition,
+                 u"select CustomerRequest.[CallID],CallInfo.[CustomerName],CallInfo.[DateAndTime],"
+                 "CallInfo.[Consultant],CallInfo.[CallContent],CustomerRequest.[Request],"
+                 "CustomerRequest.[Response],CustomerRequest.[IfResolved],CustomerRequest.[Note] "
+                 "from CustomerRequest,CallInfo where CallInfo.CallID = CustomerRequest.CallID and "
+                 "[CustomerName]='F''x' and CustomerRequest.[CallID] like '%id%' and [CustomerName] like "
+                 "'%n%' and [Consultant] like '%c%' and [DateAndTime]>='2001-01-01 00:00:00' and "
+                 "[DateAndTime]<='2009-12-31 23:59:59' and [CallContent] like '%t%' and [Request] like "
+                 "'%r%' and [Response] like '%s%' and [Note] like '%o%' and [IfResolved] = False order by "
+                 "CallInfo.[CustomerName],CustomerRequest.[CallID],CallInfo.[DateAndTime],"
+                 "CustomerRequest.[IfResolved]"_s);
     }
 
     void valuesAreCheckedInTheirOrder()
