@@ -49,8 +49,8 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
-    void setUpColumns();
     void setUpGrid();
+    void layOutColumns();
     void setUpCommands();
     void setUpKeys();
     void translateHeadings();
@@ -77,6 +77,7 @@ private:
     QTimer m_typingPause;
     QString m_searched; ///< the words of the last search
     int m_sortedColumn = 0;
+    bool m_columnsLaidOut = false;
 };
 
 } // namespace customers
