@@ -125,14 +125,13 @@ void FrmCustomer::makeCurrent(int row)
     }
 }
 
-void FrmCustomer::editRow(int row, const QString &number)
+bool FrmCustomer::editRow(int row, const QString &number)
 {
     const qint32 sn = Ado1.field(row, u"SN"_s).toInt();
-    if (sn != 0) {
-        m_commands.editCustomer(sn, number);
-    } else if (row >= 0) {
+    if (sn == 0 && row >= 0) {
         showMessage(u"CustomerNotFound"_s); // another desk has deleted it
     }
+    return sn != 0 && m_commands.editCustomer(sn, number);
 }
 
 void FrmCustomer::deleteCurrent()

@@ -43,8 +43,11 @@ void FrmCustomer::setUpGrid()
     header->setSortIndicatorShown(true);
     connect(header, &QHeaderView::sectionClicked, this, &FrmCustomer::sort);
     connect(&grid, &appearance::RecordGrid::customContextMenuRequested, this, &FrmCustomer::showMenu);
-    connect(&grid, &appearance::RecordGrid::recordActivated, this,
-            [this](int row) { editRow(row, m_ui->txtAddToExist->text()); });
+    connect(&grid, &appearance::RecordGrid::recordActivated, this, [this](int row) {
+        if (editRow(row, m_ui->txtAddToExist->text())) {
+            m_ui->txtAddToExist->clear(); // or the next customer who is opened would get it, too
+        }
+    });
     connect(&grid, &appearance::RecordGrid::deleteRequested, this, &FrmCustomer::deleteCurrent);
 }
 

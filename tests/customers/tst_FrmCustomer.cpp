@@ -160,6 +160,7 @@ private Q_SLOTS:
         QCOMPARE(phones(), u"4444"_s);
         forms.doubleClick(0);
         QCOMPARE(phones(), u"333,4444"_s);
+        QCOMPARE((find<FrmCustomer, QLineEdit>("txtAddToExist")->text()), u""_s);
         forms.run(u"insert into customer(SN,CustomerName) values(9,'New')"_s);
         forms.windowsOfCustomers.refreshCustomerList();
         QCOMPARE(forms.names(), u"Zoë Łódź|anna|Bay|New"_s);
