@@ -6,11 +6,12 @@
 #include "Report.h"
 #include "Sending.h"
 
-#include "core/Paths.h"
+#include "core/Settings.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QTemporaryDir>
 #include <QThread>
 #include <QUdpSocket>
@@ -212,6 +213,39 @@ bool measureStart(const Desk &desk, const std::string &name, double maxRatio, bo
     return soon && small;
 }
 
+void chooseLanguage(const Desk &desk, const QString &code)
+{
+    core::SettingsRecord record;
+    core::setGridDefaults(record);
+    record.LanguageSetting.setText(code);
+    QFile file(desk.paths.SettingsFile);
+    if (!file.open(QIODevice::WriteOnly) || file.write(record.toBytes()) != core::SettingsRecord::size) {
+        throw std::runtime_error("no settings can be written");
+    }
+}
+
+/// How much longer a start takes in the language that takes longest than in English.
+bool measureLanguages(const Desk &desk)
+{
+    const QString port = QString::number(freePort());
+    const auto startIn = [&](const QString &code) {
+        chooseLanguage(desk, code);
+        return startOf(ourselves, {u"--program"_s, desk.start, desk.data, port}).ms;
+    };
+    double longest = 0;
+    for (const char *code :
+         {"CHS", "CHT", "SPN", "ARA", "FRN", "HBR", "TUK", "KOR", "POL", "PTG", "VN", "ID", "USER"}) {
+        std::vector<double> longer;
+        startIn(QLatin1String(code)); // once, so that the system has the fonts and files of both at hand
+        for (int i = 0; i < 11; ++i) {
+            longer.push_back(startIn(QLatin1String(code)) - startIn(u"ENG"_s));
+        }
+        longest = std::max(longest, median(longer));
+    }
+    return print(
+        {.name = "start in any language over English, the most ms", .figure = longest, .maxFigure = 10});
+}
+
 } // namespace
 
 bool measureProgramRows(const std::string &word)
@@ -226,7 +260,8 @@ bool measureProgramRows(const std::string &word)
         {"paced", [&] { return measurePaced(full); }},
         {"burst", [&] { return measureBurst(full); }},
         {"start empty", [&] { return measureStart(empty, "empty database", 3, true); }},
-        {"start full", [&] { return measureStart(full, "100000 customers", 6, false); }}};
+        {"start full", [&] { return measureStart(full, "100000 customers", 6, false); }},
+        {"start languages", [&] { return measureLanguages(empty); }}};
     printHeading();
     bool reached = true;
     for (const auto &[name, measure] : rows) {

@@ -8,6 +8,8 @@
 #include "appearance/Theme.h"
 #include "appearance/ThemedIcons.h"
 #include "core/QtClock.h"
+#include "core/QtPrinter.h"
+#include "core/QtShell.h"
 
 #include <QFile>
 #include <QTimer>
@@ -99,13 +101,26 @@ int bench::runProgram(const ProgramPlace &place, bool watched)
     appearance::applyTheme(application, false);
 
     FailingPrompts prompts;
+    core::QtShell shell;
+    core::QtPrinter printer;
     const core::QtClock clock;
     constexpr quint16 english = 0x0409;
     Measured measured;
-    app::Program program({prompts, clock, place.desk, place.data, place.data, {}, english, place.port, [&] {
-                              report(measured);
-                              QCoreApplication::exit();
-                          }});
+    const auto endProcess = [&] {
+        report(measured);
+        QCoreApplication::exit();
+    };
+    app::Program program({prompts,
+                          shell,
+                          printer,
+                          clock,
+                          place.desk,
+                          place.data,
+                          place.data,
+                          {},
+                          english,
+                          place.port,
+                          endProcess});
     if (!program.subMain()) {
         return EXIT_FAILURE;
     }

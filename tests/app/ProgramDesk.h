@@ -1,8 +1,8 @@
 #pragma once
 
 #include "DeskFiles.h"
-#include "RecordWriter.h"
 #include "app/Program.h"
+#include "support/Calls.h"
 #include "support/TestForms.h"
 
 #include <QUdpSocket>
@@ -10,29 +10,7 @@
 inline const QString vipNumber = QStringLiteral("6175550101");    // of the sample desk: pop-up flag set
 inline const QString silentNumber = QStringLiteral("2145550129"); // pop-up flag off
 
-inline QByteArray call(const QString &number, const QString &name)
-{
-    sim::CallFields fields;
-    fields.line = u"5550100"_s;
-    fields.number = number;
-    fields.name = name;
-    fields.match = u"1"_s;
-    fields.vip = u"Y"_s;
-    fields.tailTime = u"2026-11-20 10:42"_s;
-    return sim::callRecord(fields, sim::CodePageChoice());
-}
-
-inline void type(const QWidget *form, const char *box, const QString &text)
-{
-    auto *edit = form->findChild<QWidget *>(QLatin1String(box));
-    edit->setFocus();
-    QTest::keyClick(edit, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClicks(edit, text);
-}
-inline void press(const QWidget *form, const char *button)
-{
-    QTest::mouseClick(form->findChild<QAbstractButton *>(QLatin1String(button)), Qt::LeftButton);
-}
+using support::call, support::find, support::openForm, support::press, support::type;
 
 /// The whole program in a sample desk of its own, and a caller-ID unit on the loopback.
 struct ProgramDesk : support::TestDesk
@@ -48,7 +26,6 @@ struct ProgramDesk : support::TestDesk
         QUdpSocket probe;
         probe.bind(QHostAddress::LocalHost);
         port = probe.localPort();
-        probe.close();
         unit.bind(QHostAddress::LocalHost);
     }
     bool start()
@@ -59,6 +36,8 @@ struct ProgramDesk : support::TestDesk
         return program->subMain();
     }
     void send(const QByteArray &bytes) { unit.writeDatagram(bytes, QHostAddress::LocalHost, port); }
+    /// Presses a button of the main window.
+    void choose(const char *button) const { window().findChild<QAction *>(QLatin1String(button))->trigger(); }
     qsizetype logged(const QByteArray &text) const { return fileBytes(paths.RunLogFile).count(text); }
     mainwindow::FrmMain &window() const { return program->mainWindow(); }
     QString lastCaller() const

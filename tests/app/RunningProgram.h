@@ -1,31 +1,25 @@
 #pragma once
 
-#include "RecordWriter.h"
 #include "reception/Endpoint.h"
+#include "support/Calls.h"
+#include "support/TestDesk.h"
 
 #include <QDeadlineTimer>
-#include <QDir>
 #include <QDirIterator>
 #include <QProcess>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QUdpSocket>
 
 /// The built program as a process of its own, in a copy of the sample desk. It always listens on UDP port
 /// 1972, so no two of them run at a time.
-class RunningProgram
+class RunningProgram : support::TestDesk
 {
 public:
     RunningProgram()
     {
-        const QDir root(m_folder.path());
-        for (const char *folder : {"desk", "share", "runtime"}) {
-            root.mkdir(QLatin1String(folder));
-        }
-        QFile::setPermissions(m_runtime, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        paths = core::pathsBelow(paths.StartFolder, folder.filePath(u"CallDesk"_s));
         const QDir sample(QStringLiteral(SAMPLE_DESK));
         for (const QString &name : sample.entryList(QDir::Files)) {
-            QFile::copy(sample.filePath(name), m_desk + u'/' + name);
+            QFile::copy(sample.filePath(name), paths.StartFolder + u'/' + name);
         }
     }
     ~RunningProgram() { kill(); }
@@ -34,7 +28,7 @@ public:
     /// Starts and waits until calls can be received; false when that does not come about.
     bool start()
     {
-        QFile::remove(m_data + QStringLiteral("Runlog.txt"));
+        QFile::remove(paths.RunLogFile);
         startProcess(m_process);
         return QTest::qWaitFor([this] { return log().contains(">  loca port "); }, patienceMs) && isRunning();
     }
@@ -42,16 +36,16 @@ public:
     void startProcess(QProcess &process) const
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("XDG_DATA_HOME"), m_share);
-        environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_runtime);
+        environment.insert(u"XDG_DATA_HOME"_s, folder.path());
+        environment.insert(u"XDG_RUNTIME_DIR"_s, folder.path());
         process.setProcessEnvironment(environment);
-        process.setWorkingDirectory(m_desk);
+        process.setWorkingDirectory(paths.StartFolder);
         process.start(QStringLiteral(PROGRAM), QStringList());
     }
     /// Sends SHUTDOWNALL and waits for the process; its exit status, -1 for one that did not end by itself.
     int shutDown()
     {
-        send(sim::commandRecord(QStringLiteral("SHUTDOWNALL"), QString(), sim::CodePageChoice()));
+        send(sim::commandRecord(u"SHUTDOWNALL", {}, sim::CodePageChoice()));
         const bool ended = QTest::qWaitFor([this] { return !isRunning(); }, patienceMs);
         return ended && m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
     }
@@ -60,7 +54,7 @@ public:
     bool killAfter(int milliseconds)
     {
         constexpr int units = 250;
-        QFile::remove(m_data + QStringLiteral("Runlog.txt"));
+        QFile::remove(paths.RunLogFile);
         startProcess(m_process);
         QDeadlineTimer moment(milliseconds);
         do {
@@ -82,27 +76,17 @@ public:
         socket.writeDatagram(datagram, QHostAddress::LocalHost, reception::Endpoint::standardPort);
     }
     /// A call of the sample desk's first customer, who pops up.
-    void sendCall(int unit = 1)
-    {
-        sim::CallFields call;
-        call.number = QStringLiteral("6175550101");
-        call.name = QStringLiteral("Harbor Lantern Hotel");
-        call.match = QStringLiteral("1");
-        call.vip = QStringLiteral("Y");
-        send(sim::callRecord(call, sim::CodePageChoice()), unit);
-    }
+    void sendCall(int unit = 1) { send(support::call(u"6175550101"_s, u"Harbor Lantern Hotel"_s), unit); }
 
-    QByteArray log() const { return bytesOf(m_data + QStringLiteral("Runlog.txt")); }
-    QByteArray settings() const { return bytesOf(m_data + QStringLiteral("Crm.cfg")); }
+    QByteArray log() const { return fileBytes(paths.RunLogFile); }
+    QByteArray settings() const { return fileBytes(paths.SettingsFile); }
     /// Every file of desk and data folder with its contents.
     QMap<QString, QByteArray> allFiles() const
     {
         QMap<QString, QByteArray> files;
-        for (const QString &folder : {m_desk, m_share}) {
-            for (QDirIterator found(folder, QDir::Files, QDirIterator::Subdirectories); found.hasNext();) {
-                const QString path = found.next();
-                files.insert(path, bytesOf(path));
-            }
+        for (QDirIterator found(folder.path(), QDir::Files, QDirIterator::Subdirectories); found.hasNext();) {
+            const QString path = found.next();
+            files.insert(path, fileBytes(path));
         }
         return files;
     }
@@ -115,17 +99,7 @@ private:
         m_process.kill();
         m_process.waitForFinished();
     }
-    static QByteArray bytesOf(const QString &path)
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
 
-    QTemporaryDir m_folder;
-    const QString m_desk = m_folder.filePath(QStringLiteral("desk"));
-    const QString m_share = m_folder.filePath(QStringLiteral("share"));
-    const QString m_runtime = m_folder.filePath(QStringLiteral("runtime"));
-    const QString m_data = m_share + QStringLiteral("/CallDesk/");
     QProcess m_process;
     int m_lastUnit = 1;
 };

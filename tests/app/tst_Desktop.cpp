@@ -1,7 +1,5 @@
 #include "RunningProgram.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 QString answerOf(const QString &command, const QStringList &arguments)
@@ -47,12 +45,10 @@ class tst_Desktop : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { m_program = std::make_unique<RunningProgram>(); }
-    void cleanup()
+    void init()
     {
-        m_program.reset();
-        m_tray.kill();
-        m_tray.waitForFinished();
+        m_program = std::make_unique<RunningProgram>();
+        m_tray = std::make_unique<QProcess>();
     }
 
     void aSecondInstanceBringsTheFirstToFrontAndTouchesNothing()
@@ -73,18 +69,7 @@ private Q_SLOTS:
         QTRY_COMPARE(xdotool({u"getactivewindow"_s}), mainWindow());
     }
 
-    void shutDownAllLeavesNothingInTheTray()
-    {
-        startWithTray();
-        m_program->sendCall();
-        QTRY_VERIFY(!windowOfType(u"= _NET_WM_WINDOW_TYPE_UTILITY"_s).isEmpty());
-        QCOMPARE(m_program->shutDown(), 0);
-        QTRY_COMPARE(trayWindows(), m_emptyTray);
-        QVERIFY(m_program->log().endsWith(">  The program has ended\r\n"));
-        QCOMPARE(m_program->log().count('!'), 0);
-    }
-
-    void aClickOnTheTrayIconBringsTheWindowBackToItsPlace()
+    void theTrayIconBringsTheWindowBackOpensAMenuAndGoesWithTheProgram()
     {
         startWithTray();
         const QString place = xdotool({u"getwindowgeometry"_s, mainWindow()}).section(u'\n', 1);
@@ -94,11 +79,7 @@ private Q_SLOTS:
         clickOn(trayIcon(), 1);
         QTRY_VERIFY(!mainWindow().isEmpty());
         QTRY_COMPARE(xdotool({u"getwindowgeometry"_s, mainWindow()}).section(u'\n', 1), place);
-    }
 
-    void aRightClickOnTheTrayIconOpensTheMenu()
-    {
-        startWithTray();
         const qsizetype windows = windowsOf(m_program->processId()).size();
         clickOn(trayIcon(), 3);
         QTRY_COMPARE(windowsOf(m_program->processId()).size(), windows + 1);
@@ -106,7 +87,13 @@ private Q_SLOTS:
         QTRY_VERIFY(!windowOfType(u"= _NET_WM_WINDOW_TYPE_DIALOG"_s).isEmpty());
         press(windowOfType(u"= _NET_WM_WINDOW_TYPE_DIALOG"_s), u"Escape"_s);
         QTRY_COMPARE(windowsOf(m_program->processId()).size(), windows);
-        QVERIFY(m_program->isRunning());
+
+        m_program->sendCall();
+        QTRY_VERIFY(!windowOfType(u"= _NET_WM_WINDOW_TYPE_UTILITY"_s).isEmpty());
+        QCOMPARE(m_program->shutDown(), 0);
+        QTRY_COMPARE(trayWindows(), m_emptyTray);
+        QVERIFY(m_program->log().endsWith(">  The program has ended\r\n"));
+        QCOMPARE(m_program->log().count('!'), 0);
     }
 
     void withoutATrayTheWindowMinimizes()
@@ -124,11 +111,11 @@ private Q_SLOTS:
 private:
     void startWithTray()
     {
-        m_tray.start(u"trayer"_s, QStringLiteral("--edge top --align right --SetDockType true"
-                                                 " --widthtype request --height 24")
-                                      .split(u' '));
-        QTRY_VERIFY(!windowsOf(m_tray.processId()).isEmpty());
-        m_trayPanel = windowsOf(m_tray.processId()).first();
+        m_tray->start(u"trayer"_s, QStringLiteral("--edge top --align right --SetDockType true"
+                                                  " --widthtype request --height 24")
+                                       .split(u' '));
+        QTRY_VERIFY(!windowsOf(m_tray->processId()).isEmpty());
+        m_trayPanel = windowsOf(m_tray->processId()).first();
         m_emptyTray = trayWindows();
         QVERIFY(m_program->start());
         QTRY_VERIFY(!mainWindow().isEmpty());
@@ -151,7 +138,7 @@ private:
     QString mainWindow() const { return windowOfType(u"= _NET_WM_WINDOW_TYPE_NORMAL"_s); }
     QString trayIcon() const { return windowOfType(u"= _KDE_NET_WM_WINDOW_TYPE_OVERRIDE"_s); }
 
-    QProcess m_tray;
+    std::unique_ptr<QProcess> m_tray;
     QString m_trayPanel;
     qsizetype m_emptyTray = 0;
     std::unique_ptr<RunningProgram> m_program;

@@ -6,30 +6,10 @@
 
 #include <QNetworkDatagram>
 
+using messages::frmSendSMS;
+using options::frmLanguageEditor;
+
 namespace {
-
-/// Passes on what one of two desks sends to the other, as the server does for operators.
-class Relay
-{
-public:
-    Relay(quint16 first, quint16 second)
-    {
-        m_socket.bind(QHostAddress::LocalHost);
-        QObject::connect(&m_socket, &QUdpSocket::readyRead, &m_socket, [=, this] {
-            while (m_socket.hasPendingDatagrams()) {
-                const QNetworkDatagram received = m_socket.receiveDatagram();
-                m_socket.writeDatagram(received.data(), QHostAddress::LocalHost,
-                                       received.senderPort() == first ? second : first);
-            }
-        });
-        for (const quint16 port : {first, second}) {
-            m_socket.writeDatagram("the server is up", QHostAddress::LocalHost, port);
-        }
-    }
-
-private:
-    QUdpSocket m_socket;
-};
 
 struct Operator : ProgramDesk
 {
@@ -39,14 +19,24 @@ struct Operator : ProgramDesk
         record.LanguageSetting.setText(language);
         writeFile(paths.SettingsFile, record.toBytes());
     }
+    /// Passes on what this operator sends to the other, as the server does.
+    void serve(Operator &other)
+    {
+        QObject::connect(&unit, &QUdpSocket::readyRead, &unit, [&] {
+            while (unit.hasPendingDatagrams()) {
+                other.send(unit.receiveDatagram().data());
+            }
+        });
+        send("the server is up");
+        QTRY_VERIFY(logged("the server is up"));
+    }
     void say(const QString &to, const QString &text) const
     {
         program->windows().show(core::Window::SendMessage);
-        auto *form = support::openForm<messages::frmSendSMS>();
-        form->findChild<QComboBox *>(u"txtSendTo"_s)->setEditText(to);
-        form->findChild<QPlainTextEdit *>(u"txtSMS"_s)->setPlainText(text);
-        press(form, "Command6");
-        form->close();
+        find<frmSendSMS, QComboBox>("txtSendTo")->setEditText(to);
+        find<frmSendSMS, QPlainTextEdit>("txtSMS")->setPlainText(text);
+        press<frmSendSMS>("Command6");
+        openForm<frmSendSMS>()->close();
     }
     void filesAndShows(const QString &text)
     {
@@ -56,10 +46,8 @@ struct Operator : ProgramDesk
         QTRY_COMPARE(fileBytes(paths.SmsFile), m_log);
         const QString month = clock.time.toString(u"yyyy-MM"_s);
         QCOMPARE(fileBytes(paths.SmsFolder + u"/SMS"_s + month + u".txt"_s), entry);
-        QTRY_VERIFY(support::openForm<messages::frmShowSMS>() != nullptr);
-        auto *form = support::openForm<messages::frmShowSMS>();
-        QCOMPARE(form->findChild<QPlainTextEdit *>(u"txtSMS"_s)->toPlainText(), text);
-        form->close();
+        QCOMPARE((find<messages::frmShowSMS, QPlainTextEdit>("txtSMS")->toPlainText()), text);
+        openForm<messages::frmShowSMS>()->close();
     }
 
 private:
@@ -74,32 +62,27 @@ class tst_LanguageRoad : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void operatorsExchangeMessagesOverTheTurnOfAMonth_data()
-    {
-        const support::Table<QString, QString, QString> row("language", "question", "answer");
-        row("English", u"ENG"_s, u"Lunch at {{12}}?"_s, u"Yes \u2013 O\u2019Brien\u2019s"_s);
-        row("Chinese", u"CHS"_s, u"请回电张三"_s, u"好的，谢谢！"_s);
-        row("Arabic", u"ARA"_s, u"اتصل بسارة من فضلك"_s, u"حسنا، شكرا"_s);
-    }
     void operatorsExchangeMessagesOverTheTurnOfAMonth()
     {
-        QFETCH(QString, language);
-        QFETCH(QString, question);
-        QFETCH(QString, answer);
-        Operator ann(language);
-        Operator bob(language);
-        QVERIFY(ann.start() && bob.start());
-        const Relay server(ann.port, bob.port);
-        QTRY_VERIFY(ann.logged("the server is up") && bob.logged("the server is up"));
-        for (const QDateTime &time :
-             {QDateTime({2026, 11, 30}, {23, 59, 59}), QDateTime({2026, 12, 1}, {})}) {
-            ann.clock.time = bob.clock.time = time;
-            ann.say(u"Bob"_s, question);
-            bob.filesAndShows(question);
-            bob.say(u"ALL"_s, answer);
-            ann.filesAndShows(answer);
+        for (const auto &[language, question, answer] :
+             {std::tuple(u"ENG"_s, u"Lunch at {{12}}?"_s, u"Yes \u2013 O\u2019Brien\u2019s"_s),
+              {u"CHS"_s, u"请回电张三"_s, u"好的，谢谢！"_s},
+              {u"ARA"_s, u"اتصل بسارة من فضلك"_s, u"حسنا، شكرا"_s}}) {
+            Operator ann(language);
+            Operator bob(language);
+            QVERIFY(ann.start() && bob.start());
+            ann.serve(bob);
+            bob.serve(ann);
+            for (const QDateTime &time :
+                 {QDateTime({2026, 11, 30}, {23, 59, 59}), QDateTime({2026, 12, 1}, {})}) {
+                ann.clock.time = bob.clock.time = time;
+                ann.say(u"Bob"_s, question);
+                bob.filesAndShows(question);
+                bob.say(u"ALL"_s, answer);
+                ann.filesAndShows(answer);
+            }
+            QVERIFY(!ann.logged(">  !") && !bob.logged(">  !iniUDP"));
         }
-        QVERIFY(!ann.logged(">  !") && !bob.logged(">  !iniUDP"));
     }
 
     void aTextOfTheOperatorsOwnTranslationIsShownAfterARestart()
@@ -108,13 +91,11 @@ private Q_SLOTS:
         QVERIFY(desk.start());
         const auto caption = [&desk] { return desk.window().findChild<QAction *>(u"cmdCallInfo"_s)->text(); };
         QVERIFY(!caption().contains(u"Logbook"_s));
-        desk.window().findChild<QAction *>(u"Command3"_s)->trigger();
-        press(support::openForm<options::frmOptions>(), "cmdLanguageEditor");
-        auto *editor = support::openForm<options::frmLanguageEditor>();
-        QVERIFY(editor != nullptr);
-        type(editor, "txtCondition", u"NotePad"_s);
-        press(editor, "cmdSearch");
-        auto *grid = editor->findChild<QTableView *>(u"DBGrid1"_s);
+        desk.choose("Command3");
+        press<options::frmOptions>("cmdLanguageEditor");
+        type<frmLanguageEditor>("txtCondition", u"NotePad"_s);
+        press<frmLanguageEditor>("cmdSearch");
+        auto *grid = find<frmLanguageEditor, QTableView>("DBGrid1");
         const QModelIndexList rows = grid->model()->match(grid->model()->index(0, 0), Qt::DisplayRole,
                                                           u"NotePad"_s, 1, Qt::MatchExactly);
         QCOMPARE(rows.size(), 1);
@@ -125,10 +106,10 @@ private Q_SLOTS:
         QTest::keyClicks(cell, u"Logbook"_s);
         QTest::keyClick(cell, Qt::Key_Return);
         QTRY_COMPARE(grid->currentIndex().data().toString(), u"Logbook"_s);
-        editor->findChild<QCheckBox *>(u"chkUseUserLang"_s)->click();
-        press(editor, "cmdReturn");
+        find<frmLanguageEditor>("chkUseUserLang")->click();
+        press<frmLanguageEditor>("cmdReturn");
         desk.prompts.expect(true);
-        desk.window().findChild<QAction *>(u"Command2"_s)->trigger();
+        desk.choose("Command2");
         QVERIFY(desk.ended);
         desk.program.reset();
         QVERIFY(QFile::remove(desk.folder.filePath(u"calldesk.lock"_s))); // as the end of the process does

@@ -6,8 +6,9 @@
 
 using language::withoutMnemonic;
 
-/// Every window in every language: its texts fit, are translated, and begin on the right side. With
-/// CALLDESK_SHOTS=<folder> each window is kept there as a picture, dark where the desktop is.
+/// Every window in every language: its texts fit, are translated, and begin on the right side, and no letter
+/// presses two of them. With CALLDESK_SHOTS=<folder> each window is kept there as a picture, dark where the
+/// desktop is.
 class tst_LanguageTour : public QObject
 {
     Q_OBJECT
@@ -15,6 +16,7 @@ class tst_LanguageTour : public QObject
     QSet<QString> m_known, m_own; // keys in capitals and English texts; the language's texts; without marks
     QString m_code, m_shot;
     QStringList m_findings;
+    QSet<QKeySequence> m_pressed;
 
     void readTexts(ProgramDesk &desk)
     {
@@ -44,6 +46,11 @@ class tst_LanguageTour : public QObject
             } else if (!fits && !text.isEmpty()) {
                 m_findings += m_shot + u' ' + control.objectName() + u" does not fit: "_s + text;
             }
+            const QKeySequence letter = QKeySequence::mnemonic(text);
+            if (m_pressed.contains(letter)) {
+                m_findings += m_shot + u' ' + letter.toString() + u" presses also: "_s + text;
+            }
+            m_pressed += letter.isEmpty() ? QSet<QKeySequence>() : QSet{letter};
         }
     }
     static bool fits(const QWidget &control, const QSize &needed)
@@ -64,10 +71,13 @@ class tst_LanguageTour : public QObject
         Texts texts = {{control.toolTip(), true},
                        {control.windowTitle(), control.width() <= 1000 && control.height() <= 700}};
         if (const auto *label = qobject_cast<const QLabel *>(&control)) {
-            texts.append({label->text(), labelFits(*label)});
+            const QString plain = label->text().replace(u'&', u"&&"_s);
+            texts.append({label->buddy() != nullptr ? label->text() : plain, labelFits(*label)});
         } else if (const auto *button = qobject_cast<const QAbstractButton *>(&control)) {
             texts.append({button->text(), fits(*button, button->sizeHint())});
             texts.append({u"hidden buttons"_s, button->objectName() != "qt_toolbar_ext_button"_L1});
+        } else if (const auto *box = qobject_cast<const QGroupBox *>(&control)) {
+            texts.append({box->title(), fits(*box, box->minimumSizeHint())});
         } else if (const auto *date = qobject_cast<const QAbstractSpinBox *>(&control)) {
             texts.append({date->text(), !date->isRightToLeft()});
         } else if (const auto *bar = qobject_cast<const QTabBar *>(&control)) {
@@ -85,6 +95,7 @@ class tst_LanguageTour : public QObject
     bool isReadable(const QWidget &form)
     {
         m_findings.clear();
+        m_pressed.clear();
         checkControl(form);
         for (const QWidget *control : form.findChildren<QWidget *>()) {
             if (control->isVisible() && control->window() == &form) {
@@ -94,7 +105,7 @@ class tst_LanguageTour : public QObject
         return m_findings.isEmpty() && form.layoutDirection() == language::layoutDirection(m_code);
     }
 
-    static QWidget *shown(const QString &name) { return support::openForm<QWidget>(name); }
+    static QWidget *shown(const QString &name) { return openForm<QWidget>(name); }
     void look(const QString &name, const QString &variant = {})
     {
         QTRY_VERIFY2(shown(name) != nullptr, qPrintable(m_code + u' ' + name));

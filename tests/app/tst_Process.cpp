@@ -1,8 +1,6 @@
 #include "RunningProgram.h"
 #include "core/Settings.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 bool settingsAreValid(const QByteArray &bytes)

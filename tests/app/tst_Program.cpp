@@ -1,5 +1,5 @@
 #include "ProgramDesk.h"
-#include "store/Database.h"
+#include "options/frmOptions.h"
 
 using Desk = ProgramDesk;
 
@@ -26,36 +26,31 @@ private Q_SLOTS:
         }
         QVERIFY(!desk.logged(">  !"));
         QVERIFY(desk.window().isVisible());
-        QVERIFY(desk.window().windowTitle().startsWith(u"Corner Desk "_s));
+        QCOMPARE(desk.window().windowTitle(), u"Corner Desk Version 1.00C42"_s);
     }
 
-    void flagsAndSettingsDecideWhatACallShows_data()
-    {
-        const support::Table<QString, int, int, bool, int> row("number", "all", "list", "popsUp", "rows");
-        row("customer who pops up", vipNumber, 0, 0, true, 1);
-        row("pop-up flag is off", silentNumber, 0, 0, false, 0);
-        row("every call pops up", silentNumber, 1, 0, true, 1);
-        row("unknown, listed", u"2125550188"_s, 0, 1, false, 1);
-    }
     void flagsAndSettingsDecideWhatACallShows()
     {
-        QFETCH(QString, number);
-        QFETCH(int, all);
-        QFETCH(int, list);
-        QFETCH(bool, popsUp);
-        Desk desk;
-        core::SettingsRecord record;
-        record.PopupAllLines = qint16(all);
-        record.ListUnpoppedCalls = qint16(list);
-        desk.writeFile(desk.paths.SettingsFile, record.toBytes());
-        QVERIFY(desk.start());
-        desk.window().hide();
-        desk.send(call(number, u"Harbor Lantern Hotel"_s));
-        QTRY_COMPARE(desk.logged("<CRMV1"), 2);
-        QTRY_VERIFY(desk.lastCaller().contains(number)); // the bar names every caller
-        QTRY_COMPARE(support::openForm<lookup::frmPopUp>() != nullptr, popsUp);
-        QCOMPARE(desk.window().isVisible(), popsUp);
-        QTEST(desk.window().calls().rowCount(), "rows");
+        const QString unknownNumber = u"2125550188"_s;
+        for (const auto &[number, all, list, popsUp, rows] : {std::tuple(vipNumber, 0, 0, true, 1),
+                                                              {silentNumber, 0, 0, false, 0},
+                                                              {silentNumber, 1, 0, true, 1},
+                                                              {silentNumber, 2, 0, false, 0},
+                                                              {unknownNumber, 0, -1, false, 1}}) {
+            Desk desk;
+            core::SettingsRecord record;
+            record.PopupAllLines = qint16(all);
+            record.ListUnpoppedCalls = qint16(list);
+            desk.writeFile(desk.paths.SettingsFile, record.toBytes());
+            QVERIFY(desk.start());
+            desk.window().hide();
+            desk.send(call(number, u"Harbor Lantern Hotel"_s));
+            QTRY_COMPARE(desk.logged("<CRMV1"), 2);
+            QTRY_VERIFY(desk.lastCaller().contains(number)); // the bar names every caller
+            QTRY_COMPARE(openForm<lookup::frmPopUp>() != nullptr, popsUp);
+            QCOMPARE(desk.window().isVisible(), popsUp);
+            QCOMPARE(desk.window().calls().rowCount(), rows);
+        }
     }
 
     void aVipPopsUpWithRowBarAndPlace()
@@ -63,25 +58,30 @@ private Q_SLOTS:
         Desk desk;
         desk.runSql(desk.paths.StartFolder + u"/AreaCode.mdb"_s,
                     u"create table placename (AreaCode text, Area text, PlaceName text);"
-                    "insert into placename values('617','North','Harbour')"_s);
+                    "insert into placename values('617','North','Harbour'), ('6','Far','Out'), "
+                    "('617','Second','Entry'), ('x1','Small','x'), (null,'No','Code'), "
+                    "('1234567890123456789012345','Long',null)"_s);
         QVERIFY(desk.start());
         desk.send(call(vipNumber, u"老街火锅店"_s));
-        QTRY_VERIFY(support::openForm<lookup::frmPopUp>() != nullptr);
-        QCOMPARE(support::openForm<lookup::frmPopUp>()->findChild<QLabel *>(u"lblCallerNumber"_s)->text(),
-                 vipNumber);
+        QCOMPARE((find<lookup::frmPopUp, QLabel>("lblCallerNumber")->text()), vipNumber);
         QCOMPARE(desk.window().calls().cell(0, u"CallerID"_s), vipNumber);
         QCOMPARE(desk.window().calls().cell(0, u"LineNo"_s), u"5550100"_s);
         QCOMPARE(desk.window().calls().cell(0, u"ID"_s), u"CUSTOMER1"_s);
         QTRY_VERIFY(desk.source().endsWith(u"2026-11-21 09:30:15  127.0.0.1"_s));
-        QTRY_VERIFY(desk.lastCaller().startsWith(
-            u"   6175550101     老街火锅店     North(Harbour)\nlast call time:2026-11-20 10:42 ext:"_s));
+        QTRY_COMPARE(desk.lastCaller(), u"   6175550101     老街火锅店     North(Harbour)\n"
+                                        "last call time:2026-11-20 10:42 ext:201      tel:5550106        "_s);
+        for (const auto &[number, place] : {std::pair(u"618"_s, "Far(Out)\n"_L1),
+                                            {u"12345678901234567890123456789"_s, "Long()\n"_L1},
+                                            {u"X1"_s, "\n"_L1}}) {
+            desk.send(call(number, {}));
+            QTRY_VERIFY(desk.lastCaller().startsWith(u"   "_s + number + u"          "_s + place));
+        }
     }
 
     void callsWaitWhileTheQuestionBeforeTheEndIsOpen()
     {
         Desk desk;
         QVERIFY(desk.start());
-        auto *exit = desk.window().findChild<QAction *>(u"Command2"_s);
         desk.prompts.expect(false, [&] {
             for (int number = 1; number <= 20; ++number) {
                 desk.send(call(vipNumber, u"Call %1"_s.arg(number)));
@@ -91,13 +91,13 @@ private Q_SLOTS:
             }
             QCOMPARE(desk.logged("<CRMV1"), 0);
         });
-        exit->trigger();
+        desk.choose("Command2");
         QVERIFY(!desk.ended);
         QTRY_COMPARE(desk.window().calls().rowCount(), 20);
         QCOMPARE(desk.window().calls().cell(19, u"SimpleDes"_s), u"Call 1"_s);
         QCOMPARE(desk.window().calls().cell(0, u"SimpleDes"_s), u"Call 20"_s);
         desk.prompts.expect(true);
-        exit->trigger();
+        desk.choose("Command2");
         QVERIFY(desk.ended);
     }
 
@@ -133,46 +133,59 @@ private Q_SLOTS:
         QCOMPARE(desk.fileBytes(desk.paths.SmsFile).count('<'), 1);
     }
 
-    void aDeskWithoutFilesOnATakenPortStartsAndSaysSo()
+    void aDeskWithoutFilesStartsAndSaysSo()
     {
         Desk desk(false);
-        QUdpSocket other;
-        QVERIFY(other.bind(QHostAddress::AnyIPv4, desk.port));
-        desk.prompts.expect();
         desk.prompts.expect();
         QVERIFY(desk.start());
         QVERIFY(desk.prompts.asked.first().startsWith(u"No Lang.mdb file found! path = "_s));
-        QCOMPARE(desk.prompts.asked.size(), 2);
         QVERIFY(desk.logged(">  !FixCustomerData "));
-        QVERIFY(desk.logged(">  !iniUDP 10048 "));
-        QVERIFY(desk.window().isVisible());
+        for (const auto &[button, works] : {std::pair("Command4", false),
+                                            {"Command1", false},
+                                            {"cmdCallInfo", false},
+                                            {"Command3", true}}) {
+            QCOMPARE(desk.window().findChild<QToolButton *>(QLatin1String(button))->isEnabled(), works);
+        }
     }
 
-    void aDatabaseThatCannotBeReadIsNamedAndCallsShow_data()
+    void aTakenPortIsToldAndHeardOnceItIsFree()
     {
-        const support::Table<QString, QByteArray> row("file", "contents");
-        for (const char *file : {"Customer.ccsm", "SimplePhoneBook.cpbk", "Lang.mdb"}) {
-            row(file, QLatin1String(file), "");
-            row(file, QLatin1String(file), "No database");
-            row(file, QLatin1String(file), "Another schema");
-        }
+        Desk desk;
+        QUdpSocket other;
+        QVERIFY(other.bind(QHostAddress::AnyIPv4, desk.port));
+        desk.prompts.expect();
+        QVERIFY(desk.start());
+        QVERIFY(desk.prompts.asked.first().contains(u"UDP port 1972"_s));
+        QVERIFY(desk.source().contains(u"UDP port 1972"_s));
+        QVERIFY(desk.logged(">  !iniUDP 10048 "));
+        other.close();
+        desk.choose("Command3");
+        find<options::frmOptions, QTabWidget>("SSTab1")->setCurrentIndex(1);
+        type<options::frmOptions>("txtPort", u"2000"_s);
+        press<options::frmOptions>("Command3");
+        QVERIFY(!other.bind(QHostAddress::AnyIPv4, desk.port, QAbstractSocket::ShareAddress));
+        desk.showsACall();
     }
+
     void aDatabaseThatCannotBeReadIsNamedAndCallsShow()
     {
-        QFETCH(QString, file);
-        QFETCH(QByteArray, contents);
-        Desk desk;
-        const QString path = desk.paths.StartFolder + u'/' + file;
-        desk.writeFile(path, contents);
-        if (contents == "Another schema" && QFile::remove(path)) {
-            desk.runSql(path, u"create table strangers (name text)"_s);
+        for (const QString &file :
+             {u"Customer.ccsm"_s, u"SimplePhoneBook.cpbk"_s, u"Lang.mdb"_s, u"AreaCode.mdb"_s}) {
+            for (const char *contents : {"", "No database", "Another schema"}) {
+                Desk desk;
+                const QString path = desk.paths.StartFolder + u'/' + file;
+                desk.writeFile(path, contents);
+                if (contents == "Another schema"_ba && QFile::remove(path)) {
+                    desk.runSql(path, u"create table strangers (name text)"_s);
+                }
+                QVERIFY(desk.start());
+                desk.showsACall();
+                QStringList errors = desk.logMessages().filter(QRegularExpression(u"^!"_s));
+                QVERIFY2(!errors.isEmpty(), qPrintable(file));
+                QCOMPARE(errors.removeDuplicates(), 0); // one a procedure that needed the file
+                QCOMPARE(errors.filter(file), errors);
+            }
         }
-        QVERIFY(desk.start());
-        desk.showsACall();
-        QStringList errors = desk.logMessages().filter(QRegularExpression(u"^!"_s));
-        QVERIFY(!errors.isEmpty());
-        QCOMPARE(errors.removeDuplicates(), 0); // one a procedure that needed the file
-        QCOMPARE(errors.filter(file), errors);
     }
 
     void customersThatWereLockedAtTheStartAreReadOnceTheyAreFree()
@@ -186,8 +199,8 @@ private Q_SLOTS:
         QVERIFY(!unavailable.isEmpty());
         other.reset();
         QTRY_VERIFY(desk.source() != unavailable);
-        desk.send(call(vipNumber, u"Harbor Lantern Hotel"_s));
-        QTRY_VERIFY(support::openForm<lookup::frmPopUp>() != nullptr);
+        desk.showsACall();
+        QTRY_VERIFY(openForm<lookup::frmPopUp>() != nullptr);
         QVERIFY(desk.window().calls().cell(0, u"ID"_s) == "CUSTOMER1"_L1);
     }
 

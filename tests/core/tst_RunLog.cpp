@@ -25,16 +25,6 @@ class tst_RunLog : public QObject
     };
 
 private Q_SLOTS:
-    void anEntryIsOneStampedLine()
-    {
-        Desk desk;
-        desk.log.WriteRunLog(u"SysStarted 张"_s);
-        desk.clock.time = desk.clock.time.addSecs(43200);
-        desk.log.WriteRunLog({});
-        QCOMPARE(desk.fileBytes(desk.paths.RunLogFile),
-                 "<2026-11-21 09:30:15>  SysStarted \xE5\xBC\xA0\r\n<2026-11-21 21:30:15>  \r\n");
-    }
-
     void fileAndBoxAreErasedOnceTheyAreTooLong()
     {
         for (const auto &[file, box, mainWindow, fileAfter, boxAfter] :
@@ -55,15 +45,17 @@ private Q_SLOTS:
         }
     }
 
-    void aStrangersTextStaysInItsEntry()
+    void anEntryIsOneStampedLineWhateverAStrangerWrote()
     {
         for (const QChar lineBreak : u"\n\v\f\r\u0085\u2028\u2029"_s) {
             Desk desk;
-            desk.log.WriteRunLog(u"ring"_s + lineBreak + u"<2026-11-21 09:00:00>  forged"_s);
-            for (const QString &text :
-                 {QString::fromUtf8(desk.fileBytes(desk.paths.RunLogFile)), desk.box.text}) {
-                QVERIFY(text.endsWith("<2026-11-21 09:00:00>  forged\r\n"_L1));
-                QVERIFY(!text.chopped(2).contains(lineBreak));
+            desk.log.WriteRunLog(u"ring 张"_s + lineBreak + u"<2026-11-21 09:00:00>  forged"_s);
+            desk.clock.time = desk.clock.time.addSecs(43200);
+            desk.log.WriteRunLog({});
+            for (QString text : {QString::fromUtf8(desk.fileBytes(desk.paths.RunLogFile)), desk.box.text}) {
+                QVERIFY(text.startsWith(u"<2026-11-21 09:30:15>  ring 张"_s));
+                QVERIFY(text.endsWith("<2026-11-21 09:00:00>  forged\r\n<2026-11-21 21:30:15>  \r\n"_L1));
+                QVERIFY(!text.remove(u"\r\n"_s).contains(lineBreak));
             }
         }
     }

@@ -2,6 +2,7 @@
 
 #include "customers/CustomerEditing.h"
 #include "store/DeliveredFiles.h"
+#include "support/Rows.h"
 
 /// Records what a saved customer causes.
 struct FakeCustomerEffects : customers::CustomerEffects
@@ -18,31 +19,23 @@ struct FakeCustomerEffects : customers::CustomerEffects
     void customerDeleted(qint32 sn) override { called.append(u"customerDeleted %1"_s.arg(sn)); }
 };
 
-/// Runs one statement on the customer database and gives the first row of a select, columns joined by "|".
+/// Runs one statement on the customer database and gives the rows of a select.
 inline QString customerSql(const support::TestDesk &desk, const QString &sql, const QVariantList &bound = {})
 {
-    store::Database database(desk.paths.CustomerFile);
-    if (!sql.startsWith(u"select"_s)) {
-        database.Execute(sql, bound);
-        return {};
+    if (sql.startsWith(u"select"_s)) {
+        return support::rowsOf(desk.paths.CustomerFile, sql);
     }
-    store::Recordset rows = database.OpenRecordset(sql, bound);
-    QStringList values;
-    for (int column = 0; !rows.EOFile() && column < rows.fieldNames().size(); ++column) {
-        values.append(rows.value(column).isNull() ? u"Null"_s : rows.value(column).toString());
-    }
-    return values.join(u'|');
+    store::Database(desk.paths.CustomerFile).Execute(sql, bound);
+    return {};
 }
 
 /// Another value in each field; check boxes, whose values must repeat, are told apart by their columns.
-inline customers::CustomerRecord fullCustomer()
+inline customers::CustomerRecord fullCustomer(const QString &text = u"VALUE %1"_s)
 {
     customers::CustomerRecord customer;
-    int number = 0;
-    for (const customers::CustomerField &field : customers::customerFields()) {
-        const bool check = field.kind >= customers::FieldKind::FlagLetter;
-        customer.shown.at(size_t(number)) = check ? u"1"_s : u"VALUE %1"_s.arg(number);
-        ++number;
+    for (size_t place = 0; place < customer.shown.size(); ++place) {
+        const bool check = customers::customerFields()[place].kind >= customers::FieldKind::FlagLetter;
+        customer.shown.at(place) = check ? u"1"_s : QString(text).replace(u"%1"_s, QString::number(place));
     }
     return customer;
 }

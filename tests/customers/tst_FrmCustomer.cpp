@@ -4,7 +4,7 @@
 #include "customers/frmAddDataToExcel_Tarn20050921.h"
 #include "support/TestForms.h"
 
-using customers::FrmCustomer, customers::frmAddDataToExcel_Tarn20050921;
+using customers::FrmCustomer, customers::FrmEditCustomer, customers::frmAddDataToExcel_Tarn20050921;
 using support::find, support::openForm, support::press;
 
 class tst_FrmCustomer : public QObject
@@ -36,14 +36,7 @@ class tst_FrmCustomer : public QObject
             return find<FrmCustomer, appearance::RecordGrid>("DataGrid1");
         }
         QString shown(const char *label) const { return find<FrmCustomer, QLabel>(label)->text(); }
-        QString names() const
-        {
-            QStringList list;
-            for (int row = 0; row < grid()->model()->rowCount(); ++row) {
-                list.append(grid()->model()->index(row, 0).data().toString());
-            }
-            return list.join(u'|');
-        }
+        QString names() const { return support::columnOf(*grid()->model()); }
         void search(const QString &words) const
         {
             find<FrmCustomer, QLineEdit>("txtSearch")->clear();
@@ -55,12 +48,6 @@ class tst_FrmCustomer : public QObject
             QHeaderView *header = grid()->horizontalHeader();
             const QPoint place(header->sectionViewportPosition(column) + 8, header->height() / 2);
             QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, place);
-        }
-        void doubleClick(int row) const
-        {
-            const QPoint place = grid()->visualRect(grid()->model()->index(row, 0)).center();
-            QTest::mouseClick(grid()->viewport(), Qt::LeftButton, {}, place);
-            QTest::mouseDClick(grid()->viewport(), Qt::LeftButton, {}, place);
         }
     };
 
@@ -77,10 +64,6 @@ private Q_SLOTS:
         forms.search(u"nobody"_s);
         QCOMPARE(forms.names(), u""_s);
         QCOMPARE(forms.shown("lblCount"), u"[Totalcount]:1"_s);
-        forms.search(u"łÓDŹ"_s);
-        QCOMPARE(forms.names(), u"Zoë Łódź"_s);
-        forms.search(u"B?y"_s);
-        QCOMPARE(forms.names(), u"Bay"_s);
         find<FrmCustomer, QLineEdit>("txtSearch")->setFocus();
         QTest::keyClick(find<FrmCustomer, QLineEdit>("txtSearch"), Qt::Key_Escape);
         QCOMPARE(forms.names(), u"Zoë Łódź|anna|Bay"_s); // in the order of the table
@@ -150,15 +133,13 @@ private Q_SLOTS:
     void aRowOpensTheEditorAndTakesTheCallersNumber()
     {
         Forms forms;
-        const auto phones = [&] {
-            return find<customers::FrmEditCustomer, QLineEdit>("txtCompanyCall")->text();
-        };
+        const auto phones = [] { return find<FrmEditCustomer, QLineEdit>("txtCompanyCall")->text(); };
         press<FrmCustomer>("Command4");
         QCOMPARE(phones(), u"222"_s);
         forms.windowsOfCustomers.addCustomer(u"4444"_s, u"Bay"_s);
         QCOMPARE(forms.names(), u"Bay"_s);
         QCOMPARE(phones(), u"4444"_s);
-        forms.doubleClick(0);
+        support::clickCell(forms.grid(), 0, 0, true);
         QCOMPARE(phones(), u"333,4444"_s);
         QCOMPARE((find<FrmCustomer, QLineEdit>("txtAddToExist")->text()), u""_s);
         forms.run(u"insert into customer(SN,CustomerName) values(9,'New')"_s);

@@ -35,11 +35,7 @@ struct Saver : customers::CustomerControls
         bool going = store::FixCustomerData(log, paths, table) == 1;
         for (; going; ++number) {
             shown.SN = number % 2 == 0 ? 0 : shown.SN;
-            for (size_t field = 0; field < shown.shown.size(); ++field) {
-                const bool check =
-                    customers::customerFields().at(field).kind >= customers::FieldKind::FlagLetter;
-                shown.shown.at(field) = check ? u"1"_s : u"%1 "_s.arg(number) + QString(200, u'x');
-            }
+            shown.shown = fullCustomer(QString::number(number) + u' ' + QString(200, u'x')).shown;
             going = editing.save();
             std::printf("%d %d\n", shown.SN, number);
             std::fflush(stdout);

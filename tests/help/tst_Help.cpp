@@ -12,13 +12,6 @@ class tst_Help : public QObject
         QString file = QDir::toNativeSeparators(desk.paths.StartFolder + u"/Help/HelpENG.chlp"_s);
 
         Desk() { QDir(desk.paths.StartFolder).mkdir(u"Help"_s); }
-        void makePages()
-        {
-            desk.runSql(file, u"Create Table Help (HelpID text(100), Help memo);"
-                              "create unique index HelpID on Help (HelpID);"
-                              "insert into Help values ('Popup_MainHelp', '<b>MAIN</b>');"
-                              "insert into Help values ('Popup_Messages', 'SHORT');"_s);
-        }
         static QPlainTextEdit *txtHelp()
         {
             return support::openForm<help::frmHelp>()->findChild<QPlainTextEdit *>(u"txtHelp"_s);
@@ -26,19 +19,6 @@ class tst_Help : public QObject
     };
 
 private Q_SLOTS:
-    void aPageIsFoundByItsTrimmedId()
-    {
-        Desk desk;
-        desk.makePages();
-        for (const auto &[id, text] : {std::pair(u"Popup_MainHelp"_s, u"<b>MAIN</b>"_s),
-                                       {u" Popup_Messages "_s, u"SHORT"_s},
-                                       {u"Popup_Nothing"_s, u""_s}}) {
-            desk.window.ShowHelp(id);
-            QCOMPARE(desk.txtHelp()->toPlainText(), text);
-        }
-        QCOMPARE(desk.desk.logMessages(), QStringList());
-    }
-
     void aMissingOrDamagedFileShowsNoPageAndSaysWhy()
     {
         Desk desk;
@@ -55,11 +35,20 @@ private Q_SLOTS:
         QVERIFY(desk.prompts.asked.last().endsWith("HelpUSER.chlp"_L1));
     }
 
-    void oneWindowShowsAllPagesAndEscapeClosesIt()
+    void oneWindowShowsThePagesByTheirTrimmedIdsAndEscapeClosesIt()
     {
         Desk desk;
-        desk.makePages();
-        desk.window.ShowHelp(u"Popup_MainHelp"_s);
+        desk.desk.runSql(desk.file, u"Create Table Help (HelpID text(100), Help memo);"
+                                    "create unique index HelpID on Help (HelpID);"
+                                    "insert into Help values ('Popup_MainHelp', '<b>MAIN</b>');"
+                                    "insert into Help values ('Popup_Messages', 'SHORT');"_s);
+        for (const auto &[id, text] : {std::pair(u"Popup_Nothing"_s, u""_s),
+                                       {u" Popup_Messages "_s, u"SHORT"_s},
+                                       {u"Popup_MainHelp"_s, u"<b>MAIN</b>"_s}}) {
+            desk.window.ShowHelp(id);
+            QCOMPARE(desk.txtHelp()->toPlainText(), text);
+        }
+        QCOMPARE(desk.desk.logMessages(), QStringList());
         auto *form = support::openForm<help::frmHelp>();
         form->showMinimized();
         desk.window.ShowHelp(u"Popup_Messages"_s);

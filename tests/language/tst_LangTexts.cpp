@@ -1,4 +1,3 @@
-#include "core/TextUtilities.h"
 #include "language/Captions.h"
 #include "support/Table.h"
 
@@ -6,7 +5,6 @@
 #include <QFile>
 #include <QRegularExpression>
 #include <QStringEncoder>
-#include <QXmlStreamReader>
 
 namespace {
 
@@ -70,102 +68,14 @@ QMap<QString, QString> textsBelow(const QString &folder, const QStringList &patt
     return texts;
 }
 
-/// The letter that presses a control, folded; empty without one.
-QString mnemonicOf(const QString &text)
-{
-    const auto match = QRegularExpression(u"^(?:[^&]|&&)*&([^&])"_s).match(text);
-    return match.captured(1).toUpper();
-}
-
-/// One text of a form; its key is the designed text without a mark.
-struct Caption
-{
-    QString key;
-    QString page;  // the pages of tabs in which it stands: "2/5/"
-    bool pressed;  // its control takes a mnemonic
-    QString label; // a label takes one only when it has a buddy
-};
-
-/// The texts of a form that are translated.
-QList<Caption> captionsOf(const QString &xml)
-{
-    static const QRegularExpression translated(
-        u"^(property (text|title|windowTitle|toolTip|accessibleName|placeholderText)|attribute title)$"_s);
-    static const QRegularExpression pressed(
-        u"^Q(\\w+Button|CheckBox|GroupBox|Label) property (text|title)$"_s);
-    struct Widget
-    {
-        QString kind, name, page;
-    };
-    QList<Widget> around{{}};
-    QList<Caption> captions;
-    QSet<QString> buddied;
-    QString property;
-    int pages = 0;
-    for (QXmlStreamReader xmlReader(xml); !xmlReader.atEnd();) {
-        const QXmlStreamReader::TokenType token = xmlReader.readNext();
-        const bool widget = core::MyIn(xmlReader.name(), u"widget", u"action");
-        if (token == QXmlStreamReader::EndElement && widget) {
-            around.removeLast();
-        }
-        if (token != QXmlStreamReader::StartElement) {
-            continue;
-        }
-        const QString element = xmlReader.name().toString();
-        const QString name = xmlReader.attributes().value(u"name"_s).toString();
-        if (widget) {
-            const bool page = around.last().kind == u"QTabWidget"_s;
-            const QString kind = xmlReader.attributes().value(u"class"_s).toString();
-            around.append(
-                {kind, name, around.last().page + (page ? QString::number(++pages) + u'/' : u""_s)});
-        } else if (core::MyIn(element, u"property"_s, u"attribute"_s)) {
-            property = element + u' ' + name;
-            buddied += property == u"property buddy"_s ? QSet{around.last().name} : QSet<QString>();
-        } else if (element == u"string"_s && xmlReader.attributes().value(u"notr"_s) != u"true"_s) {
-            const Widget &shows = around.last();
-            const QString text = xmlReader.readElementText().trimmed();
-            const QString kind = shows.kind + u' ' + property;
-            const bool typed = core::MyIn(kind, u"QComboBox property text"_s, u"QLineEdit property text"_s);
-            const bool tab = property.startsWith(u"attribute"_s);
-            if (!text.isEmpty() && !typed && translated.match(property).hasMatch()) {
-                captions.append({language::withoutMnemonic(text),
-                                 tab ? around.at(around.size() - 2).page : shows.page,
-                                 tab || pressed.match(kind).hasMatch(),
-                                 shows.kind == u"QLabel"_s ? shows.name : QString()});
-            }
-        }
-    }
-    for (Caption &caption : captions) {
-        caption.pressed = caption.pressed && (caption.label.isEmpty() || buddied.contains(caption.label));
-    }
-    return captions;
-}
-
-/// The pairs of captions that one letter presses.
-QStringList clashesIn(const QString &xml, const QHash<QString, QString> &texts, const QString &where)
-{
-    QStringList clashes;
-    QMultiHash<QString, Caption> pressed;
-    for (const Caption &caption : captionsOf(xml)) {
-        const QString letter = mnemonicOf(texts.value(caption.key.toUpper()));
-        if (!caption.pressed || letter.isEmpty()) {
-            continue;
-        }
-        for (const Caption &other : pressed.values(letter)) {
-            if (caption.page.startsWith(other.page) || other.page.startsWith(caption.page)) {
-                clashes.append(u"%1: %2 and %3"_s.arg(where, other.key, caption.key));
-            }
-        }
-        pressed.insert(letter, caption);
-    }
-    return clashes;
-}
-
+/// The keys of the texts of a form that are translated.
 QStringList formTexts(const QString &xml)
 {
     QStringList keys;
-    for (const Caption &caption : captionsOf(xml)) {
-        keys.append(caption.key);
+    for (QString text :
+         matches(xml, u"<(?:property|attribute) name=\"(?:text|title|windowTitle|toolTip|"
+                      "accessibleName|placeholderText)\">\\s*<string>([^<]*[^<\\s][^<]*)<"_s)) {
+        keys.append(language::withoutMnemonic(text.replace(u"&amp;"_s, u"&"_s)).trimmed());
     }
     return keys;
 }
@@ -178,11 +88,10 @@ class tst_LangTexts : public QObject
 {
     Q_OBJECT
 
-    using Texts = QHash<QString, QString>; // by folded key
-    QMap<QString, Texts> m_texts;          // by language
-    QMap<QString, QString> m_areas;        // of each key
-    const QMap<QString, QString> m_sources = textsBelow(u"src"_s, {u"*.cpp"_s, u"*.h"_s});
-    const QMap<QString, QString> m_forms = textsBelow(u"src"_s, {u"*.ui"_s});
+    QMap<QString, QMap<QString, QString>> m_texts; // by language and folded key
+    QMap<QString, QString> m_areas;                // of each key
+    const QString m_source = textsBelow(u"src"_s, {u"*.cpp"_s, u"*.h"_s}).values().join(u'\n');
+    const QString m_forms = textsBelow(u"src"_s, {u"*.ui"_s}).values().join(u'\n');
     const QMap<QString, QString> m_pages = textsBelow(u"data/help"_s, {u"*.txt"_s});
 
     void take(const QString &code, const QString &key, QString text, const QString &line)
@@ -215,78 +124,53 @@ class tst_LangTexts : public QObject
     }
     QSet<QString> keysInUse() const
     {
-        QSet<QString> keys;
-        for (const QString &source : m_sources) {
-            for (const QString &literal : matches(source, u"\"((?:[^\"\\\\\n]|\\\\.)+)\""_s)) {
-                keys.insert(literal.toUpper());
-                for (const QString &column :
-                     matches(literal.toUpper(), u"\\[(\\w+)\\]|(?<=,|^)(\\w+)(?=,|$)"_s)) {
-                    keys.insert(column);
+        const QString source = m_source.toUpper();
+        QSet<QString> used;
+        for (const QString &key : formTexts(m_forms) + matches(source, u"\"((?:[^\"\\\\\n]|\\\\.)+)\""_s) +
+                                      matches(source, u"\\[(\\w+)\\]|(?<=[\",])(\\w+)(?=[\",])"_s)) {
+            used.insert(key.toUpper());
+        }
+        // a key that is joined of two words, as a column's name
+        for (const QString &start : matches(source, u"\"(\\w+)\"_S \\+ \\w"_s)) {
+            for (const QString &key : m_areas.keys()) {
+                if (key.startsWith(start) && used.contains(key.sliced(start.size()))) {
+                    used.insert(key);
                 }
             }
         }
-        for (const QString &form : m_forms) {
-            for (const QString &key : formTexts(form)) {
-                keys.insert(key.toUpper());
-            }
-        }
-        for (const QString &source : m_sources) { // a key that is joined of two words, as a column's name
-            for (const QString &joined : matches(source.toUpper(), u"\"(\\w+)\"_S \\+ \\w"_s)) {
-                for (const QString &key : m_areas.keys()) {
-                    if (key.startsWith(joined) && keys.contains(key.sliced(joined.size()))) {
-                        keys.insert(key);
-                    }
-                }
-            }
-        }
-        return keys;
+        return used;
     }
 
 private Q_SLOTS:
     void everyTextIsSoundInItsLanguage()
     {
         const QMap<QString, QString> files = textsBelow(u"data/lang"_s, {u"*.tsv"_s});
-        for (const bool own : {false, true}) {
-            for (auto file = files.begin(); file != files.end(); ++file) {
-                const qsizetype slash = file.key().indexOf(u'/');
-                if (own == (slash > 0)) {
-                    const QString code = file.key().left(qMax(slash, 0));
-                    const QStringList codes =
-                        own ? QStringList{code} : QStringList{u"ENG"_s, u"CHS"_s, u"CHT"_s};
-                    const QString columns = own ? u"text"_s : codes.join(u'\t');
-                    QVERIFY2(file->startsWith(u"id\t"_s + columns + u'\n'), qPrintable(file.key()));
-                    readArea(file.key().sliced(slash + 1), *file, codes);
-                }
-            }
+        const auto isOfOneLanguage = [](const QString &path) { return path.contains(u'/'); };
+        QStringList paths = files.keys();
+        std::ranges::stable_sort(paths, {}, isOfOneLanguage);
+        for (const QString &path : paths) {
+            const QStringList codes = isOfOneLanguage(path) ? QStringList{path.section(u'/', 0, 0)}
+                                                            : QStringList{u"ENG"_s, u"CHS"_s, u"CHT"_s};
+            const QString columns = isOfOneLanguage(path) ? u"text"_s : codes.join(u'\t');
+            QVERIFY2(files[path].startsWith(u"id\t"_s + columns + u'\n'), qPrintable(path));
+            readArea(path.section(u'/', -1), files[path], codes);
         }
     }
 
     void everyLanguageThatIsThereIsWhole()
     {
-        const Texts english = m_texts.value(u"ENG"_s);
-        QVERIFY(english.size() > 50);
+        QVERIFY(m_areas.size() > 50);
         for (const QString &code : m_texts.keys()) {
             QVERIFY2(characterSets.contains(code), qPrintable(code));
-            QStringList differing;
-            for (const QString &key : m_areas.keys()) {
-                if (english.contains(key) != m_texts.value(code).contains(key)) {
-                    differing.append(key);
-                }
-            }
-            QVERIFY2(differing.isEmpty(),
-                     qPrintable(code + u" lacks or invents "_s + differing.join(u", "_s)));
+            QStringList lacking = m_areas.keys();
+            lacking.removeIf([&](const QString &key) { return m_texts.value(code).contains(key); });
+            QVERIFY2(lacking.isEmpty(), qPrintable(code + u" lacks "_s + lacking.join(u", "_s)));
         }
     }
 
     void everyTextThatTheProgramLooksUpHasARow()
     {
-        QStringList missing;
-        for (const QString &source : m_sources) {
-            missing += matches(source, u"\\bLms\\(\\s*u\"([^\"]+)\"_s"_s);
-        }
-        for (const QString &form : m_forms) {
-            missing += formTexts(form);
-        }
+        QStringList missing = formTexts(m_forms) + matches(m_source, u"\\bLms\\(\\s*u\"([^\"]+)\"_s"_s);
         missing.removeIf([this](const QString &key) { return m_areas.contains(key.toUpper()); });
         QVERIFY2(missing.isEmpty(), qPrintable(missing.join(u", "_s)));
     }
@@ -297,17 +181,6 @@ private Q_SLOTS:
         const QSet<QString> used = keysInUse();
         unused.removeIf([&](const QString &key) { return used.contains(key); });
         QVERIFY2(unused.isEmpty(), qPrintable(unused.join(u", "_s)));
-    }
-
-    void noLetterPressesTwoControlsThatAreSeenTogether()
-    {
-        QStringList clashes;
-        for (const QString &code : m_texts.keys()) {
-            for (auto form = m_forms.begin(); form != m_forms.end(); ++form) {
-                clashes += clashesIn(*form, m_texts.value(code), code + u' ' + form.key());
-            }
-        }
-        QVERIFY2(clashes.isEmpty(), qPrintable(clashes.join(u", "_s)));
     }
 
     void everyHelpPageIsThereInEachLanguage()
@@ -321,10 +194,8 @@ private Q_SLOTS:
                      qPrintable(page.key()));
             ids[path.at(0)].append(path.at(1));
         }
-        for (const QString &source : m_sources) {
-            for (const QString &id : matches(source, u"\"(Popup_\\w+)\""_s)) {
-                QVERIFY2(ids[u"ENG"_s].contains(id + u".txt"_s), qPrintable(id));
-            }
+        for (const QString &id : matches(m_source, u"\"(Popup_\\w+)\""_s)) {
+            QVERIFY2(ids[u"ENG"_s].contains(id + u".txt"_s), qPrintable(id));
         }
         for (const QString &code : ids.keys()) {
             QVERIFY2(ids[code] == ids[u"ENG"_s], qPrintable(code));

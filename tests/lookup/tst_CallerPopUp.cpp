@@ -10,7 +10,7 @@ class tst_CallerPopUp : public QObject
     template <typename Control>
     static Control *find(const char *name)
     {
-        return card()->findChild<Control *>(QLatin1String(name));
+        return support::find<lookup::frmPopUp, Control>(name);
     }
 
     static core::CallRecord caller(const QString &number, const QString &vip = {},
@@ -46,55 +46,44 @@ class tst_CallerPopUp : public QObject
     };
 
 private Q_SLOTS:
-    void theMarksDecideColorsAndWords_data()
-    {
-        const support::Table<QString, QString, bool, QColor, QColor, QString> row(
-            "vip", "blackList", "alwaysShows", "ground", "text", "notice");
-        const QColor green(0, 255, 0), red(255, 0, 0), blue(0, 0, 255), black(0, 0, 0), white(255, 255, 255);
-        row("ordinary", u"YES"_s, u"y"_s, false, green, blue, u""_s);
-        row("VIP", u"Y"_s, u"N"_s, true, red, blue, u"[VIPattention]"_s);
-        row("black-listed", u""_s, u"Y"_s, true, black, white, u"[ListInBlackAttention]"_s);
-        row("both", u"Y"_s, u"Y"_s, true, black, white, u"[ListInBlackAttention]"_s);
-    }
     void theMarksDecideColorsAndWords()
     {
-        QFETCH(QString, vip);
-        QFETCH(QString, blackList);
-        QFETCH(QString, notice);
-        Desk desk;
-        const core::CallRecord record = caller(u"5550144"_s, vip, blackList);
-        QTEST(lookup::decidePopUp(lookup::popupInfoOf(record), false, desk.texts).has_value(), "alwaysShows");
-        desk.pop(record);
-        QCOMPARE(find<QLineEdit>("txtAbout")->text(), u"5550144     Jane <b>Miller </b>"_s);
-        QCOMPARE(find<QPlainTextEdit>("txtContent")->toPlainText(), QString(256, u'w'));
-        for (const char *box : {"txtAbout", "txtContent"}) {
-            QTEST(find<QWidget>(box)->palette().color(QPalette::Base), "ground");
-            QTEST(find<QWidget>(box)->palette().color(QPalette::Text), "text");
-        }
-        QCOMPARE(find<QLabel>("lblBlackListNotice")->text(), notice);
-        QCOMPARE(find<QLabel>("lblBlackListNotice")->isVisible(), !notice.isEmpty());
-        QCOMPARE(find<QLabel>("lblCallerNumber")->textFormat(), Qt::PlainText);
-        for (QString core::CallRecord::*field : {&core::CallRecord::SnText, &core::CallRecord::SimpleDes}) {
-            core::CallRecord nobody = record; // unknown, or without a name
-            (nobody.*field).clear();
-            QVERIFY(!lookup::decidePopUp(lookup::popupInfoOf(nobody), true, desk.texts));
+        const QColor green(0, 255, 0), red(255, 0, 0), blue(0, 0, 255), black(0, 0, 0), white(255, 255, 255);
+        for (const auto &[vip, blackList, alwaysShows, ground, text, notice] :
+             {std::tuple(u"YES"_s, u"y"_s, false, green, blue, u""_s),
+              {u"Y"_s, u"N"_s, true, red, blue, u"[VIPattention]"_s},
+              {u""_s, u"Y"_s, true, black, white, u"[ListInBlackAttention]"_s},
+              {u"Y"_s, u"Y"_s, true, black, white, u"[ListInBlackAttention]"_s}}) {
+            Desk desk;
+            const core::CallRecord record = caller(u"5550144"_s, vip, blackList);
+            const auto decided = lookup::decidePopUp(lookup::popupInfoOf(record), false, desk.texts);
+            QCOMPARE(decided.has_value(), alwaysShows);
+            desk.pop(record);
+            QCOMPARE(find<QLineEdit>("txtAbout")->text(), u"5550144     Jane <b>Miller </b>"_s);
+            QCOMPARE(find<QPlainTextEdit>("txtContent")->toPlainText(), QString(256, u'w'));
+            for (const char *box : {"txtAbout", "txtContent"}) {
+                QCOMPARE(find<QWidget>(box)->palette().color(QPalette::Base), ground);
+                QCOMPARE(find<QWidget>(box)->palette().color(QPalette::Text), text);
+            }
+            QCOMPARE(find<QLabel>("lblBlackListNotice")->text(), notice);
+            QCOMPARE(find<QLabel>("lblBlackListNotice")->isVisible(), !notice.isEmpty());
+            QCOMPARE(find<QLabel>("lblCallerNumber")->textFormat(), Qt::PlainText);
+            for (QString core::CallRecord::*field :
+                 {&core::CallRecord::SnText, &core::CallRecord::SimpleDes}) {
+                core::CallRecord nobody = record; // unknown, or without a name
+                (nobody.*field).clear();
+                QVERIFY(!lookup::decidePopUp(lookup::popupInfoOf(nobody), true, desk.texts));
+            }
         }
     }
 
-    void aTurnWithSeveralCallsShowsTheNewest()
+    void theNewestCallsCardStandsInTheCornerAndLeavesTheKeyboardAlone()
     {
         Desk desk;
         desk.popUp.ShowPopup(caller(u"5550144"_s));
         desk.popUp.ShowPopup(caller(u"5550177"_s));
-        desk.popUp.ShowPopup(core::CallRecord()); // pops nobody up and leaves the card to the others
-        QTRY_VERIFY(card() != nullptr);
+        desk.pop(core::CallRecord()); // pops nobody up and leaves the card to the others
         QCOMPARE(find<QLabel>("lblCallerNumber")->text(), u"5550177"_s);
-    }
-
-    void theCardStandsInTheCornerAndLeavesTheKeyboardAlone()
-    {
-        Desk desk;
-        desk.pop(caller(u"5550144"_s));
         QVERIFY(card()->testAttribute(Qt::WA_ShowWithoutActivating));
         const QRect free = desk.mainWindow.screen()->availableGeometry();
         QVERIFY(free.contains(card()->geometry()));
@@ -112,13 +101,10 @@ private Q_SLOTS:
     void buttonsAndEscapeEndTheCard()
     {
         Desk desk;
-        for (const char *button : {"Command2", "Command1", "Escape"}) {
+        for (const char *button : {"Command2", "Command1", ""}) {
             desk.pop(caller(u"5550144"_s));
-            if (auto *pressed = find<QPushButton>(button)) {
-                QTest::mouseClick(pressed, Qt::LeftButton);
-            } else {
-                QTest::keyClick(card(), Qt::Key_Escape);
-            }
+            *button == '\0' ? QTest::keyClick(card(), Qt::Key_Escape)
+                            : support::press<lookup::frmPopUp>(button);
             QTRY_COMPARE(card(), nullptr);
             QCOMPARE(desk.navigator.shown, QStringList{u"Show_Editor CUSTOMER 70007"_s}); // by the first
         }

@@ -32,7 +32,7 @@ struct OptionsDesk : support::TestForms, options::OptionsEffects
     template <typename Control>
     static Control *find(const char *name)
     {
-        return form()->template findChild<Control *>(QLatin1String(name));
+        return support::find<Form, Control>(name);
     }
-    static void press(const char *button) { QTest::mouseClick(find<QPushButton>(button), Qt::LeftButton); }
+    static void press(const char *button) { support::press<Form>(button); }
 };

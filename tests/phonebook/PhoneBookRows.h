@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/Rows.h"
 #include "support/TestDesk.h"
 
 /// The rows of the phone book that the tests begin with; the third has nothing but its key.
@@ -13,14 +14,5 @@ inline const QString phoneBookRows =
 /// The table as it stands, one line a row.
 inline QStringList tableRows(const support::TestDesk &desk)
 {
-    QStringList rows;
-    store::Database(desk.paths.PhoneBookFile)
-        .forEachRow(u"select * from phonebook order by SN"_s, [&rows](const store::Row &row) {
-            QStringList fields;
-            for (int column = 0; column < 6; ++column) {
-                fields.append(row.text(column));
-            }
-            rows.append(fields.join(u'|'));
-        });
-    return rows;
+    return support::rowsOf(desk.paths.PhoneBookFile, u"select * from phonebook order by SN"_s).split(u'\n');
 }

@@ -1,12 +1,12 @@
 #include "DeliveredFiles.h"
-
-#include <QFileInfo>
+#include "store/Connection.h"
+#include "support/Rows.h"
 
 #include <sqlite3.h>
 
-using store::Database;
-using store::Row;
+using store::Database, store::Recordset, store::Row;
 
+/// Database files, the cursor over a table or a query, and the connection that searches with percent signs.
 class tst_Database : public QObject
 {
     Q_OBJECT
@@ -52,14 +52,27 @@ class tst_Database : public QObject
         return u"opened"_s;
     }
 
+    static void saveTelno(Recordset &rows, const QString &telno)
+    {
+        rows.setValue(u"telno"_s, telno);
+        rows.Update();
+    }
+
     std::unique_ptr<support::TestDesk> m_desk;
-    QString m_path;
+    QString m_path, m_phoneBook;
 
 private Q_SLOTS:
     void init()
     {
         m_desk = std::make_unique<support::TestDesk>();
         m_path = m_desk->paths.CustomerFile;
+        m_phoneBook = m_desk->paths.PhoneBookFile;
+        m_desk->runSql(m_phoneBook,
+                       u"Create Table phonebook (SN counter, Telno text(255), simpledes text(255));"
+                       "create unique index SN on phonebook (SN);"
+                       "create index Simpledes on phonebook (simpledes);"
+                       "insert into phonebook(Telno,simpledes) values('00123','zoe'),"
+                       "('00123','Łucja 50* off'),('00123','anna 50%')"_s);
     }
 
     void aFileThatIsNoUsableDatabaseSaysSo()
@@ -116,7 +129,7 @@ private Q_SLOTS:
         deliver(u"Customer"_s, m_path, addCustomers);
         executeRaw(m_path, "reindex JET; pragma user_version=0;");
         Database database(m_path);
-        store::Recordset rows = database.OpenRecordset(u"Customer"_s);
+        Recordset rows = database.OpenRecordset(u"Customer"_s);
         rows.setIndex(u"CustomerName"_s);
         QVERIFY(rows.Seek(u"CUSTOMER 800 "_s));
         QCOMPARE(rows.value(u"SN"_s).toInt(), 200);
@@ -145,7 +158,93 @@ private Q_SLOTS:
         QVERIFY(QFile::remove(m_path));
         const auto fail = [](Database &) { throw core::Error(0, u"full"_s); };
         QVERIFY_THROWS_EXCEPTION(core::Error, deliver(u"Customer"_s, m_path, fail));
-        QCOMPARE(QFileInfo(m_path).dir().entryList(QDir::Files), QStringList());
+        QCOMPARE(QDir(m_desk->paths.StartFolder).entryList(QDir::Files),
+                 QStringList(u"SimplePhoneBook.cpbk"_s));
+    }
+
+    void aRowIsFoundByItsIndexAndChangedOrDeletedByItsKey()
+    {
+        Database phoneBook(m_phoneBook);
+        Recordset rows = phoneBook.OpenRecordset(u"Phonebook"_s);
+        rows.setIndex(u"Simpledes"_s);
+        QVERIFY(rows.Seek(u"ANNA 50% "_s));
+        rows.Edit();
+        saveTelno(rows, u"1e5"_s);
+        rows.setIndex(u"SN"_s);
+        QVERIFY(rows.Seek(u"3"_s));
+        QCOMPARE(rows.value(u"Telno"_s).toString(), u"1e5"_s);
+        QVERIFY(rows.Seek(2));
+        rows.Delete();
+        rows.MoveNext();
+        QCOMPARE(rows.value(u"SN"_s).toInt(), 3);
+        rows.MovePrevious();
+        QCOMPARE(rows.value(u"SN"_s).toInt(), 1);
+        rows.MoveLast();
+        QCOMPARE(rows.value(u"SN"_s).toInt(), 3);
+        QVERIFY(!rows.Seek(u""_s));
+        QVERIFY_THROWS_EXCEPTION(core::Error, rows.Edit());
+    }
+
+    void twoDesksAddChangeAndDeleteInOneFile()
+    {
+        Database phoneBook(m_phoneBook);
+        Database other(m_phoneBook);
+        Recordset mine = phoneBook.OpenRecordset(u"Phonebook"_s);
+        Recordset theirs = other.OpenRecordset(u"Phonebook"_s);
+        mine.AddNew();
+        theirs.AddNew(); // each knows the number of its row before it is written
+        QCOMPARE(mine.value(u"SN"_s).toInt(), 4);
+        saveTelno(theirs, u"theirs"_s);
+        saveTelno(mine, u"mine"_s);
+        QCOMPARE(support::rowsOf(m_phoneBook, u"select sn,telno from phonebook where sn > 3"_s),
+                 u"4|mine\n5|theirs"_s);
+        for (Recordset *desk : {&mine, &theirs}) {
+            desk->MoveFirst();
+            desk->Edit();
+        }
+        saveTelno(theirs, u"first"_s);
+        saveTelno(mine, u"later"_s);
+        theirs.MoveFirst();
+        QCOMPARE(theirs.value(u"Telno"_s).toString(), u"later"_s);
+        mine.Edit();
+        theirs.Delete();
+        QVERIFY_THROWS_EXCEPTION(core::Error, saveTelno(mine, u"lost"_s));
+    }
+
+    void deletingWhileWalkingVisitsEveryRowOnce()
+    {
+        Database phoneBook(m_phoneBook);
+        Recordset rows = phoneBook.OpenRecordset(u"select * from phonebook order by Simpledes"_s);
+        QString names;
+        for (; !rows.EOFile(); rows.MoveNext()) {
+            names += rows.value(2).toString().first(1);
+            rows.Delete();
+            QVERIFY_THROWS_EXCEPTION(core::Error, rows.value(1));
+        }
+        QCOMPARE(names, u"aŁz"_s);
+        QVERIFY(rows.BOF() && rows.EOFile());
+    }
+
+    void aConnectionStaysOnItsFileAndSearchesWithPercentSigns()
+    {
+        store::Connection connection;
+        QVERIFY(!store::ConnectDatabase(m_desk->log, connection, u"elsewhere"_s));
+        QVERIFY(m_desk->logMessages().constLast().startsWith(u"!ConnectDatabase 14 "_s));
+        QVERIFY(store::ConnectDatabase(m_desk->log, connection, m_phoneBook));
+        QVERIFY(store::ConnectDatabase(m_desk->log, connection, u"elsewhere"_s));
+        for (const auto &[pattern, count] :
+             {std::pair(u"%łUCJA%"_s, 1), {u"%50* o%"_s, 1}, {u"% 50_%"_s, 2}, {u"%"_s, 3}, {u"x"_s, 0}}) {
+            Recordset rows = connection.database().OpenRecordset(
+                u"select * from phonebook where simpledes like '"_s + pattern + u'\'');
+            QCOMPARE(store::GetRecordSetRows(m_desk->log, rows), count);
+        }
+    }
+
+    void textsAreFilledToTheirWidth()
+    {
+        QCOMPARE(store::FillString(m_desk->log, u"ab"_s, true, 5, u"xy"_s), u"abxyx"_s);
+        QCOMPARE(store::FillString(m_desk->log, u"ab"_s, false, 5, u"xy"_s), u"yxyab"_s);
+        QCOMPARE(store::FillString(m_desk->log, u"ab"_s, true, 5, u""_s), u""_s);
     }
 };
 

@@ -14,25 +14,22 @@
 namespace support {
 
 /// A clock that stands until it is told to move.
-class FakeClock : public core::Clock
+struct FakeClock : core::Clock
 {
-public:
     QDateTime time = QDateTime(QDate(2026, 11, 21), QTime(9, 30, 15));
     QDateTime now() const override { return time; }
 };
 
 /// Answers "[key]" for every key, so that a test sees both that a text was looked up and which.
-class KeyTexts : public core::TextLookup
+struct KeyTexts : core::TextLookup
 {
-public:
     QString Lms(const QString &key) const override { return u'[' + key + u']'; }
 };
 
 /// Answers from a script and records what was asked. A prompt that no test announced fails the test, and so
 /// does an announced one that never came.
-class FakePrompts : public core::Prompts
+struct FakePrompts : core::Prompts
 {
-public:
     FakePrompts() = default;
     ~FakePrompts() override
     {
@@ -91,9 +88,8 @@ private:
 };
 
 /// Records what the system was asked to open.
-class FakeShell : public core::Shell
+struct FakeShell : core::Shell
 {
-public:
     QStringList opened; ///< one line a call, such as "openPage http://desk.example"
 
     bool openPage(const QString &address) override { return record("openPage", address); }
@@ -110,25 +106,22 @@ private:
 };
 
 /// Records the commands that were sent.
-class FakeServer : public core::Server
+struct FakeServer : core::Server
 {
-public:
     QStringList sent;
     void SendServer(const QString &text) override { sent.append(text); }
 };
 
 /// Keeps what was printed.
-class FakePrinter : public core::Printer
+struct FakePrinter : core::Printer
 {
-public:
     QList<core::PrintedReport> printed;
     void print(const core::PrintedReport &report) override { printed.append(report); }
 };
 
 /// Records which windows were asked for; shows none.
-class FakeNavigator : public core::Navigator
+struct FakeNavigator : core::Navigator
 {
-public:
     QSet<core::Window> available; ///< what canShow answers
     QStringList shown;            ///< one line a call, such as "Show_Editor CUSTOMER 7"
 

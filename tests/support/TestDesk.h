@@ -13,9 +13,8 @@
 namespace support {
 
 /// A desk in a temporary folder: start and data folder, run log, clock. Everything a unit of logic needs.
-class TestDesk
+struct TestDesk
 {
-public:
     TestDesk()
     {
         QDir(folder.path()).mkdir(u"start"_s);

@@ -24,12 +24,14 @@ Form *openForm(const QString &name = {})
     return shown != windows.end() ? qobject_cast<Form *>(*shown) : nullptr;
 }
 
-/// A control of the shown window of a class, by its name.
+/// A control, by its name, of the window of a class once that opens; without it no test can go on.
 template <typename Form, typename Control = QAbstractButton>
 Control *find(const char *name)
 {
-    const Form *form = openForm<Form>();
-    return form == nullptr ? nullptr : form->template findChild<Control *>(QLatin1String(name));
+    if (!QTest::qWaitFor([] { return openForm<Form>() != nullptr; })) {
+        qFatal("%s did not open", Form::staticMetaObject.className());
+    }
+    return openForm<Form>()->template findChild<Control *>(QLatin1String(name));
 }
 template <typename Form>
 void press(const char *button)
@@ -40,16 +42,15 @@ void press(const char *button)
 template <typename Form>
 void type(const char *box, const QString &text)
 {
-    auto *edit = find<Form, QLineEdit>(box);
+    auto *edit = find<Form, QWidget>(box);
     edit->setFocus();
-    edit->selectAll();
+    QTest::keyClick(edit, Qt::Key_A, Qt::ControlModifier);
     QTest::keyClicks(edit, text);
 }
 
 /// What forms need besides a desk.
-class TestForms
+struct TestForms
 {
-public:
     TestDesk desk;
     FakePrompts prompts;
     FakeNavigator navigator;

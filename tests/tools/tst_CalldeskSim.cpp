@@ -10,7 +10,7 @@ class tst_CalldeskSim : public QObject
 {
     Q_OBJECT
 
-    QTemporaryDir m_folder;
+    support::TestDesk m_desk;
     std::unique_ptr<QUdpSocket> m_program;
 
     QString toUs(const QString &options) const
@@ -28,9 +28,8 @@ class tst_CalldeskSim : public QObject
     }
     QString makeFile(const QString &name, const QString &content) const
     {
-        QFile file(m_folder.filePath(name));
-        const bool made = file.open(QIODevice::WriteOnly) && file.write(content.toUtf8()) >= 0;
-        return made ? file.fileName() : QString();
+        m_desk.writeFile(m_desk.folder.filePath(name), content.toUtf8());
+        return m_desk.folder.filePath(name);
     }
 
 private Q_SLOTS:
@@ -96,16 +95,15 @@ private Q_SLOTS:
 
     void aRunLogGivesBackItsDatagramsOnce()
     {
-        support::TestDesk desk;
         const QString call = u"<CRMV1  first call  "_s; // the blanks at its end belong to it
         const QString status = u"CHANNELSTATUS"_s.leftJustified(50) + u"idle"_s;
         for (const QString &entry : {u"IP State 4"_s, call, call, call, call, // the same call came twice
                                      u"<CID       5550100"_s, u"<CRMV1 a\r\nb"_s,
                                      u"!winsock1 DataArrival 5 text"_s, // a call that was not handled
                                      u"SHUTDOWNALL"_s, status, status, u"garbage"_s}) {
-            desk.log.WriteRunLog(entry);
+            m_desk.log.WriteRunLog(entry);
         }
-        const ToolRun printed = runTool(PROGRAM, u"--print --replay "_s + desk.paths.RunLogFile);
+        const ToolRun printed = runTool(PROGRAM, u"--print --replay "_s + m_desk.paths.RunLogFile);
         QCOMPARE(printed.output.split(u'\n'), QStringList({call, call, u"<CID       5550100"_s,
                                                            u"<CRMV1 a\u240D\u240Ab"_s, status, QString()}));
     }

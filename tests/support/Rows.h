@@ -1,0 +1,46 @@
+#pragma once
+
+#include "store/Database.h"
+#include "support/Table.h"
+
+#include <QAbstractItemView>
+
+namespace support {
+
+/// The rows of a select on a database file: cells parted by "|", with "Null" for a Null, rows by a line
+/// break.
+inline QString rowsOf(const QString &path, const QString &select)
+{
+    store::Database database(path);
+    store::Recordset rows = database.OpenRecordset(select);
+    QStringList lines;
+    for (; !rows.EOFile(); rows.MoveNext()) {
+        QStringList cells;
+        for (int column = 0; column < rows.fieldNames().size(); ++column) {
+            cells.append(rows.value(column).isNull() ? u"Null"_s : rows.value(column).toString());
+        }
+        lines.append(cells.join(u'|'));
+    }
+    return lines.join(u'\n');
+}
+
+/// A column of a list as it is shown, its cells parted by "|".
+inline QString columnOf(const QAbstractItemModel &model, int column = 0)
+{
+    QStringList cells;
+    for (int row = 0; row < model.rowCount(); ++row) {
+        cells.append(model.index(row, column).data().toString());
+    }
+    return cells.join(u'|');
+}
+
+inline void clickCell(const QAbstractItemView *view, int row, int column, bool twice = false)
+{
+    const QPoint place = view->visualRect(view->model()->index(row, column)).center();
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, place);
+    if (twice) {
+        QTest::mouseDClick(view->viewport(), Qt::LeftButton, {}, place);
+    }
+}
+
+} // namespace support
