@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QFileInfo>
+#include <QPointer>
 
 #include <algorithm>
 
@@ -104,9 +105,11 @@ void Windows::showCustomerList(const QString &query)
 
 bool Windows::closeAll()
 {
-    const QWidgetList windows = QApplication::topLevelWidgets();
+    const QWidgetList all = QApplication::topLevelWidgets();
+    const QList<QPointer<QWidget>> windows(all.begin(), all.end()); // a tip may end while a question is open
     return std::all_of(windows.begin(), windows.end(), [this](QWidget *window) {
-        return window == &m_context.mainWindow() || !window->isVisible() || window->close();
+        return window == nullptr || window == &m_context.mainWindow() || !window->isVisible() ||
+               window->close();
     });
 }
 

@@ -34,12 +34,6 @@ void setCheckValue(QCheckBox &box, int value)
     box.setCheckState(value == 0 ? Qt::Unchecked : value == grey ? Qt::PartiallyChecked : Qt::Checked);
 }
 
-// Not toPlainText(), which turns no-break spaces into blanks.
-QString typedMemo(const QPlainTextEdit &edit)
-{
-    return edit.document()->toRawText().replace(QChar::ParagraphSeparator, u"\r\n"_s);
-}
-
 } // namespace
 
 CustomerControlSet::CustomerControlSet(const QWidget &form)
@@ -75,9 +69,7 @@ QString CustomerControlSet::text(QWidget &control) const
         return combo->currentText();
     }
     if (const auto *const memo = qobject_cast<const QPlainTextEdit *>(&control)) {
-        const Memo asSet = m_memos.value(memo);
-        const QString typed = typedMemo(*memo);
-        return typed == asSet.inDocument ? asSet.text : typed;
+        return m_memos.value(memo).text(*memo);
     }
     const auto *const line = qobject_cast<const QLineEdit *>(&control);
     return line != nullptr ? line->text() : QString();
@@ -92,8 +84,7 @@ void CustomerControlSet::setText(QWidget &control, const QString &text)
         combo->setEditText(text);
         combo->lineEdit()->setCursorPosition(0);
     } else if (auto *const memo = qobject_cast<QPlainTextEdit *>(&control)) {
-        memo->setPlainText(text);
-        m_memos.insert(memo, {text, typedMemo(*memo)});
+        m_memos[memo].show(*memo, text);
     } else if (auto *const line = qobject_cast<QLineEdit *>(&control)) {
         line->setText(text);
         line->setCursorPosition(0);

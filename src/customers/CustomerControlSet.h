@@ -1,5 +1,6 @@
 #pragma once
 
+#include "appearance/MemoText.h"
 #include "customers/CustomerFields.h"
 
 #include <QHash>
@@ -23,13 +24,7 @@ private:
     void setText(QWidget &control, const QString &text);
 
     std::array<QWidget *, customerFieldCount> m_controls{};
-    /// A text document changes line ends; one that is only looked at keeps its own.
-    struct Memo
-    {
-        QString text;
-        QString inDocument;
-    };
-    QHash<const QWidget *, Memo> m_memos;
+    QHash<const QWidget *, appearance::MemoText> m_memos;
 };
 
 } // namespace customers

@@ -63,12 +63,14 @@ void CustomerWindows::addCustomer(const QString &number, const QString &keyWord)
     editor().addCustomer(number);
 }
 
-void CustomerWindows::editCustomer(qint32 sn, const QString &number)
+bool CustomerWindows::editCustomer(qint32 sn, const QString &number)
 {
     FrmEditCustomer &form = editor();
-    if (form.ShowCustomerBySN(sn) && !number.isEmpty()) {
+    const bool shown = form.ShowCustomerBySN(sn);
+    if (shown && !number.isEmpty()) {
         form.appendNumber(number);
     }
+    return shown;
 }
 
 void CustomerWindows::ShowCustomerByName(const QString &name)

@@ -38,7 +38,7 @@ public:
 
 private:
     void addCustomer() override { addCustomer({}, {}); }
-    void editCustomer(qint32 sn, const QString &number) override;
+    bool editCustomer(qint32 sn, const QString &number) override;
     void customerDeleted(qint32 sn) override;
     void exportCustomers() override;
     FrmCustomer &list();

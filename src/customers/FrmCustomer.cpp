@@ -25,9 +25,9 @@ FrmCustomer::FrmCustomer(const appearance::FormContext &context, CustomerListCom
     Ado1.setReadsInSlices(true);
     setUpCommands();
     setUpKeys();
-    setUpColumns();
-    showRows(QString::fromUtf16(listQuery), 0);
+    translateHeadings();
     setUpGrid();
+    showRows(QString::fromUtf16(listQuery), 0);
     m_ui->txtSearch->setFocus();
 }
 
@@ -46,6 +46,7 @@ bool FrmCustomer::showRows(const QString &query, int sortedColumn)
         return false;
     }
     m_sortedColumn = sortedColumn;
+    layOutColumns();
     showMessage({});
     showSortArrow();
     makeCurrent(0);
@@ -78,6 +79,9 @@ void FrmCustomer::search()
 /// A search without hits leaves the count of the one before.
 void FrmCustomer::showSearchCount()
 {
+    if (!Ado1.isComplete()) {
+        showMessage(u"CustomerListUnavailable"_s);
+    }
     if (Ado1.rowCount() > 0) {
         showCount(u':');
         makeCurrent(std::max(m_ui->DataGrid1->currentIndex().row(), 0));
@@ -116,19 +120,18 @@ void FrmCustomer::makeCurrent(int row)
 {
     appearance::RecordGrid &grid = *m_ui->DataGrid1;
     const int column = grid.horizontalHeader()->logicalIndexAt(0);
-    if (row < Ado1.rowCount() && grid.model() != nullptr) {
+    if (row < Ado1.rowCount()) {
         grid.setCurrentIndex(Ado1.index(row, std::max(column, 0)));
     }
 }
 
-void FrmCustomer::editRow(int row, const QString &number)
+bool FrmCustomer::editRow(int row, const QString &number)
 {
     const qint32 sn = Ado1.field(row, u"SN"_s).toInt();
-    if (sn != 0) {
-        m_commands.editCustomer(sn, number);
-    } else if (row >= 0) {
+    if (sn == 0 && row >= 0) {
         showMessage(u"CustomerNotFound"_s); // another desk has deleted it
     }
+    return sn != 0 && m_commands.editCustomer(sn, number);
 }
 
 void FrmCustomer::deleteCurrent()

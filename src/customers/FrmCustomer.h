@@ -20,8 +20,9 @@ class CustomerListCommands
 public:
     virtual ~CustomerListCommands() = default;
     virtual void addCustomer() = 0;
-    /// Opens the editor on a customer, with `number` added to his phone numbers where it is not empty.
-    virtual void editCustomer(qint32 sn, const QString &number) = 0;
+    /// Opens the editor on a customer, with `number` added to his phone numbers where it is not empty; false
+    /// where the editor is not on him.
+    virtual bool editCustomer(qint32 sn, const QString &number) = 0;
     virtual void customerDeleted(qint32 sn) = 0;
     virtual void exportCustomers() = 0;
 };
@@ -49,8 +50,8 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
-    void setUpColumns();
     void setUpGrid();
+    void layOutColumns();
     void setUpCommands();
     void setUpKeys();
     void translateHeadings();
@@ -61,7 +62,7 @@ private:
     void sort(int column);
     void refresh();
     void makeCurrent(int row);
-    void editRow(int row, const QString &number);
+    bool editRow(int row, const QString &number);
     void deleteCurrent();
 
     void showCount(QChar separator);
@@ -77,6 +78,7 @@ private:
     QTimer m_typingPause;
     QString m_searched; ///< the words of the last search
     int m_sortedColumn = 0;
+    bool m_columnsLaidOut = false;
 };
 
 } // namespace customers

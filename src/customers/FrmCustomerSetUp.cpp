@@ -30,36 +30,42 @@ QStringList usualFields()
 
 } // namespace
 
-void FrmCustomer::setUpColumns()
-{
-    Ado1.setLeadingFields(usualFields());
-    translateHeadings();
-}
-
 void FrmCustomer::setUpGrid()
 {
     appearance::RecordGrid &grid = *m_ui->DataGrid1;
+    Ado1.setLeadingFields(usualFields());
     grid.setModel(&Ado1);
-    for (int column = 0; column < int(columnWidths.size()); ++column) {
-        grid.setColumnWidth(column, columnWidths.at(size_t(column)) * fontMetrics().horizontalAdvance(u'0'));
-    }
     grid.setHint(m_context.texts.Lms(u"NoCustomersShown"_s));
     grid.setColumnsChoosable();
-    for (int column = int(usualFields().size()); column < Ado1.columnCount(); ++column) {
-        grid.setColumnHidden(column, true);
-    }
     grid.setContextMenuPolicy(Qt::CustomContextMenu);
     QHeaderView *header = grid.horizontalHeader();
     header->setSectionsClickable(true);
     header->setSortIndicatorShown(true);
-    grid.remember(m_context.services.windows, u"FrmCustomer.DataGrid1"_s);
-    showSortArrow();
-    makeCurrent(0);
     connect(header, &QHeaderView::sectionClicked, this, &FrmCustomer::sort);
     connect(&grid, &appearance::RecordGrid::customContextMenuRequested, this, &FrmCustomer::showMenu);
-    connect(&grid, &appearance::RecordGrid::recordActivated, this,
-            [this](int row) { editRow(row, m_ui->txtAddToExist->text()); });
+    connect(&grid, &appearance::RecordGrid::recordActivated, this, [this](int row) {
+        if (editRow(row, m_ui->txtAddToExist->text())) {
+            m_ui->txtAddToExist->clear(); // or the next customer who is opened would get it, too
+        }
+    });
     connect(&grid, &appearance::RecordGrid::deleteRequested, this, &FrmCustomer::deleteCurrent);
+}
+
+/// The operator's own widths, order and choice come first. Does nothing before the file could be opened:
+/// there are no columns then.
+void FrmCustomer::layOutColumns()
+{
+    if (std::exchange(m_columnsLaidOut, true)) {
+        return;
+    }
+    appearance::RecordGrid &grid = *m_ui->DataGrid1;
+    for (int column = 0; column < int(columnWidths.size()); ++column) {
+        grid.setColumnWidth(column, columnWidths.at(size_t(column)) * fontMetrics().horizontalAdvance(u'0'));
+    }
+    for (int column = int(usualFields().size()); column < Ado1.columnCount(); ++column) {
+        grid.setColumnHidden(column, true);
+    }
+    grid.remember(m_context.services.windows, u"FrmCustomer.DataGrid1"_s);
 }
 
 // Three columns have no key in the table of fields, and are titled as in the editor.

@@ -27,11 +27,4 @@ void HelpWindow::ShowHelp(const QString &helpId)
     });
 }
 
-void HelpWindow::close()
-{
-    if (m_form != nullptr) {
-        m_form->close();
-    }
-}
-
 } // namespace help

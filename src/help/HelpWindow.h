@@ -25,7 +25,6 @@ public:
 
     /// Shows a page in the current language, in front of the other windows.
     void ShowHelp(const QString &helpId);
-    void close();
 
 private:
     Context m_context;

@@ -29,7 +29,7 @@ void CallerPopUp::showNext()
         if (!view) {
             return;
         }
-        if (m_form == nullptr) {
+        if (m_form == nullptr || !m_form->isVisible()) { // one that was closed is about to be deleted
             m_form = new frmPopUp(m_context.navigator, m_context.services);
         }
         m_form->showCaller(*view, m_context.mainWindow());

@@ -2,6 +2,7 @@
 
 #include "appearance/ThemedIcons.h"
 #include "core/TextFiles.h"
+#include "core/TextUtilities.h"
 #include "ui_FrmMain.h"
 
 #include <QFontDatabase>
@@ -15,8 +16,6 @@ namespace mainwindow {
 namespace {
 
 constexpr qint64 shownMessageBytes = 64 << 10; // of a log that only ever grows
-constexpr QChar leftToRightIsolate(0x2066);
-constexpr QChar popDirectionalIsolate(0x2069);
 
 } // namespace
 
@@ -313,9 +312,8 @@ void FrmMain::updateSource()
         lblSource->setText(m_context.texts.Lms(u"NoDatagramYet"_s));
     } else {
         const QString received = m_context.log.timeStamp() + u"  "_s + m_lastSender.toString();
-        lblSource->setText(
-            m_context.texts.Lms(u"LastDatagram"_s) + separator +
-            (isRightToLeft() ? leftToRightIsolate + received + popDirectionalIsolate : received));
+        lblSource->setText(m_context.texts.Lms(u"LastDatagram"_s) + separator +
+                           (isRightToLeft() ? core::isolated(received) : received));
     }
 }
 

@@ -28,7 +28,7 @@ void MessageWindows::showReceived(const QString &text)
 
 void MessageWindows::update()
 {
-    if (m_show == nullptr) {
+    if (m_show == nullptr || !m_show->isVisible()) { // one that was closed is about to be deleted
         m_show = new frmShowSMS(m_context.forms, m_inbox, [this] { notifyUnread(); });
     }
     m_show->showMessages();
@@ -46,16 +46,6 @@ void MessageWindows::notifyUnread()
     const int unread = m_inbox.unseen();
     if (std::exchange(m_told, unread) != unread && m_context.unreadChanged) {
         m_context.unreadChanged(unread);
-    }
-}
-
-void MessageWindows::close()
-{
-    if (m_send != nullptr) {
-        m_send->close();
-    }
-    if (m_show != nullptr) {
-        m_show->close();
     }
 }
 

@@ -34,8 +34,6 @@ public:
     void showReceived(const QString &text);
     /// The operator has read the messages in another place.
     void markAllSeen();
-    int unread() const { return m_inbox.unseen(); }
-    void close();
 
 private:
     void update();

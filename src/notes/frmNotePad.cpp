@@ -1,5 +1,6 @@
 #include "notes/frmNotePad.h"
 
+#include "appearance/MemoText.h"
 #include "appearance/ThemedIcons.h"
 #include "notes/ExportText.h"
 #include "notes/PrintNotePad.h"
@@ -74,7 +75,7 @@ void frmNotePad::followName(const QString &oldName, const QString &newName)
 
 NoteEntry frmNotePad::entry() const
 {
-    const auto text = [](const QPlainTextEdit *box) { return box->toPlainText().trimmed(); };
+    const auto text = [](const QPlainTextEdit *box) { return appearance::MemoText().text(*box).trimmed(); };
     return {.callId = m_ui->txtCallID->text().trimmed(),
             .customerName = m_ui->txtCustomerName->text().trimmed(),
             .dateAndTime = QDateTime(m_ui->dtpDate->date(), m_ui->dtpTime->time(), Qt::UTC),

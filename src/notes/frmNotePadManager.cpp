@@ -89,7 +89,12 @@ void frmNotePadManager::setUpGrid()
     m_result.setYesNo(texts.Lms(u"Yes"_s), texts.Lms(u"No"_s));
     connect(&grid, &appearance::RecordGrid::recordActivated, this, &frmNotePadManager::openCustomer);
     connect(&m_result, &QAbstractItemModel::rowsInserted, this, &frmNotePadManager::showTotal);
-    connect(&m_result, &store::JoinModel::completed, this, &frmNotePadManager::showTotal);
+    connect(&m_result, &store::JoinModel::readingEnded, this, [this] {
+        showTotal();
+        if (!m_result.isComplete()) {
+            m_ui->lblTotal->setText(m_context.forms.texts.Lms(u"NotesUnreadable"_s));
+        }
+    });
 }
 
 void frmNotePadManager::translateHeadings()

@@ -33,14 +33,4 @@ void OptionsWindows::showLanguageEditor()
     appearance::bringToFront(*m_editor);
 }
 
-void OptionsWindows::close()
-{
-    if (m_editor != nullptr) {
-        m_editor->close();
-    }
-    if (m_options != nullptr) {
-        m_options->close();
-    }
-}
-
 } // namespace options

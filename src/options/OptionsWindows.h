@@ -27,7 +27,6 @@ public:
     /// Both open their window or bring it to the front.
     void showOptions();
     void showLanguageEditor();
-    void close();
 
 private:
     Context m_context;

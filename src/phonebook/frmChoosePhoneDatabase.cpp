@@ -4,6 +4,9 @@
 #include "ui_frmChoosePhoneDatabase.h"
 
 #include <QCloseEvent>
+#include <QShortcut>
+
+using namespace Qt::StringLiterals;
 
 namespace phonebook {
 
@@ -26,6 +29,8 @@ frmChoosePhoneDatabase::frmChoosePhoneDatabase(const appearance::FormContext &co
     m_ui->Option1->setChecked(true);
     connect(m_ui->OKButton, &QPushButton::clicked, this, &QDialog::accept);
     connect(m_ui->CancelButton, &QPushButton::clicked, this, &QWidget::close);
+    connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, this,
+            [this] { m_context.navigator.ShowHelp(u"Popup_MainHelp"_s); });
 }
 
 frmChoosePhoneDatabase::~frmChoosePhoneDatabase()

@@ -66,7 +66,7 @@ void frmSimplePhoneBookEdit::fill(const PhoneBookEntry &entry, Mode mode)
     m_ui->txtSN->setText(entry.SN);
     m_ui->txtTelno->setText(entry.Telno);
     m_ui->txtSimpleDes->setText(entry.simpledes);
-    m_ui->txtDetailDes->setPlainText(entry.detaildes);
+    m_detailDes.show(*m_ui->txtDetailDes, entry.detaildes);
     m_ui->chkBlackList->setCheckState(entry.ifinblacklist);
     m_ui->chkVIP->setCheckState(entry.IfVIP);
     m_asShown = contents();
@@ -78,7 +78,7 @@ PhoneBookEntry frmSimplePhoneBookEdit::contents() const
     return {.SN = m_ui->txtSN->text(),
             .Telno = m_ui->txtTelno->text(),
             .simpledes = m_ui->txtSimpleDes->text(),
-            .detaildes = m_ui->txtDetailDes->toPlainText(),
+            .detaildes = m_detailDes.text(*m_ui->txtDetailDes),
             .ifinblacklist = m_ui->chkBlackList->checkState(),
             .IfVIP = m_ui->chkVIP->checkState()};
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "appearance/FormContext.h"
+#include "appearance/MemoText.h"
 #include "lookup/ExistenceChecks.h"
 #include "phonebook/PhoneBookEntry.h"
 
@@ -56,6 +57,7 @@ private:
     const Needs m_needs;
     std::unique_ptr<Ui::frmSimplePhoneBookEdit> m_ui;
     appearance::FormSetup m_setup;
+    appearance::MemoText m_detailDes;
     Mode m_mode = Mode::Add;
     PhoneBookEntry m_asShown; ///< the contents before the operator changed them
     QString m_checkedNumbers; ///< which the operator knows to be on file, or not

@@ -146,6 +146,13 @@ bool isReadable(const QString &path)
     }
 }
 
+bool tellsOfLock(const core::Error &error)
+{
+    constexpr int primaryCode = 0xFF; // an extended code tells more in its upper bits
+    const int code = error.number() & primaryCode;
+    return code == SQLITE_BUSY || code == SQLITE_LOCKED;
+}
+
 bool isLocked(const QString &path)
 {
     try {
@@ -154,9 +161,7 @@ bool isLocked(const QString &path)
         database.transaction([] {});
         return false;
     } catch (const core::Error &error) {
-        constexpr int primaryCode = 0xFF; // an extended code tells more in its upper bits
-        const int code = error.number() & primaryCode;
-        return code == SQLITE_BUSY || code == SQLITE_LOCKED;
+        return tellsOfLock(error);
     }
 }
 

@@ -97,6 +97,8 @@ private:
     std::shared_ptr<Handle> m_handle;
 };
 
+/// Whether another program's lock is what has failed.
+bool tellsOfLock(const core::Error &error);
 /// Whether another program's lock keeps the file from being read or written right now; does not wait for it.
 /// A file that is missing or damaged is not locked.
 bool isLocked(const QString &path);

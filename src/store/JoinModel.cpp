@@ -17,7 +17,8 @@ constexpr qint64 firstPatience = 60;
 } // namespace
 
 JoinModel::JoinModel(core::RunLog &log, QLatin1StringView name, QObject *parent)
-    : QAbstractTableModel(parent), m_log(log), m_name(name), m_cache(rowsKept)
+    : QAbstractTableModel(parent), m_log(log), m_name(name), m_cache(rowsKept),
+      m_lockPause([this] { Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1)); })
 {
     connect(&m_timer, &QTimer::timeout, this, &JoinModel::readOn);
 }
@@ -38,19 +39,22 @@ void JoinModel::show(Database &database, const JoinSelect &select, const std::op
     m_keys = std::move(keys);
     m_cache.clear();
     m_reading.reset();
+    m_lockPause.stop();
+    m_complete = !more;
     endResetModel();
     if (more) {
         m_reading.emplace(std::move(reading));
         m_timer.start(0);
     } else {
         m_timer.stop();
-        Q_EMIT completed();
+        Q_EMIT readingEnded();
     }
 }
 
 void JoinModel::clear()
 {
     m_timer.stop();
+    m_lockPause.stop();
     m_reading.reset();
     beginResetModel();
     m_database = nullptr;
@@ -63,7 +67,7 @@ void JoinModel::readOn()
 {
     std::vector<Keys> found;
     bool more = false;
-    m_log.trap(m_name, [&] {
+    const bool read = m_log.trap(m_name, [&] {
         more = m_reading->readOn([&](const Row &row) { found.push_back({row.key(0), row.key(1)}); });
     });
     if (!found.empty()) {
@@ -75,7 +79,8 @@ void JoinModel::readOn()
     if (!more) {
         m_timer.stop();
         m_reading.reset();
-        Q_EMIT completed();
+        m_complete = read;
+        Q_EMIT readingEnded();
     }
 }
 
@@ -101,27 +106,34 @@ int JoinModel::columnCount(const QModelIndex &parent) const
     return parent.isValid() ? 0 : static_cast<int>(m_select.names.size());
 }
 
-const QVariantList &JoinModel::rowAt(int row) const
+QVariantList JoinModel::rowAt(int row) const
 {
     if (const QVariantList *kept = m_cache.object(row)) {
         return *kept;
     }
-    auto *fields = new QVariantList(m_select.names.size());
-    m_cache.insert(row, fields);
-    m_log.trap(m_name, [&] {
-        const Keys &keys = m_keys[static_cast<size_t>(row)];
-        const Recordset result = m_database->OpenRecordset(m_select.rowByKeys(), {keys.detail, keys.master});
-        for (int column = 0; column < fields->size() && !result.EOFile(); ++column) {
-            (*fields)[column] = result.value(column);
-        }
+    QVariantList fields(m_select.names.size());
+    const bool read = m_log.trap(m_name, [&] {
+        m_lockPause.guard([&] {
+            const Keys &keys = m_keys[static_cast<size_t>(row)];
+            const Recordset result =
+                m_database->OpenRecordset(m_select.rowByKeys(), {keys.detail, keys.master});
+            for (int column = 0; column < fields.size() && !result.EOFile(); ++column) {
+                fields[column] = result.value(column);
+            }
+        });
     });
-    return *fields;
+    if (read || !m_lockPause.isActive()) {
+        m_cache.insert(row, new QVariantList(fields));
+    }
+    return fields;
 }
 
 QVariant JoinModel::data(const QModelIndex &index, int role) const
 {
-    return index.isValid() && role == Qt::DisplayRole ? shown(rowAt(index.row()).value(index.column()))
-                                                      : QVariant();
+    const bool waits = m_lockPause.isActive() && !m_cache.contains(index.row());
+    return index.isValid() && role == Qt::DisplayRole && !waits
+               ? shown(rowAt(index.row()).value(index.column()))
+               : QVariant();
 }
 
 /// A cell is one line; long texts are only begun.

@@ -2,6 +2,7 @@
 
 #include "core/RunLog.h"
 #include "store/JoinReading.h"
+#include "store/LockPause.h"
 
 #include <QAbstractTableModel>
 #include <QCache>
@@ -12,7 +13,7 @@ namespace store {
 
 /// Shows the result of a select over two joined tables in a grid, to be looked at only. The first page stands
 /// at once; the rest of the keys is read on in slices while the program goes on. No lock is held on the file
-/// meanwhile; a row is read when it is looked at.
+/// meanwhile; a row is read when it is looked at, and shown empty while another program has locked the file.
 class JoinModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -26,8 +27,8 @@ public:
     void show(Database &database, const JoinSelect &select, const std::optional<QString> &group = {});
     /// Shows nothing; to be called before the database is closed.
     void clear();
-    /// False while rows are still being found.
-    bool isComplete() const { return !m_reading; }
+    /// False while rows are still being found, and where that broke off.
+    bool isComplete() const { return m_complete; }
 
     void setHeading(const QString &field, const QString &heading);
     /// The words that a yes/no column shows.
@@ -42,7 +43,8 @@ public:
     QVariant field(int row, const QString &name) const;
 
 Q_SIGNALS:
-    void completed();
+    /// All rows are known, or the reading broke off, which was logged.
+    void readingEnded();
 
 private:
     struct Keys
@@ -52,7 +54,7 @@ private:
     };
     void readOn();
     QString shown(const QVariant &value) const;
-    const QVariantList &rowAt(int row) const;
+    QVariantList rowAt(int row) const;
 
     core::RunLog &m_log;
     QLatin1StringView m_name;
@@ -60,7 +62,9 @@ private:
     JoinSelect m_select;
     std::optional<JoinReading> m_reading;
     std::vector<Keys> m_keys;
+    bool m_complete = false;
     mutable QCache<int, QVariantList> m_cache;
+    mutable LockPause m_lockPause;
     QHash<QString, QString> m_headings; ///< by field name in lower case
     QString m_yes = QStringLiteral("Yes");
     QString m_no = QStringLiteral("No");

@@ -36,7 +36,8 @@ struct RecordsetModel::Rows
 };
 
 RecordsetModel::RecordsetModel(core::RunLog &log, QLatin1StringView name, QObject *parent)
-    : QAbstractTableModel(parent), m_log(log), m_name(name), m_cache(rowsKept)
+    : QAbstractTableModel(parent), m_log(log), m_name(name), m_cache(rowsKept),
+      m_lockPause([this] { Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1)); })
 {
     connect(&m_reading, &QTimer::timeout, this, &RecordsetModel::readOn);
 }
@@ -48,6 +49,7 @@ bool RecordsetModel::setRecordSource(const QString &databaseFile, const QString 
     return m_log.trap(m_name, [&] {
         auto rows = std::make_unique<Rows>(databaseFile, select, m_inSlices);
         m_reading.stop();
+        m_lockPause.stop();
         beginResetModel();
         m_rows = std::move(rows);
         m_cache.clear();
@@ -96,6 +98,11 @@ void RecordsetModel::readOn()
     }
 }
 
+bool RecordsetModel::isComplete() const
+{
+    return m_rows != nullptr && m_rows->complete;
+}
+
 bool RecordsetModel::isReplaced() const
 {
     return m_rows != nullptr && m_rows->database.isReplaced();
@@ -123,25 +130,32 @@ int RecordsetModel::columnCount(const QModelIndex &parent) const
 }
 
 /// A row that another desk has deleted meanwhile reads as one of empty cells until the next refresh.
-const QVariantList &RecordsetModel::rowAt(int row) const
+QVariantList RecordsetModel::rowAt(int row) const
 {
     if (const QVariantList *kept = m_cache.object(row)) {
         return *kept;
     }
-    auto *fields = new QVariantList(m_rows->names.size());
-    m_cache.insert(row, fields);
-    m_log.trap(m_name, [&] {
-        Recordset &recordset = m_rows->at(row);
-        for (int column = 0; column < fields->size(); ++column) {
-            (*fields)[column] = recordset.value(column);
-        }
+    QVariantList fields(m_rows->names.size());
+    const bool read = m_log.trap(m_name, [&] {
+        m_lockPause.guard([&] {
+            Recordset &recordset = m_rows->at(row);
+            for (int column = 0; column < fields.size(); ++column) {
+                fields[column] = recordset.value(column);
+            }
+        });
     });
-    return *fields;
+    if (read || !m_lockPause.isActive()) {
+        m_cache.insert(row, new QVariantList(fields));
+    }
+    return fields;
 }
 
 QVariant RecordsetModel::data(const QModelIndex &index, int role) const
 {
     if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::EditRole)) {
+        return {};
+    }
+    if (m_lockPause.isActive() && !m_cache.contains(index.row())) {
         return {};
     }
     const QVariant value = rowAt(index.row()).value(m_fieldOf.value(index.column()));

@@ -2,6 +2,7 @@
 
 #include "core/RunLog.h"
 #include "store/Database.h"
+#include "store/LockPause.h"
 
 #include <QAbstractTableModel>
 #include <QCache>
@@ -13,7 +14,8 @@
 namespace store {
 
 /// The data control of a list: shows the rows of a select over one table in a grid. Only the keys of the rows
-/// are held; a row is read when it is looked at. Cells may be edited in place.
+/// are held; a row is read when it is looked at, and shown empty while another program has locked the file.
+/// Cells may be edited in place.
 class RecordsetModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -28,6 +30,8 @@ public:
     /// event loop, with rows inserted at the end. Without this every select is read at once.
     void setReadsInSlices(bool slices) { m_inSlices = slices; }
     bool isReading() const { return m_reading.isActive(); }
+    /// False also where the reading broke off.
+    bool isComplete() const;
 
     /// Shows the rows of a select in the given words. False, with an entry in the run log, where that fails:
     /// the model then shows what it showed before.
@@ -71,7 +75,7 @@ Q_SIGNALS:
 
 private:
     struct Rows;
-    const QVariantList &rowAt(int row) const;
+    QVariantList rowAt(int row) const;
     void readOn();
     void arrangeColumns();
     QString fieldAt(int column) const;
@@ -82,6 +86,7 @@ private:
     QString m_select;
     std::unique_ptr<Rows> m_rows;
     mutable QCache<int, QVariantList> m_cache;
+    mutable LockPause m_lockPause;
     QHash<QString, QString> m_headings; ///< by field name in lower case
     QStringList m_leading;
     QList<int> m_fieldOf; ///< of each column: the field's place in the row

@@ -141,6 +141,7 @@ private Q_SLOTS:
         QCOMPARE(phones(), u"4444"_s);
         support::clickCell(forms.grid(), 0, 0, true);
         QCOMPARE(phones(), u"333,4444"_s);
+        QCOMPARE((find<FrmCustomer, QLineEdit>("txtAddToExist")->text()), u""_s);
         forms.run(u"insert into customer(SN,CustomerName) values(9,'New')"_s);
         forms.windowsOfCustomers.refreshCustomerList();
         QCOMPARE(forms.names(), u"Zoë Łódź|anna|Bay|New"_s);
@@ -190,6 +191,37 @@ private Q_SLOTS:
         QVERIFY(forms.grid()->model()->rowCount() < 59991);
         QTRY_COMPARE(forms.shown("lblCount"), u"[Totalcount]:59991"_s);
         QCOMPARE(forms.grid()->model()->index(59990, 0).data().toString(), u"many 60000"_s);
+    }
+
+    void aLockedFileIsAskedOnceAndReadWhenItIsFree()
+    {
+        const Forms forms;
+        forms.run(u"insert into customer(CustomerName) with recursive counted(i) as (select 1 union all "
+                  "select i + 1 from counted where i < 200) select 'Zz' from counted"_s);
+        QTest::keyClick(forms.form(), Qt::Key_F5);
+        store::Database other(forms.desk.paths.CustomerFile);
+        other.Execute(u"begin exclusive"_s);
+        forms.grid()->scrollToBottom();
+        forms.grid()->viewport()->repaint();
+        QCOMPARE(forms.desk.logMessages().size(), 1);
+        other.Execute(u"rollback"_s);
+        QTRY_COMPARE(forms.grid()->model()->index(190, 0).data(), u"Zz"_s);
+    }
+
+    void aListOpenedWithoutItsFileGetsItsColumnsLater()
+    {
+        Forms forms;
+        const auto hidden = [&] { return forms.grid()->horizontalHeader()->hiddenSectionCount(); };
+        const int usual = hidden();
+        QTest::keyClick(forms.form(), Qt::Key_Escape);
+        forms.windows.setGeometry(u"FrmCustomer.DataGrid1"_s, {});
+        const QString file = forms.desk.paths.CustomerFile;
+        QFile::rename(file, file + u".away"_s);
+        forms.windowsOfCustomers.showList();
+        QFile::rename(file + u".away"_s, file);
+        QVERIFY(QTest::qWaitForWindowActive(forms.form()));
+        QTest::keyClick(forms.form(), Qt::Key_F5);
+        QCOMPARE(hidden(), usual);
     }
 };
 

@@ -12,7 +12,6 @@ struct OptionsDesk : support::TestForms, options::OptionsEffects
     options::OptionsWindows windows{{context(), settings, *this}};
 
     OptionsDesk() { settings.SetDefaulteMisc_tarn(); }
-    ~OptionsDesk() override { windows.close(); }
 
     void iniUDP() override { caused.append(u"iniUDP"_s); }
     QStringList gridColumnNames() const override
