@@ -54,8 +54,6 @@ void Windows::show(core::Window window)
         return m_options.showOptions();
     case core::Window::SendMessage:
         return m_messages.showSend();
-    default:
-        break; // these are opened with what they are to show
     }
 }
 

@@ -5,17 +5,16 @@
 namespace core {
 
 /// Windows that another folder than the asking one owns.
-enum class Window { CallNotes, CustomerList, PhoneBook, Options, Help, SendMessage, CallerEditor, AddCaller };
+enum class Window { CallNotes, CustomerList, PhoneBook, Options, SendMessage };
 
 /// The door between windows: a form opens another folder's window through it and never by its class.
 class Navigator
 {
 public:
     virtual ~Navigator() = default;
-    /// False where this build or this desk lacks the window (no customer database, say): its button is
-    /// disabled.
+    /// False where this desk lacks the window (no customer database, say): its button is disabled.
     virtual bool canShow(Window window) const = 0;
-    /// Opens the call notes, the customer list, the phone book, the options or the message form.
+    /// Opens the window, or brings it to the front.
     virtual void show(Window window) = 0;
     virtual void ShowHelp(const QString &helpId) = 0;
     /// Opens the editor of a known caller's row: source "CUSTOMER" or "PHONEBOOK" and its SN.

@@ -24,7 +24,6 @@ FrmCustomer::FrmCustomer(const appearance::FormContext &context, CustomerListCom
     m_setup.load(*this);
     Ado1.setReadsInSlices(true);
     setUpCommands();
-    setUpKeys();
     translateHeadings();
     setUpGrid();
     showRows(QString::fromUtf16(listQuery), 0);
@@ -69,9 +68,8 @@ void FrmCustomer::searchFor(const QString &keyWord, const QString &number)
 
 void FrmCustomer::search()
 {
-    m_typingPause.stop();
-    m_searched = m_ui->txtSearch->text().trimmed();
-    if (showRows(searchQuery(m_searched), -1) && !Ado1.isReading()) {
+    m_typing.settle();
+    if (showRows(searchQuery(m_ui->txtSearch->text().trimmed()), -1) && !Ado1.isReading()) {
         showSearchCount();
     }
 }

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "appearance/FormContext.h"
+#include "appearance/SearchWhileTyping.h"
 #include "store/RecordsetModel.h"
 
-#include <QTimer>
 #include <QWidget>
 
 #include <memory>
@@ -53,7 +53,6 @@ private:
     void setUpGrid();
     void layOutColumns();
     void setUpCommands();
-    void setUpKeys();
     void translateHeadings();
     void showMenu(const QPoint &position);
 
@@ -75,8 +74,7 @@ private:
     std::unique_ptr<Ui::FrmCustomer> m_ui;
     appearance::FormSetup m_setup;
     store::RecordsetModel Ado1;
-    QTimer m_typingPause;
-    QString m_searched; ///< the words of the last search
+    appearance::SearchWhileTyping m_typing;
     int m_sortedColumn = 0;
     bool m_columnsLaidOut = false;
 };

@@ -1,10 +1,10 @@
+#include "appearance/Keys.h"
 #include "customers/CustomerFields.h"
 #include "customers/FrmCustomer.h"
 #include "ui_FrmCustomer.h"
 
 #include <QHeaderView>
 #include <QMenu>
-#include <QShortcut>
 
 #include <array>
 
@@ -14,8 +14,6 @@ using namespace Qt::StringLiterals;
 namespace customers {
 
 namespace {
-
-constexpr std::chrono::milliseconds typingPause{300};
 
 /// How wide the usual columns are at first, in characters.
 constexpr std::array columnWidths{30, 14, 18, 16, 22, 28, 20, 28, 18};
@@ -86,14 +84,7 @@ void FrmCustomer::translateHeadings()
 
 void FrmCustomer::setUpCommands()
 {
-    m_typingPause.setSingleShot(true);
-    connect(&m_typingPause, &QTimer::timeout, this, [this] {
-        if (m_ui->txtSearch->text().trimmed() != m_searched) {
-            search();
-        }
-    });
-    connect(m_ui->txtSearch, &QLineEdit::textEdited, this, [this] { m_typingPause.start(typingPause); });
-    connect(m_ui->txtSearch, &QLineEdit::returnPressed, this, &FrmCustomer::search);
+    m_typing.watch(*m_ui->txtSearch, [this] { search(); });
     connect(m_ui->cmdSearch, &QPushButton::clicked, this, &FrmCustomer::search);
     connect(m_ui->Command1, &QPushButton::clicked, this, [this] { m_commands.addCustomer(); });
     connect(m_ui->Command4, &QPushButton::clicked, this,
@@ -103,20 +94,9 @@ void FrmCustomer::setUpCommands()
     connect(m_ui->Command3, &QPushButton::clicked, this,
             [this] { m_context.navigator.ShowHelp(u"Popup_CustomerDatabase"_s); });
     connect(m_ui->Command2, &QPushButton::clicked, this, &QWidget::close);
+    appearance::onKeys(*this, QKeySequence::Refresh, [this] { refresh(); });
+    appearance::onHelpKey(*this, m_context.navigator, u"Popup_CustomerDatabase"_s);
     connect(&Ado1, &store::RecordsetModel::readingEnded, this, &FrmCustomer::showSearchCount);
-}
-
-void FrmCustomer::setUpKeys()
-{
-    const auto key = [this](const QKeySequence &keys, auto work) {
-        connect(new QShortcut(keys, this), &QShortcut::activated, this, work);
-    };
-    key(QKeySequence::Find, [this] {
-        m_ui->txtSearch->setFocus(Qt::ShortcutFocusReason);
-        m_ui->txtSearch->selectAll();
-    });
-    key(Qt::Key_F5, [this] { refresh(); });
-    key(Qt::Key_F1, [this] { m_ui->Command3->click(); });
 }
 
 void FrmCustomer::showMenu(const QPoint &position)

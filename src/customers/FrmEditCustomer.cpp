@@ -1,12 +1,12 @@
 #include "customers/FrmEditCustomer.h"
 
 #include "appearance/BringToFront.h"
+#include "appearance/Keys.h"
 #include "appearance/ThemedIcons.h"
 #include "core/TextUtilities.h"
 #include "ui_FrmEditCustomer.h"
 
 #include <QCloseEvent>
-#include <QShortcut>
 
 using namespace Qt::StringLiterals;
 
@@ -57,9 +57,8 @@ void FrmEditCustomer::setUpButtons()
     connect(m_ui->Command3, &QPushButton::clicked, this, &QWidget::close);
     connect(m_ui->Command4, &QPushButton::clicked, this,
             [&navigator] { navigator.ShowHelp(u"Popup_CustomerDatabase_Edit"_s); });
-    connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, m_ui->Command4,
-            &QPushButton::click);
-    connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, this, &FrmEditCustomer::save);
+    appearance::onHelpKey(*this, navigator, u"Popup_CustomerDatabase_Edit"_s);
+    appearance::onKeys(*this, QKeySequence::Save, [this] { save(); });
 }
 
 CustomerRecord FrmEditCustomer::shownCustomer() const

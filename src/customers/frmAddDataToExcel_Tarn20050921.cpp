@@ -1,12 +1,12 @@
 #include "customers/frmAddDataToExcel_Tarn20050921.h"
 
+#include "appearance/Keys.h"
 #include "appearance/ThemedIcons.h"
 #include "customers/CustomerQueries.h"
 #include "ui_frmAddDataToExcel_Tarn20050921.h"
 
 #include <QCloseEvent>
 #include <QKeyEvent>
-#include <QShortcut>
 
 #include <numeric>
 
@@ -36,8 +36,7 @@ frmAddDataToExcel_Tarn20050921::frmAddDataToExcel_Tarn20050921(const appearance:
     connect(m_ui->cmdAddToExcel, &QPushButton::clicked, this, &frmAddDataToExcel_Tarn20050921::exportTicked);
     connect(m_ui->cmdCancel, &QPushButton::clicked, this, &frmAddDataToExcel_Tarn20050921::cancel);
     connect(m_ui->cmdClose, &QPushButton::clicked, this, &QWidget::close);
-    connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, this,
-            [this] { m_context.navigator.ShowHelp(u"Popup_Export"_s); });
+    appearance::onHelpKey(*this, m_context.navigator, u"Popup_Export"_s);
     connect(&m_slices, &QTimer::timeout, this, &frmAddDataToExcel_Tarn20050921::writeOn);
 }
 

@@ -52,7 +52,6 @@ frmPopUp::frmPopUp(core::Navigator &navigator, const appearance::FormServices &s
     m_setup.load(*this, appearance::FormSetup::Place::OwnChoice);
     alignTexts();
     m_ui->txtContent->setFixedHeight(m_ui->txtContent->fontMetrics().lineSpacing() * contentLines + 12);
-    m_ui->Command2->setEnabled(m_navigator.canShow(core::Window::CallerEditor));
     connect(m_ui->Command1, &QPushButton::clicked, this, &QWidget::close);
     connect(m_ui->Command2, &QPushButton::clicked, this, &frmPopUp::editCaller);
 }

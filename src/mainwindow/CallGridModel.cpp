@@ -188,10 +188,4 @@ void ShowEditor(core::Navigator &navigator, const QString &callerId, const QStri
     }
 }
 
-bool canShowEditor(const core::Navigator &navigator, const QString &id)
-{
-    return navigator.canShow(rowKey(id).source.isEmpty() ? core::Window::AddCaller
-                                                         : core::Window::CallerEditor);
-}
-
 } // namespace mainwindow

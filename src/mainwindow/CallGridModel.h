@@ -81,7 +81,4 @@ private:
 void ShowEditor(core::Navigator &navigator, const QString &callerId, const QString &simpleDes,
                 const QString &id);
 
-/// Whether ShowEditor would open anything for that ID cell.
-bool canShowEditor(const core::Navigator &navigator, const QString &id);
-
 } // namespace mainwindow

@@ -80,9 +80,7 @@ void FrmMain::loadGrid()
     m_ui->gridCallerId->addAction(m_ui->mnuCopy);
     m_ui->mnuCopy->setShortcut(QKeySequence::Copy);
     m_ui->mnuCopy->setShortcutContext(Qt::WidgetShortcut);
-    const bool opens = m_context.navigator.canShow(core::Window::AddCaller);
-    m_ui->gridCallerId->setToolTip(opens ? m_context.texts.Lms(u"DoubleClickToAddPhoneNumber"_s) : QString());
-    m_ui->mnuOpenCaller->setEnabled(opens);
+    m_ui->gridCallerId->setToolTip(m_context.texts.Lms(u"DoubleClickToAddPhoneNumber"_s));
 }
 
 // Buttons of a toolbar can neither be reached by the Tab key nor found by name, unless told.
@@ -167,7 +165,6 @@ void FrmMain::connectButtons()
     connectWindowButton(m_ui->Command3, Window::Options);
     connectWindowButton(m_ui->Command4, Window::PhoneBook);
     connectWindowButton(m_ui->cmdSendSMS, Window::SendMessage);
-    m_ui->Command5->setEnabled(m_context.navigator.canShow(Window::Help));
     m_ui->Command5->setShortcut(QKeySequence::HelpContents);
     connect(m_ui->Command5, &QAction::triggered, this, [this] {
         notTopmost();
@@ -198,12 +195,11 @@ void FrmMain::connectWindowButton(QAction *action, core::Window window)
 
 void FrmMain::openCaller(int row)
 {
-    const QString id = m_calls.cell(row, u"ID"_s);
-    if (row < 0 || !canShowEditor(m_context.navigator, id)) {
-        return;
+    if (row >= 0) {
+        notTopmost();
+        ShowEditor(m_context.navigator, m_calls.cell(row, u"CallerID"_s), m_calls.cell(row, u"SimpleDes"_s),
+                   m_calls.cell(row, u"ID"_s));
     }
-    notTopmost();
-    ShowEditor(m_context.navigator, m_calls.cell(row, u"CallerID"_s), m_calls.cell(row, u"SimpleDes"_s), id);
 }
 
 void FrmMain::deleteRunLog()

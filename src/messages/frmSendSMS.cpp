@@ -1,12 +1,12 @@
 #include "messages/frmSendSMS.h"
 
+#include "appearance/Keys.h"
 #include "appearance/ThemedIcons.h"
 #include "core/TextUtilities.h"
 #include "ui_frmSendSMS.h"
 
 #include <QCompleter>
 #include <QLineEdit>
-#include <QShortcut>
 
 using namespace Qt::StringLiterals;
 
@@ -31,11 +31,8 @@ frmSendSMS::frmSendSMS(const appearance::FormContext &context, const core::CodeP
     connect(m_ui->txtSendTo->lineEdit(), &QLineEdit::editingFinished, this, &frmSendSMS::txtSendTo_LostFocus);
     connect(m_ui->Command6, &QPushButton::clicked, this, &frmSendSMS::send);
     connect(m_ui->Command1, &QPushButton::clicked, this, &QDialog::reject);
-    const auto *sendKey = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return), this);
-    connect(sendKey, &QShortcut::activated, this, &frmSendSMS::send);
-    const auto *helpKey = new QShortcut(QKeySequence::HelpContents, this);
-    connect(helpKey, &QShortcut::activated, this,
-            [this] { m_context.navigator.ShowHelp(u"Popup_Messages"_s); });
+    appearance::onKeys(*this, QKeySequence(Qt::CTRL | Qt::Key_Return), [this] { send(); });
+    appearance::onHelpKey(*this, m_context.navigator, u"Popup_Messages"_s);
 }
 
 frmSendSMS::~frmSendSMS()

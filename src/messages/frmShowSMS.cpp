@@ -1,12 +1,12 @@
 #include "messages/frmShowSMS.h"
 
+#include "appearance/Keys.h"
 #include "appearance/ThemedIcons.h"
 #include "core/TextUtilities.h"
 #include "ui_frmShowSMS.h"
 
 #include <QApplication>
 #include <QScreen>
-#include <QShortcut>
 #include <QStyle>
 
 using namespace Qt::StringLiterals;
@@ -64,9 +64,7 @@ frmShowSMS::frmShowSMS(const appearance::FormContext &context, Inbox &inbox, std
     connect(m_ui->Command1, &QPushButton::clicked, this, &QDialog::reject);
     connect(m_ui->cmdPrevious, &QPushButton::clicked, this, [this] { page(-1); });
     connect(m_ui->cmdNext, &QPushButton::clicked, this, [this] { page(1); });
-    const auto *helpKey = new QShortcut(QKeySequence::HelpContents, this);
-    connect(helpKey, &QShortcut::activated, this,
-            [this] { m_context.navigator.ShowHelp(u"Popup_Messages"_s); });
+    appearance::onHelpKey(*this, m_context.navigator, u"Popup_Messages"_s);
 }
 
 frmShowSMS::~frmShowSMS()

@@ -1,5 +1,6 @@
 #include "notes/frmNotePad.h"
 
+#include "appearance/Keys.h"
 #include "appearance/MemoText.h"
 #include "appearance/ThemedIcons.h"
 #include "notes/ExportText.h"
@@ -36,6 +37,7 @@ frmNotePad::~frmNotePad()
 void frmNotePad::connectButtons()
 {
     connect(m_ui->cmdSave, &QPushButton::clicked, this, &frmNotePad::save);
+    appearance::onHelpKey(*this, m_context.forms.navigator, u"Popup_Notes"_s);
     connect(m_ui->cmdRefreshReport, &QPushButton::clicked, this, &frmNotePad::refreshReport);
     connect(m_ui->cmdPrint, &QPushButton::clicked, this, &frmNotePad::print);
     connect(m_ui->cmdExport, &QPushButton::clicked, this, [this] {
@@ -153,8 +155,6 @@ void frmNotePad::keyPressEvent(QKeyEvent *event)
     } else if (event->matches(QKeySequence::Save) ||
                (enter && m_ui->SSTab1->currentWidget() == m_ui->pageEntry)) {
         save();
-    } else if (event->key() == Qt::Key_F1) {
-        m_context.forms.navigator.ShowHelp(u"Popup_Notes"_s);
     } else {
         QWidget::keyPressEvent(event);
     }

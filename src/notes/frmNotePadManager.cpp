@@ -1,6 +1,7 @@
 #include "notes/frmNotePadManager.h"
 
 #include "appearance/ConnectDatabase.h"
+#include "appearance/Keys.h"
 #include "appearance/ThemedIcons.h"
 #include "notes/ExportText.h"
 #include "notes/NoteStatements.h"
@@ -46,6 +47,7 @@ void frmNotePadManager::connectButtons()
         connect(button, &QPushButton::clicked, this, handler);
     };
     onClick(m_ui->cmdShowResult, [this] { ShowResult(); });
+    appearance::onHelpKey(*this, m_context.forms.navigator, u"Popup_Notes_Manager"_s);
     onClick(m_ui->cmdToday, [this] {
         const QDate today = m_context.forms.clock.now().date();
         setRange(today, today);
@@ -223,8 +225,6 @@ void frmNotePadManager::keyPressEvent(QKeyEvent *event)
         close();
     } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         ShowResult();
-    } else if (event->key() == Qt::Key_F1) {
-        m_context.forms.navigator.ShowHelp(u"Popup_Notes_Manager"_s);
     } else {
         QWidget::keyPressEvent(event);
     }

@@ -1,11 +1,10 @@
 #include "options/frmLanguageEditor.h"
 
+#include "appearance/Keys.h"
 #include "appearance/ThemedIcons.h"
 #include "options/CellDelegate.h"
 #include "options/LanguageEdit.h"
 #include "ui_frmLanguageEditor.h"
-
-#include <QShortcut>
 
 using namespace Qt::StringLiterals;
 
@@ -49,9 +48,7 @@ void frmLanguageEditor::connectButtons()
     connect(m_ui->cmdSearch, &QPushButton::clicked, this, &frmLanguageEditor::search);
     connect(m_ui->cmdRefresh, &QPushButton::clicked, this, &frmLanguageEditor::refresh);
     connect(m_ui->cmdReturn, &QPushButton::clicked, this, &frmLanguageEditor::saveAndClose);
-    const auto *helpKey = new QShortcut(QKeySequence::HelpContents, this);
-    connect(helpKey, &QShortcut::activated, this,
-            [this] { m_context.navigator.ShowHelp(u"Popup_LanguageEditor"_s); });
+    appearance::onHelpKey(*this, m_context.navigator, u"Popup_LanguageEditor"_s);
 }
 
 void frmLanguageEditor::loadGrid()

@@ -1,10 +1,10 @@
 #include "options/frmOptions.h"
 
+#include "appearance/Keys.h"
 #include "appearance/ThemedIcons.h"
 #include "ui_frmOptions.h"
 
 #include <QKeyEvent>
-#include <QShortcut>
 #include <QStyledItemDelegate>
 
 using namespace Qt::StringLiterals;
@@ -102,8 +102,7 @@ void frmOptions::connectButtons()
     const auto help = [this] { m_context.navigator.ShowHelp(helpId()); };
     connect(m_ui->Command4, &QPushButton::clicked, this, help);
     connect(m_ui->Command5, &QPushButton::clicked, this, help);
-    const auto *helpKey = new QShortcut(QKeySequence::HelpContents, this);
-    connect(helpKey, &QShortcut::activated, this, help);
+    appearance::onKeys(*this, QKeySequence::HelpContents, help);
 }
 
 QString frmOptions::helpId() const

@@ -1,10 +1,10 @@
 #include "phonebook/frmChoosePhoneDatabase.h"
 
+#include "appearance/Keys.h"
 #include "appearance/ThemedIcons.h"
 #include "ui_frmChoosePhoneDatabase.h"
 
 #include <QCloseEvent>
-#include <QShortcut>
 
 using namespace Qt::StringLiterals;
 
@@ -29,8 +29,7 @@ frmChoosePhoneDatabase::frmChoosePhoneDatabase(const appearance::FormContext &co
     m_ui->Option1->setChecked(true);
     connect(m_ui->OKButton, &QPushButton::clicked, this, &QDialog::accept);
     connect(m_ui->CancelButton, &QPushButton::clicked, this, &QWidget::close);
-    connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, this,
-            [this] { m_context.navigator.ShowHelp(u"Popup_MainHelp"_s); });
+    appearance::onHelpKey(*this, m_context.navigator, u"Popup_MainHelp"_s);
 }
 
 frmChoosePhoneDatabase::~frmChoosePhoneDatabase()

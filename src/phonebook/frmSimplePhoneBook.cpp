@@ -24,7 +24,6 @@ frmSimplePhoneBook::frmSimplePhoneBook(const appearance::FormContext &context)
     setUpGrid();
     connectControls();
     connectGrid();
-    addShortcuts();
     showAll();
     m_ui->txtSearch->setFocus();
 }
@@ -36,8 +35,8 @@ frmSimplePhoneBook::~frmSimplePhoneBook()
 
 void frmSimplePhoneBook::showAll(std::optional<qint32> sn)
 {
-    m_typingPause.stop();
     m_ui->txtSearch->clear();
+    m_typing.settle();
     if (bind(allEntriesQuery())) {
         standOnSn(sn);
         showCount();
@@ -47,7 +46,7 @@ void frmSimplePhoneBook::showAll(std::optional<qint32> sn)
 
 void frmSimplePhoneBook::showQuery(const QString &query)
 {
-    m_typingPause.stop();
+    m_typing.settle();
     if (bind(query)) {
         standOn(0);
         showCount();
@@ -68,7 +67,7 @@ bool frmSimplePhoneBook::bind(const QString &query)
 // While the file can be read, it is the words of the search that the query broke on.
 void frmSimplePhoneBook::search()
 {
-    m_typingPause.stop();
+    m_typing.settle();
     if (bind(searchQuery(m_ui->txtSearch->text().trimmed()))) {
         standOn(0);
         if (m_data->rowCount() > 0) {
@@ -177,13 +176,6 @@ void frmSimplePhoneBook::editAgain(const QPersistentModelIndex &cell, const QStr
         line->setText(typed);
     } else if (auto *words = qobject_cast<QComboBox *>(grid->indexWidget(place))) {
         words->setCurrentIndex(words->findData(typed));
-    }
-}
-
-void frmSimplePhoneBook::showHelp()
-{
-    if (m_ui->Command4->isEnabled()) {
-        m_context.navigator.ShowHelp(u"Popup_SimplePhoneBook"_s);
     }
 }
 

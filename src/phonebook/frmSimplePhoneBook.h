@@ -1,9 +1,9 @@
 #pragma once
 
 #include "appearance/FormContext.h"
+#include "appearance/SearchWhileTyping.h"
 #include "phonebook/DataPhonebook.h"
 
-#include <QTimer>
 #include <QWidget>
 
 #include <memory>
@@ -46,7 +46,6 @@ private:
     void setUpGrid();
     void connectControls();
     void connectGrid();
-    void addShortcuts();
     void layOutColumns();
     bool bind(const QString &query);
     void search();
@@ -59,14 +58,13 @@ private:
     void showWritingTrouble();
     void editAgain(const QPersistentModelIndex &cell, const QString &typed);
     void showMenu(const QPoint &position);
-    void showHelp();
     void notice(const QString &text);
 
     const appearance::FormContext m_context;
     std::unique_ptr<Ui::frmSimplePhoneBook> m_ui;
     appearance::FormSetup m_setup;
     DataPhonebook *m_data; ///< a child
-    QTimer m_typingPause;
+    appearance::SearchWhileTyping m_typing;
 };
 
 } // namespace phonebook

@@ -1,10 +1,10 @@
 #include "phonebook/frmSimplePhoneBookEdit.h"
 
+#include "appearance/Keys.h"
 #include "appearance/ThemedIcons.h"
 #include "ui_frmSimplePhoneBookEdit.h"
 
 #include <QCloseEvent>
-#include <QShortcut>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
@@ -39,8 +39,7 @@ void frmSimplePhoneBookEdit::connectControls()
     connect(m_ui->chkBlackList, &QCheckBox::stateChanged, this, clearNotice);
     connect(m_ui->Command1, &QPushButton::clicked, this, &QWidget::close);
     connect(m_ui->Command2, &QPushButton::clicked, this, &frmSimplePhoneBookEdit::save);
-    connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, this,
-            [this] { m_needs.forms.navigator.ShowHelp(u"Popup_SimplePhoneBook"_s); });
+    appearance::onHelpKey(*this, m_needs.forms.navigator, u"Popup_SimplePhoneBook"_s);
 }
 
 void frmSimplePhoneBookEdit::editEntry(const PhoneBookEntry &entry)

@@ -1,10 +1,10 @@
+#include "appearance/Keys.h"
 #include "phonebook/MarkDelegate.h"
 #include "phonebook/PhoneBookEntry.h"
 #include "phonebook/frmSimplePhoneBook.h"
 #include "ui_frmSimplePhoneBook.h"
 
 #include <QMenu>
-#include <QShortcut>
 
 #include <array>
 
@@ -14,8 +14,6 @@ using namespace Qt::StringLiterals;
 namespace phonebook {
 
 namespace {
-
-constexpr std::chrono::milliseconds typingPause{300};
 
 /// How wide the columns are at first, in characters.
 constexpr std::array columnWidths{26, 28, 14, 14, 20};
@@ -30,19 +28,17 @@ void frmSimplePhoneBook::setUpGrid()
 
 void frmSimplePhoneBook::connectControls()
 {
-    m_typingPause.setSingleShot(true);
-    m_typingPause.setInterval(typingPause);
-    connect(&m_typingPause, &QTimer::timeout, this, &frmSimplePhoneBook::search);
-    connect(m_ui->txtSearch, &QLineEdit::textEdited, &m_typingPause, [this] { m_typingPause.start(); });
-    connect(m_ui->txtSearch, &QLineEdit::returnPressed, this, &frmSimplePhoneBook::search);
+    m_typing.watch(*m_ui->txtSearch, [this] { search(); });
     connect(m_ui->Command3, &QPushButton::clicked, this, &frmSimplePhoneBook::search);
     connect(m_ui->cmdPhonebook_Add, &QPushButton::clicked, this, &frmSimplePhoneBook::addAsked);
     connect(m_ui->Command1, &QPushButton::clicked, this, &frmSimplePhoneBook::editAsked);
     connect(m_ui->cmdPhonebook_delete, &QPushButton::clicked, this,
             [this] { deleteCurrent(DeletedBy::Button); });
     connect(m_ui->Command2, &QPushButton::clicked, this, &QWidget::close);
-    connect(m_ui->Command4, &QPushButton::clicked, this, &frmSimplePhoneBook::showHelp);
-    m_ui->Command4->setEnabled(m_context.navigator.canShow(core::Window::Help));
+    connect(m_ui->Command4, &QPushButton::clicked, this,
+            [this] { m_context.navigator.ShowHelp(u"Popup_SimplePhoneBook"_s); });
+    appearance::onKeys(*this, QKeySequence::Refresh, [this] { refresh(); });
+    appearance::onHelpKey(*this, m_context.navigator, u"Popup_SimplePhoneBook"_s);
 }
 
 void frmSimplePhoneBook::connectGrid()
@@ -62,19 +58,6 @@ void frmSimplePhoneBook::connectGrid()
         notice({});
         m_context.server.SendServer(u"REFRESHSIMPLEPHONEBOOK"_s);
     });
-}
-
-void frmSimplePhoneBook::addShortcuts()
-{
-    const auto add = [this](const QKeySequence &keys, auto action) {
-        connect(new QShortcut(keys, this), &QShortcut::activated, this, action);
-    };
-    add(QKeySequence::Find, [this] {
-        m_ui->txtSearch->setFocus(Qt::ShortcutFocusReason);
-        m_ui->txtSearch->selectAll();
-    });
-    add(Qt::Key_F5, &frmSimplePhoneBook::refresh);
-    add(Qt::Key_F1, &frmSimplePhoneBook::showHelp);
 }
 
 /// The operator's own widths and order come first. Does nothing before a file was opened: there are no

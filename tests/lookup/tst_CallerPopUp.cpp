@@ -33,11 +33,7 @@ class tst_CallerPopUp : public QObject
         lookup::CallerPopUp popUp{{desk.log, settings, texts, navigator, services(),
                                    [this]() -> const QWidget & { return mainWindow; }}};
 
-        Desk()
-        {
-            settings.record.PopupDetail = 1;
-            navigator.available = {core::Window::CallerEditor};
-        }
+        Desk() { settings.record.PopupDetail = 1; }
         void pop(const core::CallRecord &record)
         {
             popUp.ShowPopup(record);
@@ -109,9 +105,6 @@ private Q_SLOTS:
             QCOMPARE(desk.navigator.shown, QStringList{u"Show_Editor CUSTOMER 70007"_s}); // by the first
         }
         QTRY_COMPARE(desk.openForms.count(), 0);
-        desk.navigator.available.clear();
-        desk.pop(caller(u"5550144"_s));
-        QVERIFY(!find<QPushButton>("Command2")->isEnabled());
     }
 };
 

@@ -31,7 +31,7 @@ class tst_FrmMain : public QObject
         Forms()
         {
             core::setGridDefaults(settings.record);
-            navigator.available = {Window::Options, Window::AddCaller, Window::CallerEditor};
+            navigator.available = {Window::Options};
             open();
         }
         void open()

@@ -20,7 +20,6 @@ class tst_PhoneBookForms : public QObject
         {
             desk.runSql(desk.paths.PhoneBookFile, phoneBookRows);
             index.LoadPhoneNumberSNArray();
-            navigator.available = {core::Window::Help};
         }
         QString row(int place) const { return tableRows(desk).value(place); }
         void showList()
