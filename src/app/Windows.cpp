@@ -105,10 +105,11 @@ bool Windows::closeAll()
 {
     const QWidgetList all = QApplication::topLevelWidgets();
     const QList<QPointer<QWidget>> windows(all.begin(), all.end()); // a tip may end while a question is open
-    return std::all_of(windows.begin(), windows.end(), [this](QWidget *window) {
+    const bool closed = std::all_of(windows.begin(), windows.end(), [this](QWidget *window) {
         return window == nullptr || window == &m_context.mainWindow() || !window->isVisible() ||
                window->close();
     });
+    return closed && m_messages.mayDropDraft();
 }
 
 void Windows::refreshCustomerList()
@@ -124,10 +125,17 @@ void Windows::SendTDRData(const core::CustomerInfo &info)
 void Windows::customerSaved(qint32 sn, const QString &oldName, const QString &newName)
 {
     if (!oldName.isEmpty()) {
-        m_notes.RefreshNotePad(oldName, newName);
+        renameNotes(oldName, newName);
     }
     store::FixSavedCustomer(m_context.log, m_context.paths, m_context.popUpTable, sn);
     updateNumbers(sn);
+}
+
+void Windows::renameNotes(const QString &oldName, const QString &newName)
+{
+    if (!m_notes.RefreshNotePad(oldName, newName)) {
+        m_context.outside.prompts.tell(m_forms.texts.Lms(u"NotesUnderOldName"_s), {});
+    }
 }
 
 void Windows::customerDeleted(qint32 sn)

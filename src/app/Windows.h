@@ -71,6 +71,7 @@ private:
     void SendTDRData(const core::CustomerInfo &info) override;
     void customerSaved(qint32 sn, const QString &oldName, const QString &newName) override;
     void customerDeleted(qint32 sn) override;
+    void renameNotes(const QString &oldName, const QString &newName);
     void updateNumbers(qint32 sn);
     void iniUDP() override;
     QStringList gridColumnNames() const override;

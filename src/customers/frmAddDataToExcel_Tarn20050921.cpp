@@ -1,5 +1,6 @@
 #include "customers/frmAddDataToExcel_Tarn20050921.h"
 
+#include "appearance/BringToFront.h"
 #include "appearance/Keys.h"
 #include "appearance/ThemedIcons.h"
 #include "customers/CustomerQueries.h"
@@ -175,6 +176,7 @@ void frmAddDataToExcel_Tarn20050921::keyPressEvent(QKeyEvent *event)
 void frmAddDataToExcel_Tarn20050921::closeEvent(QCloseEvent *event)
 {
     if (m_export && m_export->isPacking()) {
+        appearance::bringToFront(*this); // it shows that it is still at work
         return event->ignore();
     }
     m_slices.stop();

@@ -2,6 +2,8 @@
 
 #include "appearance/BringToFront.h"
 
+using namespace Qt::StringLiterals;
+
 namespace messages {
 
 MessageWindows::MessageWindows(const Context &context) : m_context(context) {}
@@ -39,6 +41,16 @@ void MessageWindows::markAllSeen()
 {
     m_inbox.markAllSeen();
     notifyUnread();
+}
+
+bool MessageWindows::mayDropDraft()
+{
+    const bool may = m_draft.text.isEmpty() ||
+                     m_context.forms.prompts.askOkCancel(m_context.forms.texts.Lms(u"MessageUnsent"_s), {});
+    if (!may) {
+        showSend();
+    }
+    return may;
 }
 
 void MessageWindows::notifyUnread()

@@ -1,6 +1,7 @@
 #include "ProgramDesk.h"
 #include "customers/FrmEditCustomer.h"
 #include "mainwindow/CallGridView.h"
+#include "messages/frmSendSMS.h"
 #include "phonebook/frmChoosePhoneDatabase.h"
 
 #include <QNetworkDatagram>
@@ -85,10 +86,19 @@ private Q_SLOTS:
         desk.prompts.expectSave(core::Prompts::Answer::Cancel);
         desk.choose("Command2");
         QVERIFY(!desk.ended);
-        desk.prompts.expect(true);
-        desk.prompts.expectSave(core::Prompts::Answer::Save);
-        desk.choose("Command2");
-        QVERIFY(desk.ended);
+        desk.runSql(desk.paths.CustomerFile, u"drop table CallInfo"_s); // his notes cannot follow the name
+        desk.choose("cmdSendSMS");
+        type<messages::frmSendSMS>("txtSMS", u"on my way"_s);
+        for (const bool dropsMessage : {false, true}) {
+            desk.prompts.expect(true);
+            if (!dropsMessage) {
+                desk.prompts.expectSave(core::Prompts::Answer::Save);
+                desk.prompts.expect(); // told of the notes
+            }
+            desk.prompts.expect(dropsMessage);
+            desk.choose("Command2");
+            QCOMPARE(desk.ended, dropsMessage);
+        }
         store::Database customers(desk.paths.CustomerFile);
         store::Recordset rows = customers.OpenRecordset(u"select CustomerName from customer where SN = 1"_s);
         QCOMPARE(rows.value(0).toString(), u"Changed"_s);
