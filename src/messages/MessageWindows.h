@@ -34,7 +34,8 @@ public:
     void showReceived(const QString &text);
     /// The operator has read the messages in another place.
     void markAllSeen();
-    /// Asks about a message that was typed and not sent; false, with the message shown, where it is to be kept.
+    /// Asks about a message that was typed and not sent; false, with the message shown, where it is to be
+    /// kept.
     bool mayDropDraft();
 
 private:
