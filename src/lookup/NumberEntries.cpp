@@ -113,9 +113,9 @@ bool NumberEntries::replace(qint32 sn, std::span<const QStringView> pieces)
     if (!m_inOrderOfSn) {
         return false;
     }
-    const auto row = std::ranges::equal_range(m_entries, sn, {}, &Entry::sn);
-    const auto place = static_cast<size_t>(row.begin() - m_entries.begin());
-    const size_t old = row.size();
+    const auto first = std::ranges::lower_bound(m_entries, sn, {}, &Entry::sn);
+    const auto place = static_cast<size_t>(first - m_entries.begin());
+    const auto old = static_cast<size_t>(std::ranges::upper_bound(m_entries, sn, {}, &Entry::sn) - first);
     if (old == m_entries.size() && pieces.empty()) {
         return false;
     }

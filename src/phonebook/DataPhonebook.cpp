@@ -40,7 +40,7 @@ QString DataPhonebook::markWord(const QString &letter) const
 
 QVariant DataPhonebook::data(const QModelIndex &index, int role) const
 {
-    const QVariant value = RecordsetModel::data(index, role);
+    QVariant value = RecordsetModel::data(index, role);
     if (role != Qt::DisplayRole || !index.isValid()) {
         return value;
     }

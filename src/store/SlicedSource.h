@@ -13,10 +13,8 @@ public:
     SlicedSource(const std::shared_ptr<Database::Handle> &handle, const TableSelect &search);
 
     bool readOn(std::chrono::milliseconds time) override;
-    void setIndex(const QString &name) override
-    {
-        Source::setIndex(name);
-    } // a seek would leave the rows chosen
+    /// Refused: a seek would leave the rows chosen.
+    void setIndex(const QString &name) override { Source::setIndex(name); } // NOLINT: not the table's own
 
 private:
     void readSlice();

@@ -107,7 +107,7 @@ int main(int argc, char *argv[])
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.value(1) == "save"_L1) {
-        const QString folder = arguments.at(2);
+        const QString &folder = arguments.at(2);
         return Saver(core::pathsBelow(folder + u"/start"_s, folder + u"/data"_s))
             .run(arguments.at(3).toInt());
     }
