@@ -30,7 +30,7 @@ private Q_SLOTS:
     {
         for (const auto &[sn, key] : {std::pair(u""_s, u"10"_s), {u"5"_s, u"5"_s}, {u"77"_s, u"10"_s}}) {
             Desk desk;
-            const auto rows = [&](const QString &which) {
+            const auto rows = [&desk, key = key](const QString &which) {
                 return support::rowsOf(desk.paths.PhoneBookFile,
                                        u"select * from phonebook where SN "_s + which + key);
             };
