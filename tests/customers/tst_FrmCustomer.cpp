@@ -186,11 +186,12 @@ private Q_SLOTS:
     {
         const Forms forms;
         forms.run(u"insert into customer(SN,CustomerName) with recursive counted(i) as (select 10 union all "
-                  "select i + 1 from counted where i < 60000) select i, 'many ' || i from counted"_s);
+                  "select i + 1 from counted where i < 150000) select i, 'many ' || i from counted"_s);
+        const QSignalSpy moreFound(forms.grid()->model(), &QAbstractItemModel::rowsInserted);
         forms.search(u"many"_s);
-        QVERIFY(forms.grid()->model()->rowCount() < 59991);
-        QTRY_COMPARE(forms.shown("lblCount"), u"[Totalcount]:59991"_s);
-        QCOMPARE(forms.grid()->model()->index(59990, 0).data().toString(), u"many 60000"_s);
+        QTRY_COMPARE(forms.shown("lblCount"), u"[Totalcount]:149991"_s);
+        QVERIFY(!moreFound.isEmpty());
+        QCOMPARE(forms.grid()->model()->index(149990, 0).data().toString(), u"many 150000"_s);
     }
 
     void aLockedFileIsAskedOnceAndReadWhenItIsFree()
