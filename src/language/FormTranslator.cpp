@@ -56,12 +56,15 @@ QFont controlFont(const QWidget &control, QFont font)
     return font;
 }
 
-// Unlike every other control, these boxes do not mirror their lines by themselves. A log is not mirrored.
+// Unlike every other control, these boxes do not mirror their lines by themselves. Some are designed for one
+// direction, a log for instance; there, a line keeps it whatever letter it begins with.
 void alignLines(const QPlainTextEdit &box)
 {
-    const bool mirrored = box.isRightToLeft() && box.lineWrapMode() != QPlainTextEdit::NoWrap;
     QTextOption option = box.document()->defaultTextOption();
-    option.setAlignment(mirrored ? Qt::AlignRight : Qt::AlignLeft);
+    option.setAlignment(box.isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft);
+    if (box.testAttribute(Qt::WA_SetLayoutDirection)) {
+        option.setTextDirection(box.layoutDirection());
+    }
     box.document()->setDefaultTextOption(option);
 }
 

@@ -112,8 +112,6 @@ void FrmMain::applyIcons()
     for (const auto &[action, name] : icons) {
         action->setIcon(appearance::themedIcon(name, color));
     }
-    m_ui->Command7->setIcon(appearance::themedIcon(u"trash", color));
-    m_ui->Command8->setIcon(appearance::themedIcon(u"trash", color));
 }
 
 void FrmMain::loadLogs()
