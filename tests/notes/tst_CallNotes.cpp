@@ -27,6 +27,13 @@ class tst_CallNotes : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void aSearchKeepsToTheCustomerOfItsWindow()
+    {
+        support::TestDesk desk;
+        const QString query = MakeCondition(desk.log, {u"F'x"_s, {}, {}, {}, {}, {}, {}, {}, {}, {}, 0});
+        QVERIFY2(query.contains(u" and [CustomerName]='F''x' and "_s), qPrintable(query));
+    }
+
     void valuesAreCheckedInTheirOrder()
     {
         NoteDesk desk;
