@@ -202,9 +202,7 @@ void Program::paintAtOnce()
 void Program::openReception()
 {
     m_endpoint.iniUDP();
-    if (!m_ended && !m_endpoint.isBound()) {
-        m_mainWindow->showPortUnavailable();
-    }
+    m_mainWindow->showPortAvailable(m_endpoint.isBound());
     m_forwarding.Ini_TDR_UDP();
 }
 
