@@ -39,7 +39,7 @@ Program::Program(const Outside &outside)
                  m_forwarding,
                  {m_translator, m_openForms, m_windowMemory},
                  [this]() -> mainwindow::FrmMain & { return *m_mainWindow; },
-                 [this] { awaitNumbers(); }}),
+                 [this](bool known) { followNumbers(known); }}),
       m_popUp({m_log,
                m_settings,
                m_language,
@@ -159,6 +159,15 @@ void Program::awaitNumbers()
         m_numbersLoading.start(std::chrono::milliseconds(1));
     } else {
         m_numbersLoading.stop();
+    }
+}
+
+// Another desk may have taken a file to itself just after the customer was saved.
+void Program::followNumbers(bool known)
+{
+    awaitNumbers();
+    if (!known) {
+        retryLater();
     }
 }
 
