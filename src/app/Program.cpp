@@ -202,8 +202,8 @@ void Program::paintAtOnce()
 void Program::openReception()
 {
     m_endpoint.iniUDP();
-    if (!m_ended && !m_endpoint.isBound()) {
-        m_mainWindow->showPortUnavailable();
+    if (!m_ended) {
+        m_mainWindow->showPortAvailable(m_endpoint.isBound());
     }
     m_forwarding.Ini_TDR_UDP();
 }

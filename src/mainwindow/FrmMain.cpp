@@ -239,9 +239,9 @@ void FrmMain::showSource(const QHostAddress &sender)
     m_screen.schedule();
 }
 
-void FrmMain::showPortUnavailable()
+void FrmMain::showPortAvailable(bool available)
 {
-    m_portUnavailable = true;
+    m_portUnavailable = !available;
     updateSource();
 }
 
