@@ -1,6 +1,7 @@
 #include "NoteDesk.h"
 #include "appearance/RecordGrid.h"
 #include "notes/ReportBox.h"
+#include "notes/ReportRun.h"
 #include "notes/frmNotePad.h"
 #include "notes/frmNotePadManager.h"
 
@@ -122,6 +123,7 @@ private Q_SLOTS:
         QVERIFY(desk.desk.values.NotePadOpen);
         QCOMPARE(desk.openForms.count(), 1);
         desk.windowsOfNotes.RefreshNotePad(u"Acme"_s, u"O'Brien's"_s);
+        QCOMPARE(editor()->findChildren<notes::ReportRun *>().size(), 1); // not that of the old name as well
         QCOMPARE(control<QLineEdit>(editor(), "txtCustomerName")->text(), u"O'Brien's"_s);
         QTRY_VERIFY(control<notes::ReportBox>(editor(), "txtReport")->report().contains(u"Old one"_s));
         desk.windowsOfNotes.RefreshNotePad(u"O'Brien's"_s, QString(10'000, u'x'));
