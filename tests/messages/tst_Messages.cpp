@@ -126,8 +126,8 @@ private Q_SLOTS:
             desk.server.reaches = there == "xx"_L1;
             if (!there.isEmpty()) {
                 press<frmSendSMS>("Command6");
-                const QString told = find<frmSendSMS, QLabel>("lblSent")->text();
-                QCOMPARE(told.startsWith(u"[MessageHandedOver]"_s), desk.server.reaches);
+                const QString told = desk.server.reaches ? u"[MessageHandedOver]"_s : u"[MessageNotSent]"_s;
+                QVERIFY((find<frmSendSMS, QLabel>("lblSent")->text().startsWith(told)));
             }
             QTest::keyClick(openForm<frmSendSMS>(), Qt::Key_Escape);
             QTRY_COMPARE(desk.openForms.count(), 0);
@@ -173,7 +173,6 @@ private Q_SLOTS:
         desk.windows.markAllSeen();
         QCOMPARE(desk.unread.last(), 0);
         desk.windows.showReceived(u"new"_s);
-        QTRY_VERIFY(card() != nullptr);
         QCOMPARE(shown(), u"new"_s);
     }
 

@@ -19,11 +19,6 @@ NoteEntry entryOf(const QString &customer, const QString &consultant, const QStr
     return {u"Call1"_s, customer, time, consultant, u"can't"_s, request, response, {}, 1};
 }
 
-struct NoTexts : core::TextLookup
-{
-    QString Lms(const QString &) const override { return {}; }
-};
-
 } // namespace
 
 /// Call notes without their windows: statements, rules, report, export and the printed pages.
@@ -108,8 +103,7 @@ private Q_SLOTS:
     {
         NoteDesk desk;
         desk.run(u"drop table CallInfo; drop table CustomerRequest; drop table customer"_s);
-        const NoTexts noTexts; // a check that failed without a word is no passed one
-        CallNotes calls(desk.desk.log, desk.desk.paths, desk.prompts, noTexts);
+        CallNotes calls(desk.desk.log, desk.desk.paths, desk.prompts, desk.texts);
         const NoteEntry entry = entryOf(u"Acme"_s, u"Ann"_s, u"r"_s, u"s"_s);
         desk.prompts.expect();
         QVERIFY(!calls.CheckValues(entry) && !calls.IfCallIDExists(u"x"_s) && !calls.AddNewCall(entry) &&
