@@ -4,7 +4,6 @@
 #include "core/TextUtilities.h"
 #include "core/platform.h"
 #include "lookup/PopUpFilter.h"
-#include "messages/SmsRecord.h"
 #include "reception/SampleRecord.h"
 #include "store/Database.h"
 
@@ -327,9 +326,9 @@ void Program::ShowPopup(const core::CallRecord &record)
 
 void Program::ShowSmallMessage(const QString &datagramText)
 {
-    if (const std::optional<QString> entry = m_messages.ShowSmallMessage(datagramText)) {
-        m_mainWindow->appendSms(*entry);
-        m_windows.showMessage(messages::smsText(datagramText).value_or(QString()));
+    if (const auto message = m_messages.ShowSmallMessage(datagramText)) {
+        m_mainWindow->appendSms(message->entry);
+        m_windows.showMessage(message->text);
     }
 }
 

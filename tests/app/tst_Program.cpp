@@ -107,6 +107,7 @@ private Q_SLOTS:
         find<options::frmOptions, QTabWidget>("SSTab1")->setCurrentIndex(1);
         type<options::frmOptions>("txtPort", u"2000"_s);
         press<options::frmOptions>("Command3");
+        QVERIFY(!desk.source().contains(u"UDP port 1972"_s));
         QVERIFY(!other.bind(QHostAddress::AnyIPv4, desk.port, QAbstractSocket::ShareAddress));
         QVERIFY(!desk.source().contains(u"UDP port 1972"_s));
         desk.showsACall();
