@@ -109,7 +109,6 @@ private Q_SLOTS:
         press<options::frmOptions>("Command3");
         QVERIFY(!desk.source().contains(u"UDP port 1972"_s));
         QVERIFY(!other.bind(QHostAddress::AnyIPv4, desk.port, QAbstractSocket::ShareAddress));
-        QVERIFY(!desk.source().contains(u"UDP port 1972"_s));
         desk.showsACall();
     }
 
