@@ -94,11 +94,11 @@ void frmSimplePhoneBook::refresh()
 // an entry by it. What the grid itself deletes counts as a change made in the grid.
 void frmSimplePhoneBook::deleteCurrent(DeletedBy means)
 {
-    if (!m_context.prompts.askOkCancel(m_context.texts.Lms(u"DeletePhoneNumberInfo?"_s), u"CRM"_s)) {
-        return;
-    }
     const int row = m_ui->DbgPhoneBook->currentIndex().row();
-    if (row < 0) {
+    const bool confirmed = m_typing.ask([this] {
+        return m_context.prompts.askOkCancel(m_context.texts.Lms(u"DeletePhoneNumberInfo?"_s), u"CRM"_s);
+    });
+    if (!confirmed || row < 0) {
         return;
     }
     if (!m_data->removeRow(row)) {
