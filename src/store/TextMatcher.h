@@ -13,9 +13,8 @@
 namespace store {
 
 /// A like-pattern made ready to be held against many texts. Case does not count in any script (see
-/// CaseFolding). A
-/// "[" that nothing closes stands for itself. Works on UTF-8 as the engine hands it over, without making a
-/// QString.
+/// CaseFolding). A "[" that nothing closes stands for itself. Works on UTF-8 as the engine hands it over,
+/// without making a QString.
 class TextMatcher
 {
 public:
