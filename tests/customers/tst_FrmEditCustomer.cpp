@@ -71,6 +71,7 @@ private Q_SLOTS:
         Forms forms;
         forms.form->addCustomer(u"1"_s);
         customers::CustomerRecord customer = fullCustomer();
+        customer.shown.at(size_t(customers::fieldOf(u"Address"))) = QString(40000, u'x');
         customers::CustomerControlSet(*forms.form).setTexts(customer.shown);
         QVERIFY(QTest::qWaitForWindowActive(forms.form));
         QTest::keyClick(forms.form, Qt::Key_S, Qt::ControlModifier);
