@@ -1,5 +1,4 @@
 #include "appearance/ComboLists.h"
-#include "appearance/GridDelegate.h"
 #include "appearance/RecordGrid.h"
 #include "support/TestForms.h"
 
@@ -38,19 +37,6 @@ private Q_SLOTS:
         forms.language.code = u"../x"_s; // leaves the folder
         lists.ReadComboList(combo);
         QVERIFY(forms.desk.logMessages().last().startsWith(u"!ReadComboList "_s));
-    }
-
-    void aCellShowsOneLineWithoutOverrides()
-    {
-        struct Delegate : appearance::GridDelegate
-        {
-            using GridDelegate::initStyleOption;
-        };
-        QStandardItemModel model(1, 1);
-        model.setItem(0, 0, new QStandardItem(u"two\nlines \u202Eback"_s));
-        QStyleOptionViewItem option;
-        Delegate().initStyleOption(&option, model.index(0, 0));
-        QCOMPARE(option.text, u"two lines  back"_s);
     }
 
     void aGridCopiesWhatItShowsAndKeepsItsColumns()

@@ -110,29 +110,21 @@ private Q_SLOTS:
         }
     }
 
-    void aWarningDoesNotSwallowTheClickThatLeavesTheField()
-    {
-        Forms forms;
-        forms.form->addCustomer({});
-        QVERIFY(QTest::qWaitForWindowActive(forms.form));
-        QTest::keyClicks(forms.find("txtCustomerName"), u"acm"_s);
-        const auto *const save = forms.find<QWidget>("Command2");
-        const QPoint place = save->mapTo(forms.form, save->rect().center());
-        QTest::mousePress(forms.form->windowHandle(), Qt::LeftButton, {}, place);
-        QVERIFY(save->hasFocus() && forms.prompts.asked.isEmpty());
-        forms.prompts.expect();
-        QTest::mouseRelease(forms.form->windowHandle(), Qt::LeftButton, {}, place);
-        QCOMPARE(forms.text("txtSN"), u"2"_s);
-    }
-
     void warningsComeOnlyWhileAddingAndOnlyForWhatHasChanged()
     {
         Forms forms;
         forms.form->addCustomer(u"5550144"_s);
         forms.prompts.expect(); // of the caller's number
         Q_EMIT forms.find("txtCompanyCall")->editingFinished();
+        QVERIFY(QTest::qWaitForWindowActive(forms.form));
+        QTest::keyClicks(forms.find("txtCustomerName"), u"acm"_s);
+        const auto *const save = forms.find<QWidget>("Command2");
+        const QPoint place = save->mapTo(forms.form, save->rect().center());
+        QTest::mousePress(forms.form->windowHandle(), Qt::LeftButton, {}, place);
+        QVERIFY(save->hasFocus() && forms.prompts.asked.size() == 1); // or the click would be swallowed
         forms.prompts.expect();
-        forms.type("txtCustomerName", u"acm"_s);
+        QTest::mouseRelease(forms.form->windowHandle(), Qt::LeftButton, {}, place);
+        QCOMPARE(forms.text("txtSN"), u"2"_s);
         Q_EMIT forms.find("txtCustomerName")->editingFinished();
         for (const char *name : {"txtCompanyCall", "txtCompanyFax", "txtLinkmanMobile"}) {
             forms.prompts.expect();
