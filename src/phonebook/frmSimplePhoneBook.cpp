@@ -54,8 +54,13 @@ void frmSimplePhoneBook::showQuery(const QString &query)
     showHint();
 }
 
+// What is being typed into a cell is written first: new rows take its box away.
 bool frmSimplePhoneBook::bind(const QString &query)
 {
+    auto *grid = m_ui->DbgPhoneBook;
+    if (grid->indexWidget(grid->currentIndex()) != nullptr) {
+        grid->setFocus();
+    }
     const bool bound = m_data->setRecordSource(m_context.paths.PhoneBookFile, query);
     notice(bound ? QString() : troubleText(m_context.texts, m_context.paths.PhoneBookFile));
     if (bound) {
