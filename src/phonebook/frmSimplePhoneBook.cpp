@@ -141,11 +141,12 @@ void frmSimplePhoneBook::showCount()
                             QString::number(m_data->rowCount()));
 }
 
+/// None while no file could be read: it is not known then whether there are entries.
 void frmSimplePhoneBook::showHint()
 {
-    const bool whole = m_data->recordSource() == allEntriesQuery();
-    m_ui->DbgPhoneBook->setHint(whole ? m_context.texts.Lms(u"PhoneBookEmpty"_s)
-                                      : m_context.texts.Lms(u"NoEntryFound"_s));
+    const QString &shown = m_data->recordSource();
+    const QString key = shown == allEntriesQuery() ? u"PhoneBookEmpty"_s : u"NoEntryFound"_s;
+    m_ui->DbgPhoneBook->setHint(shown.isEmpty() ? QString() : m_context.texts.Lms(key));
 }
 
 /// A file that has taken the place of the one in the list is shown first.
