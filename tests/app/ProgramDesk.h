@@ -12,7 +12,8 @@ inline const QString silentNumber = QStringLiteral("2145550129"); // pop-up flag
 
 using support::call, support::find, support::openForm, support::press, support::type;
 
-/// The whole program in a sample desk of its own, and a caller-ID unit on the loopback.
+/// The whole program, with the headers of its windows, in a sample desk of its own, and a caller-ID unit on
+/// the loopback.
 struct ProgramDesk : support::TestDesk
 {
     explicit ProgramDesk(bool withFiles = true)

@@ -46,6 +46,7 @@ public:
     int shutDown()
     {
         send(sim::commandRecord(u"SHUTDOWNALL", {}, sim::CodePageChoice()));
+        send("too late");
         const bool ended = QTest::qWaitFor([this] { return !isRunning(); }, patienceMs);
         return ended && m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
     }

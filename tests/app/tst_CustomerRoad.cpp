@@ -1,8 +1,5 @@
 #include "ProgramDesk.h"
-#include "customers/FrmEditCustomer.h"
-#include "mainwindow/CallGridView.h"
-#include "messages/frmSendSMS.h"
-#include "phonebook/frmChoosePhoneDatabase.h"
+#include "support/Rows.h"
 
 #include <QNetworkDatagram>
 
@@ -13,14 +10,6 @@ using phonebook::frmChoosePhoneDatabase;
 class tst_CustomerRoad : public QObject
 {
     Q_OBJECT
-
-    static void doubleClickNewestCall(const mainwindow::FrmMain &window)
-    {
-        auto *grid = window.findChild<mainwindow::CallGridView *>(u"gridCallerId"_s);
-        const QPoint place = grid->visualRect(grid->model()->index(0, 2)).center();
-        QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, place);
-        QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, place);
-    }
 
 private Q_SLOTS:
     void anUnknownCallerIsFiledForwardedAndPopsUpTheNextTime()
@@ -40,7 +29,7 @@ private Q_SLOTS:
         QTRY_COMPARE(desk.window().calls().rowCount(), 1);
         QCOMPARE(openForm<lookup::frmPopUp>(), nullptr);
 
-        doubleClickNewestCall(desk.window());
+        support::clickCell(find<mainwindow::FrmMain, QTableView>("gridCallerId"), 0, 2, true);
         press<frmChoosePhoneDatabase>("Option2");
         press<frmChoosePhoneDatabase>("OKButton");
         QCOMPARE((find<FrmEditCustomer, QLineEdit>("txtCompanyCall")->text()), number);
@@ -82,6 +71,8 @@ private Q_SLOTS:
         QVERIFY(desk.start());
         desk.program->windows().Show_Editor(u"CUSTOMER"_s, 1);
         type<FrmEditCustomer>("txtCustomerName", u"Changed"_s);
+        desk.prompts.expect(false);
+        desk.choose("Command2");
         desk.prompts.expect(true);
         desk.prompts.expectSave(core::Prompts::Answer::Cancel);
         desk.choose("Command2");
@@ -99,9 +90,9 @@ private Q_SLOTS:
             desk.choose("Command2");
             QCOMPARE(desk.ended, dropsMessage);
         }
-        store::Database customers(desk.paths.CustomerFile);
-        store::Recordset rows = customers.OpenRecordset(u"select CustomerName from customer where SN = 1"_s);
-        QCOMPARE(rows.value(0).toString(), u"Changed"_s);
+        QCOMPARE(
+            support::rowsOf(desk.paths.CustomerFile, u"select CustomerName from customer where SN = 1"_s),
+            u"Changed"_s);
     }
 };
 

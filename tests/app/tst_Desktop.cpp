@@ -1,40 +1,38 @@
 #include "RunningProgram.h"
+#include "tools/ToolRun.h"
 
 namespace {
 
-QString answerOf(const QString &command, const QStringList &arguments)
+/// What a program answers to the options of one line.
+QString answerOf(const char *program, const QString &options)
 {
-    QProcess process;
-    process.start(command, arguments);
-    process.waitForFinished();
-    return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
+    return runTool(program, options).output.trimmed();
 }
 
-QString xdotool(const QStringList &arguments)
+QString xdotool(const QString &options)
 {
-    return answerOf(u"xdotool"_s, arguments);
+    return answerOf("xdotool", options);
 }
 
 QString propertyOf(const QString &window, const QString &name)
 {
-    return answerOf(u"xprop"_s, {u"-id"_s, window, name});
+    return answerOf("xprop", u"-id %1 %2"_s.arg(window, name));
 }
 
 QStringList windowsOf(qint64 process)
 {
-    return xdotool({u"search"_s, u"--onlyvisible"_s, u"--pid"_s, QString::number(process)})
-        .split(u'\n', Qt::SkipEmptyParts);
+    return xdotool(u"search --onlyvisible --pid %1"_s.arg(process)).split(u'\n', Qt::SkipEmptyParts);
 }
 
 void press(const QString &window, const QString &key)
 {
-    QTRY_VERIFY(xdotool({u"windowactivate"_s, window, u"getactivewindow"_s}) == window);
-    xdotool({u"key"_s, key});
+    QTRY_VERIFY(xdotool(u"windowactivate %1 getactivewindow"_s.arg(window)) == window);
+    xdotool(u"key "_s + key);
 }
 
 void clickOn(const QString &window, int button)
 {
-    xdotool({u"mousemove"_s, u"--window"_s, window, u"8"_s, u"8"_s, u"click"_s, QString::number(button)});
+    xdotool(u"mousemove --window %1 8 8 click %2"_s.arg(window).arg(button));
 }
 
 } // namespace
@@ -66,24 +64,24 @@ private Q_SLOTS:
         QCOMPARE(second.exitStatus(), QProcess::NormalExit);
         QCOMPARE(second.exitCode(), 0);
         QCOMPARE(m_program->allFiles(), files);
-        QTRY_COMPARE(xdotool({u"getactivewindow"_s}), mainWindow());
+        QTRY_COMPARE(xdotool(u"getactivewindow"_s), mainWindow());
     }
 
     void theTrayIconBringsTheWindowBackOpensAMenuAndGoesWithTheProgram()
     {
         startWithTray();
-        const QString place = xdotool({u"getwindowgeometry"_s, mainWindow()}).section(u'\n', 1);
+        const QString place = xdotool(u"getwindowgeometry "_s + mainWindow()).section(u'\n', 1);
         press(mainWindow(), u"alt+F4"_s);
         QTRY_VERIFY(mainWindow().isEmpty());
         QVERIFY(m_program->isRunning());
         clickOn(trayIcon(), 1);
         QTRY_VERIFY(!mainWindow().isEmpty());
-        QTRY_COMPARE(xdotool({u"getwindowgeometry"_s, mainWindow()}).section(u'\n', 1), place);
+        QTRY_COMPARE(xdotool(u"getwindowgeometry "_s + mainWindow()).section(u'\n', 1), place);
 
         const qsizetype windows = windowsOf(m_program->processId()).size();
         clickOn(trayIcon(), 3);
         QTRY_COMPARE(windowsOf(m_program->processId()).size(), windows + 1);
-        xdotool({u"key"_s, u"Up"_s, u"Return"_s}); // its last line ends the program, after a question
+        xdotool(u"key Up Return"_s); // its last line ends the program, after a question
         QTRY_VERIFY(!windowOfType(u"= _NET_WM_WINDOW_TYPE_DIALOG"_s).isEmpty());
         press(windowOfType(u"= _NET_WM_WINDOW_TYPE_DIALOG"_s), u"Escape"_s);
         QTRY_COMPARE(windowsOf(m_program->processId()).size(), windows);
@@ -125,7 +123,7 @@ private:
     qsizetype trayWindows() const
     {
         static const QRegularExpression child(u"^ {5}0x"_s, QRegularExpression::MultilineOption);
-        return answerOf(u"xwininfo"_s, {u"-tree"_s, u"-id"_s, m_trayPanel}).count(child);
+        return answerOf("xwininfo", u"-tree -id "_s + m_trayPanel).count(child);
     }
     QString windowOfType(const QString &type) const
     {

@@ -1,8 +1,5 @@
 #include "ProgramDesk.h"
-#include "messages/frmSendSMS.h"
-#include "messages/frmShowSMS.h"
-#include "options/frmLanguageEditor.h"
-#include "options/frmOptions.h"
+#include "support/Rows.h"
 
 #include <QNetworkDatagram>
 
@@ -99,12 +96,7 @@ private Q_SLOTS:
         const QModelIndexList rows = grid->model()->match(grid->model()->index(0, 0), Qt::DisplayRole,
                                                           u"NotePad"_s, 1, Qt::MatchExactly);
         QCOMPARE(rows.size(), 1);
-        grid->setCurrentIndex(rows.first().siblingAtColumn(1));
-        QTest::keyClick(grid, Qt::Key_Return);
-        auto *cell = grid->findChild<QLineEdit *>();
-        cell->selectAll();
-        QTest::keyClicks(cell, u"Logbook"_s);
-        QTest::keyClick(cell, Qt::Key_Return);
+        support::typeCell(grid, rows.first().siblingAtColumn(1), u"Logbook"_s);
         QTRY_COMPARE(grid->currentIndex().data().toString(), u"Logbook"_s);
         find<frmLanguageEditor>("chkUseUserLang")->click();
         press<frmLanguageEditor>("cmdReturn");

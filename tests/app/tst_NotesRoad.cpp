@@ -1,13 +1,12 @@
 #include "ProgramDesk.h"
 #include "core/QtPrinter.h"
-#include "customers/FrmEditCustomer.h"
 #include "notes/frmNotePad.h"
 #include "notes/frmNotePadManager.h"
+#include "tools/ToolRun.h"
 
 #include <QPrintPreviewDialog>
 #include <QPrintPreviewWidget>
 #include <QPrinter>
-#include <QProcess>
 
 using notes::frmNotePad, notes::frmNotePadManager;
 
@@ -94,10 +93,7 @@ class tst_NotesRoad : public QObject
         preview->printer()->setOutputFileName(file);
         preview->findChild<QPrintPreviewWidget *>()->print();
         preview->close();
-        QProcess reader;
-        reader.start(u"pdftotext"_s, {u"-layout"_s, file, u"-"_s});
-        reader.waitForFinished();
-        return QString::fromUtf8(reader.readAllStandardOutput());
+        return runTool("pdftotext", u"-layout \"%1\" -"_s.arg(file)).output;
     }
 
 private Q_SLOTS:

@@ -11,8 +11,8 @@ private Q_SLOTS:
     void aComboRemembersEachTextOncePerLanguage()
     {
         support::TestForms forms;
-        QDir(forms.desk.paths.StartFolder).mkdir(u"PopUserData"_s);
-        const appearance::ComboLists lists(forms.desk.paths, forms.desk.log, forms.translator);
+        QDir(forms.paths.StartFolder).mkdir(u"PopUserData"_s);
+        const appearance::ComboLists lists(forms.paths, forms.log, forms.translator);
         QComboBox combo;
         combo.setObjectName(u"txtCity"_s);
         combo.setEditable(true);
@@ -20,9 +20,9 @@ private Q_SLOTS:
             combo.setEditText(text);
             lists.SaveComboItem(combo);
         }
-        const QString file = forms.desk.paths.PopUserDataFolder + u"/txtCity_ENG.txt"_s;
-        QCOMPARE(QString::fromUtf8(forms.desk.fileBytes(file)), u"Łódź\r\n北京\r\nłódź\r\n"_s);
-        QVERIFY(forms.desk.logMessages().last().startsWith(u"!SaveComboItem "_s));
+        const QString file = forms.paths.PopUserDataFolder + u"/txtCity_ENG.txt"_s;
+        QCOMPARE(QString::fromUtf8(forms.fileBytes(file)), u"Łódź\r\n北京\r\nłódź\r\n"_s);
+        QVERIFY(forms.logMessages().last().startsWith(u"!SaveComboItem "_s));
 
         combo.clear();
         combo.setEditText(u"typed"_s);
@@ -36,7 +36,7 @@ private Q_SLOTS:
         QCOMPARE(combo.count(), 0);
         forms.language.code = u"../x"_s; // leaves the folder
         lists.ReadComboList(combo);
-        QVERIFY(forms.desk.logMessages().last().startsWith(u"!ReadComboList "_s));
+        QVERIFY(forms.logMessages().last().startsWith(u"!ReadComboList "_s));
     }
 
     void aGridCopiesWhatItShowsAndKeepsItsColumns()

@@ -1,6 +1,6 @@
 #include "core/CodePage.h"
 #include "reception/Columns.h"
-#include "support/Table.h"
+#include "support/Test.h"
 
 using core::CodePage;
 

@@ -1,5 +1,4 @@
 #include "CustomerDesk.h"
-#include "appearance/RecordGrid.h"
 #include "customers/CustomerWindows.h"
 #include "customers/frmAddDataToExcel_Tarn20050921.h"
 #include "support/TestForms.h"
@@ -14,27 +13,22 @@ class tst_FrmCustomer : public QObject
     /// The windows over three customers; types and clicks as a person does.
     struct Forms : support::TestForms
     {
-        lookup::NumberIndex index{desk.paths, desk.log};
-        lookup::ExistenceChecks checks{{desk.paths, desk.log, index, texts, prompts, navigator}};
         FakeCustomerEffects effects;
         appearance::FormContext formContext = context();
         customers::CustomerWindows windowsOfCustomers{{formContext, checks, effects}};
 
         Forms()
         {
-            deliver(u"Customer"_s, desk.paths.CustomerFile);
+            deliver(u"Customer"_s, paths.CustomerFile);
             run(u"insert into customer(SN,CustomerName,CustomerID,customertype,note,WorkPhones,T3) values"
                 "(1,'Zoë Łódź','3','b','','111','1'),(2,'anna','2','c','wants TEA','222','1'),"
                 "(3,'Bay','1','a','','333','1')"_s);
             windowsOfCustomers.showList();
             QVERIFY(QTest::qWaitForWindowActive(form())); // or its shortcuts do nothing
         }
-        void run(const QString &sql) const { customerSql(desk, sql); }
+        void run(const QString &sql) const { customerSql(*this, sql); }
         FrmCustomer *form() const { return openForm<FrmCustomer>(); }
-        appearance::RecordGrid *grid() const
-        {
-            return find<FrmCustomer, appearance::RecordGrid>("DataGrid1");
-        }
+        QTableView *grid() const { return find<FrmCustomer, QTableView>("DataGrid1"); }
         QString shown(const char *label) const { return find<FrmCustomer, QLabel>(label)->text(); }
         QString names() const { return support::columnOf(*grid()->model()); }
         void search(const QString &words) const
@@ -77,7 +71,7 @@ private Q_SLOTS:
         }
         QTest::keyClicks(find<FrmCustomer, QLineEdit>("txtSearch"), u"ann"_s);
         QTRY_COMPARE(forms.names(), u"anna"_s); // as one types
-        QCOMPARE(forms.desk.logMessages(), QStringList());
+        QCOMPARE(forms.logMessages(), QStringList());
     }
 
     void aBrokenQueryOrFileLeavesTheListAndSaysSo()
@@ -86,17 +80,17 @@ private Q_SLOTS:
         forms.search(u"O'Brien"_s);
         QCOMPARE(forms.names(), u"anna|Bay|Zoë Łódź"_s);
         QCOMPARE(forms.shown("lblMessage"), u"[SearchNotUnderstood]"_s);
-        QVERIFY(forms.desk.logMessages().value(0).startsWith(u"!Ado1 "_s));
+        QVERIFY(forms.logMessages().value(0).startsWith(u"!Ado1 "_s));
         forms.run(u"delete from customer where SN=2"_s); // at another desk
         forms.prompts.expect();
         QTest::keyClick(forms.grid(), Qt::Key_Return);
         QCOMPARE(forms.prompts.asked, QStringList(u"[CustomerNotFound]"_s));
-        QFile::rename(forms.desk.paths.CustomerFile, forms.desk.paths.CustomerFile + u".away"_s);
-        forms.desk.writeFile(forms.desk.paths.CustomerFile, "no database");
+        QFile::rename(forms.paths.CustomerFile, forms.paths.CustomerFile + u".away"_s);
+        forms.writeFile(forms.paths.CustomerFile, "no database");
         forms.search(u"Bay"_s);
         QCOMPARE(forms.shown("lblMessage"), u"[CustomerListUnavailable]"_s);
-        QFile::remove(forms.desk.paths.CustomerFile);
-        QFile::rename(forms.desk.paths.CustomerFile + u".away"_s, forms.desk.paths.CustomerFile);
+        QFile::remove(forms.paths.CustomerFile);
+        QFile::rename(forms.paths.CustomerFile + u".away"_s, forms.paths.CustomerFile);
         QTest::keyClick(forms.form(), Qt::Key_F5);
         QCOMPARE(forms.names(), u"Bay|Zoë Łódź"_s);
         QCOMPARE(forms.shown("lblMessage"), u""_s);
@@ -117,7 +111,7 @@ private Q_SLOTS:
         QCOMPARE(forms.shown("lblCount"), u"[Totalcount] 2"_s);
         QCOMPARE(forms.server.sent, QStringList(u"REFRESHCUSTOMERLIST"_s));
         QCOMPARE(forms.effects.called, QStringList(u"customerDeleted 3"_s));
-        store::Database other(forms.desk.paths.CustomerFile);
+        store::Database other(forms.paths.CustomerFile);
         other.Execute(u"begin immediate"_s);
         forms.prompts.expect();
         press<FrmCustomer>("Command5");
@@ -135,7 +129,7 @@ private Q_SLOTS:
         press<FrmCustomer>("Command5");
         forms.prompts.expect(); // the list now stands before its first row
         press<FrmCustomer>("Command5");
-        QCOMPARE(customerSql(forms.desk, u"select CustomerName from customer"_s), u"anna"_s);
+        QCOMPARE(customerSql(forms, u"select CustomerName from customer"_s), u"anna"_s);
         QTRY_COMPARE(forms.grid()->currentIndex().row(), 0); // of the search
     }
 
@@ -174,7 +168,7 @@ private Q_SLOTS:
         QCOMPARE(fields->item(14)->text(), u"[SpecifiedSalesMan]"_s);
         forms.prompts.expectFile({});
         press<frmAddDataToExcel_Tarn20050921>("cmdAddToExcel"); // and thinks better of it
-        const QString target = forms.desk.folder.filePath(u"list.xlsx"_s);
+        const QString target = forms.folder.filePath(u"list.xlsx"_s);
         forms.prompts.expectFile(target);
         forms.prompts.expect();
         press<frmAddDataToExcel_Tarn20050921>("cmdAddToExcel");
@@ -182,7 +176,7 @@ private Q_SLOTS:
                 !find<frmAddDataToExcel_Tarn20050921>("cmdClose")->isEnabled());
         QTRY_COMPARE(forms.prompts.asked.last(), u"Success!"_s);
         QCOMPARE(forms.shell.opened, QStringList(u"openFile "_s + target));
-        QVERIFY(forms.desk.fileBytes(target).startsWith("PK"));
+        QVERIFY(forms.fileBytes(target).startsWith("PK"));
         find<frmAddDataToExcel_Tarn20050921>("cmdUnCheckAll")->setFocus();
         QTest::keyClick(find<frmAddDataToExcel_Tarn20050921>("cmdUnCheckAll"), Qt::Key_Return);
         forms.prompts.expectFile(target);
@@ -212,11 +206,11 @@ private Q_SLOTS:
         forms.run(u"insert into customer(CustomerName) with recursive counted(i) as (select 1 union all "
                   "select i + 1 from counted where i < 200) select 'Zz' from counted"_s);
         QTest::keyClick(forms.form(), Qt::Key_F5);
-        store::Database other(forms.desk.paths.CustomerFile);
+        store::Database other(forms.paths.CustomerFile);
         other.Execute(u"begin exclusive"_s);
         forms.grid()->scrollToBottom();
         forms.grid()->viewport()->repaint();
-        QCOMPARE(forms.desk.logMessages().size(), 1);
+        QCOMPARE(forms.logMessages().size(), 1);
         other.Execute(u"rollback"_s);
         QTRY_COMPARE(forms.grid()->model()->index(190, 0).data(), u"Zz"_s);
     }
@@ -228,7 +222,7 @@ private Q_SLOTS:
         const int usual = hidden();
         QTest::keyClick(forms.form(), Qt::Key_Escape);
         forms.windows.setGeometry(u"FrmCustomer.DataGrid1"_s, {});
-        const QString file = forms.desk.paths.CustomerFile;
+        const QString file = forms.paths.CustomerFile;
         QFile::rename(file, file + u".away"_s);
         forms.windowsOfCustomers.showList();
         QFile::rename(file + u".away"_s, file);

@@ -9,13 +9,10 @@ class tst_Help : public QObject
     struct Desk : support::TestForms
     {
         help::HelpWindow window{{context(), language}};
-        QString file = QDir::toNativeSeparators(desk.paths.StartFolder + u"/Help/HelpENG.chlp"_s);
+        QString file = QDir::toNativeSeparators(paths.StartFolder + u"/Help/HelpENG.chlp"_s);
 
-        Desk() { QDir(desk.paths.StartFolder).mkdir(u"Help"_s); }
-        static QPlainTextEdit *txtHelp()
-        {
-            return support::openForm<help::frmHelp>()->findChild<QPlainTextEdit *>(u"txtHelp"_s);
-        }
+        Desk() { QDir(paths.StartFolder).mkdir(u"Help"_s); }
+        static QPlainTextEdit *txtHelp() { return support::find<help::frmHelp, QPlainTextEdit>("txtHelp"); }
     };
 
 private Q_SLOTS:
@@ -25,30 +22,26 @@ private Q_SLOTS:
         desk.prompts.expect();
         desk.window.ShowHelp(u"Popup_MainHelp"_s);
         QCOMPARE(desk.prompts.asked, QStringList{u"Can't find Help File: "_s + desk.file});
-        desk.desk.writeFile(desk.file, "no database");
+        desk.writeFile(desk.file, "no database");
         desk.window.ShowHelp(u"Popup_MainHelp"_s);
         QVERIFY(desk.txtHelp()->document()->isEmpty());
-        QVERIFY(desk.desk.logMessages().last().startsWith(u"!ReadHelp "_s));
-        desk.prompts.expect();
-        desk.language.code = u"USER"_s; // has no pages, and English ones do not stand in
-        desk.window.ShowHelp(u"Popup_MainHelp"_s);
-        QVERIFY(desk.prompts.asked.last().endsWith("HelpUSER.chlp"_L1));
+        QVERIFY(desk.logMessages().last().startsWith(u"!ReadHelp "_s));
     }
 
     void oneWindowShowsThePagesByTheirTrimmedIdsAndEscapeClosesIt()
     {
         Desk desk;
-        desk.desk.runSql(desk.file, u"Create Table Help (HelpID text(100), Help memo);"
-                                    "create unique index HelpID on Help (HelpID);"
-                                    "insert into Help values ('Popup_MainHelp', '<b>MAIN</b>');"
-                                    "insert into Help values ('Popup_Messages', 'SHORT');"_s);
+        desk.runSql(desk.file, u"Create Table Help (HelpID text(100), Help memo);"
+                               "create unique index HelpID on Help (HelpID);"
+                               "insert into Help values ('Popup_MainHelp', '<b>MAIN</b>');"
+                               "insert into Help values ('Popup_Messages', 'SHORT');"_s);
         for (const auto &[id, text] : {std::pair(u"Popup_Nothing"_s, u""_s),
                                        {u" Popup_Messages "_s, u"SHORT"_s},
                                        {u"Popup_MainHelp"_s, u"<b>MAIN</b>"_s}}) {
             desk.window.ShowHelp(id);
             QCOMPARE(desk.txtHelp()->toPlainText(), text);
         }
-        QCOMPARE(desk.desk.logMessages(), QStringList());
+        QCOMPARE(desk.logMessages(), QStringList());
         auto *form = support::openForm<help::frmHelp>();
         form->showMinimized();
         desk.window.ShowHelp(u"Popup_Messages"_s);

@@ -30,7 +30,7 @@ class tst_CallerPopUp : public QObject
     struct Desk : support::TestForms
     {
         QWidget mainWindow;
-        lookup::CallerPopUp popUp{{desk.log, settings, texts, navigator, services(),
+        lookup::CallerPopUp popUp{{log, settings, texts, navigator, services(),
                                    [this]() -> const QWidget & { return mainWindow; }}};
 
         Desk() { settings.record.PopupDetail = 1; }

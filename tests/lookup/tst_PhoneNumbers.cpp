@@ -1,4 +1,4 @@
-#include "lookup/ExistenceChecks.h"
+#include "lookup/NumberIndex.h"
 #include "lookup/PhoneNumbers.h"
 #include "support/TestDesk.h"
 
@@ -15,10 +15,6 @@ class tst_PhoneNumbers : public QObject
     struct Desk : support::TestDesk
     {
         lookup::NumberIndex index{paths, log};
-        support::KeyTexts texts;
-        support::FakePrompts prompts;
-        support::FakeNavigator navigator;
-        lookup::ExistenceChecks checks{{paths, log, index, texts, prompts, navigator}};
 
         Desk()
         {
@@ -196,35 +192,6 @@ private Q_SLOTS:
             QVERIFY(desk.logMessages().last().startsWith(u"!LoadCustomerPhoneNumberSnArray "_s));
             QCOMPARE(desk.index.FindCustomerSnOfCaller(u"33"), 70000);
         }
-    }
-
-    void aKnownNumberIsToldAndItsOwnerShown()
-    {
-        Desk desk;
-        QCOMPARE(desk.checks.IfNumbersExistInSimplePhoneBook(u"333, 22"_s), u"NO"_s);
-        QCOMPARE(desk.checks.IfNumbersExistInSimplePhoneBook(u""_s), u""_s);
-        QCOMPARE(desk.navigator.shown, QStringList());
-        desk.prompts.expect();
-        QCOMPARE(desk.checks.IfNumbersExistInSimplePhoneBook(u"999, 95331-234567 11"_s), u""_s);
-        desk.prompts.expect();
-        QCOMPARE(desk.checks.IfThePhoneNumberExistInCustomer(u"(33)"_s), u""_s);
-        QCOMPARE(desk.prompts.asked, QStringList(2, u"[ThePhoneNumberExists]"_s));
-        QCOMPARE(desk.navigator.shown.join(u'|'),
-                 u"showPhoneBook Select * from phonebook where sn = 3|"
-                 "showCustomerList Select * from customer where sn = 70000"_s);
-    }
-
-    void aCustomerIsFoundByPartOfTheName()
-    {
-        Desk desk;
-        for (const auto &[name, answer] :
-             {std::pair(u"BOUR"_s, u"Select * from customer where  customername like '*BOUR*'"_s),
-              {u"H%r"_s, u"NO"_s},
-              {u""_s, u""_s},
-              {u"O'Brien"_s, u""_s}}) {
-            QCOMPARE(desk.checks.IfTheCustumerExist(name), answer);
-        }
-        QVERIFY(desk.logMessages().join(u'|').startsWith(u"!IfTheCustumerExist "_s)); // by the apostrophe
     }
 };
 

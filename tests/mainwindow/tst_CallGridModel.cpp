@@ -11,7 +11,7 @@ class tst_CallGridModel : public QObject
 
     struct Grid : support::TestForms
     {
-        CallGridModel model{settings, desk.values, texts, desk.log};
+        CallGridModel model{settings, values, texts, log};
         core::SettingsRecord &record = settings.record;
 
         Grid()
@@ -72,7 +72,7 @@ private Q_SLOTS:
             grid.model.iniGridCallerID_tarn();
             QCOMPARE(grid.model.columns().at(1).name, u"CallerID"_s);
             QVERIFY(grid.model.columns().at(1).visible && !grid.model.columns().at(0).visible);
-            QVERIFY(grid.desk.logMessages().last().startsWith(u"!iniGridCallerID_tarn "_s));
+            QVERIFY(grid.logMessages().last().startsWith(u"!iniGridCallerID_tarn "_s));
         }
     }
 
@@ -88,7 +88,7 @@ private Q_SLOTS:
         grid.model.iniGridCallerID_tarn();
         QCOMPARE(grid.model.headerData(0, Qt::Horizontal, Qt::DisplayRole).toString(), u"[CallerID]"_s);
         QCOMPARE(grid.model.index(0, 0).data().toString(), u"5557"_s);
-        core::Settings read(grid.desk.paths, grid.desk.log);
+        core::Settings read(grid.paths, grid.log);
         read.Get_misc();
         const core::SettingsRecord &saved = read.record;
         QCOMPARE(saved.gridColumnNames.text(), u"CallerID,Channel,SimpleDes,IncomingTime,SN,LineNo,ID"_s);

@@ -37,9 +37,8 @@ class tst_FrmMain : public QObject
         void open()
         {
             window.reset();
-            window = std::make_unique<mainwindow::FrmMain>(
-                mainwindow::FrmMain::Context{desk.paths, desk.values, desk.log, settings, texts, prompts,
-                                             navigator, autoHide, commands, services()});
+            window = std::make_unique<mainwindow::FrmMain>(mainwindow::FrmMain::Context{
+                paths, values, log, settings, texts, prompts, navigator, autoHide, commands, services()});
             window->show();
             QVERIFY(QTest::qWaitForWindowExposed(window.get()));
         }
@@ -93,7 +92,7 @@ private Q_SLOTS:
     void theLogsAreShownAndDeletedAfterAQuestion()
     {
         Forms forms;
-        forms.desk.writeFile(forms.desk.paths.SmsFile, "Hello from Bo\r\n");
+        forms.writeFile(forms.paths.SmsFile, "Hello from Bo\r\n");
         forms.open();
         const std::tuple<int, const char *, const char *, QString> logs[] = {
             {1, "txtRuninfo", "Command7", u"[SysStarted]"_s}, {2, "txtSMS", "Command8", u"Hello from Bo"_s}};
@@ -106,7 +105,7 @@ private Q_SLOTS:
                 QTRY_COMPARE(forms.find<QPlainTextEdit>(box)->toPlainText().isEmpty(), ok);
             }
         }
-        QVERIFY(!QFile::exists(forms.desk.paths.RunLogFile));
+        QVERIFY(!QFile::exists(forms.paths.RunLogFile));
         QCOMPARE(forms.commands.called, QStringList{u"eraseShortMessages"_s});
         QCOMPARE(forms.prompts.asked.filter(u"[AskDeleteRunlog]"_s).size(), 2);
     }
@@ -127,7 +126,7 @@ private Q_SLOTS:
     {
         Forms forms;
         QVERIFY(forms.find<QWidget>("cmdTest")->isHidden());
-        forms.desk.values.DeveloperMode = true;
+        forms.values.DeveloperMode = true;
         forms.open();
         forms.find<QTabWidget>("SSTab1")->setCurrentIndex(1);
         forms.prompts.expect();

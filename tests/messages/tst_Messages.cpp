@@ -16,7 +16,7 @@ class tst_Messages : public QObject
         core::CodePage codePage{936};
         QList<int> unread;
         messages::MessageWindows windows{{context(), codePage, [this](int count) { unread.append(count); }}};
-        Desk() { QDir().mkpath(desk.paths.PopUserDataFolder); }
+        Desk() { QDir().mkpath(paths.PopUserDataFolder); }
     };
 
     static frmShowSMS *card() { return openForm<frmShowSMS>(); }
@@ -57,7 +57,7 @@ private Q_SLOTS:
               {936, u"\U0001F600"_s.repeated(70000), true, true, "}}}"_L1}}) {
             support::TestForms forms;
             const core::CodePage page(codePage);
-            messages::MessageSender sender(forms.server, page, forms.desk.log);
+            messages::MessageSender sender(forms.server, page, forms.log);
             const auto outcome = sender.SendSMS(u"ALL"_s, text);
             QCOMPARE(std::pair(outcome.cut, outcome.altered), std::pair(cut, altered));
             QVERIFY(forms.server.sent.last().endsWith(ending));
@@ -109,7 +109,7 @@ private Q_SLOTS:
         QCOMPARE(desk.server.sent.value(1).mid(50, 5), u"Anna "_s);
         QCOMPARE(desk.server.sent.value(2).mid(50, 5), u"Ann  "_s);
         QCOMPARE(desk.prompts.asked, QStringList{u"[MessageCut]"_s});
-        QCOMPARE(desk.desk.fileBytes(desk.desk.paths.PopUserDataFolder + u"/txtSendTo_ENG.txt"_s),
+        QCOMPARE(desk.fileBytes(desk.paths.PopUserDataFolder + u"/txtSendTo_ENG.txt"_s),
                  QByteArray("ALL\r\nAnna\r\nAnn\r\n"));
         QTest::keyClick(form, Qt::Key_F1);
         QCOMPARE(desk.navigator.shown, QStringList{u"ShowHelp Popup_Messages"_s});

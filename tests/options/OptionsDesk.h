@@ -26,7 +26,7 @@ struct OptionsDesk : support::TestForms, options::OptionsEffects
 
     core::SettingsRecord saved() const
     {
-        return core::SettingsRecord::fromBytes(desk.fileBytes(desk.paths.SettingsFile));
+        return core::SettingsRecord::fromBytes(fileBytes(paths.SettingsFile));
     }
     static Form *form() { return support::openForm<Form>(); }
     template <typename Control>

@@ -1,5 +1,4 @@
 #include "OptionsDesk.h"
-#include "appearance/RecordGrid.h"
 #include "support/Rows.h"
 
 /// The language editor: rows, search, cells and the two boxes.
@@ -11,26 +10,15 @@ class tst_LanguageEditor : public QObject
     {
         explicit Desk(const QString &sql = {}, const QByteArray &bytes = {})
         {
-            sql.isEmpty() ? desk.writeFile(desk.paths.UserLangFile, bytes)
-                          : desk.runSql(desk.paths.UserLangFile, sql);
+            sql.isEmpty() ? writeFile(paths.UserLangFile, bytes) : runSql(paths.UserLangFile, sql);
         }
         void open()
         {
             windows.showLanguageEditor();
             QVERIFY(QTest::qWaitForWindowExposed(form()));
         }
-        static appearance::RecordGrid *grid() { return find<appearance::RecordGrid>("DBGrid1"); }
+        static QTableView *grid() { return find<QTableView>("DBGrid1"); }
         static QString keys() { return support::columnOf(*grid()->model()); }
-        /// Opens the cell's own editor, types, and leaves it by Enter.
-        static void type(const QModelIndex &cell, const QString &text)
-        {
-            grid()->setCurrentIndex(cell);
-            QTest::keyClick(grid(), Qt::Key_Return);
-            auto *editor = grid()->findChild<QLineEdit *>();
-            editor->selectAll();
-            QTest::keyClicks(editor, text);
-            QTest::keyClick(editor, Qt::Key_Return);
-        }
     };
 
     const QString m_rows =
@@ -56,11 +44,11 @@ private Q_SLOTS:
             QTest::keyClick(desk.find<QLineEdit>("txtCondition"), Qt::Key_Return);
             QCOMPARE(desk.keys(), keys);
         }
-        QCOMPARE(desk.desk.logMessages(), QStringList());
+        QCOMPARE(desk.logMessages(), QStringList());
         desk.find<QLineEdit>("txtCondition")->setText(u"O'B"_s);
         desk.press("cmdSearch");
         QCOMPARE(desk.keys(), u"Save|Copy|Ann"_s);
-        QCOMPARE(desk.desk.logMessages().size(), 1);
+        QCOMPARE(desk.logMessages().size(), 1);
         QCOMPARE(desk.find<QLabel>("lblState")->text(), u"[SearchTextUnusable]"_s);
         const QHeaderView *columns = desk.grid()->horizontalHeader();
         QVERIFY(columns->sectionSize(0) > 50 && columns->sectionSize(0) == columns->sectionSize(2));
@@ -72,17 +60,17 @@ private Q_SLOTS:
         desk.open();
         QTest::keyClicks(desk.find<QLineEdit>("txtCondition"), u"a"_s);
         desk.press("cmdSearch");
-        desk.type(desk.grid()->model()->index(1, 1), u"Sichern"_s);
+        support::typeCell(desk.grid(), desk.grid()->model()->index(1, 1), u"Sichern"_s);
         const auto stored = [&desk] {
-            return support::rowsOf(desk.desk.paths.UserLangFile,
+            return support::rowsOf(desk.paths.UserLangFile,
                                    u"select UserLanguage from language where item = 'Save'"_s);
         };
         QTRY_COMPARE(stored(), u"Sichern"_s);
         desk.press("cmdRefresh");
         QCOMPARE(desk.keys(), u"Ann|Save"_s);
-        store::Database(desk.desk.paths.UserLangFile).transaction([&] { // of another program
+        store::Database(desk.paths.UserLangFile).transaction([&] { // of another program
             desk.prompts.expect();
-            desk.type(desk.grid()->model()->index(1, 1), u"lost"_s);
+            support::typeCell(desk.grid(), desk.grid()->model()->index(1, 1), u"lost"_s);
             QTRY_COMPARE(desk.prompts.asked, QStringList{u"[LanguageTextNotSaved]"_s});
         });
         QCOMPARE(stored(), u"Sichern"_s);
@@ -120,12 +108,12 @@ private Q_SLOTS:
             Desk desk(sql, bytes);
             desk.open();
             QCOMPARE(desk.find<QLabel>("lblState")->text(), u"[LanguageFileUnreadable]"_s);
-            QVERIFY(desk.desk.logMessages().last().startsWith(u"!frmLanguageEditor_Load "_s));
+            QVERIFY(desk.logMessages().last().startsWith(u"!frmLanguageEditor_Load "_s));
             desk.find<QLineEdit>("txtCondition")->setText(u"x"_s);
             desk.press("cmdSearch");
             QCOMPARE(desk.find<QLabel>("lblState")->text(), u"[LanguageFileUnreadable]"_s);
-            QFile::remove(desk.desk.paths.UserLangFile);
-            desk.desk.runSql(desk.desk.paths.UserLangFile, m_rows);
+            QFile::remove(desk.paths.UserLangFile);
+            desk.runSql(desk.paths.UserLangFile, m_rows);
             desk.press("cmdRefresh");
             QCOMPARE(desk.keys(), u"Save|Copy|Ann"_s);
         }

@@ -35,8 +35,8 @@ private Q_SLOTS:
         QCOMPARE(desk.saved().PopupDetail, qint16(1));
         QCOMPARE(desk.saved().ListUnpoppedCalls, qint16(0));
         QCOMPARE(desk.caused, QStringList());
-        QFile::remove(desk.desk.paths.SettingsFile);
-        QDir().mkdir(desk.desk.paths.SettingsFile);
+        QFile::remove(desk.paths.SettingsFile);
+        QDir().mkdir(desk.paths.SettingsFile);
         desk.prompts.expect();
         QTest::keyClick(desk.form(), Qt::Key_Return); // the page's own button
         QCOMPARE(desk.prompts.asked, QStringList{u"[OptionsNotSaved]"_s});
@@ -57,7 +57,7 @@ private Q_SLOTS:
                 desk.prompts.expect();
             }
             options::OptionsLogic logic(
-                {desk.desk.paths, desk.desk.log, desk.settings, desk.texts, desk.prompts, desk});
+                {desk.paths, desk.log, desk.settings, desk.texts, desk.prompts, desk});
             QVERIFY(logic.saveSystemPage({chosen, u"1972"_s, desk.gridColumnNames()}));
             QCOMPARE(desk.prompts.asked, asks ? QStringList{u"[PlsRestartSys]"_s} : QStringList());
             QCOMPARE(desk.saved().LanguageSetting.text(), after);
@@ -133,9 +133,9 @@ private Q_SLOTS:
         Desk desk(1);
         desk.prompts.expect();
         desk.press("cmdLanguageEditor");
-        const QString message = u"file lose,"_s + desk.desk.paths.UserLangFile;
+        const QString message = u"file lose,"_s + desk.paths.UserLangFile;
         QCOMPARE(desk.prompts.asked, QStringList{message});
-        QCOMPARE(desk.desk.logMessages(), QStringList{message});
+        QCOMPARE(desk.logMessages(), QStringList{message});
         desk.press("Command5");
         desk.find<QTabWidget>("SSTab1")->setCurrentIndex(0);
         QTest::keyClick(desk.form(), Qt::Key_F1);

@@ -41,16 +41,9 @@ class tst_Dispatcher : public QObject
         RecordedEffects effects;
         reception::Dispatcher dispatcher{settings, log, values, codePage, effects};
 
-        void receive(const QByteArray &bytes, const QString &sender = u"10.1.2.3"_s, quint16 port = 4711)
+        void receive(const QByteArray &bytes)
         {
-            dispatcher.Winsock1_DataArrival({bytes, QHostAddress(sender), port});
-        }
-        QString savedSender()
-        {
-            core::Settings saved(paths, log);
-            saved.Get_misc();
-            QFile::remove(paths.SettingsFile);
-            return saved.record.LastSenderIp.text() + u' ' + QString::number(saved.record.LastSenderPort);
+            dispatcher.Winsock1_DataArrival({bytes, QHostAddress(u"10.1.2.3"_s), 4711});
         }
     };
 
@@ -83,21 +76,6 @@ private Q_SLOTS:
             QCOMPARE(reception.effects.causes.join(u','), causes);
             QCOMPARE(reception.fileBytes(reception.paths.RunLogFile).count('\n'), logged);
         }
-    }
-
-    void onlyANewSenderIsSaved()
-    {
-        Reception reception;
-        reception.settings.record.LastSenderIp.setText(u"10.1.2.2"_s);
-        reception.receive("x", u"10.1.2.2"_s);
-        QVERIFY(!QFile::exists(reception.paths.SettingsFile));
-        reception.receive("x");
-        QCOMPARE(reception.savedSender(), u"10.1.2.3 4711"_s);
-        reception.receive("x", u"10.1.2.3"_s, 4712);
-        reception.receive("x", u"10.1.2.4"_s, 4713);
-        reception.receive("x", u"10.1.2.5"_s, 4714); // of senders in quick change the last is saved
-        QTRY_VERIFY(QFile::exists(reception.paths.SettingsFile));
-        QCOMPARE(reception.savedSender(), u"10.1.2.5 4714"_s);
     }
 
     // The filter counts characters: behind two double-byte ones it begins two characters into the number.

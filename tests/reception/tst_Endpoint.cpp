@@ -1,4 +1,5 @@
 #include "reception/Endpoint.h"
+#include "reception/Forwarding.h"
 #include "support/TestDesk.h"
 
 #include <QNetworkDatagram>
@@ -48,6 +49,7 @@ class tst_Endpoint : public QObject
         QList<QByteArray> handled;
         std::function<void()> whileHandling;
         std::unique_ptr<reception::Endpoint> endpoint;
+        reception::Forwarding forwarding{{settings, log, codePage}};
         Unit unit;
 
         Reception() { open(); }
@@ -125,6 +127,37 @@ private Q_SLOTS:
         };
         reception.unit.send(numbers(1, 3));
         QTRY_COMPARE(reception.handled, numbers(1, 9));
+    }
+
+    void aCustomersRecordIsForwardedToTheLastSenderAsOneDatagram()
+    {
+        Reception reception;
+        core::CustomerInfo info{.fields = {{6, u"客户"_s}, {4, u"7"_s}}};
+        QUdpSocket other;
+        QVERIFY(other.bind(QHostAddress::AnyIPv4, 1991, QAbstractSocket::DontShareAddress));
+        reception.forwarding.Ini_TDR_UDP();
+        other.close();
+        reception.forwarding.Ini_TDR_UDP();
+        QUdpSocket unit;
+        QVERIFY(unit.bind(QHostAddress::AnyIPv4, 1990));
+        for (const QString &lastSender : {u"127.0.0.1"_s, QString()}) {
+            reception.settings.record.LastSenderIp.setText(lastSender);
+            for (const int doNotSend : {1, 0}) {
+                info.doNotSend = quint16(doNotSend);
+                reception.forwarding.SendTDRData(info);
+            }
+            QVERIFY(unit.waitForReadyRead(5000));
+            const QNetworkDatagram datagram = unit.receiveDatagram();
+            QCOMPARE(datagram.data(), info.toBytes(reception.codePage));
+            QCOMPARE(datagram.data().first(10), QByteArray("\xBF\xCD\xBB\xA7  7   "));
+            QCOMPARE(datagram.senderPort(), 1991);
+            QVERIFY(!unit.hasPendingDatagrams());
+        }
+        reception.settings.record.LastSenderIp.setText(u"nobody"_s);
+        reception.forwarding.SendTDRData(info);
+        const QStringList told = reception.logMessages().filter(u"TDR"_s);
+        QVERIFY(told.size() == 2 && told.first().startsWith("!Ini_TDR_UDP "_L1));
+        QCOMPARE(told.last(), u"!SendTDRData 0 no address: nobody"_s);
     }
 };
 

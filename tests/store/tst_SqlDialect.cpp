@@ -2,7 +2,7 @@
 #include "store/SqlDialect.h"
 #include "store/TextMatcher.h"
 #include "store/TextOrder.h"
-#include "support/Table.h"
+#include "support/Test.h"
 
 #include <QRandomGenerator>
 

@@ -2,8 +2,6 @@
 #include "store/Upgrade.h"
 #include "support/Rows.h"
 
-#include <QElapsedTimer>
-
 class tst_Upgrade : public QObject
 {
     Q_OBJECT
@@ -86,22 +84,6 @@ private Q_SLOTS:
             }
             QCOMPARE(outcomes.first(), outcomes.last());
         }
-    }
-
-    void aLockedFileIsLoggedOnceByEachInGoodTime()
-    {
-        Desk desk;
-        store::Database other(desk.paths.CustomerFile);
-        other.Execute(u"begin exclusive"_s);
-        desk.table.append(1, "1");
-        QElapsedTimer timer;
-        timer.start();
-        desk.runBoth();
-        QVERIFY2(timer.elapsed() < 500, "the window stood still");
-        const QStringList messages = desk.logMessages();
-        QVERIFY(messages.value(0).startsWith(u"!FixCustomerData 5 "_s));
-        QVERIFY(messages.value(1).startsWith(u"!UpdateDatabase_Customer_0606191111 5 "_s));
-        QVERIFY(desk.table.T3(1).has_value());
     }
 };
 

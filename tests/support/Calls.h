@@ -1,7 +1,7 @@
 #pragma once
 
 #include "RecordWriter.h"
-#include "support/Table.h"
+#include "support/Test.h"
 
 namespace support {
 

@@ -7,7 +7,7 @@
 #include "core/Server.h"
 #include "core/Shell.h"
 #include "core/TextLookup.h"
-#include "support/Table.h"
+#include "support/Test.h"
 
 #include <QSet>
 
@@ -126,27 +126,24 @@ struct FakeNavigator : core::Navigator
     QStringList shown;            ///< one line a call, such as "Show_Editor CUSTOMER 7"
 
     bool canShow(core::Window window) const override { return available.contains(window); }
-    void show(core::Window window) override { record("show", QString::number(int(window))); }
-    void ShowHelp(const QString &helpId) override { record("ShowHelp", helpId); }
-    void addCustomer(const QString &number, const QString &keyWord) override
+    void show(core::Window window) override { record({"show"_L1, QString::number(int(window))}); }
+    void ShowHelp(const QString &helpId) override { record({"ShowHelp"_L1, helpId}); }
+    void addCustomer(const QString &tel, const QString &key) override
     {
-        record("addCustomer", number + u' ' + keyWord);
+        record({"addCustomer"_L1, tel, key});
     }
-    void ShowCustomerByName(const QString &name) override { record("ShowCustomerByName", name); }
-    void ShowNotePad(const QString &customerName) override { record("ShowNotePad", customerName); }
-    void showPhoneBook(const QString &query) override { record("showPhoneBook", query); }
-    void showCustomerList(const QString &query) override { record("showCustomerList", query); }
-    void addCaller(const QString &number, const QString &keyWord) override
-    {
-        record("addCaller", number + u' ' + keyWord);
-    }
+    void ShowCustomerByName(const QString &name) override { record({"ShowCustomerByName"_L1, name}); }
+    void ShowNotePad(const QString &customerName) override { record({"ShowNotePad"_L1, customerName}); }
+    void showPhoneBook(const QString &query) override { record({"showPhoneBook"_L1, query}); }
+    void showCustomerList(const QString &query) override { record({"showCustomerList"_L1, query}); }
+    void addCaller(const QString &tel, const QString &key) override { record({"addCaller"_L1, tel, key}); }
     void Show_Editor(const QString &source, qint32 sn) override
     {
-        record("Show_Editor", source + u' ' + QString::number(sn));
+        record({"Show_Editor"_L1, source, QString::number(sn)});
     }
 
 private:
-    void record(const char *what, const QString &with) { shown.append(QLatin1String(what) + u' ' + with); }
+    void record(const QStringList &call) { shown.append(call.join(u' ')); }
 };
 
 } // namespace support

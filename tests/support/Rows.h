@@ -1,9 +1,10 @@
 #pragma once
 
 #include "store/Database.h"
-#include "support/Table.h"
+#include "support/Test.h"
 
 #include <QAbstractItemView>
+#include <QLineEdit>
 
 namespace support {
 
@@ -32,6 +33,17 @@ inline QString columnOf(const QAbstractItemModel &model, int column = 0)
         cells.append(model.index(row, column).data().toString());
     }
     return cells.join(u'|');
+}
+
+/// Opens the own editor of a list's cell, types over what stands there, and leaves it by Enter.
+inline void typeCell(QAbstractItemView *view, const QModelIndex &cell, const QString &text)
+{
+    view->setCurrentIndex(cell);
+    QTest::keyClick(view, Qt::Key_Return);
+    auto *editor = view->findChild<QLineEdit *>();
+    editor->selectAll();
+    QTest::keyClicks(editor, text);
+    QTest::keyClick(editor, Qt::Key_Return);
 }
 
 inline void clickCell(const QAbstractItemView *view, int row, int column, bool twice = false)

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "core/Paths.h"
-#include "core/ProcessValues.h"
 #include "core/RunLog.h"
 #include "store/Database.h"
 #include "store/SqlDialect.h"

@@ -1,10 +1,9 @@
 #pragma once
 
 #include "appearance/FormContext.h"
-#include "core/OpenForms.h"
 #include "core/Settings.h"
-#include "core/WindowMemory.h"
 #include "language/FormTranslator.h"
+#include "lookup/ExistenceChecks.h"
 #include "support/TestDesk.h"
 
 #include <QSignalSpy>
@@ -48,26 +47,26 @@ void type(const char *box, const QString &text)
     QTest::keyClicks(edit, text);
 }
 
-/// What forms need besides a desk.
-struct TestForms
+/// A desk with what forms need besides.
+struct TestForms : TestDesk
 {
-    TestDesk desk;
     FakePrompts prompts;
     FakeNavigator navigator;
     FakeShell shell;
     FakeServer server;
     KeyTexts texts;
-    core::Settings settings{desk.paths, desk.log};
-    core::OpenForms openForms{desk.log};
-    core::WindowMemory windows{desk.paths, desk.log};
+    core::Settings settings{paths, log};
+    core::OpenForms openForms{log};
+    core::WindowMemory windows{paths, log};
+    lookup::NumberIndex numbers{paths, log};
+    lookup::ExistenceChecks checks{{paths, log, numbers, texts, prompts, navigator}};
     language::LanguageState language{QStringLiteral("ENG"), {}, {}, {}};
-    language::FormTranslator translator{texts, language, desk.log};
+    language::FormTranslator translator{texts, language, log};
 
     appearance::FormServices services() { return {translator, openForms, windows}; }
     appearance::FormContext context()
     {
-        return {desk.paths, desk.values, desk.log,  texts,  desk.clock,
-                prompts,    shell,       navigator, server, services()};
+        return {paths, values, log, texts, clock, prompts, shell, navigator, server, services()};
     }
 };
 

@@ -1,18 +1,14 @@
 #include "DeskFiles.h"
-#include "Scene.h"
 #include "ToolRun.h"
 
-#include "lookup/NumberIndex.h"
 #include "support/TestDesk.h"
 
-/// The maker of the delivered files as a program; and the sample desk hangs together with the scene that is
-/// played in it.
+/// The maker of the delivered files as a program.
 class tst_CalldeskMkdesk : public QObject
 {
     Q_OBJECT
 
     std::unique_ptr<support::TestDesk> m_desk;
-    const mkdesk::TsvTable m_customers = mkdesk::DeskSources().table(u"sample/customers.tsv"_s);
 
     ToolRun run(const QString &options) const { return runTool(PROGRAM, options, m_desk->folder.path()); }
     QString below(const QString &path) const { return m_desk->folder.filePath(path); }
@@ -125,28 +121,6 @@ private Q_SLOTS:
             QVERIFY2(result.errors.contains(QLatin1String(told)), qPrintable(result.errors));
             QCOMPARE(result.status, status);
         }
-    }
-
-    void everyCallOfTheSceneLeadsToItsCustomer()
-    {
-        QCOMPARE(run(u"start --sample"_s).status, 0);
-        lookup::NumberIndex customers(m_desk->paths, m_desk->log);
-        QVERIFY(customers.LoadCustomerPhoneNumberSnArray());
-        QSet<QString> kinds;
-        for (const sim::SceneStep &step :
-             sim::parseScene(QString::fromUtf8(m_desk->fileBytes(QStringLiteral(SCENE))), {})) {
-            const sim::CallFields &call = step.datagram.fields;
-            if (call.match.isEmpty()) {
-                continue;
-            }
-            const QStringList &customer = m_customers.rows.at(call.match.toInt() - 1);
-            QCOMPARE(call.name, m_customers.field(customer, u"CustomerName"_s));
-            QCOMPARE(customers.FindCustomerSnOfCaller(call.number), call.match.toInt());
-            QCOMPARE(call.vip == u"Y"_s, m_customers.field(customer, u"IfVIP"_s) == u"Y"_s);
-            QCOMPARE(call.blackList == u"Y"_s, m_customers.field(customer, u"ifinblacklist"_s) == u"1"_s);
-            kinds.insert(call.vip + u'/' + call.blackList + u'/' + m_customers.field(customer, u"T3"_s));
-        }
-        QCOMPARE(kinds.size(), 4); // an ordinary one, a VIP, a black-listed one, one that does not pop up
     }
 };
 
