@@ -73,7 +73,7 @@ bool Program::subMain()
                               &Program::maintainData};
     for (const Step step : steps) {
         const bool done = m_log.trap("subMain"_L1, [&] { (this->*step)(); });
-        if (m_ended || (!done && step == &Program::showMainForm)) {
+        if (!done && step == &Program::showMainForm) {
             return false;
         }
     }
@@ -202,9 +202,7 @@ void Program::paintAtOnce()
 void Program::openReception()
 {
     m_endpoint.iniUDP();
-    if (!m_ended && !m_endpoint.isBound()) {
-        m_mainWindow->showPortUnavailable();
-    }
+    m_mainWindow->showPortAvailable(m_endpoint.isBound());
     m_forwarding.Ini_TDR_UDP();
 }
 
@@ -246,13 +244,21 @@ void Program::retryDatabases()
     }
 }
 
+// The tray's menu works while a message box is open. Closing windows under that box would leave it, and
+// whoever waits for its answer, without ground: the answer comes first.
+bool Program::operatorEnds()
+{
+    if (m_outside.prompts.isOpen()) {
+        m_mainWindow->restoreToFront();
+        return false;
+    }
+    return m_outside.prompts.askOkCancel(m_language.Lms(u"ExitPopWarning"_s), {}) && m_windows.closeAll();
+}
+
 bool Program::byebye(const QString &prompt)
 {
     m_mainWindow->notTopmost();
-    if (prompt.isEmpty() && !m_outside.prompts.askOkCancel(m_language.Lms(u"ExitPopWarning"_s), {})) {
-        return false;
-    }
-    if (prompt.isEmpty() && !m_windows.closeAll()) {
+    if (prompt.isEmpty() && !operatorEnds()) {
         return false;
     }
     if (!std::exchange(m_ended, true)) {

@@ -38,7 +38,7 @@ public:
     ~Program() override;
 
     /// Starts in the fixed order; false when another instance runs, which the operator was told, and when the
-    /// operator has ended the program before it was up.
+    /// main window cannot be shown.
     bool subMain();
 
     /// The main window; only after a successful subMain().
@@ -64,6 +64,7 @@ private:
     void retryDatabases();
     bool databasesLocked() const;
     void receive(const reception::Datagram &datagram);
+    bool operatorEnds();
 
     bool callerPopsUp(const QString &callerNumber) override;
     QString GetArea(const QString &callerNumber) override;

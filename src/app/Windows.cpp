@@ -155,6 +155,7 @@ void Windows::updateNumbers(qint32 sn)
 void Windows::iniUDP()
 {
     m_context.endpoint.iniUDP();
+    m_context.mainWindow().showPortAvailable(m_context.endpoint.isBound());
 }
 
 QStringList Windows::gridColumnNames() const

@@ -22,6 +22,7 @@ constexpr qint64 shownMessageBytes = 64 << 10; // of a log that only ever grows
 FrmMain::FrmMain(const Context &context)
     : m_context(context), m_ui(std::make_unique<Ui::FrmMain>()), m_setup(context.services),
       m_calls(context.settings, context.values, context.texts, context.log),
+      m_runInfo([this] { m_screen.schedule(); }), m_sms([this] { m_screen.schedule(); }),
       m_screen([this] { updateScreen(); }), lblSource(new QLabel)
 {
     m_ui->setupUi(this);
@@ -205,7 +206,6 @@ void FrmMain::deleteRunLog()
     notTopmost();
     if (m_context.prompts.askOkCancel(m_context.texts.Lms(u"AskDeleteRunlog"_s), {})) {
         m_context.log.erase();
-        m_screen.schedule();
     }
 }
 
@@ -215,7 +215,6 @@ void FrmMain::deleteSmsLog()
     if (m_context.prompts.askOkCancel(m_context.texts.Lms(u"AskDeleteSmsLog"_s), {}) &&
         m_context.commands.eraseShortMessages()) {
         m_sms.clear();
-        m_screen.schedule();
     }
 }
 
@@ -239,9 +238,9 @@ void FrmMain::showSource(const QHostAddress &sender)
     m_screen.schedule();
 }
 
-void FrmMain::showPortUnavailable()
+void FrmMain::showPortAvailable(bool available)
 {
-    m_portUnavailable = true;
+    m_portUnavailable = !available;
     updateSource();
 }
 
@@ -257,7 +256,6 @@ void FrmMain::appendSms(const QString &text)
     constexpr qsizetype keptCharacters = 20000;
     m_sms.append(text.left(keptCharacters / 2) + u"\r\n"_s);
     m_sms.keepLast(keptCharacters);
-    m_screen.schedule();
 }
 
 void FrmMain::updateScreen()

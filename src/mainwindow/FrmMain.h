@@ -72,8 +72,8 @@ public:
 
     /// Where the last datagram came from, for the status line.
     void showSource(const QHostAddress &sender);
-    /// The caller-ID port cannot be received on.
-    void showPortUnavailable();
+    /// Whether the caller-ID port can be received on.
+    void showPortAvailable(bool available);
     /// Whether callers can be identified.
     void showCustomersAvailable(bool available);
     void ShowCallerID_tarn(const core::CallRecord &record);

@@ -63,6 +63,7 @@ void FrmMain::showShape(bool small)
     m_ui->cmdFullShape->setVisible(small);
     m_ui->mainLayout->activate(); // the least size is asked for next
     layout()->activate();
+    m_screen.schedule();
 }
 
 void FrmMain::rememberPlace()
@@ -193,6 +194,8 @@ bool FrmMain::event(QEvent *event)
 {
     if (event->type() == QEvent::WindowActivate) {
         notTopmost();
+    } else if (event->type() == QEvent::Show) {
+        m_screen.schedule(); // what changed while it was hidden
     }
     return QMainWindow::event(event);
 }

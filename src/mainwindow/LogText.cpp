@@ -33,11 +33,13 @@ void LogText::clear()
     m_text.resize(0); // not clear(), which would give its memory back: it is filled again soon
     m_shown = 0;
     m_restarted = true;
+    m_changed();
 }
 
 void LogText::append(const QString &line)
 {
     m_text += line;
+    m_changed();
 }
 
 void LogText::keepLast(qsizetype characters)

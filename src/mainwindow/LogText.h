@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include <functional>
+
 class QPlainTextEdit;
 
 namespace mainwindow {
@@ -12,6 +14,9 @@ namespace mainwindow {
 class LogText : public core::RunInfoBox
 {
 public:
+    /// `changed` is called with every change; it asks for show() before long.
+    explicit LogText(std::function<void()> changed) : m_changed(std::move(changed)) {}
+
     void clear() override;
     qsizetype length() const override { return m_text.size(); }
     void append(const QString &line) override;
@@ -22,6 +27,7 @@ public:
     void show(QPlainTextEdit &box);
 
 private:
+    std::function<void()> m_changed;
     QString m_text;
     qsizetype m_shown = 0;    ///< characters of the text that the box holds
     bool m_restarted = false; ///< the box holds text that is gone

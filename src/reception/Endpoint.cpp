@@ -63,8 +63,11 @@ Endpoint::~Endpoint()
     m_context.prompts.setClosedHandler({});
 }
 
+// Closing a socket drops what still waits in it.
 void Endpoint::iniUDP()
 {
+    receiveAll();
+    handleLater();
     const bool opened = m_context.log.trap("iniUDP"_L1, [&] {
         Winsock1.close();
         chooseRemote();

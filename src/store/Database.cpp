@@ -48,11 +48,6 @@ qint64 Row::key(int column) const
     return sqlite3_column_int64(m_statement, column);
 }
 
-bool Row::isNull(int column) const
-{
-    return sqlite3_column_type(m_statement, column) == SQLITE_NULL;
-}
-
 Database::Database(const QString &path, Mode mode) : Database(path, Options{mode, Wildcards::Asterisk}) {}
 
 Database::Database(const QString &path, const Options &options)

@@ -31,7 +31,6 @@ public:
     qint32 integer(int column) const;
     /// The engine's own key of a row, column "rowid".
     qint64 key(int column) const;
-    bool isNull(int column) const;
 
 private:
     sqlite3_stmt *m_statement;
