@@ -39,7 +39,7 @@ public:
     void ShowCustomerByName(const QString &) override {}
     void ShowNotePad(const QString &) override {}
     void addCaller(const QString &, const QString &) override {}
-    void SendServer(const QString &) override {}
+    bool SendServer(const QString &) override { return true; }
     QString Lms(const QString &key) const override { return key; }
 };
 

@@ -48,7 +48,7 @@ private:
     };
     struct NoServer : core::Server
     {
-        void SendServer(const QString &) override {}
+        bool SendServer(const QString &) override { return true; }
     };
     struct NoPrinter : core::Printer
     {

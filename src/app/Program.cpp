@@ -4,7 +4,6 @@
 #include "core/TextUtilities.h"
 #include "core/platform.h"
 #include "lookup/PopUpFilter.h"
-#include "messages/SmsRecord.h"
 #include "reception/SampleRecord.h"
 #include "store/Database.h"
 
@@ -39,7 +38,7 @@ Program::Program(const Outside &outside)
                  m_forwarding,
                  {m_translator, m_openForms, m_windowMemory},
                  [this]() -> mainwindow::FrmMain & { return *m_mainWindow; },
-                 [this] { awaitNumbers(); }}),
+                 [this](bool known) { followNumbers(known); }}),
       m_popUp({m_log,
                m_settings,
                m_language,
@@ -159,6 +158,15 @@ void Program::awaitNumbers()
         m_numbersLoading.start(std::chrono::milliseconds(1));
     } else {
         m_numbersLoading.stop();
+    }
+}
+
+// Another desk may have taken a file to itself just after the customer was saved.
+void Program::followNumbers(bool known)
+{
+    awaitNumbers();
+    if (!known) {
+        retryLater();
     }
 }
 
@@ -318,9 +326,9 @@ void Program::ShowPopup(const core::CallRecord &record)
 
 void Program::ShowSmallMessage(const QString &datagramText)
 {
-    if (const std::optional<QString> entry = m_messages.ShowSmallMessage(datagramText)) {
-        m_mainWindow->appendSms(*entry);
-        m_windows.showMessage(messages::smsText(datagramText).value_or(QString()));
+    if (const auto message = m_messages.ShowSmallMessage(datagramText)) {
+        m_mainWindow->appendSms(message->entry);
+        m_windows.showMessage(message->text);
     }
 }
 

@@ -55,6 +55,7 @@ private:
     void loadNumberIndex();
     void loadMoreNumbers();
     void awaitNumbers();
+    void followNumbers(bool known);
     void setGridDefaults();
     void showMainForm();
     void paintAtOnce();

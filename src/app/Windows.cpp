@@ -127,8 +127,8 @@ void Windows::customerSaved(qint32 sn, const QString &oldName, const QString &ne
     if (!oldName.isEmpty()) {
         renameNotes(oldName, newName);
     }
-    store::FixSavedCustomer(m_context.log, m_context.paths, m_context.popUpTable, sn);
-    updateNumbers(sn);
+    const bool fixed = store::FixSavedCustomer(m_context.log, m_context.paths, m_context.popUpTable, sn) == 1;
+    m_context.numbersChanged(updateNumbers(sn) && fixed);
 }
 
 void Windows::renameNotes(const QString &oldName, const QString &newName)
@@ -141,15 +141,12 @@ void Windows::renameNotes(const QString &oldName, const QString &newName)
 void Windows::customerDeleted(qint32 sn)
 {
     m_context.popUpTable.remove(sn);
-    updateNumbers(sn);
+    m_context.numbersChanged(updateNumbers(sn));
 }
 
-void Windows::updateNumbers(qint32 sn)
+bool Windows::updateNumbers(qint32 sn)
 {
-    if (m_context.values.CustomerDbExists) {
-        m_context.numbers.updateCustomer(sn);
-        m_context.awaitNumbers();
-    }
+    return !m_context.values.CustomerDbExists || m_context.numbers.updateCustomer(sn);
 }
 
 void Windows::iniUDP()

@@ -42,7 +42,7 @@ public:
         reception::Forwarding &forwarding;
         appearance::FormServices services;
         std::function<mainwindow::FrmMain &()> mainWindow;
-        std::function<void()> awaitNumbers; ///< reads the number index on, where it has begun to be rebuilt
+        std::function<void(bool known)> numbersChanged; ///< false: a change could not be read from the file
     };
     explicit Windows(const Context &context);
 
@@ -72,7 +72,7 @@ private:
     void customerSaved(qint32 sn, const QString &oldName, const QString &newName) override;
     void customerDeleted(qint32 sn) override;
     void renameNotes(const QString &oldName, const QString &newName);
-    void updateNumbers(qint32 sn);
+    bool updateNumbers(qint32 sn);
     void iniUDP() override;
     QStringList gridColumnNames() const override;
     void ChangeGridCfg(const QStringList &names) override;

@@ -9,8 +9,9 @@ class Server
 {
 public:
     virtual ~Server() = default;
-    /// Sends a command text to the last sender of a datagram.
-    virtual void SendServer(const QString &text) = 0;
+    /// Sends a command text to the last sender of a datagram. False, with an entry in the run log, where it
+    /// did not leave this computer; whether it arrives is not known.
+    virtual bool SendServer(const QString &text) = 0;
 };
 
 } // namespace core

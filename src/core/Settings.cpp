@@ -92,7 +92,7 @@ SettingsRecord SettingsRecord::fromBytes(const QByteArray &bytes)
 
 void Settings::Get_misc()
 {
-    m_log.trap("Get_misc"_L1, [&] {
+    m_read = m_log.trap("Get_misc"_L1, [&] {
         if (!QFile::exists(m_paths.SettingsFile)) {
             platform::appendToFile(m_paths.SettingsFile, {});
         }
@@ -103,7 +103,12 @@ void Settings::Get_misc()
 // Writing has no name of its own in the run log.
 bool Settings::SaveMisc()
 {
-    return m_log.trap("Get_misc"_L1, [&] { saveAtomically(m_paths.SettingsFile, record.toBytes()); });
+    return m_log.trap("Get_misc"_L1, [&] {
+        if (!m_read) {
+            throw Error(0, u"settings that could not be read are not written over"_s);
+        }
+        saveAtomically(m_paths.SettingsFile, record.toBytes());
+    });
 }
 
 void Settings::SetDefaulteMisc_tarn()

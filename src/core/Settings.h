@@ -64,7 +64,8 @@ public:
 
     /// Reads the record; a missing file is created empty. On an error the record keeps what it held.
     void Get_misc();
-    /// Writes the whole record at once; false when the disk refused (logged).
+    /// Writes the whole record at once; false, and logged, when the disk refused. A file that could not be
+    /// read is never written over.
     bool SaveMisc();
     /// Sets the three grid fields to their defaults and saves.
     void SetDefaulteMisc_tarn();
@@ -72,6 +73,7 @@ public:
 private:
     const Paths &m_paths;
     RunLog &m_log;
+    bool m_read = true; ///< false once reading failed
 };
 
 } // namespace core

@@ -70,8 +70,7 @@ void FrmCustomer::layOutColumns()
 void FrmCustomer::translateHeadings()
 {
     const auto title = [this](const QString &field, const QString &key) {
-        const QString text = m_context.texts.Lms(key);
-        Ado1.setHeading(field, text.isEmpty() ? field : text);
+        Ado1.setHeading(field, m_context.texts.Lms(key));
     };
     for (const CustomerField &field : customerFields()) {
         title(QString::fromLatin1(field.column), QString::fromLatin1(field.labelKey));

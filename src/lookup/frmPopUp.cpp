@@ -120,10 +120,13 @@ void frmPopUp::place(const QWidget &mainWindow)
     move(m_placed);
 }
 
+// The card goes first: while the editor asks something, the next caller may need it.
 void frmPopUp::editCaller()
 {
-    m_navigator.Show_Editor(m_ui->txtSnType->text(), core::leadingNumber(m_ui->txtSN->text()));
+    const QString source = m_ui->txtSnType->text();
+    const qint32 sn = core::leadingNumber(m_ui->txtSN->text());
     close();
+    m_navigator.Show_Editor(source, sn);
 }
 
 void frmPopUp::keyPressEvent(QKeyEvent *event)

@@ -20,9 +20,10 @@ MessageSender::Outcome MessageSender::SendSMS(const QString &SendTo, const QStri
 {
     return m_log.trap("SendSMS"_L1, Outcome(), [&] {
         const QString text = sendableText(Text, m_codePage);
-        m_server.SendServer(smsRecord(SendTo, text, m_codePage));
+        const bool sent = m_server.SendServer(smsRecord(SendTo, text, m_codePage));
         const qsizetype lineEnds = text.count(u'\r');
-        return Outcome{.cut = text.size() - lineEnds < Text.size() - Text.count(u'\r'),
+        return Outcome{.sent = sent,
+                       .cut = text.size() - lineEnds < Text.size() - Text.count(u'\r'),
                        .altered = lacksSome(text, m_codePage)};
     });
 }

@@ -20,6 +20,7 @@ public:
     /// What became of the text on its way into one datagram of the current language's code page.
     struct Outcome
     {
+        bool sent = false;    ///< it left this computer
         bool cut = false;     ///< only its beginning fitted
         bool altered = false; ///< the code page lacks some of its characters
     };

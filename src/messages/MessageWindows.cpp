@@ -16,7 +16,7 @@ MessageWindows::~MessageWindows()
 
 void MessageWindows::showSend()
 {
-    if (m_send == nullptr) {
+    if (m_send == nullptr || !m_send->isVisible()) { // one that was closed is about to be deleted
         m_send = new frmSendSMS(m_context.forms, m_context.codePage, m_draft);
     }
     appearance::bringToFront(*m_send);
@@ -30,7 +30,8 @@ void MessageWindows::showReceived(const QString &text)
 
 void MessageWindows::update()
 {
-    if (m_show == nullptr || !m_show->isVisible()) { // one that was closed is about to be deleted
+    if (m_show == nullptr || !m_show->isVisible()) { // likewise
+        m_inbox.page(m_inbox.count());               // wherever the operator had leafed to in the last one
         m_show = new frmShowSMS(m_context.forms, m_inbox, [this] { notifyUnread(); });
     }
     m_show->showMessages();

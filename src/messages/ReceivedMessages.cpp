@@ -9,9 +9,9 @@ using namespace Qt::StringLiterals;
 
 namespace messages {
 
-std::optional<QString> ReceivedMessages::ShowSmallMessage(const QString &record)
+std::optional<ReceivedMessages::Message> ReceivedMessages::ShowSmallMessage(const QString &record)
 {
-    return m_log.trap("ShowSmallMessage"_L1, std::optional<QString>(), [&]() -> std::optional<QString> {
+    return m_log.trap("ShowSmallMessage"_L1, std::optional<Message>(), [&]() -> std::optional<Message> {
         const std::optional<QString> text = smsText(record);
         if (!text) {
             return std::nullopt;
@@ -20,7 +20,7 @@ std::optional<QString> ReceivedMessages::ShowSmallMessage(const QString &record)
         const QString month = m_paths.SmsFolder + u"/SMS"_s + m_clock.now().toString(u"yyyy-MM") + u".txt"_s;
         core::SaveTextFile(m_log, m_paths.SmsFile, entry);
         core::SaveTextFile(m_log, month, entry);
-        return entry;
+        return Message{*text, entry};
     });
 }
 

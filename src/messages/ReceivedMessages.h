@@ -20,9 +20,15 @@ public:
         : m_paths(paths), m_log(log), m_clock(clock)
     {}
 
-    /// Logs a received record and returns the entry. Nothing for a record without a text (see smsText), and,
-    /// with an entry in the run log, for one too short to hold its delimiters.
-    std::optional<QString> ShowSmallMessage(const QString &record);
+    struct Message
+    {
+        QString text;
+        QString entry; ///< as the logs hold it
+    };
+
+    /// Logs a received record. Nothing for a record without a text (see smsText), and, with an entry in the
+    /// run log, for one too short to hold its delimiters.
+    std::optional<Message> ShowSmallMessage(const QString &record);
     /// Deletes the running log at the operator's wish; the months' logs stay. False, with an entry in the run
     /// log, where the file stays.
     bool erase();

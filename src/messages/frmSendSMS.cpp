@@ -67,8 +67,12 @@ void frmSendSMS::send()
     txtSendTo_LostFocus();
     const Draft message = typed();
     const MessageSender::Outcome outcome = m_sender.SendSMS(message.sendTo, message.text);
-    m_sentText = message.text;
-    showOutcome(message.sendTo, outcome);
+    if (outcome.sent) {
+        m_sentText = message.text;
+        showOutcome(message.sendTo, outcome);
+    } else {
+        m_ui->lblSent->setText(m_context.texts.Lms(u"MessageNotSent"_s));
+    }
 }
 
 void frmSendSMS::showOutcome(const QString &sendTo, MessageSender::Outcome outcome)

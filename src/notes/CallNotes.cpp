@@ -37,12 +37,12 @@ QString CallNotes::complaint(const NoteEntry &entry) const
 
 bool CallNotes::CheckValues(const NoteEntry &entry)
 {
-    QString wrong = m_texts.Lms(u"NoteNotSaved"_s); // unless the database answers
-    m_log.trap("CheckValues"_L1, [&] { wrong = complaint(entry); });
-    if (!wrong.isEmpty()) {
-        m_prompts.tell(wrong, u"Check Values"_s);
+    QString wrong;
+    const bool checked = m_log.trap("CheckValues"_L1, [&] { wrong = complaint(entry); });
+    if (!checked || !wrong.isEmpty()) {
+        m_prompts.tell(checked ? wrong : m_texts.Lms(u"NoteNotSaved"_s), u"Check Values"_s);
     }
-    return wrong.isEmpty();
+    return checked && wrong.isEmpty();
 }
 
 bool CallNotes::IfCallIDExists(const QString &callId)

@@ -119,18 +119,20 @@ bool frmNotePad::isUnsaved() const
            (m_ui->txtContent->document()->isModified() && !typed.content.isEmpty());
 }
 
-void frmNotePad::readReport(const std::function<void(const QString &)> &use)
+ReportRun *frmNotePad::readReport(const std::function<void(const QString &)> &use)
 {
     const QString name = m_ui->txtCustomerName->text().trimmed();
-    auto *run = new ReportRun(m_context.forms.log, m_context.forms.paths.CustomerFile, noteQuery(name), name,
-                              this); // deletes itself at its end
+    auto *run =
+        new ReportRun(m_context.forms.log, m_context.forms.paths.CustomerFile, noteQuery(name), name, this);
     connect(run, &ReportRun::finished, this, use);
     connect(run, &ReportRun::failed, this, [this] { showReport({}, u"NotesUnreadable"_s); });
+    return run;
 }
 
 void frmNotePad::refreshReport()
 {
-    readReport([this](const QString &report) { showReport(report, u"NoNotesOfCustomer"_s); });
+    delete m_refresh; // a longer one, of another name perhaps, would come in last
+    m_refresh = readReport([this](const QString &report) { showReport(report, u"NoNotesOfCustomer"_s); });
 }
 
 void frmNotePad::showReport(const QString &report, const QString &hintKey)

@@ -3,6 +3,7 @@
 #include "notes/CallNotes.h"
 #include "notes/NoteContext.h"
 
+#include <QPointer>
 #include <QWidget>
 
 #include <functional>
@@ -13,6 +14,8 @@ class frmNotePad;
 }
 
 namespace notes {
+
+class ReportRun;
 
 /// The call note editor: the customer's notes so far on its first page, one call with its entries on the
 /// second. Deletes itself when closed.
@@ -43,12 +46,14 @@ private:
     /// The key's text stands in place of an empty report.
     void showReport(const QString &report, const QString &hintKey);
     void print();
-    void readReport(const std::function<void(const QString &)> &use);
+    /// The reading deletes itself at its end.
+    ReportRun *readReport(const std::function<void(const QString &)> &use);
 
     NoteContext m_context;
     CallNotes m_notes;
     std::unique_ptr<Ui::frmNotePad> m_ui;
     appearance::FormSetup m_setup;
+    QPointer<ReportRun> m_refresh; ///< of the report that is shown next
 };
 
 } // namespace notes

@@ -16,6 +16,17 @@ using namespace Qt::StringLiterals;
 
 namespace notes {
 
+namespace {
+
+/// An answer in the current language; without its texts the key, which is English.
+QString answer(const core::TextLookup &texts, const QString &key)
+{
+    const QString found = texts.Lms(key);
+    return found.isEmpty() ? key : found;
+}
+
+} // namespace
+
 frmNotePadManager::frmNotePadManager(const NoteContext &context, const QString &fixedCustomer)
     : m_context(context), m_fixedCustomer(fixedCustomer), m_result(context.forms.log, "GetRecordSet"_L1),
       m_ui(std::make_unique<Ui::frmNotePadManager>()), m_setup(context.forms.services)
@@ -80,7 +91,7 @@ void frmNotePadManager::setRange(QDate first, QDate last)
 void frmNotePadManager::fillIfResolved()
 {
     const core::TextLookup &texts = m_context.forms.texts;
-    m_ui->cmbIfResolved->addItems({u" "_s, texts.Lms(u"Yes"_s), texts.Lms(u"No"_s)});
+    m_ui->cmbIfResolved->addItems({u" "_s, answer(texts, u"Yes"_s), answer(texts, u"No"_s)});
 }
 
 void frmNotePadManager::setUpGrid()
@@ -88,7 +99,7 @@ void frmNotePadManager::setUpGrid()
     const core::TextLookup &texts = m_context.forms.texts;
     appearance::RecordGrid &grid = *m_ui->DataGrid1;
     grid.setHint(texts.Lms(u"NoNotesFound"_s));
-    m_result.setYesNo(texts.Lms(u"Yes"_s), texts.Lms(u"No"_s));
+    m_result.setYesNo(answer(texts, u"Yes"_s), answer(texts, u"No"_s));
     connect(&grid, &appearance::RecordGrid::recordActivated, this, &frmNotePadManager::openCustomer);
     connect(&m_result, &QAbstractItemModel::rowsInserted, this, &frmNotePadManager::showTotal);
     connect(&m_result, &store::JoinModel::readingEnded, this, [this] {
@@ -103,10 +114,7 @@ void frmNotePadManager::translateHeadings()
 {
     for (int column = 0; column < m_result.columnCount(); ++column) {
         const QString field = m_result.headerData(column, Qt::Horizontal).toString();
-        const QString heading = m_context.forms.texts.Lms(field);
-        if (!heading.isEmpty()) {
-            m_result.setHeading(field, heading);
-        }
+        m_result.setHeading(field, m_context.forms.texts.Lms(field));
     }
 }
 

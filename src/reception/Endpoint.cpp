@@ -111,9 +111,9 @@ int Endpoint::bind()
     throw core::Error(inUse ? addressInUse : int(Winsock1.error()), Winsock1.errorString());
 }
 
-void Endpoint::SendServer(const QString &text)
+bool Endpoint::SendServer(const QString &text)
 {
-    m_context.log.trap("SendServer"_L1, [&] {
+    return m_context.log.trap("SendServer"_L1, [&] {
         const QString lastSender = m_context.settings.record.LastSenderIp.text();
         if (!lastSender.isEmpty()) {
             m_remoteHost = QHostAddress(lastSender);

@@ -44,7 +44,7 @@ public:
 
     /// Opens the socket, anew when it was open. A port in use is told to the operator.
     void iniUDP();
-    void SendServer(const QString &text) override;
+    bool SendServer(const QString &text) override;
     /// While held, datagrams wait as they do behind a message box.
     void hold(bool held);
     /// Closes for good; waiting datagrams are dropped.

@@ -86,7 +86,7 @@ void JoinModel::readOn()
 
 void JoinModel::setHeading(const QString &field, const QString &heading)
 {
-    m_headings.insert(field.toLower(), heading);
+    m_headings.insert(field.toLower(), heading.isEmpty() ? field : heading);
     Q_EMIT headerDataChanged(Qt::Horizontal, 0, std::max(columnCount() - 1, 0));
 }
 

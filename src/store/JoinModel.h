@@ -30,6 +30,7 @@ public:
     /// False while rows are still being found, and where that broke off.
     bool isComplete() const { return m_complete; }
 
+    /// The heading of a column; one that has none shows its name.
     void setHeading(const QString &field, const QString &heading);
     /// The words that a yes/no column shows.
     void setYesNo(const QString &yes, const QString &no);

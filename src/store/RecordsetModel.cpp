@@ -115,7 +115,7 @@ bool RecordsetModel::refresh()
 
 void RecordsetModel::setHeading(const QString &field, const QString &heading)
 {
-    m_headings.insert(field.toLower(), heading);
+    m_headings.insert(field.toLower(), heading.isEmpty() ? field : heading);
     Q_EMIT headerDataChanged(Qt::Horizontal, 0, std::max(columnCount() - 1, 0));
 }
 

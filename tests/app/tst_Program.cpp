@@ -77,65 +77,6 @@ private Q_SLOTS:
         }
     }
 
-<<<<<<< HEAD
-=======
-    void callsWaitWhileTheQuestionBeforeTheEndIsOpen()
-    {
-        Desk desk;
-        QVERIFY(desk.start());
-        desk.prompts.expect(false, [&] {
-            for (int number = 1; number <= 20; ++number) {
-                desk.send(call(vipNumber, u"Call %1"_s.arg(number)));
-            }
-            for (int turn = 0; turn < 10; ++turn) { // an open box turns the event loop
-                QCoreApplication::processEvents();
-            }
-            QCOMPARE(desk.logged("<CRMV1"), 0);
-            desk.choose("mnuTrayClose"); // asks nothing, and closes no window, under the open box
-        });
-        desk.choose("Command2");
-        QVERIFY(!desk.ended);
-        QTRY_COMPARE(desk.window().calls().rowCount(), 20);
-        QCOMPARE(desk.window().calls().cell(19, u"SimpleDes"_s), u"Call 1"_s);
-        QCOMPARE(desk.window().calls().cell(0, u"SimpleDes"_s), u"Call 20"_s);
-        desk.prompts.expect(true);
-        desk.choose("Command2");
-        QVERIFY(desk.ended);
-    }
-
-    void shutDownAllEndsWithTheLastLogLine()
-    {
-        Desk desk;
-        QVERIFY(desk.start());
-        desk.send("shutdownall");
-        desk.send(sim::commandRecord(u"SHUTDOWNALL", u"", sim::CodePageChoice()));
-        desk.send("too late");
-        QTRY_VERIFY(desk.ended);
-        QCoreApplication::processEvents();
-        desk.program.reset();
-        QVERIFY(desk.logMessages().constLast() == "The program has ended"_L1);
-        QVERIFY(!desk.logged("too late"));
-    }
-
-    void aShortMessageIsFiledAndShown()
-    {
-        Desk desk;
-        QVERIFY(desk.start());
-        desk.send(sim::messageRecord(u"ALL", u"Lunch is here", sim::CodePageChoice()));
-        QTRY_COMPARE(desk.fileBytes(desk.paths.SmsFile), "<2026-11-21 09:30:15>  \r\nLunch is here\r\n\r\n");
-        QCOMPARE(desk.fileBytes(desk.paths.SmsFolder + u"/SMS2026-11.txt"_s),
-                 desk.fileBytes(desk.paths.SmsFile));
-        desk.window().findChild<QTabWidget *>(u"SSTab1"_s)->setCurrentIndex(2);
-        const auto *box = desk.window().findChild<QPlainTextEdit *>(u"txtSMS"_s);
-        QTRY_VERIFY(box->toPlainText().contains(u"Lunch is here"_s));
-        for (const int size : {200, 203}) { // too short to be a message, and to hold its delimiters
-            desk.send(QByteArray("SENDSMALLMESSAGE").leftJustified(size, ' '));
-        }
-        QTRY_VERIFY(desk.logged("!ShowSmallMessage "));
-        QCOMPARE(desk.fileBytes(desk.paths.SmsFile).count('<'), 1);
-    }
-
->>>>>>> auditA
     void aDeskWithoutFilesStartsAndSaysSo()
     {
         Desk desk(false);
@@ -166,6 +107,7 @@ private Q_SLOTS:
         find<options::frmOptions, QTabWidget>("SSTab1")->setCurrentIndex(1);
         type<options::frmOptions>("txtPort", u"2000"_s);
         press<options::frmOptions>("Command3");
+        QVERIFY(!desk.source().contains(u"UDP port 1972"_s));
         QVERIFY(!other.bind(QHostAddress::AnyIPv4, desk.port, QAbstractSocket::ShareAddress));
         QVERIFY(!desk.source().contains(u"UDP port 1972"_s));
         desk.showsACall();

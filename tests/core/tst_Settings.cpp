@@ -46,8 +46,10 @@ private Q_SLOTS:
             desk.settings.Get_misc();
             QVERIFY(desk.settings.SaveMisc());
             QCOMPARE(desk.file(), file.leftJustified(334, '\0', true));
-            desk.paths.SettingsFile = u"/proc/self/mem"_s; // cannot be read
-            desk.settings.Get_misc();
+            const QString written = std::exchange(desk.paths.SettingsFile, u"/proc/self/mem"_s);
+            desk.settings.Get_misc(); // cannot be read
+            desk.paths.SettingsFile = written;
+            QVERIFY(!desk.settings.SaveMisc());
             QCOMPARE(desk.settings.record.toBytes(), file.leftJustified(334, '\0', true));
             QVERIFY(desk.logMessages().join(u'|').startsWith("!Get_misc "_L1));
         }

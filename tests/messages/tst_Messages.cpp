@@ -92,6 +92,7 @@ private Q_SLOTS:
         auto *sendTo = find<frmSendSMS, QComboBox>("txtSendTo");
         sendTo->setFocus();
         QTest::keyClick(sendTo, Qt::Key_Tab);
+        QCOMPARE(sendTo->currentText(), u"ALL"_s);
         QTest::keyClicks(QApplication::focusWidget(), u"lunch at 12"_s);
         press<frmSendSMS>("Command6");
         QCOMPARE(messages::smsText(desk.server.sent.value(0)), u"lunch at 12"_s);
@@ -118,17 +119,26 @@ private Q_SLOTS:
     void whatWasNotSentIsThereWhenTheFormOpensAgain()
     {
         Desk desk;
-        for (const QString &there : {u""_s, u"x"_s, u""_s}) {
+        for (const QString &there : {u""_s, u"x"_s, u"xx"_s, u""_s}) {
             desk.windows.showSend();
             QCOMPARE(typed()->toPlainText(), there);
             QTest::keyClicks(typed(), u"x"_s);
+            desk.server.reaches = there == "xx"_L1;
             if (!there.isEmpty()) {
                 press<frmSendSMS>("Command6");
+                const QString told = desk.server.reaches ? u"[MessageHandedOver]"_s : u"[MessageNotSent]"_s;
+                QVERIFY((find<frmSendSMS, QLabel>("lblSent")->text().startsWith(told)));
             }
             QTest::keyClick(openForm<frmSendSMS>(), Qt::Key_Escape);
             QTRY_COMPARE(desk.openForms.count(), 0);
         }
-        QCOMPARE(messages::smsText(desk.server.sent.join(QString())), u"xx"_s);
+        QCOMPARE(messages::smsText(desk.server.sent.value(1)), u"xxx"_s);
+        desk.windows.showSend();
+        openForm<frmSendSMS>()->close(); // with all windows, before the program ends
+        desk.prompts.expect(false);
+        QVERIFY(!desk.windows.mayDropDraft());
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCOMPARE(typed()->toPlainText(), u"x"_s);
     }
 
     void noMessageIsLostFromViewAndNoneTakesTheKeyboard()
@@ -156,11 +166,14 @@ private Q_SLOTS:
         QVERIFY(shown().startsWith(QString(1000, u'w') + u'\n'));
         QCOMPARE(shown().remove(u'\n'), QString(59999, u'w') + u"end"_s);
         QVERIFY(!find<frmShowSMS>("cmdNext")->isEnabled());
+        press<frmShowSMS>("cmdPrevious");
         press<frmShowSMS>("Command1");
         QTRY_COMPARE(desk.openForms.count(), 0);
         QCOMPARE(desk.unread.last(), 1); // the first was never looked at
         desk.windows.markAllSeen();
         QCOMPARE(desk.unread.last(), 0);
+        desk.windows.showReceived(u"new"_s);
+        QCOMPARE(shown(), u"new"_s);
     }
 
     void hostileTextsStayLinesThatABoxLaysOut()

@@ -1,5 +1,6 @@
 #include "NoteDesk.h"
 #include "notes/ReportBox.h"
+#include "notes/ReportRun.h"
 #include "notes/frmNotePad.h"
 #include "notes/frmNotePadManager.h"
 
@@ -118,6 +119,7 @@ private Q_SLOTS:
         QVERIFY(desk.values.NotePadOpen);
         QCOMPARE(desk.openForms.count(), 1);
         desk.windowsOfNotes.RefreshNotePad(u"Acme"_s, u"O'Brien's"_s);
+        QCOMPARE(editor()->findChildren<notes::ReportRun *>().size(), 1); // not that of the old name as well
         QCOMPARE(editor()->findChild<QLineEdit *>(u"txtCustomerName"_s)->text(), u"O'Brien's"_s);
         QTRY_VERIFY(editor()->findChild<notes::ReportBox *>(u"txtReport"_s)->report().contains(u"Old one"_s));
         desk.windowsOfNotes.RefreshNotePad(u"O'Brien's"_s, QString(10'000, u'x'));

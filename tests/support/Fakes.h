@@ -109,7 +109,12 @@ private:
 struct FakeServer : core::Server
 {
     QStringList sent;
-    void SendServer(const QString &text) override { sent.append(text); }
+    bool reaches = true;
+    bool SendServer(const QString &text) override
+    {
+        sent.append(text);
+        return reaches;
+    }
 };
 
 /// Keeps what was printed.
