@@ -81,15 +81,21 @@ SpreadsheetWriter::~SpreadsheetWriter() = default;
 
 void SpreadsheetWriter::writeHeadings(const QStringList &headings)
 {
-    constexpr lxw_col_t columnD = 3;
+    constexpr int columnD = 3;
     constexpr double width = 20;
     lxw_format *text = workbook_add_format(m_workbook.get());
     format_set_num_format(text, "@");
     lxw_format *bold = workbook_add_format(m_workbook.get());
     format_set_bold(bold);
     m_columns = static_cast<quint16>(headings.size());
-    check(worksheet_set_column(m_sheet, 0, std::max<lxw_col_t>(m_columns, 1) - 1, width, nullptr));
-    check(worksheet_set_column(m_sheet, columnD, columnD, width, text));
+    const auto widen = [&](int first, int last, lxw_format *format) {
+        if (first <= last) { // the ranges must not overlap: programs take such a file for a damaged one
+            check(worksheet_set_column(m_sheet, lxw_col_t(first), lxw_col_t(last), width, format));
+        }
+    };
+    widen(0, std::min(m_columns - 1, columnD - 1), nullptr);
+    widen(columnD, columnD, text);
+    widen(columnD + 1, m_columns - 1, nullptr);
     worksheet_freeze_panes(m_sheet, 1, 0);
     for (quint16 column = 0; column < m_columns; ++column) {
         check(worksheet_write_string(m_sheet, 0, column, cellText(headings.at(column).toUtf8()).constData(),

@@ -78,6 +78,9 @@ private Q_SLOTS:
         QCOMPARE(desk.read(u"(s['D2'].number_format,s['C2'].number_format,s.freeze_panes,s.auto_filter.ref,"
                            "s.max_row)"_s),
                  u"('@', 'General', 'A2', 'A1:AA3', 3)"_s);
+        QCOMPARE(desk.read(u"__import__('re').findall(rb'<col min=\"(\\d+)\" max=\"(\\d+)\"',"
+                           "__import__('zipfile').ZipFile(sys.argv[1]).read('xl/worksheets/sheet1.xml'))"_s),
+                 u"[(b'1', b'3'), (b'4', b'4'), (b'5', b'27')]"_s);
     }
 
     void manyRowsKeepTheirOrderAndAFailedOrDroppedExportTheOldFile()
