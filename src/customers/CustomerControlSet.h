@@ -16,6 +16,7 @@ public:
     /// The form must hold every one of them, and outlive the set.
     explicit CustomerControlSet(const QWidget &form);
 
+    const std::array<QWidget *, customerFieldCount> &all() const { return m_controls; }
     FieldTexts texts() const;
     void setTexts(const FieldTexts &texts);
 

@@ -12,7 +12,7 @@ template <typename Form, typename... Arguments>
 Form &opened(QPointer<Form> &form, Arguments &&...arguments)
 {
     if (Form *kept = form; kept != nullptr && !kept->isVisible()) {
-        kept->deleteLater(); // it was closed, or never shown because its customer was gone
+        kept->deleteLater(); // it was closed
         form.clear();
     }
     if (!form) {
@@ -41,13 +41,23 @@ FrmEditCustomer &CustomerWindows::editor()
         m_editor, FrmEditCustomer::Context{m_context.form, m_context.checks, m_context.effects});
 }
 
+/// A number that waits there for its customer is not given to whom the operator opens for another reason.
+void CustomerWindows::dropWaitingNumber()
+{
+    if (m_list) {
+        m_list->dropNumber();
+    }
+}
+
 void CustomerWindows::showList()
 {
+    dropWaitingNumber();
     appearance::bringToFront(list());
 }
 
 void CustomerWindows::showList(const QString &query)
 {
+    dropWaitingNumber();
     FrmCustomer &form = list();
     appearance::bringToFront(form);
     form.showQuery(query);
@@ -55,12 +65,17 @@ void CustomerWindows::showList(const QString &query)
 
 void CustomerWindows::addCustomer(const QString &number, const QString &keyWord)
 {
+    dropWaitingNumber();
+    bool found = false;
     if (!keyWord.isEmpty()) {
         FrmCustomer &form = list();
         appearance::bringToFront(form);
-        form.searchFor(keyWord, number);
+        found = form.searchFor(keyWord, number);
     }
     editor().addCustomer(number);
+    if (found) { // the empty record would cover them
+        appearance::bringToFront(list());
+    }
 }
 
 bool CustomerWindows::editCustomer(qint32 sn, const QString &number)
@@ -70,12 +85,23 @@ bool CustomerWindows::editCustomer(qint32 sn, const QString &number)
     if (shown && !number.isEmpty()) {
         form.appendNumber(number);
     }
+    closeUnshown(form);
     return shown;
 }
 
 void CustomerWindows::ShowCustomerByName(const QString &name)
 {
-    editor().ShowCustomerByName(name);
+    FrmEditCustomer &form = editor();
+    form.ShowCustomerByName(name);
+    closeUnshown(form);
+}
+
+/// An editor whose customer is gone would count as an open form.
+void CustomerWindows::closeUnshown(FrmEditCustomer &form)
+{
+    if (!form.isVisible()) {
+        delete &form;
+    }
 }
 
 void CustomerWindows::refreshCustomerList()

@@ -43,6 +43,8 @@ private:
     void exportCustomers() override;
     FrmCustomer &list();
     FrmEditCustomer &editor();
+    void dropWaitingNumber();
+    static void closeUnshown(FrmEditCustomer &form);
 
     Context m_context;
     QPointer<FrmCustomer> m_list;

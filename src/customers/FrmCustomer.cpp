@@ -1,6 +1,7 @@
 #include "customers/FrmCustomer.h"
 
 #include "appearance/ThemedIcons.h"
+#include "core/TextUtilities.h"
 #include "customers/CustomerQueries.h"
 #include "ui_FrmCustomer.h"
 
@@ -60,11 +61,17 @@ void FrmCustomer::showQuery(const QString &query)
     }
 }
 
-void FrmCustomer::searchFor(const QString &keyWord, const QString &number)
+bool FrmCustomer::searchFor(const QString &keyWord, const QString &number)
 {
     m_ui->txtSearch->setText(keyWord);
     m_ui->txtAddToExist->setText(number);
     search();
+    return Ado1.rowCount() > 0 || Ado1.isReading();
+}
+
+void FrmCustomer::dropNumber()
+{
+    m_ui->txtAddToExist->clear();
 }
 
 void FrmCustomer::search()
@@ -110,7 +117,7 @@ void FrmCustomer::refresh()
 void FrmCustomer::refreshCustomerList()
 {
     const qint64 sn = Ado1.field(m_ui->DataGrid1->currentIndex().row(), u"SN"_s).toLongLong();
-    m_ui->txtAddToExist->clear(); // whoever was saved has the caller's number now, or it is not wanted
+    dropNumber(); // whoever was saved has the caller's number now, or it is not wanted
     if (showRows(QString::fromUtf16(refreshQuery), -1)) {
         makeCurrent(std::max(Ado1.rowOf(sn), 0));
     }
@@ -161,9 +168,15 @@ void FrmCustomer::showCount(QChar separator)
                             QString::number(Ado1.rowCount()));
 }
 
+/// Without one, that a caller's number waits for its customer.
 void FrmCustomer::showMessage(const QString &key)
 {
-    m_ui->lblMessage->setText(key.isEmpty() ? QString() : m_context.texts.Lms(key));
+    const QString number = core::shownText(m_ui->txtAddToExist->text());
+    const QString waiting =
+        number.isEmpty()
+            ? QString()
+            : m_context.texts.Lms(u"CallerNumberWaits"_s).replace(u"%1"_s, core::isolated(number));
+    m_ui->lblMessage->setText(key.isEmpty() ? waiting : m_context.texts.Lms(key));
 }
 
 void FrmCustomer::showSortArrow()

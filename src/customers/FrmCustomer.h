@@ -39,8 +39,11 @@ public:
 
     /// Shows the rows of a query in the given words.
     void showQuery(const QString &query);
-    /// Searches for the customer to whom a caller's number may belong; a row that is then opened gets it.
-    void searchFor(const QString &keyWord, const QString &number);
+    /// Searches for the customer to whom a caller's number may belong; a row that is then opened gets it. The
+    /// list says so as long as the number waits. False where nobody was found.
+    bool searchFor(const QString &keyWord, const QString &number);
+    /// The caller's number goes another way.
+    void dropNumber();
     /// Shows all customers anew after one was saved, with the same one current.
     void refreshCustomerList();
 

@@ -43,7 +43,7 @@ void FrmCustomer::setUpGrid()
     connect(&grid, &appearance::RecordGrid::customContextMenuRequested, this, &FrmCustomer::showMenu);
     connect(&grid, &appearance::RecordGrid::recordActivated, this, [this](int row) {
         if (editRow(row, m_ui->txtAddToExist->text())) {
-            m_ui->txtAddToExist->clear(); // or the next customer who is opened would get it, too
+            dropNumber(); // or the next customer who is opened would get it, too
         }
     });
     connect(&grid, &appearance::RecordGrid::deleteRequested, this, &FrmCustomer::deleteCurrent);
@@ -95,6 +95,7 @@ void FrmCustomer::setUpCommands()
     connect(m_ui->Command2, &QPushButton::clicked, this, &QWidget::close);
     appearance::onKeys(*this, QKeySequence::Refresh, [this] { refresh(); });
     appearance::onHelpKey(*this, m_context.navigator, u"Popup_CustomerDatabase"_s);
+    connect(m_ui->txtAddToExist, &QLineEdit::textChanged, this, [this] { showMessage({}); });
     connect(&Ado1, &store::RecordsetModel::readingEnded, this, &FrmCustomer::showSearchCount);
 }
 

@@ -31,6 +31,7 @@ FrmEditCustomer::FrmEditCustomer(const Context &context)
     mirror(*m_ui->txtLinkmanMobile, *m_ui->txtLinkmanMobile1);
     mirror(*m_ui->txtLinkmanEmail, *m_ui->txtLinkmanEmail1);
     setUpChecks();
+    setUpMessage();
     startNewCustomer({});
 }
 
@@ -70,6 +71,7 @@ void FrmEditCustomer::showCustomer(const CustomerRecord &customer)
 {
     showSN(customer.SN);
     m_controls.setTexts(customer.shown);
+    m_ui->lblMessage->clear();
     m_ui->SSTab1->setCurrentIndex(0);
     m_ui->txtCustomerName->setFocus();
 }
@@ -125,6 +127,8 @@ bool FrmEditCustomer::edit(const std::function<bool()> &load)
 void FrmEditCustomer::appendNumber(const QString &number)
 {
     m_ui->txtCompanyCall->setText(m_ui->txtCompanyCall->text() + u',' + number);
+    m_ui->lblMessage->setText(m_context.form.texts.Lms(u"NumberAddedUnsaved"_s)
+                                  .replace(u"%1"_s, core::isolated(core::shownText(number))));
 }
 
 /// False where the operator wants to go on with what stands in the form.

@@ -45,7 +45,7 @@ public:
     bool ShowCustomerBySN(qint32 sn);
     /// The same for the first customer of that name.
     bool ShowCustomerByName(const QString &name);
-    /// Adds "," and the number to the phone numbers.
+    /// Adds "," and the number to the phone numbers, and says that it is not saved yet.
     void appendNumber(const QString &number);
 
 protected:
@@ -64,6 +64,7 @@ private:
     void setUpAddresses();
     void setUpButtons();
     void setUpChecks();
+    void setUpMessage();
     static void mirror(QLineEdit &one, QLineEdit &other);
     QList<QLineEdit *> numberEdits() const;
     bool wasTyped(QLineEdit &edit) const;

@@ -6,6 +6,7 @@
 
 #include <QCompleter>
 #include <QEvent>
+#include <QMetaMethod>
 
 using namespace Qt::StringLiterals;
 
@@ -66,6 +67,16 @@ void FrmEditCustomer::setUpChecks()
         connect(numbers, &QLineEdit::editingFinished, this, [this, numbers] {
             appearance::whenReleased(*this, [this, numbers] { checkNumbers(*numbers); });
         });
+    }
+}
+
+/// What was told of the record holds until a field is changed.
+void FrmEditCustomer::setUpMessage()
+{
+    QLabel &message = *m_ui->lblMessage;
+    const QMetaMethod clear = message.metaObject()->method(message.metaObject()->indexOfSlot("clear()"));
+    for (QWidget *control : m_controls.all()) {
+        connect(control, control->metaObject()->userProperty().notifySignal(), &message, clear);
     }
 }
 

@@ -142,8 +142,14 @@ private Q_SLOTS:
         forms.windowsOfCustomers.addCustomer(u"4444"_s, u"Bay"_s);
         QCOMPARE(forms.names(), u"Bay"_s);
         QCOMPARE(phones(), u"4444"_s);
+        QTRY_VERIFY(forms.form()->isActiveWindow()); // the record would hide who was found
+        QCOMPARE(forms.shown("lblMessage"), u"[CallerNumberWaits]"_s);
+        forms.windowsOfCustomers.addCustomer(u"5555"_s, {});
+        QCOMPARE((forms.shown("lblMessage") + find<FrmCustomer, QLineEdit>("txtAddToExist")->text()), u""_s);
+        forms.windowsOfCustomers.addCustomer(u"4444"_s, u"Bay"_s);
         support::clickCell(forms.grid(), 0, 0, true);
         QCOMPARE(phones(), u"333,4444"_s);
+        QCOMPARE((find<FrmEditCustomer, QLabel>("lblMessage")->text()), u"[NumberAddedUnsaved]"_s);
         QCOMPARE((find<FrmCustomer, QLineEdit>("txtAddToExist")->text()), u""_s);
         forms.run(u"insert into customer(SN,CustomerName) values(9,'New')"_s);
         find<FrmCustomer, QLineEdit>("txtAddToExist")->setText(u"5"_s);
