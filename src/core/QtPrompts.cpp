@@ -65,18 +65,21 @@ private:
 
 void QtPrompts::tell(const QString &text, const QString &title)
 {
-    ask(text, title, QMessageBox::Ok, QMessageBox::Ok);
+    ask(text, title, QMessageBox::Ok, QMessageBox::Ok, windowBehind());
 }
 
 bool QtPrompts::askOkCancel(const QString &text, const QString &title)
 {
-    return ask(text, title, QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Cancel) == QMessageBox::Ok;
+    return ask(text, title, QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Cancel, windowBehind()) ==
+           QMessageBox::Ok;
 }
 
-Prompts::Answer QtPrompts::askSave(const QString &text)
+// A window that was just brought to the front is not the active one yet.
+Prompts::Answer QtPrompts::askSave(const QString &text, QObject *window)
 {
-    switch (
-        ask(text, {}, QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save)) {
+    auto *const holder = qobject_cast<QWidget *>(window);
+    switch (ask(text, {}, QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save,
+                holder != nullptr && holder->isVisible() ? holder : windowBehind())) {
     case QMessageBox::Save:
         return Answer::Save;
     case QMessageBox::Discard:
@@ -98,10 +101,9 @@ QString QtPrompts::saveFileName(const QString &proposed, const QString &filter)
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }
 
-int QtPrompts::ask(const QString &text, const QString &title, int buttons, int defaultButton)
+int QtPrompts::ask(const QString &text, const QString &title, int buttons, int defaultButton, QWidget *parent)
 {
     const OpenPrompt open(*this);
-    QWidget *parent = windowBehind();
     QMessageBox box(parent);
     box.setObjectName(u"messageBox"_s);
     box.setWindowFlag(Qt::WindowStaysOnTopHint, parent == nullptr);

@@ -3,6 +3,7 @@
 #include "core/Prompts.h"
 
 class QMessageBox;
+class QWidget;
 
 namespace core {
 
@@ -12,13 +13,13 @@ class QtPrompts : public Prompts
 public:
     void tell(const QString &text, const QString &title) override;
     bool askOkCancel(const QString &text, const QString &title) override;
-    Answer askSave(const QString &text) override;
+    Answer askSave(const QString &text, QObject *window) override;
     QString saveFileName(const QString &proposed, const QString &filter) override;
     bool isOpen() const override { return m_open > 0; }
 
 private:
     class OpenPrompt;
-    int ask(const QString &text, const QString &title, int buttons, int defaultButton);
+    int ask(const QString &text, const QString &title, int buttons, int defaultButton, QWidget *parent);
     void translate(QMessageBox &box) const;
 
     int m_open = 0;

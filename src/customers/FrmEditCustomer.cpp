@@ -139,7 +139,10 @@ bool FrmEditCustomer::settleUnsavedChanges()
     }
     appearance::bringToFront(*this);
     using Answer = core::Prompts::Answer;
-    const Answer answer = m_context.form.prompts.askSave(m_context.form.texts.Lms(u"CustomerUnsaved"_s));
+    const QString name = core::shownText(m_ui->txtCustomerName->text().trimmed());
+    const QString question = m_context.form.texts.Lms(u"CustomerUnsaved"_s);
+    const Answer answer =
+        m_context.form.prompts.askSave(name.isEmpty() ? question : name + u"\n\n"_s + question, this);
     return answer == Answer::Discard || (answer == Answer::Save && save());
 }
 

@@ -3,6 +3,7 @@
 #include "appearance/Keys.h"
 #include "appearance/MouseRelease.h"
 #include "appearance/ThemedIcons.h"
+#include "core/TextUtilities.h"
 #include "ui_frmSimplePhoneBookEdit.h"
 
 #include <QCloseEvent>
@@ -88,7 +89,9 @@ bool frmSimplePhoneBookEdit::mayDropContents()
     if (!isChanged()) {
         return true;
     }
-    switch (m_needs.forms.prompts.askSave(m_needs.forms.texts.Lms(u"AskSaveEntry"_s))) {
+    const QString name = core::shownText(m_ui->txtSimpleDes->text().trimmed());
+    const QString question = m_needs.forms.texts.Lms(u"AskSaveEntry"_s);
+    switch (m_needs.forms.prompts.askSave(name.isEmpty() ? question : name + u"\n\n"_s + question, this)) {
     case core::Prompts::Answer::Save:
         return save();
     case core::Prompts::Answer::Discard:

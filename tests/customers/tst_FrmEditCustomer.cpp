@@ -148,6 +148,7 @@ private Q_SLOTS:
         forms.prompts.expectSave(Answer::Cancel);
         QTest::keyClick(forms.form, Qt::Key_Escape);
         QVERIFY(forms.form->isVisible());
+        QCOMPARE(forms.prompts.asked, QStringList(u"Acme\n\n[CustomerUnsaved]"_s));
         forms.prompts.expectSave(Answer::Cancel);
         forms.form->addCustomer(u"2"_s);
         QCOMPARE(forms.text("txtSN"), u"1"_s);
