@@ -100,4 +100,14 @@ QString isolated(const QString &text)
     return firstStrongIsolate + text + popDirectionalIsolate;
 }
 
+QString titleOf(const QString &name, const QString &window)
+{
+    const QString shown = shownText(name).trimmed();
+    if (shown.isEmpty()) {
+        return window;
+    }
+    const bool sameDirection = shown.isRightToLeft() == window.isRightToLeft();
+    return (sameDirection ? shown : isolated(shown)) + u" - "_s + window;
+}
+
 } // namespace core

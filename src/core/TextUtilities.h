@@ -60,4 +60,7 @@ QString shownText(QStringView text, qsizetype maxLength = 256);
 /// in a mirrored window a number or a time then keeps the order of its parts.
 QString isolated(const QString &text);
 
+/// The title of the window that shows something with a name: the name goes first.
+QString titleOf(const QString &name, const QString &window);
+
 } // namespace core

@@ -83,6 +83,7 @@ bool CustomerEditing::SaveCustomer()
     const CustomerRecord customer = m_controls.shownCustomer();
     if (customer.text(u"CustomerName").trimmed().isEmpty()) {
         tell(u"PlsInputCustomerName"_s);
+        m_controls.turnTo(u"CustomerName");
         return false;
     }
     if (!m_context.log.trapAs("SaveCustomer "_L1, [&] { write(customer); })) {
@@ -143,6 +144,7 @@ bool CustomerEditing::save()
     if (IfRepeatCustomerField(shown.SN, u"CustomerID"_s, shown.text(u"CustomerID"))) {
         m_context.prompts.tell(m_context.texts.Lms(u"CustomerID"_s) + m_context.values.WordSeparator +
                                m_context.texts.Lms(u"CustomerIDexisted"_s));
+        m_controls.turnTo(u"CustomerID");
         return false;
     }
     if (!SaveCustomer()) {

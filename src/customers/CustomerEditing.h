@@ -22,6 +22,8 @@ public:
     virtual CustomerRecord shownCustomer() const = 0;
     virtual void showCustomer(const CustomerRecord &customer) = 0;
     virtual void showSN(qint32 sn) = 0;
+    /// Turns to the control of a column, which has to be filled in anew.
+    virtual void turnTo(QStringView column) = 0;
 };
 
 /// Moves one customer between the table `customer` and the editor's controls.

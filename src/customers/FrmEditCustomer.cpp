@@ -32,6 +32,9 @@ FrmEditCustomer::FrmEditCustomer(const Context &context)
     mirror(*m_ui->txtLinkmanEmail, *m_ui->txtLinkmanEmail1);
     setUpChecks();
     setUpMessage();
+    connect(
+        m_ui->txtCustomerName, &QLineEdit::textChanged, this,
+        [this, title = windowTitle()](const QString &name) { setWindowTitle(core::titleOf(name, title)); });
     startNewCustomer({});
 }
 
@@ -154,7 +157,11 @@ bool FrmEditCustomer::save()
     for (QLineEdit *numbers : numberEdits()) {
         checkNumbers(*numbers);
     }
-    return m_editing.save();
+    const bool saved = m_editing.save();
+    if (saved) {
+        m_ui->lblMessage->setText(m_context.form.texts.Lms(u"EntrySaved"_s));
+    }
+    return saved;
 }
 
 void FrmEditCustomer::viewNotes()

@@ -59,6 +59,7 @@ private:
     CustomerRecord shownCustomer() const override;
     void showCustomer(const CustomerRecord &customer) override;
     void showSN(qint32 sn) override;
+    void turnTo(QStringView column) override;
 
     void setUpCombos();
     void setUpAddresses();

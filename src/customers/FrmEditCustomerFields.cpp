@@ -70,6 +70,17 @@ void FrmEditCustomer::setUpChecks()
     }
 }
 
+void FrmEditCustomer::turnTo(QStringView column)
+{
+    QWidget *control = m_controls.all().at(static_cast<size_t>(fieldOf(column)));
+    for (int page = 0; page < m_ui->SSTab1->count(); ++page) {
+        if (m_ui->SSTab1->widget(page)->isAncestorOf(control)) {
+            m_ui->SSTab1->setCurrentIndex(page);
+        }
+    }
+    control->setFocus();
+}
+
 /// What was told of the record holds until a field is changed.
 void FrmEditCustomer::setUpMessage()
 {

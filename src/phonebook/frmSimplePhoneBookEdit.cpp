@@ -41,6 +41,9 @@ void frmSimplePhoneBookEdit::connectControls()
     connect(m_ui->chkBlackList, &QCheckBox::stateChanged, this, clearNotice);
     connect(m_ui->Command1, &QPushButton::clicked, this, &QWidget::close);
     connect(m_ui->Command2, &QPushButton::clicked, this, &frmSimplePhoneBookEdit::save);
+    connect(
+        m_ui->txtSimpleDes, &QLineEdit::textChanged, this,
+        [this, title = windowTitle()](const QString &name) { setWindowTitle(core::titleOf(name, title)); });
     appearance::onHelpKey(*this, m_needs.forms.navigator, u"Popup_SimplePhoneBook"_s);
 }
 

@@ -30,6 +30,7 @@ class tst_CustomerEditing : public QObject
             shown.SN = sn;
             storedWhenSnWasShown = count();
         }
+        void turnTo(QStringView) override {}
         QString &field(QStringView column) { return shown.shown.at(size_t(fieldOf(column))); }
         QString count() const { return customerSql(*this, u"select count(*) from customer"_s); }
     };

@@ -72,8 +72,18 @@ private Q_SLOTS:
         customer.shown.at(size_t(customers::fieldOf(u"Address"))) = QString(40000, u'x');
         customers::CustomerControlSet(*forms.form).setTexts(customer.shown);
         QVERIFY(QTest::qWaitForWindowActive(forms.form));
+        forms.find("txtCustomerName")->clear();
+        forms.find<QTabWidget>("SSTab1")->setCurrentIndex(2);
+        forms.prompts.expect();
+        QTest::keyClick(forms.form, Qt::Key_S, Qt::ControlModifier);
+        QVERIFY(forms.find("txtCustomerName")->hasFocus());
+        forms.find("txtCustomerName")->setText(u"VALUE 0"_s);
+        QCOMPARE(forms.form->windowTitle(), u"VALUE 0 - [EditCustomer]"_s);
         QTest::keyClick(forms.form, Qt::Key_S, Qt::ControlModifier);
         QCOMPARE(forms.text("txtSN"), u"2"_s);
+        QCOMPARE(forms.find<QLabel>("lblMessage")->text(), u"[EntrySaved]"_s);
+        forms.find<QCheckBox>("chkYNVIP")->toggle();
+        QCOMPARE(forms.find<QLabel>("lblMessage")->text(), u""_s);
         forms.open();
         QVERIFY(forms.form->ShowCustomerByName(u"VALUE 0"_s));
         customer.shown.at(size_t(customers::fieldOf(u"ContactPersonMessenger"))) =
