@@ -10,22 +10,68 @@ constexpr std::chrono::milliseconds typingPause{300};
 
 } // namespace
 
-void SearchWhileTyping::watch(QLineEdit &box, const std::function<void()> &search)
+void SearchWhileTyping::watch(QLineEdit &box, QAbstractItemView &list, const std::function<void()> &search)
 {
     m_box = &box;
+    m_list = &list;
+    m_search = search;
     m_pause.setSingleShot(true);
     m_pause.setInterval(typingPause);
-    QObject::connect(&box, &QLineEdit::returnPressed, &m_pause, search);
-    QObject::connect(&box, &QLineEdit::textEdited, &m_pause, [this] { m_pause.start(); });
-    QObject::connect(&m_pause, &QTimer::timeout, &m_pause, [this, search] {
-        if (m_box->text().trimmed() != m_settled) {
-            search();
+    QObject::connect(&box, &QLineEdit::returnPressed, &m_pause, [this] {
+        if (m_found && m_box->text().trimmed() == m_settled) {
+            turnToList();
+        } else {
+            run();
         }
     });
+    QObject::connect(&box, &QLineEdit::textEdited, &m_pause, [this] { m_pause.start(); });
+    QObject::connect(&m_pause, &QTimer::timeout, &m_pause, [this] { runIfNew(); });
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_PageDown}) {
+        auto *down = new QShortcut(key, &box, nullptr, nullptr, Qt::WidgetShortcut);
+        QObject::connect(down, &QShortcut::activated, &m_pause, [this] {
+            runIfNew();
+            turnToList();
+        });
+    }
     onKeys(*box.window(), QKeySequence::Find, [&box] {
         box.setFocus(Qt::ShortcutFocusReason);
         box.selectAll();
     });
+}
+
+void SearchWhileTyping::run()
+{
+    m_search();
+    m_found = true;
+}
+
+void SearchWhileTyping::runIfNew()
+{
+    if (m_box->text().trimmed() != m_settled) {
+        run();
+    }
+}
+
+void SearchWhileTyping::turnToList()
+{
+    const QAbstractItemModel &rows = *m_list->model();
+    if (rows.rowCount() == 0) {
+        return;
+    }
+    if (!m_list->currentIndex().isValid()) {
+        m_list->setCurrentIndex(rows.index(0, 0));
+    }
+    m_list->setFocus(Qt::ShortcutFocusReason);
+}
+
+bool SearchWhileTyping::leave()
+{
+    if (!m_box->hasFocus() || m_box->text().isEmpty()) {
+        return false;
+    }
+    m_box->clear();
+    run();
+    return true;
 }
 
 void SearchWhileTyping::settle()

@@ -46,6 +46,7 @@ bool FrmCustomer::showRows(const QString &query, int sortedColumn)
         return false;
     }
     m_sortedColumn = sortedColumn;
+    m_typing.rowsShown();
     layOutColumns();
     showMessage({});
     showSortArrow();
@@ -55,6 +56,7 @@ bool FrmCustomer::showRows(const QString &query, int sortedColumn)
 
 void FrmCustomer::showQuery(const QString &query)
 {
+    m_ui->txtSearch->clear(); // its words would not be what is shown
     m_typing.settle();
     if (showRows(query, -1)) {
         showCount(u' ');
@@ -192,15 +194,11 @@ bool FrmCustomer::event(QEvent *event)
     return QWidget::event(event);
 }
 
-// Esc leaves a search first, and then the list.
 void FrmCustomer::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() != Qt::Key_Escape) {
         QWidget::keyPressEvent(event);
-    } else if (focusWidget() == m_ui->txtSearch && !m_ui->txtSearch->text().isEmpty()) {
-        m_ui->txtSearch->clear();
-        search();
-    } else {
+    } else if (!m_typing.leave()) {
         close();
     }
 }

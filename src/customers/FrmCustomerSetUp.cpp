@@ -83,7 +83,7 @@ void FrmCustomer::translateHeadings()
 
 void FrmCustomer::setUpCommands()
 {
-    m_typing.watch(*m_ui->txtSearch, [this] { search(); });
+    m_typing.watch(*m_ui->txtSearch, *m_ui->DataGrid1, [this] { search(); });
     connect(m_ui->cmdSearch, &QPushButton::clicked, this, &FrmCustomer::search);
     connect(m_ui->Command1, &QPushButton::clicked, this, [this] { m_commands.addCustomer(); });
     connect(m_ui->Command4, &QPushButton::clicked, this,

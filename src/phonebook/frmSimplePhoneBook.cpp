@@ -46,6 +46,7 @@ void frmSimplePhoneBook::showAll(std::optional<qint32> sn)
 
 void frmSimplePhoneBook::showQuery(const QString &query)
 {
+    m_ui->txtSearch->clear(); // its words would not be what is shown
     m_typing.settle();
     if (bind(query)) {
         standOn(0);
@@ -64,6 +65,7 @@ bool frmSimplePhoneBook::bind(const QString &query)
     const bool bound = m_data->setRecordSource(m_context.paths.PhoneBookFile, query);
     notice(bound ? QString() : troubleText(m_context.texts, m_context.paths.PhoneBookFile));
     if (bound) {
+        m_typing.rowsShown();
         layOutColumns();
     }
     return bound;
@@ -200,10 +202,10 @@ bool frmSimplePhoneBook::event(QEvent *event)
 
 void frmSimplePhoneBook::keyPressEvent(QKeyEvent *event)
 {
-    if (event->key() == Qt::Key_Escape) {
-        close();
-    } else {
+    if (event->key() != Qt::Key_Escape) {
         QWidget::keyPressEvent(event);
+    } else if (!m_typing.leave()) {
+        close();
     }
 }
 

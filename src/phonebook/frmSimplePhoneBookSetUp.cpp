@@ -28,7 +28,7 @@ void frmSimplePhoneBook::setUpGrid()
 
 void frmSimplePhoneBook::connectControls()
 {
-    m_typing.watch(*m_ui->txtSearch, [this] { search(); });
+    m_typing.watch(*m_ui->txtSearch, *m_ui->DbgPhoneBook, [this] { search(); });
     connect(m_ui->Command3, &QPushButton::clicked, this, &frmSimplePhoneBook::search);
     connect(m_ui->cmdPhonebook_Add, &QPushButton::clicked, this, &frmSimplePhoneBook::addAsked);
     connect(m_ui->Command1, &QPushButton::clicked, this, &frmSimplePhoneBook::editAsked);

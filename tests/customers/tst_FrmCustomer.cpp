@@ -71,6 +71,8 @@ private Q_SLOTS:
         }
         QTest::keyClicks(find<FrmCustomer, QLineEdit>("txtSearch"), u"ann"_s);
         QTRY_COMPARE(forms.names(), u"anna"_s); // as one types
+        QTest::keyClick(find<FrmCustomer, QLineEdit>("txtSearch"), Qt::Key_Return);
+        QVERIFY(forms.grid()->hasFocus() && forms.grid()->currentIndex().row() == 0);
         QCOMPARE(forms.logMessages(), QStringList());
     }
 

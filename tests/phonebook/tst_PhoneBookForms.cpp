@@ -72,6 +72,10 @@ private Q_SLOTS:
         QVERIFY((find<frmSimplePhoneBook, QLineEdit>("txtSearch")->hasFocus()));
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_F1);
         QCOMPARE(desk.navigator.shown, QStringList{u"ShowHelp Popup_SimplePhoneBook"_s});
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape); // leaves the search first
+        QCOMPARE(grid()->model()->rowCount(), 4);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+        QVERIFY(grid()->hasFocus());
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
         QCOMPARE(desk.openForms.count(), 1); // until it is gone for good
         QTRY_COMPARE(desk.openForms.count(), 0);
