@@ -28,8 +28,7 @@ CustomerExport::CustomerExport(const QString &databaseFile, const QString &query
                u" where rowid>%1 order by rowid limit "_s + QString::number(rowsAtOnce)),
       m_target(target), m_columnCount(int(headings.size()))
 {
-    m_database.forEachRow(u"select count(*) from customer"_s,
-                          [this](const store::Row &row) { m_rowCount = row.integer(0); });
+    m_rowCount = countCustomers(m_database);
     m_writer.emplace(besideOf(target));
     m_writer->writeHeadings(headings);
     writeRows();
@@ -41,6 +40,14 @@ CustomerExport::~CustomerExport()
         m_packing.join();
     }
     QFile::remove(besideOf(m_target));
+}
+
+int CustomerExport::countCustomers(store::Database &database)
+{
+    int count = 0;
+    database.forEachRow(u"select count(*) from customer"_s,
+                        [&count](const store::Row &row) { count = row.integer(0); });
+    return count;
 }
 
 bool CustomerExport::step(std::chrono::milliseconds time)

@@ -23,6 +23,8 @@ public:
                    const QString &target);
     /// Waits for a packing that has begun.
     ~CustomerExport();
+    /// How many customers would be exported.
+    static int countCustomers(store::Database &database);
     Q_DISABLE_COPY_MOVE(CustomerExport)
 
     /// Writes rows for about that long; true when the file stands at its place.

@@ -19,6 +19,7 @@ namespace {
 
 constexpr std::chrono::milliseconds slice{15};
 constexpr std::chrono::milliseconds packingPoll{20};
+constexpr int titleBarButtons = 200;
 
 } // namespace
 
@@ -30,7 +31,9 @@ frmAddDataToExcel_Tarn20050921::frmAddDataToExcel_Tarn20050921(const appearance:
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowIcon(appearance::programIcon());
     m_setup.load(*this);
+    setMinimumWidth(fontMetrics().horizontalAdvance(windowTitle()) + titleBarButtons);
     fillFields();
+    showCount();
     showRunning(false);
     connect(m_ui->cmdCheckAll, &QPushButton::clicked, this, [this] { tickAll(true); });
     connect(m_ui->cmdUnCheckAll, &QPushButton::clicked, this, [this] { tickAll(false); });
@@ -53,6 +56,16 @@ void frmAddDataToExcel_Tarn20050921::fillFields()
     m_ui->lstDataFields->addItems(headings(all));
     tickAll(true);
     m_ui->lstDataFields->setCurrentRow(0);
+}
+
+void frmAddDataToExcel_Tarn20050921::showCount()
+{
+    m_context.log.trap("lblCount"_L1, [this] {
+        store::Database database(m_context.paths.CustomerFile, store::Database::Mode::ReadOnly);
+        const int count = CustomerExport::countCustomers(database);
+        m_ui->lblCount->setText(
+            m_context.texts.Lms(u"AllCustomersExported"_s).replace(u"%1"_s, QString::number(count)));
+    });
 }
 
 void frmAddDataToExcel_Tarn20050921::tickAll(bool ticked)

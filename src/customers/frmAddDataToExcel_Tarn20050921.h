@@ -30,6 +30,8 @@ protected:
 
 private:
     void fillFields();
+    /// Whatever the list shows, all of them are exported.
+    void showCount();
     void tickAll(bool ticked);
     QList<int> tickedFields() const;
     QStringList headings(const QList<int> &fields) const;

@@ -1,7 +1,5 @@
 #include "store/JoinModel.h"
 
-#include "core/TextUtilities.h"
-
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -136,13 +134,12 @@ QVariant JoinModel::data(const QModelIndex &index, int role) const
                : QVariant();
 }
 
-/// A cell is one line; long texts are only begun.
 QString JoinModel::shown(const QVariant &value) const
 {
     if (value.typeId() == QMetaType::Bool) {
         return value.toBool() ? m_yes : m_no;
     }
-    return core::shownText(value.toString());
+    return value.toString();
 }
 
 QVariant JoinModel::headerData(int section, Qt::Orientation orientation, int role) const

@@ -24,7 +24,7 @@ struct RecordsetModel::Rows
     Recordset &at(int row)
     {
         recordset.MoveFirst();
-        recordset.Move(row);
+        recordset.Move(gone >= 0 && row > gone ? row - 1 : row);
         return recordset;
     }
 
@@ -33,6 +33,7 @@ struct RecordsetModel::Rows
     QStringList names;
     bool complete;
     int count;
+    int gone = -1; ///< the row that is no more in the recordset, while the views are told
 };
 
 RecordsetModel::RecordsetModel(core::RunLog &log, QLatin1StringView name, QObject *parent)
@@ -136,6 +137,9 @@ QVariantList RecordsetModel::rowAt(int row) const
         return *kept;
     }
     QVariantList fields(m_rows->names.size());
+    if (row == m_rows->gone) {
+        return fields;
+    }
     const bool read = m_log.trap(m_name, [&] {
         m_lockPause.guard([&] {
             Recordset &recordset = m_rows->at(row);
@@ -205,9 +209,12 @@ bool RecordsetModel::removeRows(int row, int count, const QModelIndex &parent)
         if (!m_log.trap(m_name, [&] { m_rows->at(row).Delete(); })) {
             return false;
         }
+        m_cache.clear();
+        m_rows->gone = row;
         beginRemoveRows({}, row, row);
         --m_rows->count;
         m_cache.clear();
+        m_rows->gone = -1;
         endRemoveRows();
     }
     return true;

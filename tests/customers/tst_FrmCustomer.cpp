@@ -106,7 +106,12 @@ private Q_SLOTS:
         QCOMPARE(forms.names(), u"anna|Bay|Zoë Łódź"_s);
         forms.grid()->setCurrentIndex(forms.grid()->model()->index(1, 0));
         forms.prompts.expect();
+        QString lastRow;
+        connect(forms.grid()->model(), &QAbstractItemModel::rowsAboutToBeRemoved, forms.grid(),
+                [&] { lastRow = forms.grid()->model()->index(2, 0).data().toString(); });
         press<FrmCustomer>("Command5");
+        QCOMPARE(lastRow, u"Zoë Łódź"_s);
+        QCOMPARE(forms.logMessages(), QStringList());
         QCOMPARE(forms.prompts.asked, QStringList(2, u"真的要删当前客户信息吗？"_s));
         QCOMPARE(forms.names(), u"anna|Zoë Łódź"_s);
         QCOMPARE(forms.grid()->currentIndex().row(), 0);
@@ -173,6 +178,8 @@ private Q_SLOTS:
         press<FrmCustomer>("cmdExport");
         auto *fields = find<frmAddDataToExcel_Tarn20050921, QListWidget>("lstDataFields");
         QCOMPARE(fields->count(), 27);
+        QCOMPARE((find<frmAddDataToExcel_Tarn20050921, QLabel>("lblCount")->text()),
+                 u"[AllCustomersExported]"_s);
         QCOMPARE(fields->item(14)->text(), u"[SpecifiedSalesMan]"_s);
         forms.prompts.expectFile({});
         press<frmAddDataToExcel_Tarn20050921>("cmdAddToExcel"); // and thinks better of it
