@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QElapsedTimer>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMenu>
@@ -18,6 +19,7 @@ namespace appearance {
 namespace {
 
 constexpr int rowPadding = 12;
+constexpr std::chrono::milliseconds copyingTurn{20};
 
 /// A cell in one line of tab-separated text: what would begin another cell or line becomes a blank.
 QString cellText(const QModelIndex &index)
@@ -36,6 +38,7 @@ RecordGrid::RecordGrid(QWidget *parent) : QTableView(parent)
     fitRows();
     horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter); // as the cells stand
     setItemDelegate(new GridDelegate(this));
+    connect(&m_copying, &QTimer::timeout, this, &RecordGrid::copyOn);
     connect(this, &QTableView::doubleClicked, this,
             [this](const QModelIndex &index) { Q_EMIT recordActivated(index.row()); });
 }
@@ -146,22 +149,61 @@ void RecordGrid::keyPressEvent(QKeyEvent *event)
     }
 }
 
+void RecordGrid::setModel(QAbstractItemModel *model)
+{
+    QTableView::setModel(model);
+    connect(model, &QAbstractItemModel::modelAboutToBeReset, this, &RecordGrid::endCopying);
+    connect(model, &QAbstractItemModel::rowsAboutToBeRemoved, this, &RecordGrid::endCopying);
+}
+
 void RecordGrid::copySelection()
 {
-    QModelIndexList rows = selectionModel()->selectedRows();
-    std::sort(rows.begin(), rows.end());
-    QStringList lines;
-    for (const QModelIndex &row : std::as_const(rows)) {
-        QStringList cells;
-        for (int place = 0; place < model()->columnCount(); ++place) {
-            const int column = horizontalHeader()->logicalIndex(place);
-            if (!isColumnHidden(column)) {
-                cells.append(cellText(row.siblingAtColumn(column)));
-            }
+    endCopying();
+    for (const QItemSelectionRange &range : selectionModel()->selection()) {
+        for (int row = range.top(); row <= range.bottom(); ++row) {
+            m_toCopy.push_back(row);
         }
-        lines.append(cells.join(u'\t'));
     }
-    QApplication::clipboard()->setText(lines.join(u'\n'));
+    std::ranges::sort(m_toCopy, std::greater());
+    m_toCopy.erase(std::ranges::unique(m_toCopy).begin(), m_toCopy.end());
+    copyOn();
+}
+
+// Reading a hundred thousand rows takes seconds, in which calls must go on being shown.
+void RecordGrid::copyOn()
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (!m_toCopy.empty() && timer.elapsed() < copyingTurn.count()) {
+        m_copied.append(rowText(m_toCopy.back()));
+        m_toCopy.pop_back();
+    }
+    if (!m_toCopy.empty()) {
+        viewport()->setCursor(Qt::BusyCursor);
+        return m_copying.start(0);
+    }
+    QApplication::clipboard()->setText(m_copied.join(u'\n'));
+    endCopying();
+}
+
+void RecordGrid::endCopying()
+{
+    m_copying.stop();
+    m_toCopy.clear();
+    m_copied.clear();
+    viewport()->unsetCursor();
+}
+
+QString RecordGrid::rowText(int row) const
+{
+    QStringList cells;
+    for (int place = 0; place < model()->columnCount(); ++place) {
+        const int column = horizontalHeader()->logicalIndex(place);
+        if (!isColumnHidden(column)) {
+            cells.append(cellText(model()->index(row, column)));
+        }
+    }
+    return cells.join(u'\t');
 }
 
 void RecordGrid::copyCell()

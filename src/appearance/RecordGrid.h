@@ -3,6 +3,9 @@
 #include "core/WindowMemory.h"
 
 #include <QTableView>
+#include <QTimer>
+
+#include <vector>
 
 namespace appearance {
 
@@ -32,9 +35,14 @@ Q_SIGNALS:
 
 public Q_SLOTS:
     /// The selected rows as tab-separated text, one line each, visible columns in their order on the screen.
+    /// Many rows are read from the event loop, and reach the clipboard once all are; rows that change
+    /// meanwhile end it, with the clipboard as it was.
     void copySelection();
     /// The text of the current cell alone.
     void copyCell();
+
+public:
+    void setModel(QAbstractItemModel *model) override;
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -47,10 +55,16 @@ private:
     void chooseColumns(const QPoint &position);
     void widenToHeading(int column);
     void keepColumns();
+    void copyOn();
+    void endCopying();
+    QString rowText(int row) const;
 
     QString m_hint;
     core::WindowMemory *m_memory = nullptr;
     QString m_name;
+    std::vector<int> m_toCopy; ///< the last row in front
+    QStringList m_copied;
+    QTimer m_copying;
 };
 
 } // namespace appearance

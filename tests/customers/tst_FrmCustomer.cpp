@@ -213,6 +213,13 @@ private Q_SLOTS:
         QTRY_COMPARE(forms.shown("lblCount"), u"[Totalcount]:149991"_s);
         QVERIFY(!moreFound.isEmpty());
         QCOMPARE(forms.grid()->model()->index(149990, 0).data().toString(), u"many 150000"_s);
+        const QModelIndex first = forms.grid()->model()->index(0, 0);
+        forms.grid()->selectionModel()->select({first, first.siblingAtRow(4999)},
+                                               QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        const auto copied = [] { return QApplication::clipboard()->text().count(u'\n'); };
+        QTest::keyClick(forms.grid(), Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(copied(), 0); // at once they would hold up the calls
+        QTRY_COMPARE(copied(), 4999);
     }
 
     void aLockedFileIsAskedOnceAndReadWhenItIsFree()
