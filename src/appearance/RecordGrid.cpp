@@ -154,6 +154,9 @@ void RecordGrid::setModel(QAbstractItemModel *model)
     QTableView::setModel(model);
     connect(model, &QAbstractItemModel::modelAboutToBeReset, this, &RecordGrid::endCopying);
     connect(model, &QAbstractItemModel::rowsAboutToBeRemoved, this, &RecordGrid::endCopying);
+    const auto tellOfRow = [this] { Q_EMIT onRow(currentIndex().isValid()); };
+    connect(model, &QAbstractItemModel::modelReset, this, tellOfRow);
+    connect(selectionModel(), &QItemSelectionModel::currentChanged, this, tellOfRow);
 }
 
 void RecordGrid::copySelection()

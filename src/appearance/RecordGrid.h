@@ -32,6 +32,8 @@ public:
 Q_SIGNALS:
     void recordActivated(int row);
     void deleteRequested();
+    /// Whether there is a current row, each time that may have changed.
+    void onRow(bool isOn);
 
 public Q_SLOTS:
     /// The selected rows as tab-separated text, one line each, visible columns in their order on the screen.

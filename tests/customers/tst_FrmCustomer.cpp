@@ -55,8 +55,10 @@ private Q_SLOTS:
         forms.search(u" tea "_s);
         QCOMPARE(forms.names(), u"anna"_s);
         QCOMPARE(forms.shown("lblCount"), u"[Totalcount]:1"_s);
+        QVERIFY(find<FrmCustomer>("Command4")->isEnabled());
         forms.search(u"nobody"_s);
         QCOMPARE(forms.names(), u""_s);
+        QVERIFY(!find<FrmCustomer>("Command4")->isEnabled());
         QCOMPARE(forms.shown("lblCount"), u"[Totalcount]:1"_s);
         find<FrmCustomer, QLineEdit>("txtSearch")->setFocus();
         QTest::keyClick(find<FrmCustomer, QLineEdit>("txtSearch"), Qt::Key_Escape);
