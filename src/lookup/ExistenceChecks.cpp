@@ -43,24 +43,24 @@ QString ExistenceChecks::check(const QString &numbers, Lookup lookUp, const QStr
     if (numbers.isEmpty()) {
         return {};
     }
-    const qint32 sn = firstOwner(numbers, lookUp);
-    if (sn == -1) {
+    const Found found = firstOwner(numbers, lookUp);
+    if (found.sn == -1) {
         return u"NO"_s;
     }
-    m_needs.prompts.tell(m_needs.texts.Lms(u"ThePhoneNumberExists"_s));
-    (m_needs.navigator.*show)(query + QString::number(sn));
+    m_needs.prompts.tell(m_needs.texts.Lms(u"ThePhoneNumberExists"_s), core::shownText(found.number));
+    (m_needs.navigator.*show)(query + QString::number(found.sn));
     return {};
 }
 
-qint32 ExistenceChecks::firstOwner(const QString &numbers, Lookup lookUp) const
+ExistenceChecks::Found ExistenceChecks::firstOwner(const QString &numbers, Lookup lookUp) const
 {
     for (const QStringView piece : phoneNumberPieces(m_needs.log, numbers)) {
         const qint32 sn = (m_needs.index.*lookUp)(core::DigitsOnly(piece));
         if (sn != -1) {
-            return sn;
+            return {sn, piece.trimmed().toString()};
         }
     }
-    return -1;
+    return {};
 }
 
 } // namespace lookup

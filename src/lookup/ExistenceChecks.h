@@ -35,7 +35,12 @@ private:
     using Lookup = qint32 (NumberIndex::*)(QStringView);
     using Show = void (core::Navigator::*)(const QString &);
     QString check(const QString &numbers, Lookup lookUp, const QString &query, Show show) const;
-    qint32 firstOwner(const QString &numbers, Lookup lookUp) const;
+    struct Found
+    {
+        qint32 sn = -1;
+        QString number; ///< as it was typed
+    };
+    Found firstOwner(const QString &numbers, Lookup lookUp) const;
 
     const Needs m_needs;
 };
