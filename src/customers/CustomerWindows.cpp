@@ -3,9 +3,13 @@
 #include "appearance/BringToFront.h"
 #include "customers/frmAddDataToExcel_Tarn20050921.h"
 
+#include <QTimer>
+
 namespace customers {
 
 namespace {
+
+constexpr std::chrono::milliseconds newWindowSettles{200};
 
 /// The form, made when it is not open.
 template <typename Form, typename... Arguments>
@@ -69,12 +73,28 @@ void CustomerWindows::addCustomer(const QString &number, const QString &keyWord)
     bool found = false;
     if (!keyWord.isEmpty()) {
         FrmCustomer &form = list();
-        appearance::bringToFront(form);
         found = form.searchFor(keyWord, number);
+        if (!found) {
+            appearance::bringToFront(form);
+        }
     }
     editor().addCustomer(number);
-    if (found) { // the empty record would cover them
-        appearance::bringToFront(list());
+    if (found && m_list) {
+        showFound(*m_list);
+    }
+}
+
+// The empty record would cover them. A window manager puts a new window in front a moment after it was shown.
+void CustomerWindows::showFound(FrmCustomer &form)
+{
+    const bool wasOpen = form.isVisible();
+    appearance::bringToFront(form);
+    if (wasOpen) {
+        QTimer::singleShot(newWindowSettles, &form, [&form] {
+            if (form.hasNumber()) {
+                appearance::bringToFront(form);
+            }
+        });
     }
 }
 

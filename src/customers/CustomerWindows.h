@@ -44,6 +44,7 @@ private:
     FrmCustomer &list();
     FrmEditCustomer &editor();
     void dropWaitingNumber();
+    static void showFound(FrmCustomer &form);
     static void closeUnshown(FrmEditCustomer &form);
 
     Context m_context;

@@ -71,6 +71,11 @@ bool FrmCustomer::searchFor(const QString &keyWord, const QString &number)
     return Ado1.rowCount() > 0 || Ado1.isReading();
 }
 
+bool FrmCustomer::hasNumber() const
+{
+    return !m_ui->txtAddToExist->text().isEmpty();
+}
+
 void FrmCustomer::dropNumber()
 {
     m_ui->txtAddToExist->clear();

@@ -42,6 +42,7 @@ public:
     /// Searches for the customer to whom a caller's number may belong; a row that is then opened gets it. The
     /// list says so as long as the number waits. False where nobody was found.
     bool searchFor(const QString &keyWord, const QString &number);
+    bool hasNumber() const;
     /// The caller's number goes another way.
     void dropNumber();
     /// Shows all customers anew after one was saved, with the same one current.
