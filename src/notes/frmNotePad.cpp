@@ -93,12 +93,43 @@ bool frmNotePad::save()
 {
     m_ui->SSTab1->setCurrentWidget(m_ui->pageEntry);
     const NoteEntry toSave = entry();
-    const bool saved = m_notes.CheckValues(toSave) && m_notes.save(toSave);
-    if (saved) {
+    const bool mayBeSaved = m_notes.CheckValues(toSave);
+    const bool saved = mayBeSaved && m_notes.save(toSave);
+    if (!mayBeSaved) {
+        focusWrongField();
+    } else if (saved) {
         clearEntry();
         refreshReport(); // its page would still say that there are no notes
     }
     return saved;
+}
+
+/// What is typed next is meant for the box that the operator has just been told of.
+void frmNotePad::focusWrongField()
+{
+    switch (m_notes.wrongField()) {
+    case WrongField::CustomerName:
+        return m_ui->txtCustomerName->setFocus();
+    case WrongField::Consultant:
+        return m_ui->txtConsultant->setFocus();
+    case WrongField::Request:
+        return m_ui->txtRequest->setFocus();
+    case WrongField::Response:
+        return m_ui->txtResponse->setFocus();
+    case WrongField::None:
+        return;
+    }
+}
+
+void frmNotePad::focusFirstToFill()
+{
+    if (m_ui->txtCustomerName->text().trimmed().isEmpty()) {
+        m_ui->txtCustomerName->setFocus();
+    } else if (m_ui->txtConsultant->text().trimmed().isEmpty()) {
+        m_ui->txtConsultant->setFocus();
+    } else {
+        m_ui->txtRequest->setFocus();
+    }
 }
 
 /// Ready for the next entry of the same call.

@@ -89,6 +89,7 @@ private Q_SLOTS:
         desk.prompts.expect(); // the consultant is missing
         QTest::keyClick(form, Qt::Key_Escape);
         QVERIFY(form->isVisible());
+        QCOMPARE(form->focusWidget()->objectName(), u"txtConsultant"_s);
         typeEntry();
         desk.prompts.expectSave(Prompts::Answer::Save);
         QTest::keyClick(form, Qt::Key_Escape);
