@@ -10,6 +10,7 @@
 
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QTabBar>
 
 using namespace Qt::StringLiterals;
 
@@ -45,6 +46,11 @@ void frmNotePad::connectButtons()
         ExportText(forms.log, forms.paths, forms.prompts, forms.shell, forms.texts,
                    m_ui->txtReport->report());
     });
+    connect(m_ui->SSTab1, &QTabWidget::currentChanged, this, [this] {
+        if (m_ui->SSTab1->currentWidget() == m_ui->pageEntry && !m_ui->SSTab1->tabBar()->hasFocus()) {
+            focusFirstToFill(); // the first box of the page cannot be typed into
+        }
+    });
     for (QPushButton *button : {m_ui->cmdClose, m_ui->Command1}) {
         connect(button, &QPushButton::clicked, this, &QWidget::close);
     }
@@ -57,11 +63,8 @@ void frmNotePad::begin(const QString &customerName, int page)
     m_ui->dtpDate->setDate(now.date());
     m_ui->dtpTime->setTime(now.time());
     m_ui->txtCallID->setText(newCallId(now));
+    m_ui->txtReport->setFocus();
     m_ui->SSTab1->setCurrentIndex(page);
-    (page == 0                ? static_cast<QWidget *>(m_ui->txtReport)
-     : customerName.isEmpty() ? m_ui->txtCustomerName
-                              : m_ui->txtConsultant)
-        ->setFocus();
     if (!customerName.isEmpty()) {
         refreshReport();
     }

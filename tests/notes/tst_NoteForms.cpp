@@ -46,6 +46,10 @@ private Q_SLOTS:
         QVERIFY(desk.windowsOfNotes.ShowNotePad(u" O'Brien's "_s, 1));
         QVERIFY(desk.values.NotePadOpen);
         QWidget *form = editor();
+        QVERIFY(QTest::qWaitForWindowActive(form));
+        QTest::keyClick(form->focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
+        QTest::keyClick(form->focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
+        QCOMPARE(form->focusWidget()->objectName(), u"txtConsultant"_s);
         QCOMPARE(form->findChild<QLineEdit *>(u"txtCallID"_s)->text(), u"Call20261121093015"_s);
         typeEntry();
         form->findChild<QCheckBox *>(u"chkIfResolved"_s)->click();
