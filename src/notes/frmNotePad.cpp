@@ -26,6 +26,7 @@ frmNotePad::frmNotePad(const NoteContext &context)
     setWindowIcon(appearance::programIcon());
     m_setup.load(*this);
     connectButtons();
+    m_ui->cmdExport->setEnabled(false); // until there is a report
     m_context.values.NotePadOpen = true;
 }
 
@@ -173,11 +174,15 @@ void frmNotePad::showReport(const QString &report, const QString &hintKey)
 {
     m_ui->txtReport->setHint(m_context.forms.texts.Lms(hintKey));
     m_ui->txtReport->setReport(report);
+    m_ui->cmdExport->setEnabled(!report.isEmpty());
 }
 
 void frmNotePad::print()
 {
     readReport([this](const QString &report) {
+        if (report.isEmpty()) {
+            m_context.forms.prompts.tell(m_context.forms.texts.Lms(u"NoNotesOfCustomer"_s));
+        }
         PrintNotePad(m_context.forms.log, m_context.printer, m_context.forms.texts, m_context.language,
                      report);
     });

@@ -148,7 +148,7 @@ void frmNotePadManager::ShowResult()
         const QString select = MakeCondition(m_context.forms.log, conditions());
         if (select.isEmpty() || !GetRecordSet(select)) {
             m_ui->lblTotal->setText(m_context.forms.texts.Lms(u"NotesUnreadable"_s));
-            return;
+            return offerReport();
         }
         m_select = select;
         if (m_ui->DataGrid1->model() == nullptr) {
@@ -177,6 +177,19 @@ void frmNotePadManager::showTotal()
     const QString more = m_result.isComplete() ? QString() : u"\u2026"_s;
     m_ui->lblTotal->setText(m_context.forms.texts.Lms(u"Totalcount"_s) + u' ' +
                             QString::number(m_result.rowCount()) + more);
+    offerReport();
+}
+
+/// A button that loses its rows would hand the keyboard on to the one that closes the window.
+void frmNotePadManager::offerReport()
+{
+    const bool rows = m_result.rowCount() > 0;
+    for (QPushButton *button : {m_ui->cmdExport, m_ui->cmdPrintOut}) {
+        if (!rows && button->hasFocus()) {
+            m_ui->cmdShowResult->setFocus();
+        }
+        button->setEnabled(rows);
+    }
 }
 
 void frmNotePadManager::openCustomer(int row)
@@ -187,26 +200,21 @@ void frmNotePadManager::openCustomer(int row)
     }
 }
 
-/// The report of the result that is shown; both buttons wait for it.
+/// The report of the result that is shown; one at a time.
 void frmNotePadManager::readReport(const std::function<void(const QString &)> &use)
 {
-    if (m_select.isEmpty()) {
+    if (m_report != nullptr) {
         return;
     }
-    auto *run =
-        new ReportRun(m_context.forms.log, m_context.forms.paths.CustomerFile, m_select,
-                      m_fixedCustomer.isEmpty() ? std::nullopt : std::optional(m_fixedCustomer), this);
-    const auto setReady = [this](bool ready) {
-        m_ui->cmdExport->setEnabled(ready);
-        m_ui->cmdPrintOut->setEnabled(ready);
-    };
-    setReady(false);
-    connect(run, &ReportRun::finished, this, [use, setReady](const QString &report) {
-        setReady(true);
+    m_report = new ReportRun(m_context.forms.log, m_context.forms.paths.CustomerFile, m_select,
+                             m_fixedCustomer.isEmpty() ? std::nullopt : std::optional(m_fixedCustomer), this);
+    setCursor(Qt::BusyCursor);
+    connect(m_report, &ReportRun::finished, this, [this, use](const QString &report) {
+        unsetCursor();
         use(report);
     });
-    connect(run, &ReportRun::failed, this, [this, setReady] {
-        setReady(true);
+    connect(m_report, &ReportRun::failed, this, [this] {
+        unsetCursor();
         m_context.forms.prompts.tell(m_context.forms.texts.Lms(u"NotesUnreadable"_s));
     });
 }

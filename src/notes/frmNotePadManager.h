@@ -5,6 +5,7 @@
 #include "store/Connection.h"
 #include "store/JoinModel.h"
 
+#include <QPointer>
 #include <QWidget>
 
 #include <functional>
@@ -15,6 +16,8 @@ class frmNotePadManager;
 }
 
 namespace notes {
+
+class ReportRun;
 
 /// Searches all call notes, and shows, prints and exports what it finds. Deletes itself when closed.
 class frmNotePadManager : public QWidget
@@ -46,6 +49,7 @@ private:
     NoteConditions conditions() const;
     bool GetRecordSet(const QString &select);
     void showTotal();
+    void offerReport();
     void openCustomer(int row);
     void readReport(const std::function<void(const QString &)> &use);
     void exportResult();
@@ -53,7 +57,8 @@ private:
 
     NoteContext m_context;
     QString m_fixedCustomer;
-    QString m_select; ///< of the result that is shown
+    QString m_select;             ///< of the result that is shown
+    QPointer<ReportRun> m_report; ///< that is being made
     store::Connection m_connection;
     store::JoinModel m_result;
     std::unique_ptr<Ui::frmNotePadManager> m_ui;

@@ -110,6 +110,7 @@ private Q_SLOTS:
         QCOMPARE(desk.prompts.asked.last(), u"[NoteNotSaved]"_s);
         QCOMPARE(editor()->findChild<QPlainTextEdit *>(u"txtResponse"_s)->toPlainText(), u"Sent today"_s);
         QTRY_VERIFY(desk.logMessages().last().startsWith(u"!GetExportContent "_s)); // shown as no report
+        QVERIFY(!find<frmNotePad>("cmdExport")->isEnabled());
         desk.prompts.expectSave(Prompts::Answer::Discard);
         editor()->close();
     }
@@ -195,9 +196,12 @@ private Q_SLOTS:
         QCOMPARE(text.count(u"CustomerName:"_s), 2);
         QCOMPARE(text.count(u"CallID:"_s), 3);
         type<frmNotePadManager>("txtCallID", u"none"_s);
+        find<frmNotePadManager>("cmdExport")->setFocus();
+        find<frmNotePadManager>("cmdShowResult")->click(); // by its letter
+        QVERIFY(!find<frmNotePadManager>("cmdExport")->isEnabled());
+        QCOMPARE(form->focusWidget()->objectName(), u"cmdShowResult"_s); // not the button that closes
+        find<frmNotePadManager, QLineEdit>("txtCallID")->clear();
         press<frmNotePadManager>("cmdShowResult");
-        press<frmNotePadManager>("cmdExport"); // nothing to export: no dialog comes
-        QTRY_VERIFY(form->findChild<QWidget *>(u"cmdExport"_s)->isEnabled());
         desk.run(u"drop table CustomerRequest"_s);
         desk.prompts.expect();
         press<frmNotePadManager>("cmdExport"); // no file with a part of the report
