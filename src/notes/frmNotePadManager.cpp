@@ -11,6 +11,7 @@
 
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QMenu>
 
 using namespace Qt::StringLiterals;
 
@@ -100,6 +101,8 @@ void frmNotePadManager::setUpGrid()
     appearance::RecordGrid &grid = *m_ui->DataGrid1;
     grid.setHint(texts.Lms(u"NoNotesFound"_s));
     m_result.setYesNo(answer(texts, u"Yes"_s), answer(texts, u"No"_s));
+    grid.setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(&grid, &QWidget::customContextMenuRequested, this, &frmNotePadManager::showMenu);
     connect(&grid, &appearance::RecordGrid::recordActivated, this, &frmNotePadManager::openCustomer);
     connect(&m_result, &QAbstractItemModel::rowsInserted, this, &frmNotePadManager::showTotal);
     connect(&m_result, &store::JoinModel::readingEnded, this, [this] {
@@ -198,6 +201,22 @@ void frmNotePadManager::openCustomer(int row)
     if (!name.isEmpty()) {
         m_context.forms.navigator.ShowCustomerByName(name);
     }
+}
+
+void frmNotePadManager::showMenu(const QPoint &position)
+{
+    appearance::RecordGrid *grid = m_ui->DataGrid1;
+    const int row = grid->currentIndex().row();
+    if (row < 0) {
+        return;
+    }
+    const core::TextLookup &texts = m_context.forms.texts;
+    QMenu menu(this);
+    menu.addAction(texts.Lms(u"OpenCustomer"_s), this, [this, row] { openCustomer(row); });
+    menu.addSeparator();
+    menu.addAction(texts.Lms(u"CopyRow"_s), grid, &appearance::RecordGrid::copySelection);
+    menu.addAction(texts.Lms(u"CopyCell"_s), grid, &appearance::RecordGrid::copyCell);
+    menu.exec(grid->viewport()->mapToGlobal(position));
 }
 
 /// The report of the result that is shown; one at a time.

@@ -51,6 +51,7 @@ private:
     void showTotal();
     void offerReport();
     void openCustomer(int row);
+    void showMenu(const QPoint &position);
     void readReport(const std::function<void(const QString &)> &use);
     void exportResult();
     void printResult();
