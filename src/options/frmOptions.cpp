@@ -62,6 +62,8 @@ frmOptions::frmOptions(const appearance::FormContext &context, const OptionsLogi
     m_ui->cmdDown->setEnabled(false);
     m_ui->SSTab1->setCurrentIndex(0);
     showLanguage();
+    m_storedPopUp = popUpPage();
+    m_storedSystem = systemPage();
 }
 
 frmOptions::~frmOptions()
@@ -137,6 +139,7 @@ void frmOptions::showLanguage()
 {
     m_ui->CmbLanguage->setCurrentText(m_logic.systemPage().language);
     m_ui->lblLanguageName->setText(m_ui->CmbLanguage->currentData().toString());
+    m_storedSystem.language = m_ui->CmbLanguage->currentText();
 }
 
 void frmOptions::Init_lstGridCallerIDShowOrder_tarn()
@@ -171,21 +174,55 @@ QStringList frmOptions::columnNames() const
     return names;
 }
 
-void frmOptions::savePopUpPage()
+OptionsLogic::PopUpPage frmOptions::popUpPage() const
 {
-    const bool saved = m_logic.savePopUpPage({.popAll = m_ui->ChkPopAll->isChecked(),
-                                              .popDetail = m_ui->ChkPopDetail->isChecked(),
-                                              .showInfo = m_ui->chkShowInfo->isChecked()});
-    m_ui->lblPopUpSaved->setText(savedText(saved));
+    return {.popAll = m_ui->ChkPopAll->isChecked(),
+            .popDetail = m_ui->ChkPopDetail->isChecked(),
+            .showInfo = m_ui->chkShowInfo->isChecked()};
 }
 
-void frmOptions::saveSystemPage()
+OptionsLogic::SystemPage frmOptions::systemPage() const
 {
-    const bool saved = m_logic.saveSystemPage({.language = m_ui->CmbLanguage->currentText(),
-                                               .port = m_ui->txtPort->text(),
-                                               .columns = columnNames()});
-    m_ui->lblSystemSaved->setText(savedText(saved));
+    return {.language = m_ui->CmbLanguage->currentText(),
+            .port = m_ui->txtPort->text(),
+            .columns = columnNames()};
+}
+
+bool frmOptions::savePopUpPage()
+{
+    const bool saved = m_logic.savePopUpPage(popUpPage());
+    m_ui->lblPopUpSaved->setText(savedText(saved));
+    if (saved) {
+        m_storedPopUp = popUpPage();
+    }
+    return saved;
+}
+
+// A port that was refused gives way to the one that stays in use.
+bool frmOptions::saveSystemPage()
+{
+    const OptionsLogic::SystemPage page = systemPage();
+    const bool saved = m_logic.saveSystemPage(page);
+    const bool whole = saved && portOf(page.port).has_value();
+    m_ui->lblSystemSaved->setText(savedText(whole));
     showPort();
+    if (saved) {
+        m_storedSystem = systemPage();
+    }
+    return whole;
+}
+
+bool frmOptions::mayClose()
+{
+    const bool popUp = popUpPage() != m_storedPopUp;
+    const bool system = systemPage() != m_storedSystem;
+    if (!popUp && !system) {
+        return true;
+    }
+    const auto answer = m_context.prompts.askSave(m_context.texts.Lms(u"OptionsUnsaved"_s));
+    return answer == core::Prompts::Answer::Discard ||
+           (answer == core::Prompts::Answer::Save && (!popUp || savePopUpPage()) &&
+            (!system || saveSystemPage()));
 }
 
 QString frmOptions::savedText(bool saved) const
@@ -205,6 +242,9 @@ bool frmOptions::eventFilter(QObject *watched, QEvent *event)
 
 void frmOptions::done(int result)
 {
+    if (!mayClose()) {
+        return;
+    }
     m_effects.iniGridCallerID_tarn();
     m_setup.rememberGeometry(*this);
     QDialog::done(result);

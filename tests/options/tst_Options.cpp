@@ -145,6 +145,22 @@ private Q_SLOTS:
         QCOMPARE(desk.caused, QStringList{u"iniGridCallerID_tarn"_s});
         QTRY_COMPARE(desk.openForms.count(), 0);
     }
+
+    void whatWasChangedIsNotDroppedUnasked()
+    {
+        Desk desk;
+        desk.find<QCheckBox>("ChkPopDetail")->click();
+        desk.find<QLineEdit>("txtPort")->setText(u"99999"_s);
+        desk.prompts.expectSave(core::Prompts::Answer::Cancel);
+        QTest::keyClick(desk.form(), Qt::Key_Escape);
+        desk.prompts.expectSave(core::Prompts::Answer::Save);
+        desk.prompts.expect(); // the port is none
+        QTest::keyClick(desk.form(), Qt::Key_Escape);
+        QVERIFY(desk.form() != nullptr);
+        QCOMPARE(desk.saved().PopupDetail, qint16(1));
+        desk.press("Command1"); // nothing is left to ask about
+        QTRY_COMPARE(desk.openForms.count(), 0);
+    }
 };
 
 QTEST_MAIN(tst_Options)
