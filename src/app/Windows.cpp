@@ -164,6 +164,17 @@ QStringList Windows::gridColumnNames() const
     return names;
 }
 
+QStringList Windows::hiddenGridColumns() const
+{
+    QStringList names;
+    for (const mainwindow::GridColumn &column : m_context.mainWindow().calls().columns()) {
+        if (!column.visible) {
+            names.append(column.name);
+        }
+    }
+    return names;
+}
+
 // Widths and visibility stay with the names.
 void Windows::ChangeGridCfg(const QStringList &names)
 {

@@ -13,10 +13,10 @@ namespace options {
 
 namespace {
 
-constexpr int nameRole = Qt::UserRole; // a column's or a language's own name
+constexpr int remarkRole = Qt::UserRole; // what is shown behind an item's text
+constexpr int columnRole = Qt::UserRole + 1;
 
-/// Shows a code of the list together with the language's own name.
-class LanguageDelegate : public QStyledItemDelegate
+class RemarkDelegate : public QStyledItemDelegate
 {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
@@ -25,7 +25,8 @@ protected:
     void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
     {
         QStyledItemDelegate::initStyleOption(option, index);
-        option->text += u"   "_s + index.data(nameRole).toString();
+        const QString remark = index.data(remarkRole).toString();
+        option->text += remark.isEmpty() ? QString() : u"   "_s + remark;
     }
 };
 
@@ -76,7 +77,7 @@ void frmOptions::loadLanguages()
     for (const QString &code : languageCodes()) {
         m_ui->CmbLanguage->addItem(code, languageName(code, m_context.texts));
     }
-    m_ui->CmbLanguage->setItemDelegate(new LanguageDelegate(m_ui->CmbLanguage));
+    m_ui->CmbLanguage->setItemDelegate(new RemarkDelegate(m_ui->CmbLanguage));
     m_ui->CmbLanguage->setMaxVisibleItems(m_ui->CmbLanguage->count());
     m_ui->CmbLanguage->view()->setMinimumWidth(m_ui->CmbLanguage->view()->sizeHintForColumn(0) + 32);
     m_ui->CmbLanguage->installEventFilter(this);
@@ -144,12 +145,20 @@ void frmOptions::showLanguage()
 
 void frmOptions::Init_lstGridCallerIDShowOrder_tarn()
 {
+    m_ui->lstGridCallerIDShowOrder->setItemDelegate(new RemarkDelegate(m_ui->lstGridCallerIDShowOrder));
     m_context.log.trap("Init_lstGridCallerIDShowOrder_tarn"_L1, [&] {
         m_ui->lstGridCallerIDShowOrder->clear();
         const QStringList names = m_logic.systemPage().columns;
+        const QStringList hidden = m_effects.hiddenGridColumns();
+        const QString notShown = m_context.texts.Lms(u"ColumnNotShown"_s);
         for (const QString &name : names) {
             auto *item = new QListWidgetItem(m_logic.columnTitle(name), m_ui->lstGridCallerIDShowOrder);
-            item->setData(nameRole, name);
+            item->setData(columnRole, name);
+            if (hidden.contains(name)) {
+                item->setData(remarkRole, notShown);
+                item->setData(Qt::AccessibleTextRole, item->text() + u' ' + notShown);
+                item->setForeground(palette().color(QPalette::PlaceholderText));
+            }
         }
     });
 }
@@ -169,7 +178,7 @@ QStringList frmOptions::columnNames() const
 {
     QStringList names;
     for (int row = 0; row < m_ui->lstGridCallerIDShowOrder->count(); ++row) {
-        names.append(m_ui->lstGridCallerIDShowOrder->item(row)->data(nameRole).toString());
+        names.append(m_ui->lstGridCallerIDShowOrder->item(row)->data(columnRole).toString());
     }
     return names;
 }

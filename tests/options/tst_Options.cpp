@@ -100,6 +100,7 @@ private Q_SLOTS:
         auto *list = desk.find<QListWidget>("lstGridCallerIDShowOrder");
         QCOMPARE(list->item(0)->text(), u"[Channel]"_s);
         QCOMPARE(list->item(6)->text(), u"ID"_s);
+        QVERIFY(list->item(6)->data(Qt::AccessibleTextRole).toString().endsWith(u"[ColumnNotShown]"_s));
         QVERIFY(!desk.find<QPushButton>("cmdUp")->isEnabled());
         QVERIFY(!desk.find<QPushButton>("cmdDown")->isEnabled());
         support::clickCell(list, 0, 0);
