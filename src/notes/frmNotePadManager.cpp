@@ -65,10 +65,7 @@ void frmNotePadManager::connectButtons()
         setRange(today, today);
         ShowResult();
     });
-    onClick(m_ui->cmdAllDates, [this] {
-        setRange(m_ui->dtpStartDate->minimumDate(), m_ui->dtpEndDate->maximumDate());
-        ShowResult();
-    });
+    onClick(m_ui->cmdAllDates, [this] { showAllDates(); });
     onClick(m_ui->cmdAddNew, [this] { Q_EMIT addNoteRequested(m_ui->txtCustomerName->text().trimmed()); });
     onClick(m_ui->cmdExport, [this] { exportResult(); });
     onClick(m_ui->cmdPrintOut, [this] { printResult(); });
@@ -87,6 +84,16 @@ void frmNotePadManager::setRange(QDate first, QDate last)
     m_ui->dtpStartTime->setTime(QTime(0, 0, 0));
     m_ui->dtpEndDate->setDate(last);
     m_ui->dtpEndTime->setTime(QTime(23, 59, 59));
+}
+
+// The calendars open on the days of the range, so it goes no further than the notes.
+void frmNotePadManager::showAllDates()
+{
+    const NoteDays days = daysOfNotes(m_context.forms.log, m_context.forms.paths.CustomerFile,
+                                      m_context.forms.clock.now().date());
+    setRange(days.first.isValid() ? days.first : m_ui->dtpStartDate->minimumDate(),
+             days.last.isValid() ? days.last : m_ui->dtpEndDate->maximumDate());
+    ShowResult();
 }
 
 void frmNotePadManager::fillIfResolved()

@@ -42,6 +42,7 @@ private:
     void connectButtons();
     void setDefaultRange();
     void setRange(QDate first, QDate last);
+    void showAllDates();
     void fillIfResolved();
     void setUpGrid();
     void translateHeadings();

@@ -164,6 +164,11 @@ private Q_SLOTS:
         QCOMPARE(found(), u"2|3"_s);
         press<frmNotePadManager>("cmdAllDates");
         QCOMPARE(found(), u"1|2|4|3"_s); // by customer first
+        QCOMPARE(form->findChild<QDateEdit *>(u"dtpStartDate"_s)->date(), QDate(2005, 3, 1));
+        QCOMPARE(form->findChild<QDateEdit *>(u"dtpEndDate"_s)->date(), QDate(2026, 11, 21));
+        desk.run(u"update callinfo set DateAndTime='at noon' where CallID='Call4'"_s);
+        press<frmNotePadManager>("cmdAllDates");
+        QCOMPARE(form->findChild<QDateEdit *>(u"dtpEndDate"_s)->date(), QDate(9999, 12, 31));
     }
 
     void theGridIsTranslatedAndOpensTheCustomer()
