@@ -27,7 +27,9 @@ frmSendSMS::frmSendSMS(const appearance::FormContext &context, const core::CodeP
     m_ui->txtSendTo->completer()->setCompletionMode(QCompleter::PopupCompletion);
     m_ui->txtSendTo->completer()->setCaseSensitivity(Qt::CaseSensitive);
     m_ui->txtSendTo->setEditText(m_draft.sendTo);
+    m_ui->txtSendTo->lineEdit()->selectAll(); // another name is typed over it
     m_ui->txtSMS->setPlainText(m_draft.text);
+    m_ui->txtSMS->moveCursor(QTextCursor::End);
     connect(m_ui->txtSendTo->lineEdit(), &QLineEdit::editingFinished, this, &frmSendSMS::txtSendTo_LostFocus);
     connect(m_ui->Command6, &QPushButton::clicked, this, &frmSendSMS::send);
     connect(m_ui->Command1, &QPushButton::clicked, this, &QDialog::reject);
