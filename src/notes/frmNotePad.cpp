@@ -3,6 +3,7 @@
 #include "appearance/Keys.h"
 #include "appearance/MemoText.h"
 #include "appearance/ThemedIcons.h"
+#include "core/TextUtilities.h"
 #include "notes/ExportText.h"
 #include "notes/PrintNotePad.h"
 #include "notes/ReportRun.h"
@@ -25,6 +26,11 @@ frmNotePad::frmNotePad(const NoteContext &context)
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowIcon(appearance::programIcon());
     m_setup.load(*this);
+    connect(m_ui->txtCustomerName, &QLineEdit::textChanged, this,
+            [this, title = windowTitle()](const QString &typed) {
+                const QString name = core::shownText(typed.trimmed());
+                setWindowTitle(name.isEmpty() ? title : core::isolated(name) + u" - "_s + title);
+            });
     connectButtons();
     m_ui->cmdExport->setEnabled(false); // until there is a report
     m_context.values.NotePadOpen = true;
