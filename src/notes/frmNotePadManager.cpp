@@ -175,6 +175,11 @@ void frmNotePadManager::ShowResult()
 bool frmNotePadManager::GetRecordSet(const QString &select)
 {
     core::RunLog &log = m_context.forms.log;
+    const bool open = m_connection.state() == store::Connection::State::Open;
+    if (open && m_connection.database().isReplaced()) {
+        m_result.clear();
+        m_connection.close();
+    }
     return store::ConnectDatabase(log, m_connection, m_context.forms.paths.CustomerFile) &&
            log.trap("GetRecordSet"_L1, [&] {
                m_result.show(m_connection.database(), store::takeApart(select, noteTables()),

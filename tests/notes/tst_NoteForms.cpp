@@ -167,9 +167,13 @@ private Q_SLOTS:
         QCOMPARE(found(), u"1|2|4|3"_s); // by customer first
         QCOMPARE(form->findChild<QDateEdit *>(u"dtpStartDate"_s)->date(), QDate(2005, 3, 1));
         QCOMPARE(form->findChild<QDateEdit *>(u"dtpEndDate"_s)->date(), QDate(2026, 11, 21));
-        desk.run(u"update callinfo set DateAndTime='at noon' where CallID='Call4'"_s);
+        QVERIFY(QFile::copy(desk.paths.CustomerFile, desk.paths.StartFolder + u"/backup"_s));
+        QVERIFY(QFile::remove(desk.paths.CustomerFile));
+        QVERIFY(QFile::rename(desk.paths.StartFolder + u"/backup"_s, desk.paths.CustomerFile));
+        desk.run(u"update callinfo set DateAndTime='2026/11' where CallID='Call4'"_s);
         press<frmNotePadManager>("cmdAllDates");
         QCOMPARE(form->findChild<QDateEdit *>(u"dtpEndDate"_s)->date(), QDate(9999, 12, 31));
+        QCOMPARE(grid()->model()->index(2, 2).data().toString(), u"2026/11"_s);
     }
 
     void theGridIsTranslatedAndOpensTheCustomer()
