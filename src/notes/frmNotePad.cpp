@@ -190,7 +190,7 @@ void frmNotePad::print()
             m_context.forms.prompts.tell(m_context.forms.texts.Lms(u"NoNotesOfCustomer"_s));
         }
         PrintNotePad(m_context.forms.log, m_context.printer, m_context.forms.texts, m_context.language,
-                     report);
+                     report, this);
     });
 }
 

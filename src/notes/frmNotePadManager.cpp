@@ -262,7 +262,7 @@ void frmNotePadManager::printResult()
 {
     readReport([this](const QString &report) {
         PrintNotePad(m_context.forms.log, m_context.printer, m_context.forms.texts, m_context.language,
-                     report);
+                     report, this);
     });
 }
 
