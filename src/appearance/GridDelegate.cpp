@@ -7,9 +7,9 @@ namespace appearance {
 void GridDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const
 {
     QStyledItemDelegate::initStyleOption(option, index);
-    if (option->direction == Qt::RightToLeft && !option->text.isEmpty()) {
-        option->text = core::isolated(option->text);
-    }
+    const QString text = core::shownText(option->text);
+    const bool mirrored = option->direction == Qt::RightToLeft && !text.isEmpty();
+    option->text = mirrored ? core::isolated(text) : text;
 }
 
 } // namespace appearance

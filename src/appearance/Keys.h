@@ -2,6 +2,7 @@
 
 #include "core/Navigator.h"
 
+#include <QAbstractButton>
 #include <QKeySequence>
 #include <QShortcut>
 #include <QWidget>
@@ -19,6 +20,14 @@ void onKeys(QWidget &form, const QKeySequence &keys, Work work)
 inline void onHelpKey(QWidget &form, core::Navigator &navigator, const QString &helpId)
 {
     onKeys(form, QKeySequence::HelpContents, [&navigator, helpId] { navigator.ShowHelp(helpId); });
+}
+
+/// What Enter presses in a form that is no dialog: the button that has the keyboard, or else the standard
+/// one. A check box is only turned by the space bar.
+inline QAbstractButton &buttonOfEnter(const QWidget &form, QAbstractButton &standard)
+{
+    auto *const focused = qobject_cast<QAbstractButton *>(form.focusWidget());
+    return focused != nullptr && !focused->isCheckable() ? *focused : standard;
 }
 
 } // namespace appearance

@@ -34,4 +34,15 @@ void SearchWhileTyping::settle()
     m_settled = m_box->text().trimmed();
 }
 
+bool SearchWhileTyping::ask(const std::function<bool()> &question)
+{
+    const bool typed = m_pause.isActive();
+    m_pause.stop();
+    const bool answer = question();
+    if (typed) {
+        m_pause.start();
+    }
+    return answer;
+}
+
 } // namespace appearance

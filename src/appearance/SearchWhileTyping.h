@@ -17,6 +17,9 @@ public:
     /// Call in the search, and where rows are shown that were not searched for: a pause that has begun does
     /// not run out.
     void settle();
+    /// Puts a question about a row that is shown, and gives its answer: a pause that has begun begins anew
+    /// behind it, so that the rows stay as they are.
+    bool ask(const std::function<bool()> &question);
 
 private:
     QLineEdit *m_box = nullptr;

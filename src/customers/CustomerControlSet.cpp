@@ -6,6 +6,7 @@
 #include <QPlainTextEdit>
 
 #include <algorithm>
+#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -43,6 +44,10 @@ CustomerControlSet::CustomerControlSet(const QWidget &form)
         Q_ASSERT(control != nullptr);
         return control;
     });
+    // Unless told otherwise a box of one line cuts what another desk has stored, at 32,767 characters.
+    for (QLineEdit *line : form.findChildren<QLineEdit *>()) {
+        line->setMaxLength(std::numeric_limits<int>::max());
+    }
 }
 
 FieldTexts CustomerControlSet::texts() const

@@ -54,6 +54,7 @@ bool FrmCustomer::showRows(const QString &query, int sortedColumn)
 
 void FrmCustomer::showQuery(const QString &query)
 {
+    m_typing.settle();
     if (showRows(query, -1)) {
         showCount(u' ');
     }
@@ -109,11 +110,13 @@ void FrmCustomer::refresh()
 void FrmCustomer::refreshCustomerList()
 {
     const qint64 sn = Ado1.field(m_ui->DataGrid1->currentIndex().row(), u"SN"_s).toLongLong();
+    m_ui->txtAddToExist->clear(); // whoever was saved has the caller's number now, or it is not wanted
     if (showRows(QString::fromUtf16(refreshQuery), -1)) {
         makeCurrent(std::max(Ado1.rowOf(sn), 0));
     }
 }
 
+/// Before the first row, the list stands on none.
 void FrmCustomer::makeCurrent(int row)
 {
     appearance::RecordGrid &grid = *m_ui->DataGrid1;
@@ -134,11 +137,11 @@ bool FrmCustomer::editRow(int row, const QString &number)
 
 void FrmCustomer::deleteCurrent()
 {
-    if (!m_context.prompts.askOkCancel(u"真的要删当前客户信息吗？"_s, u"HALDEN SOFTWARE"_s)) {
-        return;
-    }
     const int row = m_ui->DataGrid1->currentIndex().row();
-    if (row < 0 || row >= Ado1.rowCount()) {
+    const bool confirmed = m_typing.ask([this] {
+        return m_context.prompts.askOkCancel(u"真的要删当前客户信息吗？"_s, u"HALDEN SOFTWARE"_s);
+    });
+    if (!confirmed || row < 0) {
         return;
     }
     const qint32 sn = Ado1.field(row, u"SN"_s).toInt();
@@ -146,7 +149,7 @@ void FrmCustomer::deleteCurrent()
         return showMessage(u"CustomerNotDeleted"_s);
     }
     showMessage({});
-    makeCurrent(std::max(row - 1, 0));
+    makeCurrent(row - 1);
     showCount(u' ');
     m_commands.customerDeleted(sn);
     m_context.server.SendServer(u"REFRESHCUSTOMERLIST"_s);

@@ -83,6 +83,7 @@ void FrmEditCustomer::startNewCustomer(const QString &number)
 {
     enter(Mode::ADD);
     m_editing.showNewCustomer(number);
+    m_ui->txtCompanyCall->setModified(true); // the caller may be on file by this number
 }
 
 void FrmEditCustomer::enter(Mode mode)
@@ -141,6 +142,7 @@ bool FrmEditCustomer::settleUnsavedChanges()
 // A shortcut leaves no field, so what was typed last is checked here.
 bool FrmEditCustomer::save()
 {
+    replaceApostrophes();
     checkName();
     for (QLineEdit *numbers : numberEdits()) {
         checkNumbers(*numbers);
@@ -168,8 +170,7 @@ void FrmEditCustomer::keyPressEvent(QKeyEvent *event)
     if (event->key() == Qt::Key_Escape) {
         close();
     } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        auto *const button = qobject_cast<QAbstractButton *>(focusWidget());
-        (button != nullptr ? button : m_ui->Command2)->click();
+        appearance::buttonOfEnter(*this, *m_ui->Command2).click();
     } else {
         QWidget::keyPressEvent(event);
     }

@@ -67,6 +67,7 @@ private:
     static void mirror(QLineEdit &one, QLineEdit &other);
     QList<QLineEdit *> numberEdits() const;
     bool wasTyped(QLineEdit &edit) const;
+    void replaceApostrophes();
     void checkName();
     void checkNumbers(QLineEdit &numbers);
 

@@ -1,3 +1,4 @@
+#include "appearance/MouseRelease.h"
 #include "appearance/ThemedIcons.h"
 #include "customers/Addresses.h"
 #include "customers/FrmEditCustomer.h"
@@ -57,9 +58,14 @@ void FrmEditCustomer::mirror(QLineEdit &one, QLineEdit &other)
 
 void FrmEditCustomer::setUpChecks()
 {
-    connect(m_ui->txtCustomerName, &QLineEdit::editingFinished, this, &FrmEditCustomer::checkName);
+    connect(m_ui->txtCustomerName, &QLineEdit::editingFinished, this, [this] {
+        replaceApostrophes();
+        appearance::whenReleased(*this, [this] { checkName(); });
+    });
     for (QLineEdit *numbers : numberEdits()) {
-        connect(numbers, &QLineEdit::editingFinished, this, [this, numbers] { checkNumbers(*numbers); });
+        connect(numbers, &QLineEdit::editingFinished, this, [this, numbers] {
+            appearance::whenReleased(*this, [this, numbers] { checkNumbers(*numbers); });
+        });
     }
 }
 
@@ -68,7 +74,7 @@ QList<QLineEdit *> FrmEditCustomer::numberEdits() const
     return {m_ui->txtCompanyCall, m_ui->txtCompanyFax, m_ui->txtLinkmanMobile, m_ui->txtLinkmanMobile1};
 }
 
-/// Only what was typed since the last check: the warning itself takes the focus from the field.
+/// Only what has changed since the last check: the warning itself takes the focus from the field.
 bool FrmEditCustomer::wasTyped(QLineEdit &edit) const
 {
     const bool typed = edit.isModified();
@@ -77,14 +83,24 @@ bool FrmEditCustomer::wasTyped(QLineEdit &edit) const
 }
 
 // An apostrophe would break the statements that hold the name between quotation marks.
+void FrmEditCustomer::replaceApostrophes()
+{
+    QLineEdit &edit = *m_ui->txtCustomerName;
+    const bool typed = edit.isModified();
+    const QString name = edit.text().replace(u'\'', QChar(0x2019));
+    if (name != edit.text()) {
+        edit.setText(name);
+        edit.setModified(typed);
+    }
+}
+
 void FrmEditCustomer::checkName()
 {
-    const bool typed = wasTyped(*m_ui->txtCustomerName);
-    const QString name = m_ui->txtCustomerName->text().replace(u'\'', QChar(0x2019));
-    if (name != m_ui->txtCustomerName->text()) {
-        m_ui->txtCustomerName->setText(name);
+    QLineEdit &edit = *m_ui->txtCustomerName;
+    if (!wasTyped(edit)) {
+        return;
     }
-    const QString found = typed ? m_context.checks.IfTheCustumerExist(name.trimmed()) : QString();
+    const QString found = m_context.checks.IfTheCustumerExist(edit.text().trimmed());
     if (!found.isEmpty() && found != "NO"_L1) {
         m_context.form.prompts.tell(m_context.form.texts.Lms(u"CustomerExisted"_s));
     }

@@ -163,7 +163,7 @@ void frmAddDataToExcel_Tarn20050921::showRunning(bool running)
 void frmAddDataToExcel_Tarn20050921::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        m_ui->cmdAddToExcel->click(); // a window that is no dialog has no default button
+        appearance::buttonOfEnter(*this, *m_ui->cmdAddToExcel).click();
     } else if (event->key() != Qt::Key_Escape) {
         QWidget::keyPressEvent(event);
     } else if (m_export) {

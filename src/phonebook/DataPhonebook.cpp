@@ -1,6 +1,5 @@
 #include "phonebook/DataPhonebook.h"
 
-#include "core/TextUtilities.h"
 #include "phonebook/PhoneBookEntry.h"
 
 using namespace Qt::StringLiterals;
@@ -41,10 +40,8 @@ QString DataPhonebook::markWord(const QString &letter) const
 QVariant DataPhonebook::data(const QModelIndex &index, int role) const
 {
     QVariant value = RecordsetModel::data(index, role);
-    if (role != Qt::DisplayRole || !index.isValid()) {
-        return value;
-    }
-    return isMark(index.column()) ? markWord(value.toString()) : core::shownText(value.toString());
+    const bool asWord = role == Qt::DisplayRole && index.isValid() && isMark(index.column());
+    return asWord ? markWord(value.toString()) : value;
 }
 
 // Leaving an untouched cell changes nothing, an empty one that holds Null included.

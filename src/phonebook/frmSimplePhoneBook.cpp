@@ -54,8 +54,13 @@ void frmSimplePhoneBook::showQuery(const QString &query)
     showHint();
 }
 
+// What is being typed into a cell is written first: new rows take its box away.
 bool frmSimplePhoneBook::bind(const QString &query)
 {
+    auto *grid = m_ui->DbgPhoneBook;
+    if (grid->indexWidget(grid->currentIndex()) != nullptr) {
+        grid->setFocus();
+    }
     const bool bound = m_data->setRecordSource(m_context.paths.PhoneBookFile, query);
     notice(bound ? QString() : troubleText(m_context.texts, m_context.paths.PhoneBookFile));
     if (bound) {
@@ -94,11 +99,11 @@ void frmSimplePhoneBook::refresh()
 // an entry by it. What the grid itself deletes counts as a change made in the grid.
 void frmSimplePhoneBook::deleteCurrent(DeletedBy means)
 {
-    if (!m_context.prompts.askOkCancel(m_context.texts.Lms(u"DeletePhoneNumberInfo?"_s), u"CRM"_s)) {
-        return;
-    }
     const int row = m_ui->DbgPhoneBook->currentIndex().row();
-    if (row < 0) {
+    const bool confirmed = m_typing.ask([this] {
+        return m_context.prompts.askOkCancel(m_context.texts.Lms(u"DeletePhoneNumberInfo?"_s), u"CRM"_s);
+    });
+    if (!confirmed || row < 0) {
         return;
     }
     if (!m_data->removeRow(row)) {
@@ -136,11 +141,12 @@ void frmSimplePhoneBook::showCount()
                             QString::number(m_data->rowCount()));
 }
 
+/// None while no file could be read: it is not known then whether there are entries.
 void frmSimplePhoneBook::showHint()
 {
-    const bool whole = m_data->recordSource() == allEntriesQuery();
-    m_ui->DbgPhoneBook->setHint(whole ? m_context.texts.Lms(u"PhoneBookEmpty"_s)
-                                      : m_context.texts.Lms(u"NoEntryFound"_s));
+    const QString &shown = m_data->recordSource();
+    const QString key = shown == allEntriesQuery() ? u"PhoneBookEmpty"_s : u"NoEntryFound"_s;
+    m_ui->DbgPhoneBook->setHint(shown.isEmpty() ? QString() : m_context.texts.Lms(key));
 }
 
 /// A file that has taken the place of the one in the list is shown first.

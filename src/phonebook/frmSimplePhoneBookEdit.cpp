@@ -1,6 +1,7 @@
 #include "phonebook/frmSimplePhoneBookEdit.h"
 
 #include "appearance/Keys.h"
+#include "appearance/MouseRelease.h"
 #include "appearance/ThemedIcons.h"
 #include "ui_frmSimplePhoneBookEdit.h"
 
@@ -104,21 +105,11 @@ bool frmSimplePhoneBookEdit::eventFilter(QObject *watched, QEvent *event)
     if (watched == m_ui->txtTelno && event->type() == QEvent::FocusOut) {
         const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
         if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason) {
-            QTimer::singleShot(0, this, &frmSimplePhoneBookEdit::numbersLeft);
+            QTimer::singleShot(0, this,
+                               [this] { appearance::whenReleased(*this, [this] { checkNumbers(); }); });
         }
     }
     return QDialog::eventFilter(watched, event);
-}
-
-// A box that opens between the press and the release of a button would swallow the click.
-void frmSimplePhoneBookEdit::numbersLeft()
-{
-    constexpr std::chrono::milliseconds aMoment{20};
-    if (QGuiApplication::mouseButtons() != Qt::NoButton) {
-        QTimer::singleShot(aMoment, this, &frmSimplePhoneBookEdit::numbersLeft);
-    } else if (isVisible()) {
-        checkNumbers();
-    }
 }
 
 void frmSimplePhoneBookEdit::checkNumbers()

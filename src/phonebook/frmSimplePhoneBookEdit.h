@@ -50,7 +50,6 @@ private:
     PhoneBookEntry contents() const;
     bool isChanged() const { return contents() != m_asShown; }
     bool mayDropContents();
-    void numbersLeft();
     void checkNumbers();
     bool save();
 

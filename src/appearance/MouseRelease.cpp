@@ -1,0 +1,18 @@
+#include "appearance/MouseRelease.h"
+
+#include <QGuiApplication>
+#include <QTimer>
+
+namespace appearance {
+
+void whenReleased(QWidget &form, const std::function<void()> &work)
+{
+    constexpr std::chrono::milliseconds aMoment{20};
+    if (QGuiApplication::mouseButtons() != Qt::NoButton) {
+        QTimer::singleShot(aMoment, &form, [&form, work] { whenReleased(form, work); });
+    } else if (form.isVisible()) {
+        work();
+    }
+}
+
+} // namespace appearance
