@@ -25,8 +25,9 @@ constexpr QSize fullSize = {960, 600};
 
 void FrmMain::loadShape()
 {
-    if (m_context.services.windows.geometry(objectName()).isEmpty()) {
+    if (!testAttribute(Qt::WA_Resized)) { // not as the last time
         resize(fullSize);
+        appearance::FormSetup::fitToScreen(*this);
     }
     showShape(false);
 }

@@ -53,6 +53,7 @@ private Q_SLOTS:
     void theWindowIsRememberedAndNotEndedByClosing()
     {
         Forms forms;
+        QVERIFY(forms.window->screen()->availableGeometry().contains(forms.window->frameGeometry()));
         forms.window->resize(777, 555);
         forms.window->close();
         QCOMPARE(forms.commands.called, QStringList());
