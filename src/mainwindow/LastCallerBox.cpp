@@ -2,9 +2,14 @@
 
 #include "appearance/Theme.h"
 
-#include <QEvent>
+#include <QContextMenuEvent>
+#include <QMenu>
 #include <QScopedValueRollback>
+#include <QScrollBar>
 #include <QSyntaxHighlighter>
+#include <QToolTip>
+
+using namespace Qt::StringLiterals;
 
 namespace mainwindow {
 
@@ -42,7 +47,10 @@ private:
 LastCallerBox::LastCallerBox(QWidget *parent) : QPlainTextEdit(parent)
 {
     new CallerLines(*this);
-    document()->setDocumentMargin(padding);
+    document()->setDocumentMargin(0); // which a text from right to left that stands for none ignores
+    setViewportMargins(padding, padding, padding, padding);
+    setBackgroundRole(QPalette::Base);
+    setAutoFillBackground(true);
     setLineWrapMode(NoWrap);
     applyColors();
     fitHeight();
@@ -69,6 +77,30 @@ void LastCallerBox::changeEvent(QEvent *event)
     } else if (event->type() == QEvent::PaletteChange && !m_coloring) {
         applyColors();
     }
+}
+
+void LastCallerBox::contextMenuEvent(QContextMenuEvent *event)
+{
+    QMenu *menu = createStandardContextMenu(event->pos());
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->insertActions(menu->insertSeparator(menu->actions().value(0)), actions());
+    menu->popup(event->globalPos());
+}
+
+// A narrow window cuts long lines; the tip then has all of them. Never as markup.
+bool LastCallerBox::viewportEvent(QEvent *event)
+{
+    if (event->type() == QEvent::ToolTip && isCut()) {
+        const QString text = u"<div style='white-space:pre'>"_s + toPlainText().toHtmlEscaped() + u"</div>"_s;
+        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), text, this);
+        return true;
+    }
+    return QPlainTextEdit::viewportEvent(event);
+}
+
+bool LastCallerBox::isCut() const
+{
+    return horizontalScrollBar()->maximum() > 0;
 }
 
 void LastCallerBox::fitHeight()
