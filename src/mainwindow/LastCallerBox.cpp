@@ -5,8 +5,8 @@
 #include <QContextMenuEvent>
 #include <QMenu>
 #include <QScopedValueRollback>
-#include <QScrollBar>
 #include <QSyntaxHighlighter>
+#include <QTextBlock>
 #include <QToolTip>
 
 using namespace Qt::StringLiterals;
@@ -88,19 +88,23 @@ void LastCallerBox::contextMenuEvent(QContextMenuEvent *event)
 }
 
 // A narrow window cuts long lines; the tip then has all of them. Never as markup.
-bool LastCallerBox::viewportEvent(QEvent *event)
+bool LastCallerBox::event(QEvent *event)
 {
     if (event->type() == QEvent::ToolTip && isCut()) {
         const QString text = u"<div style='white-space:pre'>"_s + toPlainText().toHtmlEscaped() + u"</div>"_s;
         QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), text, this);
         return true;
     }
-    return QPlainTextEdit::viewportEvent(event);
+    return QPlainTextEdit::event(event);
 }
 
 bool LastCallerBox::isCut() const
 {
-    return horizontalScrollBar()->maximum() > 0;
+    const auto wide = [this](const QTextBlock &block) {
+        const QTextLayout &lines = *block.layout();
+        return lines.lineCount() > 0 && lines.lineAt(0).naturalTextWidth() > viewport()->width();
+    };
+    return wide(document()->firstBlock()) || wide(document()->lastBlock());
 }
 
 void LastCallerBox::fitHeight()

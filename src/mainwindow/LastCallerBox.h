@@ -19,7 +19,7 @@ public:
 protected:
     void changeEvent(QEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
-    bool viewportEvent(QEvent *event) override;
+    bool event(QEvent *event) override;
 
 private:
     void applyColors();
