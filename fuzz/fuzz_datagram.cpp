@@ -56,7 +56,7 @@ public:
         require(record.CallerID.size() <= 31 && record.SimpleDes.size() <= 31 && record.Tail.size() <= 40);
         require(record.SN >= 0 && core::MyIn(record.Source, QString(), u"PHONEBOOK"_s, u"CUSTOMER"_s));
     }
-    void showLastCaller(const QString &text) override
+    void showLastCaller(const core::CallRecord &, const QString &text) override
     {
         require(text.count(u'\n') == 1 && text.size() < 200);
         require(core::shownText(text.section(u"\r\n"_s, 0, 0)) == text.section(u"\r\n"_s, 0, 0));

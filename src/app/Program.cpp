@@ -314,9 +314,9 @@ void Program::ShowCallerID_tarn(const core::CallRecord &record)
     m_mainWindow->ShowCallerID_tarn(record);
 }
 
-void Program::showLastCaller(const QString &text)
+void Program::showLastCaller(const core::CallRecord &record, const QString &text)
 {
-    m_mainWindow->showLastCaller(text);
+    m_mainWindow->showLastCaller(record, text);
 }
 
 void Program::ShowPopup(const core::CallRecord &record)

@@ -72,7 +72,7 @@ private:
     void setMainWindowNormal() override;
     void showMainWindow() override;
     void ShowCallerID_tarn(const core::CallRecord &record) override;
-    void showLastCaller(const QString &text) override;
+    void showLastCaller(const core::CallRecord &record, const QString &text) override;
     void ShowPopup(const core::CallRecord &record) override;
     void ShowSmallMessage(const QString &datagramText) override;
     bool byebye(const QString &prompt) override;

@@ -12,6 +12,16 @@ using namespace Qt::StringLiterals;
 
 namespace app {
 
+namespace {
+
+// The icon in a tray is a window, too, but one that no window manager knows. Closed, it does not come back.
+bool isForm(const QWidget &window)
+{
+    return !window.windowFlags().testFlag(Qt::BypassWindowManagerHint);
+}
+
+} // namespace
+
 Windows::Windows(const Context &context)
     : m_context(context), m_forms{context.paths,         context.values,
                                   context.log,           context.language,
@@ -107,7 +117,7 @@ bool Windows::closeAll()
     const QList<QPointer<QWidget>> windows(all.begin(), all.end()); // a tip may end while a question is open
     const bool closed = std::all_of(windows.begin(), windows.end(), [this](QWidget *window) {
         return window == nullptr || window == &m_context.mainWindow() || !window->isVisible() ||
-               window->close();
+               !isForm(*window) || window->close();
     });
     return closed && m_messages.mayDropDraft();
 }
@@ -160,6 +170,17 @@ QStringList Windows::gridColumnNames() const
     QStringList names;
     for (const mainwindow::GridColumn &column : m_context.mainWindow().calls().columns()) {
         names.append(column.name);
+    }
+    return names;
+}
+
+QStringList Windows::hiddenGridColumns() const
+{
+    QStringList names;
+    for (const mainwindow::GridColumn &column : m_context.mainWindow().calls().columns()) {
+        if (!column.visible) {
+            names.append(column.name);
+        }
     }
     return names;
 }

@@ -75,6 +75,7 @@ private:
     bool updateNumbers(qint32 sn);
     void iniUDP() override;
     QStringList gridColumnNames() const override;
+    QStringList hiddenGridColumns() const override;
     void ChangeGridCfg(const QStringList &names) override;
     void iniGridCallerID_tarn() override;
 

@@ -32,6 +32,10 @@ public:
     /// Call when the form is gone; a second call does nothing.
     void unload();
 
+    /// Takes off the size of a form, not yet shown, what the screen has no room for. Loading a form with a
+    /// size does it, too.
+    static void fitToScreen(QWidget &form);
+
 private:
     FormServices m_services;
     Place m_place = Place::Remembered;

@@ -3,6 +3,8 @@
 #include <QString>
 #include <QStringList>
 
+class QWidget;
+
 namespace core {
 
 /// A plain text for paper.
@@ -19,9 +21,9 @@ class Printer
 {
 public:
     virtual ~Printer() = default;
-    /// Shows the pages first; from there the operator prints them, also into a PDF file, or not. Returns at
-    /// once.
-    virtual void print(const PrintedReport &report) = 0;
+    /// Shows the pages first, in a window that goes with the one that asked for them; from there the operator
+    /// prints them, also into a PDF file, or not. Returns at once.
+    virtual void print(const PrintedReport &report, QWidget *askedBy) = 0;
 };
 
 } // namespace core

@@ -32,10 +32,9 @@ void drawWithCallsComingIn(QPrinter &printer, const PrintedReport &report)
 } // namespace
 
 // The preview is a window like any other: calls come in while it is open.
-void QtPrinter::print(const PrintedReport &report)
+void QtPrinter::print(const PrintedReport &report, QWidget *askedBy)
 {
-    QWidget *window = QApplication::activeWindow();
-    auto *preview = new QPrintPreviewDialog(window, Qt::Window); // deletes itself
+    auto *preview = new QPrintPreviewDialog(askedBy, Qt::Window); // deletes itself
     preview->setObjectName(u"printPreview"_s);
     preview->setAttribute(Qt::WA_DeleteOnClose);
     preview->setWindowTitle(report.heading);

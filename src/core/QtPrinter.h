@@ -8,7 +8,7 @@ namespace core {
 class QtPrinter : public Printer
 {
 public:
-    void print(const PrintedReport &report) override;
+    void print(const PrintedReport &report, QWidget *askedBy) override;
 };
 
 } // namespace core

@@ -177,6 +177,11 @@ RowKey rowKey(const QString &id)
 
 } // namespace
 
+bool isRecord(const QString &id)
+{
+    return !rowKey(id).source.isEmpty();
+}
+
 void ShowEditor(core::Navigator &navigator, const QString &callerId, const QString &simpleDes,
                 const QString &id)
 {

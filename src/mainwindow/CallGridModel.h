@@ -76,6 +76,9 @@ private:
     int m_published = 0; ///< rows that the views know
 };
 
+/// True for the ID cell of a known caller.
+bool isRecord(const QString &id);
+
 /// Opens what a double-click on a grid row opens: the editor of a known caller ("CUSTOMER12" in the ID cell),
 /// for an unknown one the dialog that files the number.
 void ShowEditor(core::Navigator &navigator, const QString &callerId, const QString &simpleDes,

@@ -57,7 +57,8 @@ void FrmMain::loadTexts()
     const QString separator = values.WordSeparator;
     const QString name =
         values.OemMark.isEmpty() ? m_context.texts.Lms(u"PopupProductName"_s) : values.ProductDisplayName;
-    const QString title = name + separator + m_context.texts.Lms(u"ver"_s) + separator + values.AppVersion;
+    const QString version = isRightToLeft() ? core::isolated(values.AppVersion) : values.AppVersion;
+    const QString title = name + separator + m_context.texts.Lms(u"ver"_s) + separator + version;
     setWindowTitle(name.isEmpty() && values.OemMark.isEmpty() ? u"CallDesk "_s + values.AppVersion
                                                               : title.trimmed());
     setWindowIcon(appearance::programIcon());
@@ -81,6 +82,7 @@ void FrmMain::loadGrid()
     m_ui->gridCallerId->addAction(m_ui->mnuCopy);
     m_ui->mnuCopy->setShortcut(QKeySequence::Copy);
     m_ui->mnuCopy->setShortcutContext(Qt::WidgetShortcut);
+    m_ui->txtLastCallerID->addAction(m_ui->mnuOpenLastCaller);
     m_ui->gridCallerId->setToolTip(m_context.texts.Lms(u"DoubleClickToAddPhoneNumber"_s));
 }
 
@@ -175,6 +177,11 @@ void FrmMain::connectButtons()
     connect(m_ui->mnuCopy, &QAction::triggered, m_ui->gridCallerId, &CallGridView::copySelection);
     connect(m_ui->mnuOpenCaller, &QAction::triggered, this,
             [this] { openCaller(m_ui->gridCallerId->currentIndex().row()); });
+    connect(m_ui->mnuOpenLastCaller, &QAction::triggered, this, &FrmMain::openLastCaller);
+    connect(m_ui->gridCallerId->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this](const QModelIndex &current) {
+                nameOpening(*m_ui->mnuOpenCaller, m_calls.cell(current.row(), u"ID"_s));
+            });
     connect(m_ui->gridCallerId, &CallGridView::recordActivated, this, &FrmMain::openCaller);
     connect(m_ui->Command6, &QPushButton::clicked, this, [this] { m_context.commands.handleSampleCall(); });
     connect(m_ui->cmdTest, &QPushButton::clicked, this,
@@ -201,6 +208,19 @@ void FrmMain::openCaller(int row)
     }
 }
 
+void FrmMain::openLastCaller()
+{
+    notTopmost();
+    ShowEditor(m_context.navigator, core::shownText(m_lastCall.CallerID),
+               core::shownText(m_lastCall.SimpleDes), m_lastCall.Source + m_lastCall.SnText);
+}
+
+// What is not filed yet can only be added.
+void FrmMain::nameOpening(QAction &action, const QString &id) const
+{
+    action.setText(m_context.texts.Lms(isRecord(id) ? u"Edit"_s : u"AddCallerTitle"_s));
+}
+
 void FrmMain::deleteRunLog()
 {
     notTopmost();
@@ -224,8 +244,9 @@ void FrmMain::ShowCallerID_tarn(const core::CallRecord &record)
     m_screen.schedule();
 }
 
-void FrmMain::showLastCaller(const QString &text)
+void FrmMain::showLastCaller(const core::CallRecord &record, const QString &text)
 {
+    m_lastCall = record;
     m_lastCaller = text;
     m_lastCallerChanged = true;
     m_screen.schedule();
@@ -263,6 +284,8 @@ void FrmMain::updateScreen()
     m_calls.publish();
     if (std::exchange(m_lastCallerChanged, false)) {
         m_ui->txtLastCallerID->setPlainText(m_lastCaller);
+        m_ui->mnuOpenLastCaller->setEnabled(true);
+        nameOpening(*m_ui->mnuOpenLastCaller, m_lastCall.Source + m_lastCall.SnText);
     }
     m_runInfo.show(*m_ui->txtRuninfo);
     m_sms.show(*m_ui->txtSMS);

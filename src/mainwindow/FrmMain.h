@@ -77,7 +77,7 @@ public:
     /// Whether callers can be identified.
     void showCustomersAvailable(bool available);
     void ShowCallerID_tarn(const core::CallRecord &record);
-    void showLastCaller(const QString &text);
+    void showLastCaller(const core::CallRecord &record, const QString &text);
     /// How many received messages nobody has seen yet.
     void showUnread(int messages);
     /// Puts a line of the short-message log under the last one.
@@ -122,6 +122,8 @@ private:
     void updateSource();
     void markUnread();
     void openCaller(int row);
+    void openLastCaller();
+    void nameOpening(QAction &action, const QString &id) const;
     void deleteRunLog();
     void deleteSmsLog();
     void hideOrMinimize();
@@ -146,6 +148,7 @@ private:
     QString m_shape;  ///< "SMALL" or "FULL"
     QSize m_fullSize; ///< to which the small shape grows again
     QString m_lastCaller;
+    core::CallRecord m_lastCall;
     QString m_messagesTitle;
     int m_unreadMessages = 0;
     QHostAddress m_lastSender;

@@ -1,11 +1,13 @@
 // The main window as a window: its shapes and states, hiding, and being in front.
 
+#include "core/TextUtilities.h"
 #include "mainwindow/FrmMain.h"
 #include "ui_FrmMain.h"
 
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QLayout>
+#include <QToolButton>
 #include <QWindow>
 
 using namespace Qt::StringLiterals;
@@ -23,8 +25,9 @@ constexpr QSize fullSize = {960, 600};
 
 void FrmMain::loadShape()
 {
-    if (m_context.services.windows.geometry(objectName()).isEmpty()) {
+    if (!testAttribute(Qt::WA_Resized)) { // not as the last time
         resize(fullSize);
+        appearance::FormSetup::fitToScreen(*this);
     }
     showShape(false);
 }
@@ -96,12 +99,19 @@ void FrmMain::setNormal()
     }
 }
 
-// Nothing that a datagram causes takes the keyboard from what the operator types.
+// Nothing that a datagram causes takes the keyboard from what the operator types. The widget's attribute for
+// this is read only when its window is made, the window's own property each time that it is shown. A
+// minimised window gets the keyboard from the window manager, a hidden one does not.
 void FrmMain::showNormalQuietly()
 {
-    setAttribute(Qt::WA_ShowWithoutActivating);
+    constexpr auto quiet = "_q_showWithoutActivating";
+    if (isMinimized()) {
+        keepPlace();
+        hide();
+    }
+    windowHandle()->setProperty(quiet, true);
     showNormal();
-    setAttribute(Qt::WA_ShowWithoutActivating, false);
+    windowHandle()->setProperty(quiet, {});
 }
 
 void FrmMain::restoreToFront()
@@ -143,7 +153,7 @@ void FrmMain::hideOrMinimize()
 // A window manager finds a new place for a window that comes back, unless the window asks for one.
 void FrmMain::keepPlace()
 {
-    if (windowState() == Qt::WindowNoState) {
+    if (!isMaximized()) {
         move(pos());
         windowHandle()->setFramePosition(windowHandle()->framePosition());
     }
@@ -158,7 +168,10 @@ void FrmMain::Timer1_Timer()
 
 void FrmMain::prepareToEnd()
 {
-    rememberPlace();
+    if (isVisible()) { // a hidden window has no frame and would be remembered without it; hiding did that
+                       // before
+        rememberPlace();
+    }
     m_tray->remove();
     Timer1.stop();
 }
@@ -171,8 +184,11 @@ void FrmMain::closeEvent(QCloseEvent *event)
 
 void FrmMain::keyPressEvent(QKeyEvent *event)
 {
+    const bool enter = core::MyIn(event->key(), Qt::Key_Return, Qt::Key_Enter) && !event->isAutoRepeat();
     if (event->key() == Qt::Key_Escape) {
         hideOrMinimize();
+    } else if (auto *button = qobject_cast<QToolButton *>(focusWidget()); button != nullptr && enter) {
+        button->click(); // by itself it knows the blank only
     } else {
         QMainWindow::keyPressEvent(event);
     }

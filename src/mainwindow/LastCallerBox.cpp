@@ -2,9 +2,14 @@
 
 #include "appearance/Theme.h"
 
-#include <QEvent>
+#include <QContextMenuEvent>
+#include <QMenu>
 #include <QScopedValueRollback>
 #include <QSyntaxHighlighter>
+#include <QTextBlock>
+#include <QToolTip>
+
+using namespace Qt::StringLiterals;
 
 namespace mainwindow {
 
@@ -42,7 +47,10 @@ private:
 LastCallerBox::LastCallerBox(QWidget *parent) : QPlainTextEdit(parent)
 {
     new CallerLines(*this);
-    document()->setDocumentMargin(padding);
+    document()->setDocumentMargin(0); // which a text from right to left that stands for none ignores
+    setViewportMargins(padding, padding, padding, padding);
+    setBackgroundRole(QPalette::Base);
+    setAutoFillBackground(true);
     setLineWrapMode(NoWrap);
     applyColors();
     fitHeight();
@@ -69,6 +77,34 @@ void LastCallerBox::changeEvent(QEvent *event)
     } else if (event->type() == QEvent::PaletteChange && !m_coloring) {
         applyColors();
     }
+}
+
+void LastCallerBox::contextMenuEvent(QContextMenuEvent *event)
+{
+    QMenu *menu = createStandardContextMenu(event->pos());
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->insertActions(menu->insertSeparator(menu->actions().value(0)), actions());
+    menu->popup(event->globalPos());
+}
+
+// A narrow window cuts long lines; the tip then has all of them. Never as markup.
+bool LastCallerBox::event(QEvent *event)
+{
+    if (event->type() == QEvent::ToolTip && isCut()) {
+        const QString text = u"<div style='white-space:pre'>"_s + toPlainText().toHtmlEscaped() + u"</div>"_s;
+        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), text, this);
+        return true;
+    }
+    return QPlainTextEdit::event(event);
+}
+
+bool LastCallerBox::isCut() const
+{
+    const auto wide = [this](const QTextBlock &block) {
+        const QTextLayout &lines = *block.layout();
+        return lines.lineCount() > 0 && lines.lineAt(0).naturalTextWidth() > viewport()->width();
+    };
+    return wide(document()->firstBlock()) || wide(document()->lastBlock());
 }
 
 void LastCallerBox::fitHeight()

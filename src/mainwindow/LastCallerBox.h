@@ -5,7 +5,7 @@
 namespace mainwindow {
 
 /// The yellow bar: the last caller large in its first line, the previous call in its second. Read-only; its
-/// text can be selected and copied.
+/// text can be selected and copied. Its actions stand on top of its menu.
 class LastCallerBox : public QPlainTextEdit
 {
     Q_OBJECT
@@ -18,10 +18,13 @@ public:
 
 protected:
     void changeEvent(QEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    bool event(QEvent *event) override;
 
 private:
     void applyColors();
     void fitHeight();
+    bool isCut() const;
 
     bool m_coloring = false;
 };

@@ -6,6 +6,7 @@
 #include "ui_frmSendSMS.h"
 
 #include <QCompleter>
+#include <QFocusEvent>
 #include <QLineEdit>
 
 using namespace Qt::StringLiterals;
@@ -27,8 +28,10 @@ frmSendSMS::frmSendSMS(const appearance::FormContext &context, const core::CodeP
     m_ui->txtSendTo->completer()->setCompletionMode(QCompleter::PopupCompletion);
     m_ui->txtSendTo->completer()->setCaseSensitivity(Qt::CaseSensitive);
     m_ui->txtSendTo->setEditText(m_draft.sendTo);
+    m_ui->txtSendTo->lineEdit()->selectAll(); // another name is typed over it
     m_ui->txtSMS->setPlainText(m_draft.text);
-    connect(m_ui->txtSendTo->lineEdit(), &QLineEdit::editingFinished, this, &frmSendSMS::txtSendTo_LostFocus);
+    m_ui->txtSMS->moveCursor(QTextCursor::End);
+    m_ui->txtSendTo->installEventFilter(this);
     connect(m_ui->Command6, &QPushButton::clicked, this, &frmSendSMS::send);
     connect(m_ui->Command1, &QPushButton::clicked, this, &QDialog::reject);
     appearance::onKeys(*this, QKeySequence(Qt::CTRL | Qt::Key_Return), [this] { send(); });
@@ -46,6 +49,18 @@ void frmSendSMS::done(int result)
     m_draft = draft.text == m_sentText ? Draft() : draft;
     m_setup.rememberGeometry(*this);
     QDialog::done(result);
+}
+
+// The list of names and another window take the focus, too, but the operator comes back from them.
+bool frmSendSMS::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_ui->txtSendTo && event->type() == QEvent::FocusOut) {
+        const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
+        if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason) {
+            txtSendTo_LostFocus();
+        }
+    }
+    return QDialog::eventFilter(watched, event);
 }
 
 Draft frmSendSMS::typed() const

@@ -35,6 +35,9 @@ public:
 
     void done(int result) override;
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     void txtSendTo_LostFocus();
     void send();

@@ -17,32 +17,34 @@ void CallNotes::execute(const QString &statement) const
     store::Database(m_paths.CustomerFile).Execute(statement);
 }
 
-/// The first thing wrong with the entry, empty when nothing is. The texts are the same in every language.
-QString CallNotes::complaint(const NoteEntry &entry) const
+/// The first thing wrong with the entry. The texts are the same in every language.
+CallNotes::Complaint CallNotes::complaint(const NoteEntry &entry) const
 {
     if (entry.customerName.isEmpty()) {
-        return u"CustomerName can not be empty!"_s;
+        return {WrongField::CustomerName, u"CustomerName can not be empty!"_s};
     }
     if (!finds(customerQuery(entry.customerName))) {
-        return u"the customer is not exists!"_s;
+        return {WrongField::CustomerName, u"the customer is not exists!"_s};
     }
     if (entry.consultant.isEmpty()) {
-        return u"Consultant can not be empty!"_s;
+        return {WrongField::Consultant, u"Consultant can not be empty!"_s};
     }
     if (entry.request.isEmpty()) {
-        return u"the request can not be empty!"_s;
+        return {WrongField::Request, u"the request can not be empty!"_s};
     }
-    return entry.response.isEmpty() ? u"your response can not be empty!"_s : QString();
+    return entry.response.isEmpty() ? Complaint{WrongField::Response, u"your response can not be empty!"_s}
+                                    : Complaint{};
 }
 
 bool CallNotes::CheckValues(const NoteEntry &entry)
 {
-    QString wrong;
+    Complaint wrong;
     const bool checked = m_log.trap("CheckValues"_L1, [&] { wrong = complaint(entry); });
-    if (!checked || !wrong.isEmpty()) {
-        m_prompts.tell(checked ? wrong : m_texts.Lms(u"NoteNotSaved"_s), u"Check Values"_s);
+    m_wrongField = wrong.field;
+    if (!checked || m_wrongField != WrongField::None) {
+        m_prompts.tell(checked ? wrong.text : m_texts.Lms(u"NoteNotSaved"_s), u"Check Values"_s);
     }
-    return checked && wrong.isEmpty();
+    return checked && m_wrongField == WrongField::None;
 }
 
 bool CallNotes::IfCallIDExists(const QString &callId)

@@ -6,6 +6,9 @@
 
 namespace notes {
 
+/// The box of the editor that keeps an entry from being saved.
+enum class WrongField { None, CustomerName, Consultant, Request, Response };
+
 /// Writes call notes. Each procedure opens the customer database for itself and closes it again; an error
 /// goes into the run log under the procedure's name, and its result is then false.
 class CallNotes
@@ -19,6 +22,8 @@ public:
 
     /// True when the entry may be saved; else the operator was told what is wrong with it.
     bool CheckValues(const NoteEntry &entry);
+    /// What the last CheckValues found wrong; none also where it could not read the customers.
+    WrongField wrongField() const { return m_wrongField; }
     bool IfCallIDExists(const QString &callId);
     bool AddNewCall(const NoteEntry &entry);
     /// The date and time of the call stay as they are.
@@ -34,12 +39,18 @@ public:
 private:
     bool finds(const QString &select) const;
     void execute(const QString &statement) const;
-    QString complaint(const NoteEntry &entry) const;
+    struct Complaint
+    {
+        WrongField field = WrongField::None;
+        QString text;
+    };
+    Complaint complaint(const NoteEntry &entry) const;
 
     core::RunLog &m_log;
     const core::Paths &m_paths;
     core::Prompts &m_prompts;
     const core::TextLookup &m_texts;
+    WrongField m_wrongField = WrongField::None;
 };
 
 } // namespace notes

@@ -1,6 +1,9 @@
 #include "notes/NoteConditions.h"
 
 #include "notes/NoteStatements.h"
+#include "store/Database.h"
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -45,7 +48,39 @@ QString joined(const NoteConditions &asked)
            "CustomerRequest.[IfResolved]"_s;
 }
 
+QDate dayOf(const QByteArray &moment)
+{
+    constexpr int dayLength = 10;
+    return QDate::fromString(QString::fromUtf8(moment.first(std::min(moment.size(), qsizetype(dayLength)))),
+                             u"yyyy-MM-dd"_s);
+}
+
 } // namespace
+
+// Dates are compared as the search does it, as texts.
+NoteDays daysOfNotes(core::RunLog &log, const QString &customerFile, QDate today)
+{
+    QByteArray first;
+    QByteArray last;
+    const bool read = log.trap("cmdAllDates_Click"_L1, [&] {
+        store::Database database(customerFile, store::Database::Mode::ReadOnly);
+        database.forEachRow(u"CallInfo"_s, {u"DateAndTime"_s}, [&](const store::Row &row) {
+            const QByteArrayView moment = row.bytes(0);
+            if (!moment.isEmpty() && (first.isEmpty() || moment < first)) {
+                first = moment.toByteArray();
+            }
+            if (moment > last) {
+                last = moment.toByteArray();
+            }
+        });
+    });
+    if (!read || first.isEmpty()) {
+        return read ? NoteDays{today, today} : NoteDays{};
+    }
+    const NoteDays days = {dayOf(first), dayOf(last)};
+    return {days.first.isValid() ? std::min(days.first, today) : days.first,
+            days.last.isValid() ? std::max(days.last, today) : days.last};
+}
 
 QString MakeCondition(core::RunLog &log, const NoteConditions &conditions)
 {

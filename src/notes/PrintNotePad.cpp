@@ -5,12 +5,13 @@ using namespace Qt::StringLiterals;
 namespace notes {
 
 void PrintNotePad(core::RunLog &log, core::Printer &printer, const core::TextLookup &texts,
-                  const language::LanguageState &language, const QString &report)
+                  const language::LanguageState &language, const QString &report, QWidget *askedBy)
 {
     log.trap("PrintNotePad"_L1, [&] {
         if (!report.isEmpty()) {
             printer.print({texts.Lms(u"438"_s), report, language::fontFamilies(language.font),
-                           language::layoutDirection(language.code) == Qt::RightToLeft});
+                           language::layoutDirection(language.code) == Qt::RightToLeft},
+                          askedBy);
         }
     });
 }

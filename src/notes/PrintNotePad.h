@@ -9,6 +9,6 @@ namespace notes {
 
 /// Hands a report to the printer in the language's font; an empty one is not printed.
 void PrintNotePad(core::RunLog &log, core::Printer &printer, const core::TextLookup &texts,
-                  const language::LanguageState &language, const QString &report);
+                  const language::LanguageState &language, const QString &report, QWidget *askedBy);
 
 } // namespace notes

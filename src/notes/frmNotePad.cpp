@@ -3,6 +3,7 @@
 #include "appearance/Keys.h"
 #include "appearance/MemoText.h"
 #include "appearance/ThemedIcons.h"
+#include "core/TextUtilities.h"
 #include "notes/ExportText.h"
 #include "notes/PrintNotePad.h"
 #include "notes/ReportRun.h"
@@ -10,6 +11,7 @@
 
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QTabBar>
 
 using namespace Qt::StringLiterals;
 
@@ -24,7 +26,13 @@ frmNotePad::frmNotePad(const NoteContext &context)
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowIcon(appearance::programIcon());
     m_setup.load(*this);
+    connect(m_ui->txtCustomerName, &QLineEdit::textChanged, this,
+            [this, title = windowTitle()](const QString &typed) {
+                const QString name = core::shownText(typed.trimmed());
+                setWindowTitle(name.isEmpty() ? title : core::isolated(name) + u" - "_s + title);
+            });
     connectButtons();
+    m_ui->cmdExport->setEnabled(false); // until there is a report
     m_context.values.NotePadOpen = true;
 }
 
@@ -45,6 +53,11 @@ void frmNotePad::connectButtons()
         ExportText(forms.log, forms.paths, forms.prompts, forms.shell, forms.texts,
                    m_ui->txtReport->report());
     });
+    connect(m_ui->SSTab1, &QTabWidget::currentChanged, this, [this] {
+        if (m_ui->SSTab1->currentWidget() == m_ui->pageEntry && !m_ui->SSTab1->tabBar()->hasFocus()) {
+            focusFirstToFill(); // the first box of the page cannot be typed into
+        }
+    });
     for (QPushButton *button : {m_ui->cmdClose, m_ui->Command1}) {
         connect(button, &QPushButton::clicked, this, &QWidget::close);
     }
@@ -57,11 +70,8 @@ void frmNotePad::begin(const QString &customerName, int page)
     m_ui->dtpDate->setDate(now.date());
     m_ui->dtpTime->setTime(now.time());
     m_ui->txtCallID->setText(newCallId(now));
+    m_ui->txtReport->setFocus();
     m_ui->SSTab1->setCurrentIndex(page);
-    (page == 0                ? static_cast<QWidget *>(m_ui->txtReport)
-     : customerName.isEmpty() ? m_ui->txtCustomerName
-                              : m_ui->txtConsultant)
-        ->setFocus();
     if (!customerName.isEmpty()) {
         refreshReport();
     }
@@ -93,12 +103,43 @@ bool frmNotePad::save()
 {
     m_ui->SSTab1->setCurrentWidget(m_ui->pageEntry);
     const NoteEntry toSave = entry();
-    const bool saved = m_notes.CheckValues(toSave) && m_notes.save(toSave);
-    if (saved) {
+    const bool mayBeSaved = m_notes.CheckValues(toSave);
+    const bool saved = mayBeSaved && m_notes.save(toSave);
+    if (!mayBeSaved) {
+        focusWrongField();
+    } else if (saved) {
         clearEntry();
         refreshReport(); // its page would still say that there are no notes
     }
     return saved;
+}
+
+/// What is typed next is meant for the box that the operator has just been told of.
+void frmNotePad::focusWrongField()
+{
+    switch (m_notes.wrongField()) {
+    case WrongField::CustomerName:
+        return m_ui->txtCustomerName->setFocus();
+    case WrongField::Consultant:
+        return m_ui->txtConsultant->setFocus();
+    case WrongField::Request:
+        return m_ui->txtRequest->setFocus();
+    case WrongField::Response:
+        return m_ui->txtResponse->setFocus();
+    case WrongField::None:
+        return;
+    }
+}
+
+void frmNotePad::focusFirstToFill()
+{
+    if (m_ui->txtCustomerName->text().trimmed().isEmpty()) {
+        m_ui->txtCustomerName->setFocus();
+    } else if (m_ui->txtConsultant->text().trimmed().isEmpty()) {
+        m_ui->txtConsultant->setFocus();
+    } else {
+        m_ui->txtRequest->setFocus();
+    }
 }
 
 /// Ready for the next entry of the same call.
@@ -139,13 +180,17 @@ void frmNotePad::showReport(const QString &report, const QString &hintKey)
 {
     m_ui->txtReport->setHint(m_context.forms.texts.Lms(hintKey));
     m_ui->txtReport->setReport(report);
+    m_ui->cmdExport->setEnabled(!report.isEmpty());
 }
 
 void frmNotePad::print()
 {
     readReport([this](const QString &report) {
+        if (report.isEmpty()) {
+            m_context.forms.prompts.tell(m_context.forms.texts.Lms(u"NoNotesOfCustomer"_s));
+        }
         PrintNotePad(m_context.forms.log, m_context.printer, m_context.forms.texts, m_context.language,
-                     report);
+                     report, this);
     });
 }
 

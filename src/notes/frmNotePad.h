@@ -41,6 +41,8 @@ private:
     NoteEntry entry() const;
     bool isUnsaved() const;
     bool save();
+    void focusWrongField();
+    void focusFirstToFill();
     void clearEntry();
     void refreshReport();
     /// The key's text stands in place of an empty report.

@@ -11,6 +11,7 @@
 
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QMenu>
 
 using namespace Qt::StringLiterals;
 
@@ -64,10 +65,7 @@ void frmNotePadManager::connectButtons()
         setRange(today, today);
         ShowResult();
     });
-    onClick(m_ui->cmdAllDates, [this] {
-        setRange(m_ui->dtpStartDate->minimumDate(), m_ui->dtpEndDate->maximumDate());
-        ShowResult();
-    });
+    onClick(m_ui->cmdAllDates, [this] { showAllDates(); });
     onClick(m_ui->cmdAddNew, [this] { Q_EMIT addNoteRequested(m_ui->txtCustomerName->text().trimmed()); });
     onClick(m_ui->cmdExport, [this] { exportResult(); });
     onClick(m_ui->cmdPrintOut, [this] { printResult(); });
@@ -88,6 +86,16 @@ void frmNotePadManager::setRange(QDate first, QDate last)
     m_ui->dtpEndTime->setTime(QTime(23, 59, 59));
 }
 
+// The calendars open on the days of the range, so it goes no further than the notes.
+void frmNotePadManager::showAllDates()
+{
+    const NoteDays days = daysOfNotes(m_context.forms.log, m_context.forms.paths.CustomerFile,
+                                      m_context.forms.clock.now().date());
+    setRange(days.first.isValid() ? days.first : m_ui->dtpStartDate->minimumDate(),
+             days.last.isValid() ? days.last : m_ui->dtpEndDate->maximumDate());
+    ShowResult();
+}
+
 void frmNotePadManager::fillIfResolved()
 {
     const core::TextLookup &texts = m_context.forms.texts;
@@ -100,6 +108,8 @@ void frmNotePadManager::setUpGrid()
     appearance::RecordGrid &grid = *m_ui->DataGrid1;
     grid.setHint(texts.Lms(u"NoNotesFound"_s));
     m_result.setYesNo(answer(texts, u"Yes"_s), answer(texts, u"No"_s));
+    grid.setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(&grid, &QWidget::customContextMenuRequested, this, &frmNotePadManager::showMenu);
     connect(&grid, &appearance::RecordGrid::recordActivated, this, &frmNotePadManager::openCustomer);
     connect(&m_result, &QAbstractItemModel::rowsInserted, this, &frmNotePadManager::showTotal);
     connect(&m_result, &store::JoinModel::readingEnded, this, [this] {
@@ -148,7 +158,7 @@ void frmNotePadManager::ShowResult()
         const QString select = MakeCondition(m_context.forms.log, conditions());
         if (select.isEmpty() || !GetRecordSet(select)) {
             m_ui->lblTotal->setText(m_context.forms.texts.Lms(u"NotesUnreadable"_s));
-            return;
+            return offerReport();
         }
         m_select = select;
         if (m_ui->DataGrid1->model() == nullptr) {
@@ -165,6 +175,11 @@ void frmNotePadManager::ShowResult()
 bool frmNotePadManager::GetRecordSet(const QString &select)
 {
     core::RunLog &log = m_context.forms.log;
+    const bool open = m_connection.state() == store::Connection::State::Open;
+    if (open && m_connection.database().isReplaced()) {
+        m_result.clear();
+        m_connection.close();
+    }
     return store::ConnectDatabase(log, m_connection, m_context.forms.paths.CustomerFile) &&
            log.trap("GetRecordSet"_L1, [&] {
                m_result.show(m_connection.database(), store::takeApart(select, noteTables()),
@@ -177,6 +192,19 @@ void frmNotePadManager::showTotal()
     const QString more = m_result.isComplete() ? QString() : u"\u2026"_s;
     m_ui->lblTotal->setText(m_context.forms.texts.Lms(u"Totalcount"_s) + u' ' +
                             QString::number(m_result.rowCount()) + more);
+    offerReport();
+}
+
+/// A button that loses its rows would hand the keyboard on to the one that closes the window.
+void frmNotePadManager::offerReport()
+{
+    const bool rows = m_result.rowCount() > 0;
+    for (QPushButton *button : {m_ui->cmdExport, m_ui->cmdPrintOut}) {
+        if (!rows && button->hasFocus()) {
+            m_ui->cmdShowResult->setFocus();
+        }
+        button->setEnabled(rows);
+    }
 }
 
 void frmNotePadManager::openCustomer(int row)
@@ -187,26 +215,37 @@ void frmNotePadManager::openCustomer(int row)
     }
 }
 
-/// The report of the result that is shown; both buttons wait for it.
-void frmNotePadManager::readReport(const std::function<void(const QString &)> &use)
+void frmNotePadManager::showMenu(const QPoint &position)
 {
-    if (m_select.isEmpty()) {
+    appearance::RecordGrid *grid = m_ui->DataGrid1;
+    const int row = grid->currentIndex().row();
+    if (row < 0) {
         return;
     }
-    auto *run =
-        new ReportRun(m_context.forms.log, m_context.forms.paths.CustomerFile, m_select,
-                      m_fixedCustomer.isEmpty() ? std::nullopt : std::optional(m_fixedCustomer), this);
-    const auto setReady = [this](bool ready) {
-        m_ui->cmdExport->setEnabled(ready);
-        m_ui->cmdPrintOut->setEnabled(ready);
-    };
-    setReady(false);
-    connect(run, &ReportRun::finished, this, [use, setReady](const QString &report) {
-        setReady(true);
+    const core::TextLookup &texts = m_context.forms.texts;
+    QMenu menu(this);
+    menu.addAction(texts.Lms(u"OpenCustomer"_s), this, [this, row] { openCustomer(row); });
+    menu.addSeparator();
+    menu.addAction(texts.Lms(u"CopyRow"_s), grid, &appearance::RecordGrid::copySelection);
+    menu.addAction(texts.Lms(u"CopyCell"_s), grid, &appearance::RecordGrid::copyCell);
+    menu.exec(grid->viewport()->mapToGlobal(position));
+}
+
+/// The report of the result that is shown; one at a time.
+void frmNotePadManager::readReport(const std::function<void(const QString &)> &use)
+{
+    if (m_report != nullptr) {
+        return;
+    }
+    m_report = new ReportRun(m_context.forms.log, m_context.forms.paths.CustomerFile, m_select,
+                             m_fixedCustomer.isEmpty() ? std::nullopt : std::optional(m_fixedCustomer), this);
+    setCursor(Qt::BusyCursor);
+    connect(m_report, &ReportRun::finished, this, [this, use](const QString &report) {
+        unsetCursor();
         use(report);
     });
-    connect(run, &ReportRun::failed, this, [this, setReady] {
-        setReady(true);
+    connect(m_report, &ReportRun::failed, this, [this] {
+        unsetCursor();
         m_context.forms.prompts.tell(m_context.forms.texts.Lms(u"NotesUnreadable"_s));
     });
 }
@@ -223,7 +262,7 @@ void frmNotePadManager::printResult()
 {
     readReport([this](const QString &report) {
         PrintNotePad(m_context.forms.log, m_context.printer, m_context.forms.texts, m_context.language,
-                     report);
+                     report, this);
     });
 }
 

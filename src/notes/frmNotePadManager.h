@@ -5,6 +5,7 @@
 #include "store/Connection.h"
 #include "store/JoinModel.h"
 
+#include <QPointer>
 #include <QWidget>
 
 #include <functional>
@@ -15,6 +16,8 @@ class frmNotePadManager;
 }
 
 namespace notes {
+
+class ReportRun;
 
 /// Searches all call notes, and shows, prints and exports what it finds. Deletes itself when closed.
 class frmNotePadManager : public QWidget
@@ -39,6 +42,7 @@ private:
     void connectButtons();
     void setDefaultRange();
     void setRange(QDate first, QDate last);
+    void showAllDates();
     void fillIfResolved();
     void setUpGrid();
     void translateHeadings();
@@ -46,14 +50,17 @@ private:
     NoteConditions conditions() const;
     bool GetRecordSet(const QString &select);
     void showTotal();
+    void offerReport();
     void openCustomer(int row);
+    void showMenu(const QPoint &position);
     void readReport(const std::function<void(const QString &)> &use);
     void exportResult();
     void printResult();
 
     NoteContext m_context;
     QString m_fixedCustomer;
-    QString m_select; ///< of the result that is shown
+    QString m_select;             ///< of the result that is shown
+    QPointer<ReportRun> m_report; ///< that is being made
     store::Connection m_connection;
     store::JoinModel m_result;
     std::unique_ptr<Ui::frmNotePadManager> m_ui;

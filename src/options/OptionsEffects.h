@@ -13,6 +13,8 @@ public:
     virtual void iniUDP() = 0;
     /// The names of the caller-ID grid's seven columns in their current order.
     virtual QStringList gridColumnNames() const = 0;
+    /// Those of them that are not shown.
+    virtual QStringList hiddenGridColumns() const = 0;
     /// Gives the grid its columns in the order of these names, which it stores, and builds it anew; widths
     /// and visibility stay with the names.
     virtual void ChangeGridCfg(const QStringList &names) = 0;

@@ -42,6 +42,7 @@ public:
         bool popAll = false;
         bool popDetail = false;
         bool showInfo = false;
+        bool operator==(const PopUpPage &) const = default;
     };
 
     struct SystemPage
@@ -49,6 +50,7 @@ public:
         QString language; ///< as it stands in the combo box
         QString port;
         QStringList columns; ///< names of the grid's columns, in order
+        bool operator==(const SystemPage &) const = default;
     };
 
     explicit OptionsLogic(const Context &context) : m_context(context) {}

@@ -6,6 +6,8 @@
 #include "options/LanguageEdit.h"
 #include "ui_frmLanguageEditor.h"
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace options {
@@ -64,11 +66,20 @@ void frmLanguageEditor::loadGrid()
             [this] { m_ui->DBGrid1->edit(m_ui->DBGrid1->currentIndex()); });
     // Told later: the box must not open in the middle of the editor's closing.
     const auto refused = [this] {
+        m_textRefused = true;
         QMetaObject::invokeMethod(
-            this, [this] { m_context.prompts.tell(m_context.texts.Lms(u"LanguageTextNotSaved"_s)); },
-            Qt::QueuedConnection);
+            this, [this] { tellRefusal(); }, Qt::QueuedConnection);
     };
     m_ui->DBGrid1->setItemDelegate(new CellDelegate(refused, this));
+}
+
+bool frmLanguageEditor::tellRefusal()
+{
+    const bool refused = std::exchange(m_textRefused, false);
+    if (refused) {
+        m_context.prompts.tell(m_context.texts.Lms(u"LanguageTextNotSaved"_s));
+    }
+    return refused;
 }
 
 void frmLanguageEditor::loadRows()
@@ -142,6 +153,10 @@ void frmLanguageEditor::saveAndClose()
 
 void frmLanguageEditor::done(int result)
 {
+    m_ui->DBGrid1->setFocus(); // writes the text that is being typed
+    if (tellRefusal()) {
+        return;
+    }
     m_setup.rememberGeometry(*this);
     QDialog::done(result);
 }

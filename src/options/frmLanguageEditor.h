@@ -37,6 +37,8 @@ private:
     void connectButtons();
     void loadGrid();
     void loadRows();
+    /// Whether a text could not be written, which the operator has not been told of before.
+    bool tellRefusal();
     void showRows(bool read, const QString &failure);
     void SetGrid();
     void refresh();
@@ -49,6 +51,7 @@ private:
     std::unique_ptr<Ui::frmLanguageEditor> m_ui;
     store::RecordsetModel Data1;
     appearance::FormSetup m_setup;
+    bool m_textRefused = false;
 };
 
 } // namespace options

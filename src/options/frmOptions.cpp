@@ -13,10 +13,10 @@ namespace options {
 
 namespace {
 
-constexpr int nameRole = Qt::UserRole; // a column's or a language's own name
+constexpr int remarkRole = Qt::UserRole; // what is shown behind an item's text
+constexpr int columnRole = Qt::UserRole + 1;
 
-/// Shows a code of the list together with the language's own name.
-class LanguageDelegate : public QStyledItemDelegate
+class RemarkDelegate : public QStyledItemDelegate
 {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
@@ -25,7 +25,8 @@ protected:
     void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
     {
         QStyledItemDelegate::initStyleOption(option, index);
-        option->text += u"   "_s + index.data(nameRole).toString();
+        const QString remark = index.data(remarkRole).toString();
+        option->text += remark.isEmpty() ? QString() : u"   "_s + remark;
     }
 };
 
@@ -62,6 +63,8 @@ frmOptions::frmOptions(const appearance::FormContext &context, const OptionsLogi
     m_ui->cmdDown->setEnabled(false);
     m_ui->SSTab1->setCurrentIndex(0);
     showLanguage();
+    m_storedPopUp = popUpPage();
+    m_storedSystem = systemPage();
 }
 
 frmOptions::~frmOptions()
@@ -74,7 +77,7 @@ void frmOptions::loadLanguages()
     for (const QString &code : languageCodes()) {
         m_ui->CmbLanguage->addItem(code, languageName(code, m_context.texts));
     }
-    m_ui->CmbLanguage->setItemDelegate(new LanguageDelegate(m_ui->CmbLanguage));
+    m_ui->CmbLanguage->setItemDelegate(new RemarkDelegate(m_ui->CmbLanguage));
     m_ui->CmbLanguage->setMaxVisibleItems(m_ui->CmbLanguage->count());
     m_ui->CmbLanguage->view()->setMinimumWidth(m_ui->CmbLanguage->view()->sizeHintForColumn(0) + 32);
     m_ui->CmbLanguage->installEventFilter(this);
@@ -137,16 +140,25 @@ void frmOptions::showLanguage()
 {
     m_ui->CmbLanguage->setCurrentText(m_logic.systemPage().language);
     m_ui->lblLanguageName->setText(m_ui->CmbLanguage->currentData().toString());
+    m_storedSystem.language = m_ui->CmbLanguage->currentText();
 }
 
 void frmOptions::Init_lstGridCallerIDShowOrder_tarn()
 {
+    m_ui->lstGridCallerIDShowOrder->setItemDelegate(new RemarkDelegate(m_ui->lstGridCallerIDShowOrder));
     m_context.log.trap("Init_lstGridCallerIDShowOrder_tarn"_L1, [&] {
         m_ui->lstGridCallerIDShowOrder->clear();
         const QStringList names = m_logic.systemPage().columns;
+        const QStringList hidden = m_effects.hiddenGridColumns();
+        const QString notShown = m_context.texts.Lms(u"ColumnNotShown"_s);
         for (const QString &name : names) {
             auto *item = new QListWidgetItem(m_logic.columnTitle(name), m_ui->lstGridCallerIDShowOrder);
-            item->setData(nameRole, name);
+            item->setData(columnRole, name);
+            if (hidden.contains(name)) {
+                item->setData(remarkRole, notShown);
+                item->setData(Qt::AccessibleTextRole, item->text() + u' ' + notShown);
+                item->setForeground(palette().color(QPalette::PlaceholderText));
+            }
         }
     });
 }
@@ -166,26 +178,60 @@ QStringList frmOptions::columnNames() const
 {
     QStringList names;
     for (int row = 0; row < m_ui->lstGridCallerIDShowOrder->count(); ++row) {
-        names.append(m_ui->lstGridCallerIDShowOrder->item(row)->data(nameRole).toString());
+        names.append(m_ui->lstGridCallerIDShowOrder->item(row)->data(columnRole).toString());
     }
     return names;
 }
 
-void frmOptions::savePopUpPage()
+OptionsLogic::PopUpPage frmOptions::popUpPage() const
 {
-    const bool saved = m_logic.savePopUpPage({.popAll = m_ui->ChkPopAll->isChecked(),
-                                              .popDetail = m_ui->ChkPopDetail->isChecked(),
-                                              .showInfo = m_ui->chkShowInfo->isChecked()});
-    m_ui->lblPopUpSaved->setText(savedText(saved));
+    return {.popAll = m_ui->ChkPopAll->isChecked(),
+            .popDetail = m_ui->ChkPopDetail->isChecked(),
+            .showInfo = m_ui->chkShowInfo->isChecked()};
 }
 
-void frmOptions::saveSystemPage()
+OptionsLogic::SystemPage frmOptions::systemPage() const
 {
-    const bool saved = m_logic.saveSystemPage({.language = m_ui->CmbLanguage->currentText(),
-                                               .port = m_ui->txtPort->text(),
-                                               .columns = columnNames()});
-    m_ui->lblSystemSaved->setText(savedText(saved));
+    return {.language = m_ui->CmbLanguage->currentText(),
+            .port = m_ui->txtPort->text(),
+            .columns = columnNames()};
+}
+
+bool frmOptions::savePopUpPage()
+{
+    const bool saved = m_logic.savePopUpPage(popUpPage());
+    m_ui->lblPopUpSaved->setText(savedText(saved));
+    if (saved) {
+        m_storedPopUp = popUpPage();
+    }
+    return saved;
+}
+
+// A port that was refused gives way to the one that stays in use.
+bool frmOptions::saveSystemPage()
+{
+    const OptionsLogic::SystemPage page = systemPage();
+    const bool saved = m_logic.saveSystemPage(page);
+    const bool whole = saved && portOf(page.port).has_value();
+    m_ui->lblSystemSaved->setText(savedText(whole));
     showPort();
+    if (saved) {
+        m_storedSystem = systemPage();
+    }
+    return whole;
+}
+
+bool frmOptions::mayClose()
+{
+    const bool popUp = popUpPage() != m_storedPopUp;
+    const bool system = systemPage() != m_storedSystem;
+    if (!popUp && !system) {
+        return true;
+    }
+    const auto answer = m_context.prompts.askSave(m_context.texts.Lms(u"OptionsUnsaved"_s));
+    return answer == core::Prompts::Answer::Discard ||
+           (answer == core::Prompts::Answer::Save && (!popUp || savePopUpPage()) &&
+            (!system || saveSystemPage()));
 }
 
 QString frmOptions::savedText(bool saved) const
@@ -205,6 +251,9 @@ bool frmOptions::eventFilter(QObject *watched, QEvent *event)
 
 void frmOptions::done(int result)
 {
+    if (!mayClose()) {
+        return;
+    }
     m_effects.iniGridCallerID_tarn();
     m_setup.rememberGeometry(*this);
     QDialog::done(result);

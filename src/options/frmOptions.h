@@ -41,14 +41,20 @@ private:
     void choosePage();
     void moveColumn(int rows);
     QStringList columnNames() const;
-    void savePopUpPage();
-    void saveSystemPage();
+    OptionsLogic::PopUpPage popUpPage() const;
+    OptionsLogic::SystemPage systemPage() const;
+    /// Both are false where something was not saved as it stands in the page; the operator was told.
+    bool savePopUpPage();
+    bool saveSystemPage();
+    bool mayClose();
     QString savedText(bool saved) const;
     QString helpId() const;
 
     appearance::FormContext m_context;
     OptionsLogic m_logic;
     OptionsEffects &m_effects;
+    OptionsLogic::PopUpPage m_storedPopUp; ///< both as they were read, or saved the last time
+    OptionsLogic::SystemPage m_storedSystem;
     std::function<void()> m_showLanguageEditor;
     std::unique_ptr<Ui::frmOptions> m_ui;
     appearance::FormSetup m_setup;

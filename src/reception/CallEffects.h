@@ -23,8 +23,8 @@ public:
     /// Shows the main window in its normal state.
     virtual void showMainWindow() = 0;
     virtual void ShowCallerID_tarn(const core::CallRecord &record) = 0;
-    /// The new text of the last-caller box.
-    virtual void showLastCaller(const QString &text) = 0;
+    /// A call's new text of the last-caller box.
+    virtual void showLastCaller(const core::CallRecord &record, const QString &text) = 0;
     virtual void ShowPopup(const core::CallRecord &record) = 0;
     /// `datagramText` is the whole datagram.
     virtual void ShowSmallMessage(const QString &datagramText) = 0;

@@ -96,7 +96,7 @@ void Dispatcher::handleCall(const DatagramText &datagram)
     if (popUp || m_settings.record.ListUnpoppedCalls != 0) {
         m_effects.ShowCallerID_tarn(record);
     }
-    m_effects.showLastCaller(lastCallerText(record));
+    m_effects.showLastCaller(record, lastCallerText(record));
     if (popUp) {
         m_effects.ShowPopup(record);
     }

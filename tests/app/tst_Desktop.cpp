@@ -30,6 +30,11 @@ void press(const QString &window, const QString &key)
     xdotool(u"key "_s + key);
 }
 
+QString activeWindow()
+{
+    return xdotool(u"getactivewindow getwindowname"_s);
+}
+
 void clickOn(const QString &window, int button)
 {
     xdotool(u"mousemove --window %1 8 8 click %2"_s.arg(window).arg(button));
@@ -78,20 +83,38 @@ private Q_SLOTS:
         QTRY_VERIFY(!mainWindow().isEmpty());
         QTRY_COMPARE(xdotool(u"getwindowgeometry "_s + mainWindow()).section(u'\n', 1), place);
 
+        press(mainWindow(), u"Tab Tab Tab Tab Return"_s); // the toolbar's fourth button
+        QTRY_COMPARE(activeWindow(), u"Send message"_s);
+        xdotool(u"key a Tab b Escape"_s);
+        QTRY_VERIFY(activeWindow() != u"Send message"_s);
         const qsizetype windows = windowsOf(m_program->processId()).size();
         clickOn(trayIcon(), 3);
         QTRY_COMPARE(windowsOf(m_program->processId()).size(), windows + 1);
-        xdotool(u"key Up Return"_s); // its last line ends the program, after a question
+        xdotool(u"key Up Return"_s); // its last line ends the program, after questions
         QTRY_VERIFY(!windowOfType(u"= _NET_WM_WINDOW_TYPE_DIALOG"_s).isEmpty());
-        press(windowOfType(u"= _NET_WM_WINDOW_TYPE_DIALOG"_s), u"Escape"_s);
-        QTRY_COMPARE(windowsOf(m_program->processId()).size(), windows);
+        const QString question = windowOfType(u"= _NET_WM_WINDOW_TYPE_DIALOG"_s);
+        press(question, u"Left Return"_s);
+        QString next;
+        QTRY_VERIFY((next = windowOfType(u"= _NET_WM_WINDOW_TYPE_DIALOG"_s)) != question && !next.isEmpty());
+        press(next, u"Escape"_s); // the unsent message is to stay
+        QTRY_COMPARE(activeWindow(), u"Send message"_s);
+        QCOMPARE(trayWindows(), m_emptyTray + 1);
+        xdotool(u"key Escape"_s);
+        QTRY_VERIFY(activeWindow() != u"Send message"_s);
 
+        press(mainWindow(), u"Escape"_s);
+        QTRY_VERIFY(mainWindow().isEmpty());
         m_program->sendCall();
         QTRY_VERIFY(!windowOfType(u"= _NET_WM_WINDOW_TYPE_UTILITY"_s).isEmpty());
+        QTRY_COMPARE(propertyOf(mainWindow(), u"_NET_WM_USER_TIME"_s).section(u' ', -1), u"0"_s);
+        press(mainWindow(), u"Escape"_s);
+        QTRY_VERIFY(mainWindow().isEmpty());
         QCOMPARE(m_program->shutDown(), 0);
         QTRY_COMPARE(trayWindows(), m_emptyTray);
         QVERIFY(m_program->log().endsWith(">  The program has ended\r\n"));
         QCOMPARE(m_program->log().count('!'), 0);
+        QVERIFY(m_program->start());
+        QTRY_COMPARE(xdotool(u"getwindowgeometry "_s + mainWindow()).section(u'\n', 1), place);
     }
 
     void withoutATrayTheWindowMinimizes()

@@ -87,7 +87,7 @@ class tst_NotesRoad : public QObject
     /// What the preview's own printing leaves, read back by another program.
     static QString printed(const core::PrintedReport &report, const QString &file)
     {
-        core::QtPrinter().print(report);
+        core::QtPrinter().print(report, nullptr);
         auto *preview = openForm<QPrintPreviewDialog>();
         preview->printer()->setOutputFormat(QPrinter::PdfFormat);
         preview->printer()->setOutputFileName(file);

@@ -53,6 +53,7 @@ private Q_SLOTS:
     void theWindowIsRememberedAndNotEndedByClosing()
     {
         Forms forms;
+        QVERIFY(forms.window->screen()->availableGeometry().contains(forms.window->frameGeometry()));
         forms.window->resize(777, 555);
         forms.window->close();
         QCOMPARE(forms.commands.called, QStringList());
@@ -78,11 +79,18 @@ private Q_SLOTS:
         auto *grid = forms.find<QTableView>("gridCallerId");
         QTRY_COMPARE(grid->model()->rowCount(), 2);
         grid->setCurrentIndex(grid->model()->index(0, 1));
+        QCOMPARE(forms.find<QAction>("mnuOpenCaller")->text(), u"[Edit]"_s);
         QTest::keyClick(grid, Qt::Key_Return);
         grid->setCurrentIndex(grid->model()->index(1, 1));
+        QCOMPARE(forms.find<QAction>("mnuOpenCaller")->text(), u"[AddCallerTitle]"_s);
         QTest::keyClick(grid, Qt::Key_Enter);
         QCOMPARE(forms.navigator.shown,
                  QStringList({u"Show_Editor PHONEBOOK 12"_s, u"addCaller 5550144 <b>Jane</b>"_s}));
+        QVERIFY(!forms.find<QAction>("mnuOpenLastCaller")->isEnabled());
+        forms.window->showLastCaller(call, u"5550144"_s);
+        QTRY_COMPARE(forms.find<QAction>("mnuOpenLastCaller")->text(), u"[Edit]"_s);
+        forms.find<QAction>("mnuOpenLastCaller")->trigger();
+        QCOMPARE(forms.navigator.shown.value(2), u"Show_Editor PHONEBOOK 12"_s);
         QTest::keyClick(grid, Qt::Key_A, Qt::ControlModifier);
         QTest::keyClick(grid, Qt::Key_C, Qt::ControlModifier);
         QCOMPARE(QApplication::clipboard()->text(),

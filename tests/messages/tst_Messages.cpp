@@ -119,11 +119,14 @@ private Q_SLOTS:
     void whatWasNotSentIsThereWhenTheFormOpensAgain()
     {
         Desk desk;
-        for (const QString &there : {u""_s, u"x"_s, u"xx"_s, u""_s}) {
+        for (const QString &there : {u""_s, u"x"_s, u"xy"_s, u""_s}) {
             desk.windows.showSend();
             QCOMPARE(typed()->toPlainText(), there);
-            QTest::keyClicks(typed(), u"x"_s);
-            desk.server.reaches = there == "xx"_L1;
+            auto *name = find<frmSendSMS, QComboBox>("txtSendTo");
+            QTest::keyClicks(name, u"Bo"_s); // in place of the name that stood there
+            QCOMPARE(name->currentText(), u"Bo"_s);
+            QTest::keyClicks(typed(), there.isEmpty() ? u"x"_s : u"y"_s);
+            desk.server.reaches = there == "xy"_L1;
             if (!there.isEmpty()) {
                 press<frmSendSMS>("Command6");
                 const QString told = desk.server.reaches ? u"[MessageHandedOver]"_s : u"[MessageNotSent]"_s;
@@ -132,7 +135,7 @@ private Q_SLOTS:
             QTest::keyClick(openForm<frmSendSMS>(), Qt::Key_Escape);
             QTRY_COMPARE(desk.openForms.count(), 0);
         }
-        QCOMPARE(messages::smsText(desk.server.sent.value(1)), u"xxx"_s);
+        QCOMPARE(messages::smsText(desk.server.sent.value(1)), u"xyy"_s);
         desk.windows.showSend();
         openForm<frmSendSMS>()->close(); // with all windows, before the program ends
         desk.prompts.expect(false);

@@ -46,6 +46,11 @@ private Q_SLOTS:
         QVERIFY(desk.windowsOfNotes.ShowNotePad(u" O'Brien's "_s, 1));
         QVERIFY(desk.values.NotePadOpen);
         QWidget *form = editor();
+        QVERIFY(QTest::qWaitForWindowActive(form));
+        QTest::keyClick(form->focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
+        QTest::keyClick(form->focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
+        QCOMPARE(form->focusWidget()->objectName(), u"txtConsultant"_s);
+        QCOMPARE(form->windowTitle(), u"\u2068O'Brien's\u2069 - [EditCallNote]"_s);
         QCOMPARE(form->findChild<QLineEdit *>(u"txtCallID"_s)->text(), u"Call20261121093015"_s);
         typeEntry();
         form->findChild<QCheckBox *>(u"chkIfResolved"_s)->click();
@@ -89,6 +94,7 @@ private Q_SLOTS:
         desk.prompts.expect(); // the consultant is missing
         QTest::keyClick(form, Qt::Key_Escape);
         QVERIFY(form->isVisible());
+        QCOMPARE(form->focusWidget()->objectName(), u"txtConsultant"_s);
         typeEntry();
         desk.prompts.expectSave(Prompts::Answer::Save);
         QTest::keyClick(form, Qt::Key_Escape);
@@ -105,6 +111,7 @@ private Q_SLOTS:
         QCOMPARE(desk.prompts.asked.last(), u"[NoteNotSaved]"_s);
         QCOMPARE(editor()->findChild<QPlainTextEdit *>(u"txtResponse"_s)->toPlainText(), u"Sent today"_s);
         QTRY_VERIFY(desk.logMessages().last().startsWith(u"!GetExportContent "_s)); // shown as no report
+        QVERIFY(!find<frmNotePad>("cmdExport")->isEnabled());
         desk.prompts.expectSave(Prompts::Answer::Discard);
         editor()->close();
     }
@@ -158,6 +165,15 @@ private Q_SLOTS:
         QCOMPARE(found(), u"2|3"_s);
         press<frmNotePadManager>("cmdAllDates");
         QCOMPARE(found(), u"1|2|4|3"_s); // by customer first
+        QCOMPARE(form->findChild<QDateEdit *>(u"dtpStartDate"_s)->date(), QDate(2005, 3, 1));
+        QCOMPARE(form->findChild<QDateEdit *>(u"dtpEndDate"_s)->date(), QDate(2026, 11, 21));
+        QVERIFY(QFile::copy(desk.paths.CustomerFile, desk.paths.StartFolder + u"/backup"_s));
+        QVERIFY(QFile::remove(desk.paths.CustomerFile));
+        QVERIFY(QFile::rename(desk.paths.StartFolder + u"/backup"_s, desk.paths.CustomerFile));
+        desk.run(u"update callinfo set DateAndTime='2026/11' where CallID='Call4'"_s);
+        press<frmNotePadManager>("cmdAllDates");
+        QCOMPARE(form->findChild<QDateEdit *>(u"dtpEndDate"_s)->date(), QDate(9999, 12, 31));
+        QCOMPARE(grid()->model()->index(2, 2).data().toString(), u"2026/11"_s);
     }
 
     void theGridIsTranslatedAndOpensTheCustomer()
@@ -190,9 +206,12 @@ private Q_SLOTS:
         QCOMPARE(text.count(u"CustomerName:"_s), 2);
         QCOMPARE(text.count(u"CallID:"_s), 3);
         type<frmNotePadManager>("txtCallID", u"none"_s);
+        find<frmNotePadManager>("cmdExport")->setFocus();
+        find<frmNotePadManager>("cmdShowResult")->click(); // by its letter
+        QVERIFY(!find<frmNotePadManager>("cmdExport")->isEnabled());
+        QCOMPARE(form->focusWidget()->objectName(), u"cmdShowResult"_s); // not the button that closes
+        find<frmNotePadManager, QLineEdit>("txtCallID")->clear();
         press<frmNotePadManager>("cmdShowResult");
-        press<frmNotePadManager>("cmdExport"); // nothing to export: no dialog comes
-        QTRY_VERIFY(form->findChild<QWidget *>(u"cmdExport"_s)->isEnabled());
         desk.run(u"drop table CustomerRequest"_s);
         desk.prompts.expect();
         press<frmNotePadManager>("cmdExport"); // no file with a part of the report

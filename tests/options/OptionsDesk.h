@@ -18,6 +18,7 @@ struct OptionsDesk : support::TestForms, options::OptionsEffects
     {
         return settings.record.gridColumnNames.text().split(u',');
     }
+    QStringList hiddenGridColumns() const override { return {u"ID"_s}; }
     void ChangeGridCfg(const QStringList &names) override
     {
         settings.record.gridColumnNames.setText(names.join(u','));

@@ -72,6 +72,11 @@ private Q_SLOTS:
             desk.prompts.expect();
             support::typeCell(desk.grid(), desk.grid()->model()->index(1, 1), u"lost"_s);
             QTRY_COMPARE(desk.prompts.asked, QStringList{u"[LanguageTextNotSaved]"_s});
+            desk.prompts.expect();
+            desk.grid()->edit(desk.grid()->model()->index(1, 1));
+            QTest::keyClicks(QApplication::focusWidget(), u"lost"_s);
+            QVERIFY(!desk.form()->close());
+            QCOMPARE(desk.prompts.asked.size(), 2);
         });
         QCOMPARE(stored(), u"Sichern"_s);
     }

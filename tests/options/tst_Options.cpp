@@ -100,6 +100,7 @@ private Q_SLOTS:
         auto *list = desk.find<QListWidget>("lstGridCallerIDShowOrder");
         QCOMPARE(list->item(0)->text(), u"[Channel]"_s);
         QCOMPARE(list->item(6)->text(), u"ID"_s);
+        QVERIFY(list->item(6)->data(Qt::AccessibleTextRole).toString().endsWith(u"[ColumnNotShown]"_s));
         QVERIFY(!desk.find<QPushButton>("cmdUp")->isEnabled());
         QVERIFY(!desk.find<QPushButton>("cmdDown")->isEnabled());
         support::clickCell(list, 0, 0);
@@ -143,6 +144,22 @@ private Q_SLOTS:
                  (QStringList{u"ShowHelp Popup_System_Options"_s, u"ShowHelp Popup_Options_Options"_s}));
         QTest::keyClick(desk.form(), Qt::Key_Escape);
         QCOMPARE(desk.caused, QStringList{u"iniGridCallerID_tarn"_s});
+        QTRY_COMPARE(desk.openForms.count(), 0);
+    }
+
+    void whatWasChangedIsNotDroppedUnasked()
+    {
+        Desk desk;
+        desk.find<QCheckBox>("ChkPopDetail")->click();
+        desk.find<QLineEdit>("txtPort")->setText(u"99999"_s);
+        desk.prompts.expectSave(core::Prompts::Answer::Cancel);
+        QTest::keyClick(desk.form(), Qt::Key_Escape);
+        desk.prompts.expectSave(core::Prompts::Answer::Save);
+        desk.prompts.expect(); // the port is none
+        QTest::keyClick(desk.form(), Qt::Key_Escape);
+        QVERIFY(desk.form() != nullptr);
+        QCOMPARE(desk.saved().PopupDetail, qint16(1));
+        desk.press("Command1"); // nothing is left to ask about
         QTRY_COMPARE(desk.openForms.count(), 0);
     }
 };

@@ -15,7 +15,7 @@ class tst_Dispatcher : public QObject
         void setMainWindowNormal() override { note(u"normal"_s); }
         void showMainWindow() override { note(u"window"_s); }
         void ShowCallerID_tarn(const core::CallRecord &call) override { note(u"row "_s + call.CallerID); }
-        void showLastCaller(const QString &) override {}
+        void showLastCaller(const core::CallRecord &, const QString &) override {}
         void ShowPopup(const core::CallRecord &call) override { note(u"popup "_s + call.CallerID); }
         void ShowSmallMessage(const QString &text) override { note(u"message "_s + text.trimmed()); }
         bool byebye(const QString &prompt) override { return note(u"byebye "_s + prompt); }

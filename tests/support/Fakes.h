@@ -121,7 +121,7 @@ struct FakeServer : core::Server
 struct FakePrinter : core::Printer
 {
     QList<core::PrintedReport> printed;
-    void print(const core::PrintedReport &report) override { printed.append(report); }
+    void print(const core::PrintedReport &report, QWidget *) override { printed.append(report); }
 };
 
 /// Records which windows were asked for; shows none.
