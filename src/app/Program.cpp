@@ -19,9 +19,9 @@ Program::Program(const Outside &outside)
       m_paths(core::pathsBelow(outside.startFolder, outside.dataFolder)),
       m_log(m_paths, outside.clock, m_values), m_settings(m_paths, m_log), m_windowMemory(m_paths, m_log),
       m_openForms(m_log), m_language(m_paths, m_log, outside.prompts, m_settings, outside.systemLanguageId),
-      m_translator(m_language, m_language.state(), m_log), m_codePage(core::platform::ansiCodePage({})),
-      m_numbers(m_paths, m_log), m_areas(m_log), m_messages(m_paths, m_log, outside.clock),
-      m_dispatcher(m_settings, m_log, m_values, m_codePage, *this),
+      m_toolkitTexts(m_language), m_translator(m_language, m_language.state(), m_log),
+      m_codePage(core::platform::ansiCodePage({})), m_numbers(m_paths, m_log), m_areas(m_log),
+      m_messages(m_paths, m_log, outside.clock), m_dispatcher(m_settings, m_log, m_values, m_codePage, *this),
       m_endpoint({m_settings, m_log, outside.prompts, m_language, m_codePage}, outside.port,
                  [this](const reception::Datagram &datagram) { receive(datagram); }),
       m_forwarding({m_settings, m_log, m_codePage}),
@@ -110,6 +110,7 @@ void Program::chooseLanguage()
     m_language.iniLanguage();
     m_outside.prompts.setTexts(&m_language);
     const QString &code = m_language.state().code;
+    m_toolkitTexts.install(code);
     QApplication::setLayoutDirection(language::layoutDirection(code));
     m_codePage = core::CodePage(core::platform::ansiCodePage(code));
 }

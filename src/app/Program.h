@@ -14,6 +14,7 @@
 #include "core/WindowMemory.h"
 #include "language/FormTranslator.h"
 #include "language/LanguagePack.h"
+#include "language/ToolkitTexts.h"
 #include "lookup/CallerPopUp.h"
 #include "lookup/NumberIndex.h"
 #include "mainwindow/AutoHide.h"
@@ -90,6 +91,7 @@ private:
     core::WindowMemory m_windowMemory;
     core::OpenForms m_openForms;
     language::LanguagePack m_language;
+    language::ToolkitTexts m_toolkitTexts;
     language::FormTranslator m_translator;
     core::CodePage m_codePage;
     lookup::NumberIndex m_numbers;

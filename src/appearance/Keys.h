@@ -3,6 +3,7 @@
 #include "core/Navigator.h"
 
 #include <QAbstractButton>
+#include <QKeyEvent>
 #include <QKeySequence>
 #include <QShortcut>
 #include <QWidget>
@@ -20,6 +21,11 @@ void onKeys(QWidget &form, const QKeySequence &keys, Work work)
 inline void onHelpKey(QWidget &form, core::Navigator &navigator, const QString &helpId)
 {
     onKeys(form, QKeySequence::HelpContents, [&navigator, helpId] { navigator.ShowHelp(helpId); });
+}
+
+inline bool isEnter(const QKeyEvent &event)
+{
+    return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
 }
 
 /// What Enter presses in a form that is no dialog: the button that has the keyboard, or else the standard

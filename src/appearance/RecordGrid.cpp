@@ -1,6 +1,7 @@
 #include "appearance/RecordGrid.h"
 
 #include "appearance/GridDelegate.h"
+#include "appearance/Keys.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -140,7 +141,7 @@ void RecordGrid::keyPressEvent(QKeyEvent *event)
     const bool onRow = state() != QAbstractItemView::EditingState && currentIndex().isValid();
     if (event->matches(QKeySequence::Copy)) {
         copySelection();
-    } else if (onRow && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
+    } else if (onRow && isEnter(*event)) {
         Q_EMIT recordActivated(currentIndex().row());
     } else if (onRow && event->key() == Qt::Key_Delete) {
         Q_EMIT deleteRequested();

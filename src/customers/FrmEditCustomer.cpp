@@ -183,7 +183,7 @@ void FrmEditCustomer::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() == Qt::Key_Escape) {
         close();
-    } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    } else if (appearance::isEnter(*event)) {
         appearance::buttonOfEnter(*this, *m_ui->Command2).click();
     } else {
         QWidget::keyPressEvent(event);

@@ -175,7 +175,7 @@ void frmAddDataToExcel_Tarn20050921::showRunning(bool running)
 
 void frmAddDataToExcel_Tarn20050921::keyPressEvent(QKeyEvent *event)
 {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    if (appearance::isEnter(*event)) {
         appearance::buttonOfEnter(*this, *m_ui->cmdAddToExcel).click();
     } else if (event->key() != Qt::Key_Escape) {
         QWidget::keyPressEvent(event);

@@ -1,5 +1,6 @@
 #include "lookup/frmPopUp.h"
 
+#include "appearance/Keys.h"
 #include "appearance/ThemedIcons.h"
 #include "core/TextUtilities.h"
 #include "ui_frmPopUp.h"
@@ -131,8 +132,10 @@ void frmPopUp::editCaller()
 
 void frmPopUp::keyPressEvent(QKeyEvent *event)
 {
-    if (event->key() == Qt::Key_Escape || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    if (event->key() == Qt::Key_Escape) {
         close();
+    } else if (appearance::isEnter(*event)) {
+        appearance::buttonOfEnter(*this, *m_ui->Command1).click();
     } else {
         QWidget::keyPressEvent(event);
     }

@@ -1,6 +1,6 @@
 // The main window as a window: its shapes and states, hiding, and being in front.
 
-#include "core/TextUtilities.h"
+#include "appearance/Keys.h"
 #include "mainwindow/FrmMain.h"
 #include "ui_FrmMain.h"
 
@@ -184,7 +184,7 @@ void FrmMain::closeEvent(QCloseEvent *event)
 
 void FrmMain::keyPressEvent(QKeyEvent *event)
 {
-    const bool enter = core::MyIn(event->key(), Qt::Key_Return, Qt::Key_Enter) && !event->isAutoRepeat();
+    const bool enter = appearance::isEnter(*event) && !event->isAutoRepeat();
     if (event->key() == Qt::Key_Escape) {
         hideOrMinimize();
     } else if (auto *button = qobject_cast<QToolButton *>(focusWidget()); button != nullptr && enter) {

@@ -196,12 +196,12 @@ void frmNotePad::print()
 
 void frmNotePad::keyPressEvent(QKeyEvent *event)
 {
-    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (event->key() == Qt::Key_Escape) {
         close();
-    } else if (event->matches(QKeySequence::Save) ||
-               (enter && m_ui->SSTab1->currentWidget() == m_ui->pageEntry)) {
+    } else if (event->matches(QKeySequence::Save)) {
         save();
+    } else if (appearance::isEnter(*event) && m_ui->SSTab1->currentWidget() == m_ui->pageEntry) {
+        appearance::buttonOfEnter(*this, *m_ui->cmdSave).click();
     } else {
         QWidget::keyPressEvent(event);
     }
@@ -211,7 +211,7 @@ void frmNotePad::closeEvent(QCloseEvent *event)
 {
     using Answer = core::Prompts::Answer;
     const Answer answer =
-        isUnsaved() ? m_context.forms.prompts.askSave(m_context.forms.texts.Lms(u"SaveNoteFirst?"_s))
+        isUnsaved() ? m_context.forms.prompts.askSave(m_context.forms.texts.Lms(u"SaveNoteFirst?"_s), this)
                     : Answer::Discard;
     const bool goes = answer == Answer::Discard || (answer == Answer::Save && save());
     event->setAccepted(goes);

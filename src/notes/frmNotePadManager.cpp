@@ -270,8 +270,8 @@ void frmNotePadManager::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() == Qt::Key_Escape) {
         close();
-    } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        ShowResult();
+    } else if (appearance::isEnter(*event)) {
+        appearance::buttonOfEnter(*this, *m_ui->cmdShowResult).click();
     } else {
         QWidget::keyPressEvent(event);
     }

@@ -228,7 +228,7 @@ bool frmOptions::mayClose()
     if (!popUp && !system) {
         return true;
     }
-    const auto answer = m_context.prompts.askSave(m_context.texts.Lms(u"OptionsUnsaved"_s));
+    const auto answer = m_context.prompts.askSave(m_context.texts.Lms(u"OptionsUnsaved"_s), this);
     return answer == core::Prompts::Answer::Discard ||
            (answer == core::Prompts::Answer::Save && (!popUp || savePopUpPage()) &&
             (!system || saveSystemPage()));

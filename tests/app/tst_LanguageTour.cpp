@@ -161,6 +161,12 @@ private Q_SLOTS:
         m_code = QString::fromLatin1(QTest::currentDataTag());
         readTexts(desk);
         QVERIFY(desk.start());
+        for (const auto &[context, text, english] :
+             {std::tuple("QLineEdit", "&Undo", "ENG ID"), {"QFileDialog", "Look in:", "ENG ID VN"}}) {
+            const QString shown = QCoreApplication::translate(context, text);
+            QCOMPARE(withoutMnemonic(shown) == withoutMnemonic(QLatin1StringView(text)),
+                     QByteArray(english).contains(m_code.toLatin1()));
+        }
         lookAtScene(desk);
         desk.program->windows().addCaller(u"2125550188"_s, {});
         look(u"frmChoosePhoneDatabase"_s);

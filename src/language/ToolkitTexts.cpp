@@ -1,0 +1,104 @@
+#include "language/ToolkitTexts.h"
+
+#include "language/Captions.h"
+
+#include <QCoreApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+
+#include <algorithm>
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace language {
+
+namespace {
+
+struct ToolkitLanguage
+{
+    QLatin1StringView code;
+    QLatin1StringView locale;
+    QLatin1StringView file; ///< empty where the toolkit has no translation
+};
+
+// The Arabic of a country that writes dates in the digits of the date boxes. The toolkit's European Portuguese
+// is far from complete.
+constexpr std::array toolkitLanguages = {
+    ToolkitLanguage{"ENG"_L1, "en_US"_L1, ""_L1},
+    ToolkitLanguage{"CHS"_L1, "zh_CN"_L1, "qtbase_zh_CN"_L1},
+    ToolkitLanguage{"CHT"_L1, "zh_TW"_L1, "qtbase_zh_TW"_L1},
+    ToolkitLanguage{"SPN"_L1, "es_ES"_L1, "qtbase_es"_L1},
+    ToolkitLanguage{"ARA"_L1, "ar_AE"_L1, "qtbase_ar"_L1},
+    ToolkitLanguage{"FRN"_L1, "fr_FR"_L1, "qtbase_fr"_L1},
+    ToolkitLanguage{"HBR"_L1, "he_IL"_L1, "qtbase_he"_L1},
+    ToolkitLanguage{"TUK"_L1, "tr_TR"_L1, "qtbase_tr"_L1},
+    ToolkitLanguage{"KOR"_L1, "ko_KR"_L1, "qtbase_ko"_L1},
+    ToolkitLanguage{"POL"_L1, "pl_PL"_L1, "qtbase_pl"_L1},
+    ToolkitLanguage{"PTG"_L1, "pt_PT"_L1, "qtbase_pt_BR"_L1},
+    ToolkitLanguage{"VN"_L1, "vi_VN"_L1, ""_L1},
+};
+
+constexpr std::array sharedTexts = {"Cancel"_L1,
+                                    "Close"_L1,
+                                    "Copy"_L1,
+                                    "Cut"_L1,
+                                    "Delete"_L1,
+                                    "First page"_L1,
+                                    "Fit page"_L1,
+                                    "Fit width"_L1,
+                                    "Help"_L1,
+                                    "Landscape"_L1,
+                                    "Last page"_L1,
+                                    "Next page"_L1,
+                                    "No"_L1,
+                                    "OK"_L1,
+                                    "Page setup"_L1,
+                                    "Paste"_L1,
+                                    "Portrait"_L1,
+                                    "Previous page"_L1,
+                                    "Print"_L1,
+                                    "Print Preview"_L1,
+                                    "Redo"_L1,
+                                    "Save"_L1,
+                                    "Select All"_L1,
+                                    "Show facing pages"_L1,
+                                    "Show overview of all pages"_L1,
+                                    "Show single page"_L1,
+                                    "Step down"_L1,
+                                    "Step up"_L1,
+                                    "Undo"_L1,
+                                    "Yes"_L1,
+                                    "Zoom in"_L1,
+                                    "Zoom out"_L1};
+
+bool isShared(const QString &key)
+{
+    return std::ranges::any_of(sharedTexts, [&key](QLatin1StringView text) {
+        return key.compare(text, Qt::CaseInsensitive) == 0; // as keys of texts are compared
+    });
+}
+
+} // namespace
+
+void ToolkitTexts::install(const QString &code)
+{
+    const auto *const language =
+        std::ranges::find_if(toolkitLanguages, [&code](const auto &known) { return known.code == code; });
+    if (language != toolkitLanguages.end()) {
+        QLocale::setDefault(QLocale(language->locale));
+        // Where it is not installed, the rest stays English.
+        static_cast<void>(load(language->file, QLibraryInfo::path(QLibraryInfo::TranslationsPath)));
+    }
+    QCoreApplication::installTranslator(this);
+}
+
+QString ToolkitTexts::translate(const char *context, const char *sourceText, const char *disambiguation,
+                                int n) const
+{
+    const QString key = withoutMnemonic(QString::fromUtf8(sourceText));
+    const QString shared = isShared(key) ? m_texts.Lms(key) : QString();
+    return shared.isEmpty() ? QTranslator::translate(context, sourceText, disambiguation, n) : shared;
+}
+
+} // namespace language
