@@ -155,6 +155,11 @@ void RecordGrid::setModel(QAbstractItemModel *model)
     QTableView::setModel(model);
     connect(model, &QAbstractItemModel::modelAboutToBeReset, this, &RecordGrid::endCopying);
     connect(model, &QAbstractItemModel::rowsAboutToBeRemoved, this, &RecordGrid::endCopying);
+    connect(model, &QAbstractItemModel::rowsInserted, this, [this](const QModelIndex &, int first, int last) {
+        for (int &row : m_toCopy) {
+            row += row >= first ? last - first + 1 : 0;
+        }
+    });
     const auto tellOfRow = [this] { Q_EMIT onRow(currentIndex().isValid()); };
     connect(model, &QAbstractItemModel::modelReset, this, tellOfRow);
     connect(selectionModel(), &QItemSelectionModel::currentChanged, this, tellOfRow);
@@ -163,6 +168,9 @@ void RecordGrid::setModel(QAbstractItemModel *model)
 void RecordGrid::copySelection()
 {
     endCopying();
+    if (selectionModel() == nullptr || !selectionModel()->hasSelection()) {
+        return;
+    }
     for (const QItemSelectionRange &range : selectionModel()->selection()) {
         for (int row = range.top(); row <= range.bottom(); ++row) {
             m_toCopy.push_back(row);

@@ -37,8 +37,8 @@ Q_SIGNALS:
 
 public Q_SLOTS:
     /// The selected rows as tab-separated text, one line each, visible columns in their order on the screen.
-    /// Many rows are read from the event loop, and reach the clipboard once all are; rows that change
-    /// meanwhile end it, with the clipboard as it was.
+    /// Many rows are read from the event loop, and reach the clipboard once all are; rows that go
+    /// meanwhile end it. The clipboard is then as it was, as it is where nothing is selected.
     void copySelection();
     /// The text of the current cell alone.
     void copyCell();

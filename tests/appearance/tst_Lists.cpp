@@ -48,6 +48,9 @@ private Q_SLOTS:
         }
         {
             appearance::RecordGrid grid;
+            QApplication::clipboard()->setText(u"kept"_s);
+            QTest::keyClick(&grid, Qt::Key_C, Qt::ControlModifier);
+            QCOMPARE(QApplication::clipboard()->text(), u"kept"_s);
             grid.setModel(&model);
             grid.setSelectionBehavior(QAbstractItemView::SelectRows);
             grid.remember(forms.windows, u"list"_s);
