@@ -2,6 +2,8 @@
 
 #include "appearance/Keys.h"
 
+#include <QScopedValueRollback>
+
 namespace appearance {
 
 namespace {
@@ -41,8 +43,9 @@ void SearchWhileTyping::watch(QLineEdit &box, QAbstractItemView &list, const std
 
 void SearchWhileTyping::run()
 {
+    m_found = false;
+    const QScopedValueRollback searching(m_searching, true);
     m_search();
-    m_found = true;
 }
 
 void SearchWhileTyping::runIfNew()

@@ -21,7 +21,7 @@ public:
     void settle();
     /// Call wherever rows are shown: unless by a search from here, Enter searches for the words in the box
     /// again.
-    void rowsShown() { m_found = false; }
+    void rowsShown() { m_found = m_searching; }
     /// Puts a question about a row that is shown, and gives its answer: a pause that has begun begins anew
     /// behind it, so that the rows stay as they are.
     bool ask(const std::function<bool()> &question);
@@ -37,7 +37,8 @@ private:
     QAbstractItemView *m_list = nullptr;
     std::function<void()> m_search;
     QTimer m_pause;
-    QString m_settled;    ///< the words at the last `settle`
+    QString m_settled; ///< the words at the last `settle`
+    bool m_searching = false;
     bool m_found = false; ///< the list shows what was searched for
 };
 
