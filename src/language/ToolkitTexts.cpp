@@ -22,8 +22,8 @@ struct ToolkitLanguage
     QLatin1StringView file; ///< empty where the toolkit has no translation
 };
 
-// The Arabic of a country that writes dates in the digits of the date boxes. The toolkit's European Portuguese
-// is far from complete.
+// The Arabic of a country that writes dates in the digits of the date boxes. The toolkit's European
+// Portuguese is far from complete.
 constexpr std::array toolkitLanguages = {
     ToolkitLanguage{"ENG"_L1, "en_US"_L1, ""_L1},
     ToolkitLanguage{"CHS"_L1, "zh_CN"_L1, "qtbase_zh_CN"_L1},
@@ -72,6 +72,12 @@ constexpr std::array sharedTexts = {"Cancel"_L1,
                                     "Zoom in"_L1,
                                     "Zoom out"_L1};
 
+// The captions of our own forms pass here, too. They are keys, and must stay what they are designed as.
+bool isToolkit(QLatin1StringView context)
+{
+    return context.startsWith(u'Q');
+}
+
 bool isShared(const QString &key)
 {
     return std::ranges::any_of(sharedTexts, [&key](QLatin1StringView text) {
@@ -96,6 +102,9 @@ void ToolkitTexts::install(const QString &code)
 QString ToolkitTexts::translate(const char *context, const char *sourceText, const char *disambiguation,
                                 int n) const
 {
+    if (!isToolkit(QLatin1StringView(context))) {
+        return {};
+    }
     const QString key = withoutMnemonic(QString::fromUtf8(sourceText));
     const QString shared = isShared(key) ? m_texts.Lms(key) : QString();
     return shared.isEmpty() ? QTranslator::translate(context, sourceText, disambiguation, n) : shared;

@@ -167,6 +167,7 @@ private Q_SLOTS:
             QCOMPARE(withoutMnemonic(shown) == withoutMnemonic(QLatin1StringView(text)),
                      QByteArray(english).contains(m_code.toLatin1()));
         }
+        QCOMPARE(QCoreApplication::translate("frmOptions", "Save"), u"Save"_s); // a key
         lookAtScene(desk);
         desk.program->windows().addCaller(u"2125550188"_s, {});
         look(u"frmChoosePhoneDatabase"_s);
