@@ -80,6 +80,9 @@ void CustomerWindows::addCustomer(const QString &number, const QString &keyWord)
     }
     editor().addCustomer(number);
     if (found && m_list) {
+        if (!m_list->hasNumber()) { // another customer was saved first, and the list shows all
+            m_list->searchFor(keyWord, number);
+        }
         showFound(*m_list);
     }
 }
