@@ -253,11 +253,11 @@ void Program::retryDatabases()
     }
 }
 
-// The tray's menu works while a message box is open. Closing windows under that box would leave it, and
-// whoever waits for its answer, without ground: the answer comes first.
+// The tray's menu works while a message box, or the dialog of the printer, is open. Closing windows under
+// that box would leave it, and whoever waits for its answer, without ground: the answer comes first.
 bool Program::operatorEnds()
 {
-    if (m_outside.prompts.isOpen()) {
+    if (m_outside.prompts.isOpen() || QApplication::activeModalWidget() != nullptr) {
         m_mainWindow->restoreToFront();
         return false;
     }
