@@ -166,10 +166,10 @@ void FrmMain::Timer1_Timer()
     }
 }
 
+// A hidden window has no frame and would be remembered without it; it was remembered when it was hidden.
 void FrmMain::prepareToEnd()
 {
-    if (isVisible()) { // a hidden window has no frame and would be remembered without it; hiding did that
-                       // before
+    if (isVisible()) {
         rememberPlace();
     }
     m_tray->remove();

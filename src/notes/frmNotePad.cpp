@@ -26,11 +26,9 @@ frmNotePad::frmNotePad(const NoteContext &context)
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowIcon(appearance::programIcon());
     m_setup.load(*this);
-    connect(m_ui->txtCustomerName, &QLineEdit::textChanged, this,
-            [this, title = windowTitle()](const QString &typed) {
-                const QString name = core::shownText(typed.trimmed());
-                setWindowTitle(name.isEmpty() ? title : core::isolated(name) + u" - "_s + title);
-            });
+    connect(
+        m_ui->txtCustomerName, &QLineEdit::textChanged, this,
+        [this, title = windowTitle()](const QString &name) { setWindowTitle(core::titleOf(name, title)); });
     connectButtons();
     m_ui->cmdExport->setEnabled(false); // until there is a report
     m_context.values.NotePadOpen = true;
