@@ -1,6 +1,6 @@
 #include "appearance/MouseRelease.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <QTimer>
 
 namespace appearance {
@@ -8,7 +8,7 @@ namespace appearance {
 void whenReleased(QWidget &form, const std::function<void()> &work)
 {
     constexpr std::chrono::milliseconds aMoment{20};
-    if (QGuiApplication::mouseButtons() != Qt::NoButton) {
+    if (QApplication::mouseButtons() != Qt::NoButton || QApplication::activeModalWidget() != nullptr) {
         QTimer::singleShot(aMoment, &form, [&form, work] { whenReleased(form, work); });
     } else if (form.isVisible()) {
         work();

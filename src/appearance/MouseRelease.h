@@ -6,8 +6,9 @@
 
 namespace appearance {
 
-/// Does the work as soon as no mouse button is held down, unless the form is closed by then. A box that opens
-/// between the press and the release of a button would swallow the click.
+/// Does the work as soon as no mouse button is held down and no question is open, unless the form is closed
+/// by then. A box that opens between the press and the release of a button would swallow the click, and one
+/// that the click itself has opened would be covered.
 void whenReleased(QWidget &form, const std::function<void()> &work);
 
 } // namespace appearance

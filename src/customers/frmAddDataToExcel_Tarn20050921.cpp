@@ -60,7 +60,7 @@ void frmAddDataToExcel_Tarn20050921::fillFields()
 
 void frmAddDataToExcel_Tarn20050921::showCount()
 {
-    m_context.log.trap("lblCount"_L1, [this] {
+    m_context.log.trap("frmAddDataToExcel_Tarn20050921_Load"_L1, [this] {
         store::Database database(m_context.paths.CustomerFile, store::Database::Mode::ReadOnly);
         const int count = CustomerExport::countCustomers(database);
         m_ui->lblCount->setText(
