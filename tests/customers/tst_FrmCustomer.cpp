@@ -158,7 +158,10 @@ private Q_SLOTS:
         QCOMPARE(forms.shown("lblMessage"), u"[CallerNumberWaits]"_s);
         forms.windowsOfCustomers.addCustomer(u"5555"_s, {});
         QCOMPARE((forms.shown("lblMessage") + find<FrmCustomer, QLineEdit>("txtAddToExist")->text()), u""_s);
+        find<FrmEditCustomer, QLineEdit>("txtCustomerName")->setText(u"Zed"_s);
+        forms.prompts.expectSave(core::Prompts::Answer::Save);
         forms.windowsOfCustomers.addCustomer(u"4444"_s, u"Bay"_s);
+        QCOMPARE(forms.names(), u"Bay"_s); // although the saving has shown all
         support::clickCell(forms.grid(), 0, 0, true);
         QCOMPARE(phones(), u"333,4444"_s);
         QCOMPARE((find<FrmEditCustomer, QLabel>("lblMessage")->text()), u"[NumberAddedUnsaved]"_s);
@@ -167,7 +170,7 @@ private Q_SLOTS:
         find<FrmCustomer, QLineEdit>("txtAddToExist")->setText(u"5"_s);
         forms.windowsOfCustomers.refreshCustomerList();
         QCOMPARE((find<FrmCustomer, QLineEdit>("txtAddToExist")->text()), u""_s);
-        QCOMPARE(forms.names(), u"Zoë Łódź|anna|Bay|New"_s);
+        QCOMPARE(forms.names(), u"Zoë Łódź|anna|Bay|Zed|New"_s);
         QCOMPARE(forms.grid()->currentIndex().row(), 2);
         forms.windowsOfCustomers.showList(u"Select * from customer where sn = 1"_s);
         QCOMPARE(forms.names(), u"Zoë Łódź"_s);

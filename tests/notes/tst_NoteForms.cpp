@@ -50,7 +50,7 @@ private Q_SLOTS:
         QTest::keyClick(form->focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
         QTest::keyClick(form->focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
         QCOMPARE(form->focusWidget()->objectName(), u"txtConsultant"_s);
-        QCOMPARE(form->windowTitle(), u"\u2068O'Brien's\u2069 - [EditCallNote]"_s);
+        QCOMPARE(form->windowTitle(), u"O'Brien's - [EditCallNote]"_s);
         QCOMPARE(form->findChild<QLineEdit *>(u"txtCallID"_s)->text(), u"Call20261121093015"_s);
         typeEntry();
         form->findChild<QCheckBox *>(u"chkIfResolved"_s)->click();
