@@ -22,8 +22,8 @@ struct ToolkitLanguage
     QLatin1StringView file; ///< empty where the toolkit has no translation
 };
 
-// The Arabic of a country that writes dates in the digits of the date boxes. The toolkit's European Portuguese
-// is far from complete.
+// The Arabic of a country that writes dates in the digits of the date boxes. The toolkit's European
+// Portuguese is far from complete.
 constexpr std::array toolkitLanguages = {
     ToolkitLanguage{"ENG"_L1, "en_US"_L1, ""_L1},
     ToolkitLanguage{"CHS"_L1, "zh_CN"_L1, "qtbase_zh_CN"_L1},
