@@ -177,7 +177,7 @@ void RecordGrid::copySelection()
         }
     }
     std::ranges::sort(m_toCopy, std::greater());
-    m_toCopy.erase(std::ranges::unique(m_toCopy).begin(), m_toCopy.end());
+    m_toCopy.erase(std::unique(m_toCopy.begin(), m_toCopy.end()), m_toCopy.end());
     copyOn();
 }
 
