@@ -210,8 +210,7 @@ void Program::paintAtOnce()
 
 void Program::openReception()
 {
-    m_endpoint.iniUDP();
-    m_mainWindow->showPortAvailable(m_endpoint.isBound());
+    m_windows.iniUDP();
     m_forwarding.Ini_TDR_UDP();
 }
 

@@ -62,6 +62,9 @@ public:
     /// The operator has read the messages in the main window.
     void messagesSeen() { m_messages.markAllSeen(); }
 
+    /// Opens the caller-ID port, anew where it is open; the main window tells whether it can be received on.
+    void iniUDP() override;
+
     /// Closes all but the main window; false where the operator, asked about typed text that was not saved,
     /// wants to keep a window open.
     bool closeAll();
@@ -73,7 +76,6 @@ private:
     void customerDeleted(qint32 sn) override;
     void renameNotes(const QString &oldName, const QString &newName);
     bool updateNumbers(qint32 sn);
-    void iniUDP() override;
     QStringList gridColumnNames() const override;
     QStringList hiddenGridColumns() const override;
     void ChangeGridCfg(const QStringList &names) override;

@@ -104,7 +104,7 @@ void Settings::Get_misc()
 bool Settings::SaveMisc()
 {
     return m_log.trap("Get_misc"_L1, [&] {
-        if (!m_read) {
+        if (!m_read && QFile::exists(m_paths.SettingsFile)) {
             throw Error(0, u"settings that could not be read are not written over"_s);
         }
         saveAtomically(m_paths.SettingsFile, record.toBytes());

@@ -1,5 +1,6 @@
 #include "customers/FrmCustomer.h"
 
+#include "appearance/BringToFront.h"
 #include "appearance/ThemedIcons.h"
 #include "core/TextUtilities.h"
 #include "customers/CustomerQueries.h"
@@ -68,7 +69,16 @@ bool FrmCustomer::searchFor(const QString &keyWord, const QString &number)
     m_ui->txtSearch->setText(keyWord);
     m_ui->txtAddToExist->setText(number);
     search();
-    return Ado1.rowCount() > 0 || Ado1.isReading();
+    if (Ado1.rowCount() == 0 && Ado1.isReading()) {
+        const auto comeForward = [this] {
+            if (hasNumber()) {
+                appearance::bringToFront(*this);
+            }
+        };
+        connect(&Ado1, &QAbstractItemModel::rowsInserted, this, comeForward,
+                static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+    }
+    return Ado1.rowCount() > 0;
 }
 
 bool FrmCustomer::hasNumber() const

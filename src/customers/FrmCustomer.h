@@ -40,7 +40,8 @@ public:
     /// Shows the rows of a query in the given words.
     void showQuery(const QString &query);
     /// Searches for the customer to whom a caller's number may belong; a row that is then opened gets it. The
-    /// list says so as long as the number waits. False where nobody was found.
+    /// list says so as long as the number waits. False where nobody was found yet: while the search
+    /// goes on, the list comes to the front with the first one.
     bool searchFor(const QString &keyWord, const QString &number);
     bool hasNumber() const;
     /// The caller's number goes another way.

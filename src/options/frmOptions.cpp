@@ -27,6 +27,9 @@ protected:
         QStyledItemDelegate::initStyleOption(option, index);
         const QString remark = index.data(remarkRole).toString();
         option->text += remark.isEmpty() ? QString() : u"   "_s + remark;
+        if (!remark.isEmpty() && index.data(columnRole).isValid()) { // a column that is not shown
+            option->palette.setBrush(QPalette::Text, option->palette.placeholderText());
+        }
     }
 };
 
@@ -157,7 +160,6 @@ void frmOptions::Init_lstGridCallerIDShowOrder_tarn()
             if (hidden.contains(name)) {
                 item->setData(remarkRole, notShown);
                 item->setData(Qt::AccessibleTextRole, item->text() + u' ' + notShown);
-                item->setForeground(palette().color(QPalette::PlaceholderText));
             }
         }
     });
