@@ -260,7 +260,8 @@ bool Program::operatorEnds()
         m_mainWindow->restoreToFront();
         return false;
     }
-    return m_outside.prompts.askOkCancel(m_language.Lms(u"ExitPopWarning"_s), {}) && m_windows.closeAll();
+    return m_outside.prompts.askOkCancel(m_language.Lms(u"ExitPopWarning"_s), m_mainWindow->windowTitle()) &&
+           m_windows.closeAll();
 }
 
 bool Program::byebye(const QString &prompt)

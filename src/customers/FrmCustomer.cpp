@@ -140,11 +140,12 @@ void FrmCustomer::refreshCustomerList()
     }
 }
 
-/// Before the first row, the list stands on none.
+/// Before the first row, the list stands on none. The first column in sight keeps it from moving sideways.
 void FrmCustomer::makeCurrent(int row)
 {
     appearance::RecordGrid &grid = *m_ui->DataGrid1;
-    const int column = grid.horizontalHeader()->logicalIndexAt(0);
+    const int start = isRightToLeft() ? grid.viewport()->width() - 1 : 0;
+    const int column = grid.horizontalHeader()->logicalIndexAt(start);
     if (row < Ado1.rowCount()) {
         grid.setCurrentIndex(Ado1.index(row, std::max(column, 0)));
     }

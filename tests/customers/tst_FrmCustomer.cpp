@@ -3,6 +3,8 @@
 #include "customers/frmAddDataToExcel_Tarn20050921.h"
 #include "support/TestForms.h"
 
+#include <QScrollBar>
+
 using customers::FrmCustomer, customers::FrmEditCustomer, customers::frmAddDataToExcel_Tarn20050921;
 using support::find, support::openForm, support::press;
 
@@ -75,6 +77,9 @@ private Q_SLOTS:
         QTRY_COMPARE(forms.names(), u"anna"_s); // as one types
         QTest::keyClick(find<FrmCustomer, QLineEdit>("txtSearch"), Qt::Key_Return);
         QVERIFY(forms.grid()->hasFocus() && forms.grid()->currentIndex().row() == 0);
+        forms.form()->setLayoutDirection(Qt::RightToLeft);
+        forms.search(u"a"_s);
+        QCOMPARE(forms.grid()->horizontalScrollBar()->value(), 0); // does not move sideways
         QCOMPARE(forms.logMessages(), QStringList());
     }
 
