@@ -53,8 +53,10 @@ Program::Program(const Outside &outside)
     connectTimer(m_databasesRetry, &Program::retryDatabases);
 }
 
+// A window that was closed just now is deleted while all that it uses is there.
 Program::~Program()
 {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     m_outside.prompts.setTexts(nullptr);
     m_outside.prompts.setClosedHandler({});
 }
