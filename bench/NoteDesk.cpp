@@ -18,9 +18,9 @@ NoteDesk::NoteDesk() : paths(core::pathsBelow(folder.path(), folder.path()))
 notes::NoteContext NoteDesk::context()
 {
     const appearance::FormContext forms{
-        paths,     values,  log,         m_texts,  clock,
-        m_prompts, m_shell, m_navigator, m_server, {m_translator, m_openForms, m_windows}};
-    return {forms, m_printer, values, m_language};
+        paths,   values,  log,     m_doors, clock,
+        m_doors, m_doors, m_doors, m_doors, {m_translator, m_openForms, m_windows}};
+    return {forms, m_doors, values, m_language};
 }
 
 QString NoteDesk::busyCustomer()

@@ -32,7 +32,7 @@ public:
         fail(text);
         return false;
     }
-    Answer askSave(const QString &text) override
+    Answer askSave(const QString &text, QObject *) override
     {
         fail(text);
         return Answer::Cancel;

@@ -187,6 +187,7 @@ struct Controls : customers::CustomerControls
     customers::CustomerRecord shownCustomer() const override { return record; }
     void showCustomer(const customers::CustomerRecord &customer) override { record = customer; }
     void showSN(qint32 sn) override { record.SN = sn; }
+    void turnTo(QStringView) override {}
 };
 
 bool measureEditing(bench::CustomerDesk &desk)
