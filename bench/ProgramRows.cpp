@@ -234,14 +234,13 @@ bool measureLanguages(const Desk &desk)
         chooseLanguage(desk, code);
         return startOf(ourselves, {u"--program"_s, desk.start, desk.data, port}).ms;
     };
+    constexpr size_t starts = 11;
     double longest = 0;
     for (const char *code :
          {"CHS", "CHT", "SPN", "ARA", "FRN", "HBR", "TUK", "KOR", "POL", "PTG", "VN", "ID", "USER"}) {
-        std::vector<double> longer;
         startIn(QLatin1String(code)); // once, so that the system has the fonts and files of both at hand
-        for (int i = 0; i < 11; ++i) {
-            longer.push_back(startIn(QLatin1String(code)) - startIn(u"ENG"_s));
-        }
+        std::vector<double> longer(starts);
+        std::ranges::generate(longer, [&] { return startIn(QLatin1String(code)) - startIn(u"ENG"_s); });
         longest = std::max(longest, median(longer));
     }
     return print(

@@ -99,6 +99,7 @@ double sendCalls(quint16 port, int count, int rate)
 {
     constexpr int differentCalls = 1000;
     std::vector<Call> calls;
+    calls.reserve(differentCalls);
     for (int i = 0; i < differentCalls; ++i) {
         calls.emplace_back(i);
     }

@@ -55,10 +55,8 @@ double medianMs(bench::CustomerDesk &desk, const core::Paths &delivered, const Q
     language::LanguagePack pack(delivered, desk.log, desk.doors, settings);
     pack.iniLanguage();
     const language::FormTranslator translator(pack, pack.state(), desk.log);
-    std::vector<double> times;
-    for (int i = 0; i < forms; ++i) {
-        times.push_back(msOfTranslation(desk, translator));
-    }
+    std::vector<double> times(forms);
+    std::generate(times.begin(), times.end(), [&] { return msOfTranslation(desk, translator); });
     std::sort(times.begin(), times.end());
     return times.at(forms / 2);
 }

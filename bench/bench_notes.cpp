@@ -35,10 +35,8 @@ constexpr int repetitions = 5;
 
 double median(const std::function<double()> &measure)
 {
-    std::vector<double> figures;
-    for (int i = 0; i < repetitions; ++i) {
-        figures.push_back(measure());
-    }
+    std::vector<double> figures(repetitions);
+    std::generate(figures.begin(), figures.end(), measure);
     std::sort(figures.begin(), figures.end());
     return figures[figures.size() / 2];
 }
