@@ -88,7 +88,8 @@ private Q_SLOTS:
             const QString schema = u"schema/%1.sql"_s.arg(QLatin1String(name));
             write(u"data/"_s + schema, mkdesk::DeskSources().text(schema).toUtf8());
         }
-        write(u"data/lang/window.tsv"_s, "id\tENG\tCHS\tCHT\nEdit\tTwo\\nlines \\\\ x\t\t\n");
+        write(u"data/lang/ENG/window.tsv"_s, "id\ttext\t[hint]\nEdit\tTwo\\nlines \\\\ x\ton a button\n");
+        write(u"data/lang/CHS/window.tsv"_s, "id\ttext\nedit\t\u7f16\u8f91\n");
         write(u"data/lang/SPN/a.tsv"_s, "id\ttext\nOther\t\n");
         write(u"data/lang/SPN/b.tsv"_s, "id\ttext\neDIT\tDos\\nl\u00EDneas\n");
         write(u"data/lang/DEU/a.tsv"_s, "id\ttext\nEdit\tZwei\n"); // no language of the program
@@ -98,10 +99,12 @@ private Q_SLOTS:
         const QString english = u"Two\nlines \\ x"_s;
         compareRows(u"desk/SPN.lan"_s, u"Language"_s, {columns, {{u"eDIT"_s, u"Dos\nlíneas"_s, english}}});
         compareRows(u"desk/UserLang.lan"_s, u"Language"_s, {columns, {{u"Edit"_s, english, english}}});
-        write(u"data/lang/window.tsv"_s, "id\tENG\tCHS\tCHT\n1\t2\t3\t4\nEdit\n");
+        compareRows(u"desk/Lang.mdb"_s, u"Lang"_s,
+                    {{u"id"_s, u"ENG"_s, u"CHS"_s, u"CHT"_s}, {{u"Edit"_s, english, u"编辑"_s, QString()}}});
+        write(u"data/lang/ENG/window.tsv"_s, "id\ttext\t[hint]\n1\t2\nEdit\n");
         const QString told = run(u"again --data data"_s).errors;
-        QVERIFY2(told.contains(u"lang/window.tsv, line 3: 1 fields instead of 4"_s), qPrintable(told));
-        write(u"data/lang/window.tsv"_s, "id\tENG\tCHS\tCHT\n");
+        QVERIFY2(told.contains(u"lang/ENG/window.tsv, line 3: 1 fields instead of 2"_s), qPrintable(told));
+        write(u"data/lang/ENG/window.tsv"_s, "id\ttext\n");
         write(u"data/lang/SPN/a.tsv"_s, "text\tid\n");
         const QString order = run(u"again --data data"_s).errors;
         QVERIFY2(order.contains(u"lang/SPN/a.tsv: the columns must be id, text"_s), qPrintable(order));

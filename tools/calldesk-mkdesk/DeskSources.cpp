@@ -1,6 +1,7 @@
 #include "DeskSources.h"
 
 #include "core/Error.h"
+#include "core/TextUtilities.h"
 #include "language/LanguageChoice.h"
 
 #include <QFile>
@@ -36,34 +37,48 @@ TsvTable DeskSources::table(const QString &path) const
     return parseTsv(text(path), path);
 }
 
-TsvTable DeskSources::areas(const QString &folder, const QStringList &columns) const
+TsvTable DeskSources::areas(const QString &code) const
 {
-    TsvTable all{columns, {}};
+    const QString folder = u"lang/"_s + code;
+    TsvTable all{{u"id"_s, u"text"_s}, {}};
     for (const QString &file :
          QDir(m_folder.filePath(folder)).entryList({u"*.tsv"_s}, QDir::Files, QDir::Name)) {
         const QString path = folder + u'/' + file;
         const TsvTable part = table(path);
-        if (part.columns != columns) {
-            throw core::Error(0, path + u": the columns must be "_s + columns.join(u", "_s));
+        if (part.columns != all.columns) {
+            throw core::Error(0, path + u": the columns must be "_s + all.columns.join(u", "_s));
         }
         all.rows += part.rows;
     }
     return all;
 }
 
+QHash<QString, QString> DeskSources::textsById(const QString &code) const
+{
+    QHash<QString, QString> texts;
+    for (const QStringList &row : areas(code).rows) {
+        texts.insert(row.at(0).toUpper(), row.at(1));
+    }
+    return texts;
+}
+
 TsvTable DeskSources::languageTexts() const
 {
-    return areas(u"lang"_s, {u"id"_s, u"ENG"_s, u"CHS"_s, u"CHT"_s});
+    const QHash<QString, QString> simplified = textsById(u"CHS"_s);
+    const QHash<QString, QString> traditional = textsById(u"CHT"_s);
+    TsvTable texts{{u"id"_s, u"ENG"_s, u"CHS"_s, u"CHT"_s}, {}};
+    for (const QStringList &row : areas(u"ENG"_s).rows) {
+        const QString key = row.at(0).toUpper();
+        texts.rows.append({row.at(0), row.at(1), simplified.value(key), traditional.value(key)});
+    }
+    return texts;
 }
 
 TsvTable DeskSources::languageFile(const QString &code) const
 {
-    QHash<QString, QString> english;
-    for (const QStringList &row : languageTexts().rows) {
-        english.insert(row.at(0).toUpper(), row.at(1));
-    }
+    const QHash<QString, QString> english = textsById(u"ENG"_s);
     TsvTable file{{u"item"_s, u"userlanguage"_s, u"english"_s}, {}};
-    for (const QStringList &row : areas(u"lang/"_s + code, {u"id"_s, u"text"_s}).rows) {
+    for (const QStringList &row : areas(code).rows) {
         if (!row.at(1).isEmpty()) {
             file.rows.append({row.at(0), row.at(1), english.value(row.at(0).toUpper())});
         }
@@ -79,7 +94,10 @@ QStringList DeskSources::folders(const QString &path) const
 QStringList DeskSources::languageCodes() const
 {
     QStringList codes = folders(u"lang"_s);
-    codes.removeIf([](const QString &code) { return !language::isLanguageCode(code); });
+    codes.removeIf([](const QString &code) {
+        const bool inLanguageDatabase = core::MyIn(code, u"ENG"_s, u"CHS"_s, u"CHT"_s);
+        return inLanguageDatabase || !language::isLanguageCode(code);
+    });
     return codes;
 }
 

@@ -19,7 +19,8 @@ public:
     QString text(const QString &path) const;
     TsvTable table(const QString &path) const;
 
-    /// The texts of all windows in one table with the columns `id`, `ENG`, `CHS` and `CHT`.
+    /// The texts of all windows in one table with the columns `id`, `ENG`, `CHS` and `CHT`; empty where a
+    /// Chinese text is missing.
     TsvTable languageTexts() const;
     /// The codes of the languages that have a file of their own; their texts stand in lang/<code>/<area>.tsv.
     QStringList languageCodes() const;
@@ -33,7 +34,10 @@ public:
 
 private:
     QStringList folders(const QString &path) const;
-    TsvTable areas(const QString &folder, const QStringList &columns) const;
+    /// The texts of one language, with the columns `id` and `text`.
+    TsvTable areas(const QString &code) const;
+    /// The same by upper-case ID.
+    QHash<QString, QString> textsById(const QString &code) const;
 
     QDir m_folder;
 };

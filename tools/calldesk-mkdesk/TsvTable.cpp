@@ -49,16 +49,23 @@ TsvTable parseTsv(const QString &text, const QString &name)
 {
     TsvTable table;
     qsizetype number = 0;
+    qsizetype optional = 0; // columns that a line may lack
     for (QStringView line : QStringView(text).split(u'\n')) {
         ++number;
         line = line.endsWith(u'\r') ? line.chopped(1) : line;
         if (line.isEmpty()) {
             continue;
         }
-        const QStringList fields = fieldsOf(line);
+        QStringList fields = fieldsOf(line);
         if (table.columns.isEmpty()) {
-            table.columns = fields;
-        } else if (fields.size() == table.columns.size()) {
+            optional = fields.last().startsWith(u'[') ? 1 : 0;
+            table.columns = fields.first(fields.size() - optional);
+            continue;
+        }
+        if (fields.size() == table.columns.size() + optional) {
+            fields.resize(table.columns.size());
+        }
+        if (fields.size() == table.columns.size()) {
             table.rows.append(fields);
         } else {
             throw core::Error(0, u"%1, line %2: %3 fields instead of %4"_s.arg(

@@ -6,10 +6,11 @@
 namespace mkdesk {
 
 /// Tab-separated text whose first line names the columns. In a field "\n" stands for a line break and "\\"
-/// for one backslash.
+/// for one backslash. The last column may be named in brackets: a line may end before it, and nothing of it is
+/// kept.
 struct TsvTable
 {
-    QStringList columns;
+    QStringList columns; ///< without one in brackets
     QList<QStringList> rows; ///< each as long as `columns`
 
     /// The field of a row by its column's name. Throws core::Error when there is no such column.
