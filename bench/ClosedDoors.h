@@ -20,7 +20,7 @@ class ClosedDoors : public core::Prompts,
 public:
     void tell(const QString &, const QString &) override {}
     bool askOkCancel(const QString &, const QString &) override { return false; }
-    Answer askSave(const QString &, QObject *) override { return Answer::Discard; }
+    Answer askSave(const QString &, QWidget *) override { return Answer::Discard; }
     QString saveFileName(const QString &, const QString &) override { return {}; }
     bool isOpen() const override { return false; }
     bool openPage(const QString &) override { return false; }

@@ -32,7 +32,7 @@ public:
         fail(text);
         return false;
     }
-    Answer askSave(const QString &text, QObject *) override
+    Answer askSave(const QString &text, QWidget *) override
     {
         fail(text);
         return Answer::Cancel;

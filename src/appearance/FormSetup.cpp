@@ -32,14 +32,20 @@ void FormSetup::load(QWidget &form, Place place)
     m_services.translator.iniFormFonts(form);
     m_services.translator.iniFormLang(form);
     if (m_place == Place::Remembered) {
-        const bool placed = form.restoreGeometry(m_services.windows.geometry(form.objectName()));
-        if (form.testAttribute(Qt::WA_Resized) && form.windowState() == Qt::WindowNoState) {
-            const QSize wanted = form.size();
-            fitToScreen(form);
-            if (!placed || form.size() != wanted) {
-                center(form);
-            }
-        }
+        placeAsRemembered(form);
+    }
+}
+
+void FormSetup::placeAsRemembered(QWidget &form)
+{
+    const bool placed = form.restoreGeometry(m_services.windows.geometry(form.objectName()));
+    if (!form.testAttribute(Qt::WA_Resized) || form.windowState() != Qt::WindowNoState) {
+        return;
+    }
+    const QSize wanted = form.size();
+    fitToScreen(form);
+    if (!placed || form.size() != wanted) {
+        center(form);
     }
 }
 

@@ -37,6 +37,8 @@ public:
     static void fitToScreen(QWidget &form);
 
 private:
+    void placeAsRemembered(QWidget &form);
+
     FormServices m_services;
     Place m_place = Place::Remembered;
     bool m_loaded = false;

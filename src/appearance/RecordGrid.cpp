@@ -160,7 +160,7 @@ void RecordGrid::setModel(QAbstractItemModel *model)
             row += row >= first ? last - first + 1 : 0;
         }
     });
-    const auto tellOfRow = [this] { Q_EMIT onRow(currentIndex().isValid()); };
+    const auto tellOfRow = [this] { Q_EMIT currentRowChanged(currentIndex().isValid()); };
     connect(model, &QAbstractItemModel::modelReset, this, tellOfRow);
     connect(selectionModel(), &QItemSelectionModel::currentChanged, this, tellOfRow);
 }

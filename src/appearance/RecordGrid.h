@@ -28,12 +28,13 @@ public:
     /// on. Before the operator has chosen any, a column is as wide as its heading at least. Call once the
     /// model and the first widths stand; the memory must outlive the grid.
     void remember(core::WindowMemory &memory, const QString &name);
+    void setModel(QAbstractItemModel *model) override;
 
 Q_SIGNALS:
     void recordActivated(int row);
     void deleteRequested();
     /// Whether there is a current row, each time that may have changed.
-    void onRow(bool isOn);
+    void currentRowChanged(bool exists);
 
 public Q_SLOTS:
     /// The selected rows as tab-separated text, one line each, visible columns in their order on the screen.
@@ -42,9 +43,6 @@ public Q_SLOTS:
     void copySelection();
     /// The text of the current cell alone.
     void copyCell();
-
-public:
-    void setModel(QAbstractItemModel *model) override;
 
 protected:
     void paintEvent(QPaintEvent *event) override;

@@ -28,16 +28,21 @@ void SearchWhileTyping::watch(QLineEdit &box, QAbstractItemView &list, const std
     });
     QObject::connect(&box, &QLineEdit::textEdited, &m_pause, [this] { m_pause.start(); });
     QObject::connect(&m_pause, &QTimer::timeout, &m_pause, [this] { runIfNew(); });
+    watchKeys();
+}
+
+void SearchWhileTyping::watchKeys()
+{
     for (const Qt::Key key : {Qt::Key_Down, Qt::Key_PageDown}) {
-        auto *down = new QShortcut(key, &box, nullptr, nullptr, Qt::WidgetShortcut);
+        auto *down = new QShortcut(key, m_box, nullptr, nullptr, Qt::WidgetShortcut);
         QObject::connect(down, &QShortcut::activated, &m_pause, [this] {
             runIfNew();
             turnToList();
         });
     }
-    onKeys(*box.window(), QKeySequence::Find, [&box] {
-        box.setFocus(Qt::ShortcutFocusReason);
-        box.selectAll();
+    onKeys(*m_box->window(), QKeySequence::Find, [this] {
+        m_box->setFocus(Qt::ShortcutFocusReason);
+        m_box->selectAll();
     });
 }
 

@@ -29,6 +29,7 @@ public:
     bool leave();
 
 private:
+    void watchKeys();
     void run();
     void runIfNew();
     void turnToList();

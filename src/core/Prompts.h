@@ -2,11 +2,12 @@
 
 #include "core/TextLookup.h"
 
-#include <QObject>
 #include <QString>
 
 #include <functional>
 #include <utility>
+
+class QWidget;
 
 namespace core {
 
@@ -21,7 +22,7 @@ public:
     virtual bool askOkCancel(const QString &text, const QString &title = {}) = 0;
     enum class Answer { Save, Discard, Cancel };
     /// Asks what becomes of typed text that was not saved, in front of `window`, the one that holds it.
-    virtual Answer askSave(const QString &text, QObject *window = nullptr) = 0;
+    virtual Answer askSave(const QString &text, QWidget *window) = 0;
     /// The file to write, which the operator agreed to replace where it exists; empty when cancelled.
     /// `proposed` is a file name or a path, `filter` as in "(*.txt)|*.txt|(*.*)|*.*".
     virtual QString saveFileName(const QString &proposed, const QString &filter) = 0;

@@ -75,11 +75,10 @@ bool QtPrompts::askOkCancel(const QString &text, const QString &title)
 }
 
 // A window that was just brought to the front is not the active one yet.
-Prompts::Answer QtPrompts::askSave(const QString &text, QObject *window)
+Prompts::Answer QtPrompts::askSave(const QString &text, QWidget *window)
 {
-    auto *const holder = qobject_cast<QWidget *>(window);
     switch (ask(text, {}, QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save,
-                holder != nullptr && holder->isVisible() ? holder : windowBehind())) {
+                window->isVisible() ? window : windowBehind())) {
     case QMessageBox::Save:
         return Answer::Save;
     case QMessageBox::Discard:

@@ -3,7 +3,6 @@
 #include "core/Prompts.h"
 
 class QMessageBox;
-class QWidget;
 
 namespace core {
 
@@ -13,7 +12,7 @@ class QtPrompts : public Prompts
 public:
     void tell(const QString &text, const QString &title) override;
     bool askOkCancel(const QString &text, const QString &title) override;
-    Answer askSave(const QString &text, QObject *window) override;
+    Answer askSave(const QString &text, QWidget *window) override;
     QString saveFileName(const QString &proposed, const QString &filter) override;
     bool isOpen() const override { return m_open > 0; }
 

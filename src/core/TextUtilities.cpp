@@ -110,4 +110,10 @@ QString titleOf(const QString &name, const QString &window)
     return (sameDirection ? shown : isolated(shown)) + u" - "_s + window;
 }
 
+QString questionAbout(const QString &name, const QString &question)
+{
+    const QString shown = shownText(name).trimmed();
+    return shown.isEmpty() ? question : shown + u"\n\n"_s + question;
+}
+
 } // namespace core

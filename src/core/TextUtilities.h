@@ -63,4 +63,7 @@ QString isolated(const QString &text);
 /// The title of the window that shows something with a name: the name goes first.
 QString titleOf(const QString &name, const QString &window);
 
+/// A question about something with a name: the name stands above it.
+QString questionAbout(const QString &name, const QString &question);
+
 } // namespace core

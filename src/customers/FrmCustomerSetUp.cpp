@@ -47,7 +47,7 @@ void FrmCustomer::setUpGrid()
         }
     });
     connect(&grid, &appearance::RecordGrid::deleteRequested, this, &FrmCustomer::deleteCurrent);
-    connect(&grid, &appearance::RecordGrid::onRow, m_ui->Command4, &QWidget::setEnabled);
+    connect(&grid, &appearance::RecordGrid::currentRowChanged, m_ui->Command4, &QWidget::setEnabled);
 }
 
 /// The operator's own widths, order and choice come first. Does nothing before the file could be opened:

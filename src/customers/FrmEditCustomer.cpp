@@ -2,6 +2,7 @@
 
 #include "appearance/BringToFront.h"
 #include "appearance/Keys.h"
+#include "appearance/NameInTitle.h"
 #include "appearance/ThemedIcons.h"
 #include "core/TextUtilities.h"
 #include "ui_FrmEditCustomer.h"
@@ -32,9 +33,7 @@ FrmEditCustomer::FrmEditCustomer(const Context &context)
     mirror(*m_ui->txtLinkmanEmail, *m_ui->txtLinkmanEmail1);
     setUpChecks();
     setUpMessage();
-    connect(
-        m_ui->txtCustomerName, &QLineEdit::textChanged, this,
-        [this, title = windowTitle()](const QString &name) { setWindowTitle(core::titleOf(name, title)); });
+    appearance::nameInTitle(*this, *m_ui->txtCustomerName);
     startNewCustomer({});
 }
 
@@ -142,10 +141,9 @@ bool FrmEditCustomer::settleUnsavedChanges()
     }
     appearance::bringToFront(*this);
     using Answer = core::Prompts::Answer;
-    const QString name = core::shownText(m_ui->txtCustomerName->text().trimmed());
     const QString question = m_context.form.texts.Lms(u"CustomerUnsaved"_s);
     const Answer answer =
-        m_context.form.prompts.askSave(name.isEmpty() ? question : name + u"\n\n"_s + question, this);
+        m_context.form.prompts.askSave(core::questionAbout(m_ui->txtCustomerName->text(), question), this);
     return answer == Answer::Discard || (answer == Answer::Save && save());
 }
 

@@ -1,4 +1,4 @@
-#include "appearance/MouseRelease.h"
+#include "appearance/FieldChecks.h"
 #include "appearance/ThemedIcons.h"
 #include "customers/Addresses.h"
 #include "customers/FrmEditCustomer.h"

@@ -6,6 +6,7 @@
 #include "ui_frmPopUp.h"
 
 #include <QKeyEvent>
+#include <QPointer>
 #include <QScreen>
 #include <QStyle>
 
@@ -121,13 +122,15 @@ void frmPopUp::place(const QWidget &mainWindow)
     move(m_placed);
 }
 
-// The card goes first: while the editor asks something, the next caller may need it.
+// While the editor asks something, the next caller may have come up on the card.
 void frmPopUp::editCaller()
 {
-    const QString source = m_ui->txtSnType->text();
-    const qint32 sn = core::leadingNumber(m_ui->txtSN->text());
-    close();
-    m_navigator.Show_Editor(source, sn);
+    const QPointer<frmPopUp> card(this);
+    const QString number = m_ui->lblCallerNumber->text();
+    m_navigator.Show_Editor(m_ui->txtSnType->text(), core::leadingNumber(m_ui->txtSN->text()));
+    if (card && m_ui->lblCallerNumber->text() == number) {
+        close();
+    }
 }
 
 void frmPopUp::keyPressEvent(QKeyEvent *event)

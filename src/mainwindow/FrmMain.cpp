@@ -48,6 +48,7 @@ void FrmMain::Form_Load()
     loadTray();
     loadShape();
     connectButtons();
+    connectCallers();
     m_ui->gridCallerId->setFocus();
 }
 
@@ -174,6 +175,15 @@ void FrmMain::connectButtons()
     connect(m_ui->Command2, &QAction::triggered, this, [this] { m_context.commands.byebye({}); });
     connect(m_ui->cmdSmallShape, &QAction::triggered, this, &FrmMain::SetSmallFrmmain);
     connect(m_ui->cmdFullShape, &QAction::triggered, this, &FrmMain::setFullShape);
+    connect(m_ui->Command6, &QPushButton::clicked, this, [this] { m_context.commands.handleSampleCall(); });
+    connect(m_ui->cmdTest, &QPushButton::clicked, this,
+            [this] { m_context.prompts.tell(m_context.commands.describeLastDatagram()); });
+    connect(m_ui->Command7, &QPushButton::clicked, this, &FrmMain::deleteRunLog);
+    connect(m_ui->Command8, &QPushButton::clicked, this, &FrmMain::deleteSmsLog);
+}
+
+void FrmMain::connectCallers()
+{
     connect(m_ui->mnuCopy, &QAction::triggered, m_ui->gridCallerId, &CallGridView::copySelection);
     connect(m_ui->mnuOpenCaller, &QAction::triggered, this,
             [this] { openCaller(m_ui->gridCallerId->currentIndex().row()); });
@@ -183,11 +193,6 @@ void FrmMain::connectButtons()
                 nameOpening(*m_ui->mnuOpenCaller, m_calls.cell(current.row(), u"ID"_s));
             });
     connect(m_ui->gridCallerId, &CallGridView::recordActivated, this, &FrmMain::openCaller);
-    connect(m_ui->Command6, &QPushButton::clicked, this, [this] { m_context.commands.handleSampleCall(); });
-    connect(m_ui->cmdTest, &QPushButton::clicked, this,
-            [this] { m_context.prompts.tell(m_context.commands.describeLastDatagram()); });
-    connect(m_ui->Command7, &QPushButton::clicked, this, &FrmMain::deleteRunLog);
-    connect(m_ui->Command8, &QPushButton::clicked, this, &FrmMain::deleteSmsLog);
 }
 
 void FrmMain::connectWindowButton(QAction *action, core::Window window)

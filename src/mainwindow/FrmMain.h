@@ -115,6 +115,7 @@ private:
     void loadTray();
     void loadShape();
     void connectButtons();
+    void connectCallers();
     void connectTray();
     void connectWindowButton(QAction *action, core::Window window);
     void applyIcons();

@@ -1,12 +1,12 @@
 #include "messages/frmSendSMS.h"
 
+#include "appearance/FieldChecks.h"
 #include "appearance/Keys.h"
 #include "appearance/ThemedIcons.h"
 #include "core/TextUtilities.h"
 #include "ui_frmSendSMS.h"
 
 #include <QCompleter>
-#include <QFocusEvent>
 #include <QLineEdit>
 
 using namespace Qt::StringLiterals;
@@ -51,14 +51,10 @@ void frmSendSMS::done(int result)
     QDialog::done(result);
 }
 
-// The list of names and another window take the focus, too, but the operator comes back from them.
 bool frmSendSMS::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == m_ui->txtSendTo && event->type() == QEvent::FocusOut) {
-        const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
-        if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason) {
-            txtSendTo_LostFocus();
-        }
+    if (watched == m_ui->txtSendTo && appearance::leavesField(*event)) {
+        txtSendTo_LostFocus();
     }
     return QDialog::eventFilter(watched, event);
 }

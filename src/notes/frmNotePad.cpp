@@ -2,8 +2,8 @@
 
 #include "appearance/Keys.h"
 #include "appearance/MemoText.h"
+#include "appearance/NameInTitle.h"
 #include "appearance/ThemedIcons.h"
-#include "core/TextUtilities.h"
 #include "notes/ExportText.h"
 #include "notes/PrintNotePad.h"
 #include "notes/ReportRun.h"
@@ -26,9 +26,7 @@ frmNotePad::frmNotePad(const NoteContext &context)
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowIcon(appearance::programIcon());
     m_setup.load(*this);
-    connect(
-        m_ui->txtCustomerName, &QLineEdit::textChanged, this,
-        [this, title = windowTitle()](const QString &name) { setWindowTitle(core::titleOf(name, title)); });
+    appearance::nameInTitle(*this, *m_ui->txtCustomerName);
     connectButtons();
     m_ui->cmdExport->setEnabled(false); // until there is a report
     m_context.values.NotePadOpen = true;

@@ -13,9 +13,10 @@ namespace options {
 
 namespace {
 
-constexpr int remarkRole = Qt::UserRole; // what is shown behind an item's text
-constexpr int columnRole = Qt::UserRole + 1;
+constexpr int remarkRole = Qt::UserRole;
+constexpr int columnRole = Qt::UserRole + 1; // the name of a column of the grid
 
+/// Shows the remark on an item behind its text.
 class RemarkDelegate : public QStyledItemDelegate
 {
 public:

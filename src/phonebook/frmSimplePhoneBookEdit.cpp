@@ -1,7 +1,8 @@
 #include "phonebook/frmSimplePhoneBookEdit.h"
 
+#include "appearance/FieldChecks.h"
 #include "appearance/Keys.h"
-#include "appearance/MouseRelease.h"
+#include "appearance/NameInTitle.h"
 #include "appearance/ThemedIcons.h"
 #include "core/TextUtilities.h"
 #include "ui_frmSimplePhoneBookEdit.h"
@@ -41,9 +42,7 @@ void frmSimplePhoneBookEdit::connectControls()
     connect(m_ui->chkBlackList, &QCheckBox::stateChanged, this, clearNotice);
     connect(m_ui->Command1, &QPushButton::clicked, this, &QWidget::close);
     connect(m_ui->Command2, &QPushButton::clicked, this, &frmSimplePhoneBookEdit::save);
-    connect(
-        m_ui->txtSimpleDes, &QLineEdit::textChanged, this,
-        [this, title = windowTitle()](const QString &name) { setWindowTitle(core::titleOf(name, title)); });
+    appearance::nameInTitle(*this, *m_ui->txtSimpleDes);
     appearance::onHelpKey(*this, m_needs.forms.navigator, u"Popup_SimplePhoneBook"_s);
 }
 
@@ -92,9 +91,8 @@ bool frmSimplePhoneBookEdit::mayDropContents()
     if (!isChanged()) {
         return true;
     }
-    const QString name = core::shownText(m_ui->txtSimpleDes->text().trimmed());
     const QString question = m_needs.forms.texts.Lms(u"AskSaveEntry"_s);
-    switch (m_needs.forms.prompts.askSave(name.isEmpty() ? question : name + u"\n\n"_s + question, this)) {
+    switch (m_needs.forms.prompts.askSave(core::questionAbout(m_ui->txtSimpleDes->text(), question), this)) {
     case core::Prompts::Answer::Save:
         return save();
     case core::Prompts::Answer::Discard:
@@ -105,15 +103,10 @@ bool frmSimplePhoneBookEdit::mayDropContents()
     return false;
 }
 
-// Going over to another window is not leaving the box.
 bool frmSimplePhoneBookEdit::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == m_ui->txtTelno && event->type() == QEvent::FocusOut) {
-        const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
-        if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason) {
-            QTimer::singleShot(0, this,
-                               [this] { appearance::whenReleased(*this, [this] { checkNumbers(); }); });
-        }
+    if (watched == m_ui->txtTelno && appearance::leavesField(*event)) {
+        QTimer::singleShot(0, this, [this] { appearance::whenReleased(*this, [this] { checkNumbers(); }); });
     }
     return QDialog::eventFilter(watched, event);
 }

@@ -45,7 +45,7 @@ void frmSimplePhoneBook::connectGrid()
 {
     const auto *grid = m_ui->DbgPhoneBook;
     connect(grid, &appearance::RecordGrid::recordActivated, this, &frmSimplePhoneBook::editAsked);
-    connect(grid, &appearance::RecordGrid::onRow, m_ui->Command1, &QWidget::setEnabled);
+    connect(grid, &appearance::RecordGrid::currentRowChanged, m_ui->Command1, &QWidget::setEnabled);
     connect(grid, &appearance::RecordGrid::deleteRequested, this, [this] { deleteCurrent(DeletedBy::Grid); });
     connect(grid, &QWidget::customContextMenuRequested, this, &frmSimplePhoneBook::showMenu);
     connect(m_data, &DataPhonebook::blankRefused, this,

@@ -77,6 +77,23 @@ private Q_SLOTS:
         }
     }
 
+    void aCallStandsTwiceInTheLogAndItsSenderInTheSettings()
+    {
+        Desk desk;
+        QVERIFY(desk.start());
+        desk.showsACall();
+        QTRY_COMPARE(desk.logged("<CRMV1"), 2);
+        const auto record = core::SettingsRecord::fromBytes(desk.fileBytes(desk.paths.SettingsFile));
+        QCOMPARE(record.LastSenderIp.text(), u"127.0.0.1"_s);
+        QCOMPARE(record.LastSenderPort, desk.unit.localPort());
+        QVERIFY(QFile::remove(desk.paths.SettingsFile));
+        desk.showsACall();
+        QTRY_COMPARE(desk.logged("<CRMV1"), 4);
+        desk.prompts.expect(true);
+        desk.choose("Command2"); // what was put off a moment would be written now
+        QVERIFY(!QFile::exists(desk.paths.SettingsFile));
+    }
+
     void aDeskWithoutFilesStartsAndSaysSo()
     {
         Desk desk(false);

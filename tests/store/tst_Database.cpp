@@ -236,6 +236,13 @@ private Q_SLOTS:
             u"select * from phonebook where simpledes like '%50* o%' or simpledes like '*anna*'"_s);
         QCOMPARE(store::GetRecordSetRows(m_desk->log, rows), 1);
     }
+
+    void textsAreFilledToTheirWidthAndNeverCut()
+    {
+        QCOMPARE(store::FillString(m_desk->log, u"ab"_s, true, 5, u"xy"_s), u"abxyx"_s);
+        QCOMPARE(store::FillString(m_desk->log, u"ab"_s, false, 5, u"0"_s), u"000ab"_s);
+        QCOMPARE(store::FillString(m_desk->log, u"a name of 25 characters.."_s, true, 20, u" "_s).size(), 25);
+    }
 };
 
 QTEST_GUILESS_MAIN(tst_Database)

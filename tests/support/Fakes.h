@@ -52,7 +52,7 @@ struct FakePrompts : core::Prompts
 
     void tell(const QString &text, const QString &) override { answer(text); }
     bool askOkCancel(const QString &text, const QString &) override { return answer(text).ok; }
-    Answer askSave(const QString &text, QObject *) override { return answer(text).choice; }
+    Answer askSave(const QString &text, QWidget *) override { return answer(text).choice; }
     QString saveFileName(const QString &proposed, const QString &) override { return answer(proposed).path; }
     bool isOpen() const override { return m_open > 0; }
 

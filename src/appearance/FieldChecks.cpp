@@ -1,9 +1,19 @@
-#include "appearance/MouseRelease.h"
+#include "appearance/FieldChecks.h"
 
 #include <QApplication>
+#include <QFocusEvent>
 #include <QTimer>
 
 namespace appearance {
+
+bool leavesField(const QEvent &event)
+{
+    if (event.type() != QEvent::FocusOut) {
+        return false;
+    }
+    const Qt::FocusReason reason = static_cast<const QFocusEvent &>(event).reason();
+    return reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason;
+}
 
 void whenReleased(QWidget &form, const std::function<void()> &work)
 {
