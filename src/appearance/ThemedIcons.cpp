@@ -1,11 +1,13 @@
 #include "appearance/ThemedIcons.h"
 
-#include <QFile>
 #include <QIconEngine>
+#include <QImage>
 #include <QPainter>
 #include <QPixmap>
 #include <QPixmapCache>
-#include <QSvgRenderer>
+
+#include <algorithm>
+#include <array>
 
 using namespace Qt::StringLiterals;
 
@@ -19,27 +21,29 @@ namespace appearance {
 
 namespace {
 
-QByteArray source(QStringView name)
+/// The icon in the smallest of its sizes that is large enough, or in the largest.
+QImage picture(QStringView name, int pixels)
 {
     useIconResources();
-    QFile file(u":/icons/%1.svg"_s.arg(name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    constexpr std::array sizes = {16, 20, 24, 32, 40, 48, 64, 96, 128, 256};
+    const auto *const size = std::lower_bound(sizes.begin(), sizes.end() - 1, pixels);
+    const QImage image(u":/icons/%1-%2.png"_s.arg(name).arg(*size));
+    return image.convertToFormat(QImage::Format_ARGB32_Premultiplied);
 }
 
-QPixmap drawn(const QByteArray &svg, int size)
+/// An icon without a colour keeps its own.
+QPixmap drawn(QStringView name, const QColor &color, int pixels)
 {
-    QPixmap pixmap(size, size);
-    pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
-    QSvgRenderer(svg).render(&painter);
-    return pixmap;
-}
-
-QByteArray inColor(QByteArray svg, const QColor &color)
-{
-    const QByteArray opacity = QByteArray::number(color.alphaF(), 'f', 2);
-    return svg.replace("stroke=\"#000000\"",
-                       "stroke=\"" + color.name().toLatin1() + "\" stroke-opacity=\"" + opacity + "\"");
+    QImage image = picture(name, pixels);
+    if (image.width() != pixels) {
+        image = image.scaled(pixels, pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    }
+    if (color.isValid()) {
+        QPainter painter(&image);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        painter.fillRect(image.rect(), color);
+    }
+    return QPixmap::fromImage(image);
 }
 
 } // namespace
@@ -48,10 +52,11 @@ QByteArray inColor(QByteArray svg, const QColor &color)
 QPixmap themedPixmap(QStringView name, const QColor &color, int size, qreal pixelRatio)
 {
     const int pixels = qRound(size * pixelRatio);
-    const QString key = u"calldesk/%1/%2/%3"_s.arg(name).arg(color.rgba()).arg(pixels);
+    const QString tint = color.isValid() ? QString::number(color.rgba()) : QString();
+    const QString key = u"calldesk/%1/%2/%3"_s.arg(name, tint).arg(pixels);
     QPixmap pixmap;
     if (!QPixmapCache::find(key, &pixmap)) {
-        pixmap = drawn(inColor(source(name), color), pixels);
+        pixmap = drawn(name, color, pixels);
         QPixmapCache::insert(key, pixmap);
     }
     pixmap.setDevicePixelRatio(pixelRatio);
@@ -87,7 +92,7 @@ private:
     QPixmap drawing(const QSize &size, QIcon::Mode mode, qreal pixelRatio) const
     {
         QColor color = m_color;
-        if (mode == QIcon::Disabled) {
+        if (mode == QIcon::Disabled && color.isValid()) {
             color.setAlphaF(0.35F);
         }
         return themedPixmap(m_name, color, std::min(size.width(), size.height()), pixelRatio);
@@ -106,7 +111,7 @@ QIcon themedIcon(QStringView name, const QColor &color)
 
 QIcon programIcon()
 {
-    return QIcon(new DrawingEngine(u"calldesk", Qt::black)); // it has no line in the colour of texts
+    return QIcon(new DrawingEngine(u"calldesk", QColor()));
 }
 
 } // namespace appearance
