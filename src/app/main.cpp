@@ -16,6 +16,7 @@ int main(int argc, char *argv[])
 {
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"calldesk"_s);
+    QApplication::setDesktopFileName(u"org.calldesk.CallDesk"_s);
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setWindowIcon(appearance::programIcon());
     appearance::applyTheme(application, core::platform::prefersDark());
