@@ -19,11 +19,11 @@ struct ToolkitLanguage
 {
     QLatin1StringView code;
     QLatin1StringView locale;
-    QLatin1StringView file; ///< empty where the toolkit has no translation
+    QLatin1StringView file; ///< empty where the toolkit has no translation: the language pack holds all texts
 };
 
-// The Arabic of a country that writes dates in the digits of the date boxes. The toolkit's European
-// Portuguese is far from complete.
+// The Arabic of a country that writes dates in the digits of the date boxes. The toolkit's only complete
+// Portuguese is the Brazilian one.
 constexpr std::array toolkitLanguages = {
     ToolkitLanguage{"ENG"_L1, "en_US"_L1, ""_L1},
     ToolkitLanguage{"CHS"_L1, "zh_CN"_L1, "qtbase_zh_CN"_L1},
@@ -35,7 +35,7 @@ constexpr std::array toolkitLanguages = {
     ToolkitLanguage{"TUK"_L1, "tr_TR"_L1, "qtbase_tr"_L1},
     ToolkitLanguage{"KOR"_L1, "ko_KR"_L1, "qtbase_ko"_L1},
     ToolkitLanguage{"POL"_L1, "pl_PL"_L1, "qtbase_pl"_L1},
-    ToolkitLanguage{"PTG"_L1, "pt_PT"_L1, "qtbase_pt_BR"_L1},
+    ToolkitLanguage{"PTG"_L1, "pt_PT"_L1, ""_L1},
     ToolkitLanguage{"VN"_L1, "vi_VN"_L1, ""_L1},
 };
 
@@ -75,7 +75,13 @@ constexpr QLatin1StringView sharedTexts[] = {"Cancel"_L1,
 // The captions of our own forms pass here, too. They are keys, and must stay what they are designed as.
 bool isToolkit(QLatin1StringView context)
 {
-    return context.startsWith(u'Q');
+    return context.startsWith(u'Q') || context.startsWith("Print Device"_L1);
+}
+
+// "Return" and "Up" on a keyboard are not the captions of these names.
+bool isNameOfKey(QLatin1StringView context)
+{
+    return context == "QShortcut"_L1;
 }
 
 bool isShared(const QString &key)
@@ -91,6 +97,7 @@ void ToolkitTexts::install(const QString &code)
 {
     const auto *const language =
         std::ranges::find_if(toolkitLanguages, [&code](const auto &known) { return known.code == code; });
+    m_packHoldsAll = language != toolkitLanguages.end() && language->file.isEmpty();
     if (language != toolkitLanguages.end()) {
         QLocale::setDefault(QLocale(language->locale));
         // Where it is not installed, the rest stays English.
@@ -106,8 +113,12 @@ QString ToolkitTexts::translate(const char *context, const char *sourceText, con
         return {};
     }
     const QString key = withoutMnemonic(QString::fromUtf8(sourceText));
-    const QString shared = isShared(key) ? m_texts.Lms(key) : QString();
-    return shared.isEmpty() ? QTranslator::translate(context, sourceText, disambiguation, n) : shared;
+    const bool isOurs = !isNameOfKey(QLatin1StringView(context)) && (m_packHoldsAll || isShared(key));
+    const QString ours = isOurs ? m_texts.Lms(key.trimmed()) : QString();
+    if (ours.isEmpty()) {
+        return QTranslator::translate(context, sourceText, disambiguation, n);
+    }
+    return key.endsWith(u' ') ? ours + u' ' : ours; // leads into a name
 }
 
 } // namespace language

@@ -8,8 +8,8 @@ namespace language {
 
 /// The texts that the toolkit itself shows: the menus of text boxes, the print preview, the dialogs for files
 /// and printers. Those that every operator meets are texts of the language pack, under their English words
-/// as keys; the others come from the translations that are installed with the toolkit, where there are any.
-/// The names of months and days follow, too.
+/// as keys; the others come from the translations that are installed with the toolkit, or, in a language that
+/// the toolkit lacks, from the pack as well. The names of months and days follow, too.
 class ToolkitTexts : public QTranslator
 {
 public:
@@ -27,6 +27,7 @@ public:
 
 private:
     const core::TextLookup &m_texts;
+    bool m_packHoldsAll = false;
 };
 
 } // namespace language
