@@ -49,7 +49,8 @@ class tst_Endpoint : public QObject
         QList<QByteArray> handled;
         std::function<void()> whileHandling;
         std::unique_ptr<reception::Endpoint> endpoint;
-        reception::Forwarding forwarding{{settings, log, codePage}};
+        reception::Senders senders{paths, log, clock};
+        reception::Forwarding forwarding{{settings, log, codePage, senders}};
         Unit unit;
 
         Reception() { open(); }
@@ -62,7 +63,7 @@ class tst_Endpoint : public QObject
                 }
             };
             endpoint = std::make_unique<reception::Endpoint>(
-                reception::Endpoint::Context{settings, log, prompts, texts, codePage}, port, handle);
+                reception::Endpoint::Context{settings, log, prompts, texts, codePage, senders}, port, handle);
             endpoint->iniUDP();
         }
     };
