@@ -142,7 +142,7 @@ private Q_SLOTS:
         const auto refused = [&] { return reception.logMessages().filter(u"datagrams refused from "_s); };
         const auto allow = [&](const QByteArray &list) {
             reception.writeFile(reception.paths.SendersFile, list);
-            reception.clock.time = reception.clock.time.addSecs(1);
+            reception.clock.time = reception.clock.time.addSecs(60);
         };
         reception.settings.record.LastSenderIp.setText(u"127.0.0.2"_s); // heard before there was a list
         allow("\xEF\xBB\xBF# the unit\r\n127.0.0.1\r\n");
