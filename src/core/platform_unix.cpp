@@ -140,7 +140,7 @@ quint16 systemLanguageId()
 
 int ansiCodePage(quint16 systemLanguageId)
 {
-    static const QHash<int, int> chinese = {{0x0404, 950}, {0x0C04, 950}, {0x1404, 950}};
+    static const QHash<int, int> traditionalChinese = {{0x0404, 950}, {0x0C04, 950}, {0x1404, 950}};
     static const QHash<int, int> codePages = {
         {0x01, 1256}, {0x02, 1251}, {0x04, 936},  {0x05, 1250}, {0x08, 1253}, {0x0D, 1255}, {0x0E, 1250},
         {0x11, 932},  {0x12, 949},  {0x15, 1250}, {0x18, 1250}, {0x19, 1251}, {0x1A, 1250}, {0x1B, 1250},
@@ -148,7 +148,7 @@ int ansiCodePage(quint16 systemLanguageId)
         {0x26, 1257}, {0x27, 1257}, {0x29, 1256}, {0x2A, 1258}}; // by the identifier's low byte
     constexpr int westernEuropean = 1252;
     const int byLanguage = codePages.value(systemLanguageId & 0xFF, westernEuropean);
-    return chinese.value(systemLanguageId, byLanguage);
+    return traditionalChinese.value(systemLanguageId, byLanguage);
 }
 
 qint64 appendToFile(const QString &path, QByteArrayView bytes)

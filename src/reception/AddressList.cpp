@@ -15,11 +15,10 @@ constexpr int ipv4Bits = 32;
 
 Q_IPV6ADDR ipv6Form(const QHostAddress &address)
 {
-    bool isIpv4 = false;
-    const quint32 ipv4 = address.toIPv4Address(&isIpv4);
-    if (!isIpv4) {
+    if (address.protocol() != QAbstractSocket::IPv4Protocol) {
         return address.toIPv6Address();
     }
+    const quint32 ipv4 = address.toIPv4Address();
     Q_IPV6ADDR mapped = {};
     constexpr int markAt = 10;
     std::fill_n(&mapped[markAt], 2, quint8(0xFF));

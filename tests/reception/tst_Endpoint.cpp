@@ -121,6 +121,7 @@ private Q_SLOTS:
               {u"::ffff:10.0.0.0/104"_s, u"10.9.9.9"_s, u"11.0.0.0"_s},
               {u"fe80::/10"_s, u"febf::1"_s, u"fec0::1"_s},
               {u"2001:db8::7"_s, u"2001:db8::7"_s, u"2001:db8::8"_s},
+              {u"::/96"_s, u"::1"_s, u"10.0.0.1"_s},
               {u"0.0.0.0/0"_s, u"0.0.0.0"_s, u"::1"_s}}) {
             const AddressList list = AddressList::fromText(line);
             QVERIFY2(list.contains(QHostAddress(in)), qPrintable(line));
