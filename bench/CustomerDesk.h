@@ -42,7 +42,8 @@ public:
     language::FormTranslator translator{doors, language, log};
     appearance::FormContext context{paths, values, log,   doors, clock,
                                     doors, doors,  doors, doors, {translator, openForms, windowMemory}};
-    lookup::NumberIndex index{paths, log};
+    core::CodePage codePage{936};
+    lookup::NumberIndex index{paths, log, codePage};
     store::CustomerPopUpTable popUpTable;
     lookup::ExistenceChecks checks{{paths, log, index, doors, doors, doors}};
     customers::CustomerWindows windows{{context, checks, *this}};

@@ -37,7 +37,8 @@ Desk::Desk(int customers)
 void buildIndexes(benchmark::State &state, Desk &desk)
 {
     for (auto _ : state) {
-        lookup::NumberIndex index(desk.paths, desk.log);
+        const core::CodePage codePage(936);
+        lookup::NumberIndex index(desk.paths, desk.log, codePage);
         index.LoadPhoneNumberSNArray();
         index.LoadCustomerPhoneNumberSnArray();
         while (index.isLoading()) {

@@ -76,7 +76,7 @@ public:
         m_values.MainWindowReady = true;
         m_log.setRunInfoBox(&m_box);
         m_settings.record.ListUnpoppedCalls = 1;
-        for (const int number : {936, 950, 932, 949, 1252, 1255}) {
+        for (const int number : {936, 950, 932, 949, 1252, 1255, 1258}) {
             m_programs.emplace_back(*this, number);
         }
     }
@@ -105,10 +105,10 @@ private:
     // Neither the parsers that nothing but a description asks, nor the way back to bytes, may fail.
     static void checkColumns(const core::CodePage &codePage, const QByteArray &bytes)
     {
-        const reception::DatagramText datagram = {codePage.decode(bytes), codePage.columnRule(bytes)};
+        const core::DatagramText datagram = codePage.decode(bytes);
         const qsizetype columns = reception::ByteColumns(datagram.text, datagram.columns);
-        const bool utf8 = QUtf8StringView(bytes.data(), bytes.size()).isValidUtf8();
-        require(utf8 ? columns <= bytes.size() : columns == bytes.size());
+        require(columns == bytes.size() ||
+                (columns < bytes.size() && datagram.text == QString::fromUtf8(bytes)));
         require(reception::MidByCols(datagram.text, 1, columns, datagram.columns) == datagram.text);
         reception::parseShortCid(datagram);
         reception::parseDetail(datagram);

@@ -20,11 +20,12 @@ Program::Program(const Outside &outside)
       m_log(m_paths, outside.clock, m_values), m_settings(m_paths, m_log), m_windowMemory(m_paths, m_log),
       m_openForms(m_log), m_language(m_paths, m_log, outside.prompts, m_settings, outside.systemLanguageId),
       m_toolkitTexts(m_language), m_translator(m_language, m_language.state(), m_log),
-      m_codePage(core::platform::ansiCodePage({})), m_numbers(m_paths, m_log), m_areas(m_log),
-      m_messages(m_paths, m_log, outside.clock), m_dispatcher(m_settings, m_log, m_values, m_codePage, *this),
-      m_endpoint({m_settings, m_log, outside.prompts, m_language, m_codePage}, outside.port,
+      m_codePage(core::platform::ansiCodePage(outside.systemLanguageId)),
+      m_numbers(m_paths, m_log, m_codePage), m_areas(m_log), m_messages(m_paths, m_log, outside.clock),
+      m_senders(m_paths, m_log, outside.clock), m_dispatcher(m_settings, m_log, m_values, m_codePage, *this),
+      m_endpoint({m_settings, m_log, outside.prompts, m_language, m_codePage, m_senders}, outside.port,
                  [this](const reception::Datagram &datagram) { receive(datagram); }),
-      m_forwarding({m_settings, m_log, m_codePage}),
+      m_forwarding({m_settings, m_log, m_codePage, m_senders}),
       m_windows({m_outside,
                  m_paths,
                  m_values,
@@ -35,6 +36,7 @@ Program::Program(const Outside &outside)
                  m_numbers,
                  m_popUpTable,
                  m_endpoint,
+                 m_senders,
                  m_forwarding,
                  {m_translator, m_openForms, m_windowMemory},
                  [this]() -> mainwindow::FrmMain & { return *m_mainWindow; },
@@ -114,7 +116,6 @@ void Program::chooseLanguage()
     const QString &code = m_language.state().code;
     m_toolkitTexts.install(code);
     QApplication::setLayoutDirection(language::layoutDirection(code));
-    m_codePage = core::CodePage(core::platform::ansiCodePage(code));
 }
 
 void Program::nameProduct()
@@ -214,6 +215,15 @@ void Program::openReception()
 {
     m_windows.iniUDP();
     m_forwarding.Ini_TDR_UDP();
+    checkSenders();
+}
+
+void Program::checkSenders()
+{
+    const QString trouble = m_senders.trouble(m_language);
+    if (!trouble.isEmpty()) {
+        m_outside.prompts.tell(trouble);
+    }
 }
 
 void Program::maintainData()

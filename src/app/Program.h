@@ -61,6 +61,7 @@ private:
     void showMainForm();
     void paintAtOnce();
     void openReception();
+    void checkSenders();
     void maintainData();
     void retryLater();
     void retryDatabases();
@@ -93,13 +94,14 @@ private:
     language::LanguagePack m_language;
     language::ToolkitTexts m_toolkitTexts;
     language::FormTranslator m_translator;
-    core::CodePage m_codePage;
+    const core::CodePage m_codePage;
     lookup::NumberIndex m_numbers;
     store::CustomerPopUpTable m_popUpTable;
     QString m_areaPath;
     areas::AreaCodes m_areas;
     mainwindow::AutoHide m_autoHide;
     messages::ReceivedMessages m_messages;
+    reception::Senders m_senders;
     reception::Dispatcher m_dispatcher;
     reception::Endpoint m_endpoint;
     reception::Forwarding m_forwarding;

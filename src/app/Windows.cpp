@@ -165,6 +165,13 @@ void Windows::iniUDP()
     m_context.mainWindow().showPortAvailable(m_context.endpoint.isBound());
 }
 
+QString Windows::sendersTroubleOf(const QString &text) const
+{
+    const bool everybody = text.trimmed().isEmpty();
+    return everybody ? QString()
+                     : reception::sendersTrouble(reception::AddressList::fromText(text), m_forms.texts);
+}
+
 QStringList Windows::gridColumnNames() const
 {
     QStringList names;

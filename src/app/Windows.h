@@ -16,6 +16,7 @@
 #include "phonebook/PhoneBookWindows.h"
 #include "reception/Endpoint.h"
 #include "reception/Forwarding.h"
+#include "reception/Senders.h"
 #include "store/CustomerPopUpTable.h"
 
 #include <functional>
@@ -39,6 +40,7 @@ public:
         lookup::NumberIndex &numbers;
         store::CustomerPopUpTable &popUpTable;
         reception::Endpoint &endpoint;
+        reception::Senders &senders;
         reception::Forwarding &forwarding;
         appearance::FormServices services;
         std::function<mainwindow::FrmMain &()> mainWindow;
@@ -76,6 +78,10 @@ private:
     void customerDeleted(qint32 sn) override;
     void renameNotes(const QString &oldName, const QString &newName);
     bool updateNumbers(qint32 sn);
+    std::optional<QString> senders() const override { return m_context.senders.text(); }
+    QString sendersTrouble() const override { return m_context.senders.trouble(m_forms.texts); }
+    QString sendersTroubleOf(const QString &text) const override;
+    bool saveSenders(const QString &text) override { return m_context.senders.save(text); }
     QStringList gridColumnNames() const override;
     QStringList hiddenGridColumns() const override;
     void ChangeGridCfg(const QStringList &names) override;

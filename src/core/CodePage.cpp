@@ -23,6 +23,33 @@ bool isUtf8(QByteArrayView bytes)
     return QUtf8StringView(bytes.data(), bytes.size()).isValidUtf8();
 }
 
+/// Of valid UTF-8: it holds a character of two bytes.
+bool hasPairs(QByteArrayView utf8)
+{
+    return std::ranges::any_of(utf8, [](char byte) { return (byte & 0xE0) == 0xC0; });
+}
+
+bool isCombining(QChar character)
+{
+    return character >= QChar(0x0300) && character <= QChar(0x036F);
+}
+
+bool isTone(QChar character)
+{
+    return isCombining(character) &&
+           MyIn(character.unicode(), 0x0300, 0x0301, 0x0303, 0x0309, 0x0323); // as the page has them
+}
+
+/// The letter at a position with the marks behind it.
+QStringView letterAt(QStringView text, qsizetype at)
+{
+    qsizetype end = at + 1;
+    while (end < text.size() && isCombining(text[end])) {
+        ++end;
+    }
+    return text.sliced(at, end - at);
+}
+
 /// The characters of the bytes 0x80 to 0xFF, `none` for half a character or an unassigned byte.
 QString highBytes(const platform::AnsiDecoder &decoder)
 {
@@ -74,25 +101,28 @@ CodePage::CodePage(int number) : m_number(number), m_decoder(platform::ansiDecod
     }
     m_isDoubleByte = MyIn(m_number, 932, 936, 949, 950);
     m_highBytes = highBytes(m_decoder);
-    m_columnRule =
-        m_isDoubleByte ? ColumnRule::doubleByte(QString(m_highBytes).remove(none)) : ColumnRule::singleByte();
+    m_singleBytes = QString(m_highBytes).remove(none);
+    m_columnRule = m_isDoubleByte ? ColumnRule::doubleByte(m_singleBytes) : ColumnRule::singleByte();
 }
 
-QString CodePage::decode(QByteArrayView bytes) const
+// Every fifth common Chinese character looks like a character of two bytes in UTF-8. One of three bytes takes
+// one and a half characters of a double-byte code page, and hardly ever comes about by chance.
+bool CodePage::isSurelyUtf8(QByteArrayView bytes) const
+{
+    return isUtf8(bytes) && !(m_isDoubleByte && hasPairs(bytes));
+}
+
+DatagramText CodePage::decode(QByteArrayView bytes) const
 {
     if (std::none_of(bytes.begin(), bytes.end(), isHigh)) {
-        return QString::fromLatin1(bytes);
+        return {QString::fromLatin1(bytes), m_columnRule};
     }
-    if (isUtf8(bytes)) {
-        return QString::fromUtf8(bytes);
+    const QString text = isSurelyUtf8(bytes) ? QString() : m_decoder(bytes);
+    if (!text.isNull()) {
+        return {text, m_columnRule};
     }
-    const QString text = m_decoder(bytes);
-    return text.isNull() ? decodePieceByPiece(bytes) : text;
-}
-
-ColumnRule CodePage::columnRule(QByteArrayView bytes) const
-{
-    return isUtf8(bytes) ? ColumnRule() : m_columnRule;
+    return isUtf8(bytes) ? DatagramText{QString::fromUtf8(bytes), ColumnRule()}
+                         : DatagramText{decodePieceByPiece(bytes), m_columnRule};
 }
 
 // An undecodable pair of high bytes is an unassigned character; a high byte before an ASCII one is half a
@@ -123,7 +153,51 @@ QChar CodePage::ofSingleByte(char byte) const
 
 QByteArray CodePage::encode(QStringView text) const
 {
-    return platform::encodeAnsi(m_number, text);
+    constexpr int vietnamese = 1258;
+    return platform::encodeAnsi(m_number, m_number == vietnamese ? withTonesApart(text) : text.toString());
+}
+
+// No code page has the question mark as the second half of a character.
+bool CodePage::holds(QStringView text) const
+{
+    return encode(text).count('?') == text.count(u'?');
+}
+
+// The Vietnamese code page has most letters without their tones, and the tones as marks behind them. What it
+// holds as it stands stays so, also a letter and a tone that a keyboard has typed one by one.
+QString CodePage::withTonesApart(QStringView text) const
+{
+    QString apart;
+    for (qsizetype at = 0; at < text.size();) {
+        const QStringView letter = letterAt(text, at);
+        at += letter.size();
+        if (std::ranges::all_of(letter, [this](QChar part) { return isSingleByte(part); })) {
+            apart += letter;
+            continue;
+        }
+        QString shape;
+        QString tones;
+        for (const QChar part : letter.toString().normalized(QString::NormalizationForm_D)) {
+            (isTone(part) ? tones : shape) += part;
+        }
+        apart += shape.normalized(QString::NormalizationForm_C) + tones;
+    }
+    return apart;
+}
+
+QString withTonesOnLetters(const QString &text)
+{
+    if (std::ranges::none_of(text, isTone)) {
+        return text;
+    }
+    QString whole;
+    for (qsizetype at = 0; at < text.size();) {
+        const QStringView letter = letterAt(text, at);
+        whole += letter.size() > 1 ? letter.toString().normalized(QString::NormalizationForm_C)
+                                   : letter.toString();
+        at += letter.size();
+    }
+    return whole;
 }
 
 } // namespace core

@@ -29,6 +29,18 @@ private:
     QString m_singleByteCharacters;
 };
 
+/// The text of one datagram and the rule by which its columns are counted (docs/formats.md). Letters that
+/// came in two bytes, a letter and its tone, are still two: what is taken out of the text is put together
+/// with withTonesOnLetters().
+struct DatagramText
+{
+    QString text;
+    ColumnRule columns;
+};
+
+/// Letters and the Vietnamese tone marks behind them as one character each, where there is one.
+QString withTonesOnLetters(const QString &text);
+
 /// One ANSI code page: turns the bytes of the network into text and back.
 class CodePage
 {
@@ -38,23 +50,32 @@ public:
 
     int number() const { return m_number; }
 
-    /// Valid UTF-8 with a character beyond ASCII is taken as UTF-8, all else as this code page. An
-    /// undecodable byte becomes "?", so that every later byte keeps its column.
-    QString decode(QByteArrayView bytes) const;
-    /// How the columns of these bytes are counted once they are decoded.
-    ColumnRule columnRule(QByteArrayView bytes) const;
+    /// The bytes as UTF-8 (docs/formats.md tells when) or as this code page. An undecodable byte becomes "?",
+    /// so that every later byte keeps its column.
+    DatagramText decode(QByteArrayView bytes) const;
+    /// They are UTF-8 whatever they would mean in this code page.
+    bool isSurelyUtf8(QByteArrayView bytes) const;
 
     /// Characters that the code page lacks become "?".
     QByteArray encode(QStringView text) const;
+    /// The code page lacks no character of the text.
+    bool holds(QStringView text) const;
+    /// The character is one of the code page's single bytes.
+    bool isSingleByte(QChar character) const
+    {
+        return character.unicode() < 0x80 || m_singleBytes.contains(character);
+    }
 
 private:
     QString decodePieceByPiece(QByteArrayView bytes) const;
     QChar ofSingleByte(char byte) const;
+    QString withTonesApart(QStringView text) const;
 
     int m_number;
     platform::AnsiDecoder m_decoder;
     bool m_isDoubleByte;
-    QString m_highBytes; // the characters of 0x80 to 0xFF
+    QString m_highBytes;   // the characters of 0x80 to 0xFF
+    QString m_singleBytes; // those of them that are characters
     ColumnRule m_columnRule;
 };
 

@@ -18,6 +18,7 @@ struct CustomerInfo
     {
         int width = 0; ///< bytes
         QString text;
+        QLatin1StringView column = {}; ///< of the customer table
     };
     QList<Field> fields;
     quint16 doNotSend = 0; ///< not 0: the record stays here

@@ -18,6 +18,7 @@ struct Paths
     QString RunLogFile;
     QString SettingsFile;
     QString UserLangFile;
+    QString SendersFile; ///< who may send datagrams; often missing
     QString OemMarkFile;
     QString WindowsFile; ///< where the windows stood (see WindowMemory)
 };

@@ -23,9 +23,9 @@ QString developerFolder();
 /// The operating system's default language as a Windows language identifier (0x0409: English, United States).
 quint16 systemLanguageId();
 
-/// The ANSI code page for text from the network: the system's on Windows, on Unix the one of `languageCode`
-/// ("CHS" 936, "CHT" 950, "KOR" 949, "JAPANESE" 932, ... else 1252).
-int ansiCodePage(const QString &languageCode);
+/// The ANSI code page for text from the network: the system's on Windows; Unix has none, so there it is the
+/// one that Windows has in the system's language.
+int ansiCodePage(quint16 systemLanguageId);
 
 /// Turns bytes of one code page into text: null text as soon as one byte is no character of it.
 using AnsiDecoder = std::function<QString(QByteArrayView)>;

@@ -138,13 +138,17 @@ quint16 systemLanguageId()
     return territory != territories.cend() ? *territory : languages.value(name.section(u'_', 0, 0), english);
 }
 
-int ansiCodePage(const QString &languageCode)
+int ansiCodePage(quint16 systemLanguageId)
 {
-    static const QHash<QString, int> codePages = {{u"CHS"_s, 936},  {u"CHT"_s, 950},  {u"JAPANESE"_s, 932},
-                                                  {u"KOR"_s, 949},  {u"ARA"_s, 1256}, {u"HBR"_s, 1255},
-                                                  {u"TUK"_s, 1254}, {u"VN"_s, 1258},  {u"POL"_s, 1250}};
+    static const QHash<int, int> traditionalChinese = {{0x0404, 950}, {0x0C04, 950}, {0x1404, 950}};
+    static const QHash<int, int> codePages = {
+        {0x01, 1256}, {0x02, 1251}, {0x04, 936},  {0x05, 1250}, {0x08, 1253}, {0x0D, 1255}, {0x0E, 1250},
+        {0x11, 932},  {0x12, 949},  {0x15, 1250}, {0x18, 1250}, {0x19, 1251}, {0x1A, 1250}, {0x1B, 1250},
+        {0x1C, 1250}, {0x1E, 874},  {0x1F, 1254}, {0x22, 1251}, {0x23, 1251}, {0x24, 1250}, {0x25, 1257},
+        {0x26, 1257}, {0x27, 1257}, {0x29, 1256}, {0x2A, 1258}}; // by the identifier's low byte
     constexpr int westernEuropean = 1252;
-    return codePages.value(languageCode, westernEuropean);
+    const int byLanguage = codePages.value(systemLanguageId & 0xFF, westernEuropean);
+    return traditionalChinese.value(systemLanguageId, byLanguage);
 }
 
 qint64 appendToFile(const QString &path, QByteArrayView bytes)

@@ -89,7 +89,7 @@ quint16 systemLanguageId()
     return GetSystemDefaultLangID();
 }
 
-int ansiCodePage(const QString &)
+int ansiCodePage(quint16)
 {
     return int(GetACP());
 }

@@ -7,7 +7,8 @@ core::CustomerInfo GetCustomerInfo(const CustomerRecord &saved)
     core::CustomerInfo info;
     const QString *shown = saved.shown.data();
     for (const CustomerField &field : customerFields()) {
-        info.fields.append({field.width, storedValue(field, *shown++).toString()});
+        info.fields.append(
+            {field.width, storedValue(field, *shown++).toString(), QLatin1StringView(field.column)});
     }
     return info;
 }

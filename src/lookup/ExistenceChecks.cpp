@@ -1,7 +1,6 @@
 #include "lookup/ExistenceChecks.h"
 
 #include "core/TextUtilities.h"
-#include "lookup/PhoneNumbers.h"
 #include "store/Database.h"
 
 using namespace Qt::StringLiterals;
@@ -54,7 +53,7 @@ QString ExistenceChecks::check(const QString &numbers, Lookup lookUp, const QStr
 
 ExistenceChecks::Found ExistenceChecks::firstOwner(const QString &numbers, Lookup lookUp) const
 {
-    for (const QStringView piece : phoneNumberPieces(m_needs.log, numbers)) {
+    for (const QStringView piece : m_needs.index.pieces(numbers)) {
         const qint32 sn = (m_needs.index.*lookUp)(core::DigitsOnly(piece));
         if (sn != -1) {
             return {sn, piece.trimmed().toString()};

@@ -1,7 +1,5 @@
 #include "lookup/NumberIndex.h"
 
-#include "lookup/PhoneNumbers.h"
-
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -59,7 +57,12 @@ bool NumberIndex::replaceCustomer(qint32 sn)
         inOrderOfSn = row.key(0) == sn;
         appendNumbers(numbers, row, 1, int(columns.size()));
     });
-    return inOrderOfSn && m_customers.entries.replace(sn, phoneNumberPieces(m_log, numbers));
+    return inOrderOfSn && m_customers.entries.replace(sn, pieces(numbers));
+}
+
+PhoneNumberPieces NumberIndex::pieces(QStringView numbers) const
+{
+    return phoneNumberPieces(m_log, m_codePage, numbers);
 }
 
 bool NumberIndex::continueLoading()
@@ -86,8 +89,9 @@ bool NumberIndex::load(Index &index, const QString &file, const QString &table,
                        const QStringList &numberColumns)
 {
     index.reading.reset();
-    return m_log.trap(index.procedure, [&] { index.reading.emplace(m_log, file, table, numberColumns); }) &&
-           readOn(index);
+    return m_log.trap(index.procedure, [&] {
+        index.reading.emplace(m_log, m_codePage, file, table, numberColumns);
+    }) && readOn(index);
 }
 
 // Read aside, so that a reading that breaks off leaves the old index whole.

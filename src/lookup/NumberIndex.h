@@ -4,6 +4,7 @@
 #include "core/RunLog.h"
 #include "lookup/NumberEntries.h"
 #include "lookup/NumberReading.h"
+#include "lookup/PhoneNumbers.h"
 
 #include <QStringList>
 
@@ -18,8 +19,13 @@ namespace lookup {
 class NumberIndex
 {
 public:
-    /// Both must outlive the index.
-    NumberIndex(const core::Paths &paths, core::RunLog &log) : m_paths(paths), m_log(log) {}
+    /// All must outlive the index; the code page tells what separates the numbers of a text.
+    NumberIndex(const core::Paths &paths, core::RunLog &log, const core::CodePage &codePage)
+        : m_paths(paths), m_log(log), m_codePage(codePage)
+    {}
+
+    /// The numbers of a text as the index has them.
+    PhoneNumberPieces pieces(QStringView numbers) const;
 
     /// Rebuild an index from its table. An empty table gives one entry, an empty number with SN 0; after a
     /// failure, rows without a single number included, the index keeps what it held. Of a table with more
@@ -60,6 +66,7 @@ private:
 
     const core::Paths &m_paths;
     core::RunLog &m_log;
+    const core::CodePage &m_codePage;
     NumberEntries PhoneNumberSNArray;
     NumberEntries CustomerPhoneNumberSnArray;
     Index m_phoneBook{QLatin1StringView("LoadPhoneNumberSNArray"), PhoneNumberSNArray};

@@ -16,9 +16,9 @@ void appendNumbers(QString &text, const store::Row &row, int first, int count)
     }
 }
 
-NumberReading::NumberReading(core::RunLog &log, const QString &file, const QString &table,
-                             const QStringList &numberColumns)
-    : m_log(log), m_database(file), m_table(table), m_columns(numberColumns.join(u',')),
+NumberReading::NumberReading(core::RunLog &log, const core::CodePage &codePage, const QString &file,
+                             const QString &table, const QStringList &numberColumns)
+    : m_log(log), m_codePage(codePage), m_database(file), m_table(table), m_columns(numberColumns.join(u',')),
       m_columnCount(int(numberColumns.size()))
 {}
 
@@ -56,7 +56,7 @@ void NumberReading::append(const store::Row &row)
     m_lastKey = row.key(0);
     m_numbers.resize(0);
     appendNumbers(m_numbers, row, firstColumn, m_columnCount);
-    for (const QStringView piece : phoneNumberPieces(m_log, m_numbers)) {
+    for (const QStringView piece : phoneNumberPieces(m_log, m_codePage, m_numbers)) {
         m_entries.append(piece, row.integer(1));
     }
 }

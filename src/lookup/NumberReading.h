@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/CodePage.h"
 #include "core/RunLog.h"
 #include "lookup/NumberEntries.h"
 #include "store/Database.h"
@@ -19,8 +20,8 @@ class NumberReading
 {
 public:
     /// The numbers of a row are those of its `numberColumns`, in that order. Throws core::Error.
-    NumberReading(core::RunLog &log, const QString &file, const QString &table,
-                  const QStringList &numberColumns);
+    NumberReading(core::RunLog &log, const core::CodePage &codePage, const QString &file,
+                  const QString &table, const QStringList &numberColumns);
 
     /// Reads one piece; true when it was the last. Throws core::Error, also when no row holds a number.
     bool readOn();
@@ -32,6 +33,7 @@ private:
     void append(const store::Row &row);
 
     core::RunLog &m_log;
+    const core::CodePage &m_codePage;
     store::Database m_database;
     QString m_table;
     QString m_columns;

@@ -10,7 +10,7 @@ namespace {
 
 // Full-width dashes and brackets stay inside a number, as their ASCII forms do; all other wide characters are
 // words or punctuation around it.
-bool separatesByItself(QChar character)
+bool separatesByItself(QChar character, const core::CodePage &codePage)
 {
     switch (character.unicode()) {
     case u',':
@@ -26,7 +26,7 @@ bool separatesByItself(QChar character)
     case 0xFF09:
         return false;
     default:
-        return character.unicode() > 255;
+        return !codePage.isSingleByte(character);
     }
 }
 
@@ -56,13 +56,14 @@ PhoneNumberPieces cut(QStringView text, Separates separates)
     return pieces;
 }
 
-PhoneNumberPieces split(QStringView text, const std::optional<QString> &separator)
+PhoneNumberPieces split(QStringView text, const core::CodePage &codePage,
+                        const std::optional<QString> &separator)
 {
     if (text.size() > std::numeric_limits<qint16>::max()) {
         throw core::Error(0, u"a numbers text of more than 32767 characters"_s);
     }
     if (!separator) {
-        return cut(text, separatesByItself);
+        return cut(text, [&](QChar character) { return separatesByItself(character, codePage); });
     }
     if (separator->size() != 1) {
         return {}; // equals no single character, so it never closes a piece
@@ -72,16 +73,18 @@ PhoneNumberPieces split(QStringView text, const std::optional<QString> &separato
 
 } // namespace
 
-PhoneNumberPieces phoneNumberPieces(core::RunLog &log, QStringView text,
+PhoneNumberPieces phoneNumberPieces(core::RunLog &log, const core::CodePage &codePage, QStringView text,
                                     const std::optional<QString> &separator)
 {
-    return log.trap("SplitPhoneNumber"_L1, PhoneNumberPieces(), [&] { return split(text, separator); });
+    return log.trap("SplitPhoneNumber"_L1, PhoneNumberPieces(),
+                    [&] { return split(text, codePage, separator); });
 }
 
-PhoneNumberList SplitPhoneNumber(core::RunLog &log, QStringView text, const std::optional<QString> &separator)
+PhoneNumberList SplitPhoneNumber(core::RunLog &log, const core::CodePage &codePage, QStringView text,
+                                 const std::optional<QString> &separator)
 {
     PhoneNumberList list;
-    for (const QStringView piece : phoneNumberPieces(log, text, separator)) {
+    for (const QStringView piece : phoneNumberPieces(log, codePage, text, separator)) {
         list.Items.at(static_cast<size_t>(list.Count++)) = piece.toString();
     }
     return list;

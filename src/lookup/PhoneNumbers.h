@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/CodePage.h"
 #include "core/RunLog.h"
 
 #include <QString>
@@ -21,15 +22,15 @@ struct PhoneNumberList
 };
 
 /// Cuts a text that an operator typed into its numbers; pieces are never empty and keep their hyphens and
-/// brackets. Without `separator` these separate: , : . blank | CR LF and every character beyond code 255
-/// except the full-width dash and brackets. Empty when the text holds more than 101 pieces or 32,767
-/// characters, which is logged.
-PhoneNumberList SplitPhoneNumber(core::RunLog &log, QStringView text,
+/// brackets. Without `separator` these separate: , : . blank | CR LF and every character that is no single
+/// byte of the code page, except the full-width dash and brackets. Empty when the text holds more than 101
+/// pieces or 32,767 characters, which is logged.
+PhoneNumberList SplitPhoneNumber(core::RunLog &log, const core::CodePage &codePage, QStringView text,
                                  const std::optional<QString> &separator = {});
 
 /// The same pieces as views into `text`, without a copy of any.
 using PhoneNumberPieces = QVarLengthArray<QStringView, maxPhoneNumbers>;
-PhoneNumberPieces phoneNumberPieces(core::RunLog &log, QStringView text,
+PhoneNumberPieces phoneNumberPieces(core::RunLog &log, const core::CodePage &codePage, QStringView text,
                                     const std::optional<QString> &separator = {});
 
 } // namespace lookup

@@ -6,16 +6,6 @@ using namespace Qt::StringLiterals;
 
 namespace messages {
 
-namespace {
-
-// Question marks are what takes the place of characters that a code page lacks.
-bool lacksSome(const QString &text, const core::CodePage &codePage)
-{
-    return codePage.encode(text).count('?') > text.count(u'?');
-}
-
-} // namespace
-
 MessageSender::Outcome MessageSender::SendSMS(const QString &SendTo, const QString &Text)
 {
     return m_log.trap("SendSMS"_L1, Outcome(), [&] {
@@ -24,7 +14,8 @@ MessageSender::Outcome MessageSender::SendSMS(const QString &SendTo, const QStri
         const qsizetype lineEnds = text.count(u'\r');
         return Outcome{.sent = sent,
                        .cut = text.size() - lineEnds < Text.size() - Text.count(u'\r'),
-                       .altered = lacksSome(text, m_codePage)};
+                       .altered = !m_codePage.holds(text),
+                       .misdirected = !m_codePage.holds(SendTo)};
     });
 }
 

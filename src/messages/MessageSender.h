@@ -17,12 +17,13 @@ public:
         : m_server(server), m_codePage(codePage), m_log(log)
     {}
 
-    /// What became of the text on its way into one datagram of the current language's code page.
+    /// What became of the message on its way into one datagram of the system's code page.
     struct Outcome
     {
-        bool sent = false;    ///< it left this computer
-        bool cut = false;     ///< only its beginning fitted
-        bool altered = false; ///< the code page lacks some of its characters
+        bool sent = false;        ///< it left this computer
+        bool cut = false;         ///< only the beginning of the text fitted
+        bool altered = false;     ///< the code page lacks some characters of the text
+        bool misdirected = false; ///< or some of the destination, which the server then cannot find
     };
 
     /// `SendTo` is an operator's name or "ALL". Whether the server has received the record is not known.

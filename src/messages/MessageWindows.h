@@ -20,7 +20,7 @@ public:
     struct Context
     {
         appearance::FormContext forms;
-        const core::CodePage &codePage;              ///< of the current language
+        const core::CodePage &codePage;              ///< of the system
         std::function<void(int)> unreadChanged = {}; ///< with the number of messages nobody has seen yet
     };
 

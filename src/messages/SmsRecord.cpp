@@ -41,14 +41,13 @@ QString fixedWidth(QStringView text, qsizetype width, const core::CodePage &code
     return kept.toString() + QString(width - codePage.encode(kept).size(), u' ');
 }
 
-/// The characters of the three fields: each double-byte character of the destination stands for two columns,
-/// so the delimiter may come that much earlier.
+/// The characters of the three fields: a destination that was padded by its bytes, be it in a double-byte
+/// code page or in UTF-8, brings the delimiter nearer.
 qsizetype headLength(QStringView record)
 {
     const QStringView fields = record.first(std::min(commandWidth + destinationWidth, record.size()));
-    const qsizetype shortest =
-        headWidth - std::ranges::count_if(fields, [](QChar character) { return character.unicode() > 0x7F; });
-    const qsizetype found = record.indexOf(opening, shortest);
+    const qsizetype shortest = headWidth + fields.size() - fields.toUtf8().size();
+    const qsizetype found = record.indexOf(opening, std::max<qsizetype>(shortest, 0));
     return found >= 0 && found < headWidth ? found : headWidth;
 }
 
@@ -79,7 +78,7 @@ std::optional<QString> smsText(const QString &record)
     if (length < 0) {
         throw core::Error(5, u"the message record is too short for its delimiters"_s);
     }
-    return record.mid(head + opening.size(), length);
+    return core::withTonesOnLetters(record.mid(head + opening.size(), length));
 }
 
 } // namespace messages

@@ -91,6 +91,9 @@ void frmSendSMS::showOutcome(const QString &sendTo, MessageSender::Outcome outco
     const QString separator = m_context.values.WordSeparator;
     QStringList lines = {m_context.texts.Lms(u"MessageHandedOver"_s) + separator + core::shownText(sendTo) +
                          u" ("_s + m_context.clock.now().toString(u"HH:mm:ss"_s) + u')'};
+    if (outcome.misdirected) {
+        lines.append(m_context.texts.Lms(u"MessageToAltered"_s));
+    }
     if (outcome.altered) {
         lines.append(m_context.texts.Lms(u"MessageAltered"_s));
     }

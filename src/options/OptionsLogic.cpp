@@ -130,6 +130,20 @@ void OptionsLogic::savePort(const QString &text)
     }
 }
 
+bool OptionsLogic::saveSenders(const QString &text)
+{
+    const QString trouble = m_context.effects.sendersTroubleOf(text);
+    if (!trouble.isEmpty()) {
+        m_context.prompts.tell(trouble);
+        return false;
+    }
+    const bool saved = m_context.effects.saveSenders(text);
+    if (!saved) {
+        m_context.prompts.tell(m_context.texts.Lms(u"OptionsNotSaved"_s));
+    }
+    return saved;
+}
+
 bool OptionsLogic::save()
 {
     const bool saved = m_context.settings.SaveMisc();

@@ -61,6 +61,12 @@ public:
     /// A column's heading in the current language.
     QString columnTitle(const QString &name) const;
 
+    /// The list of those who may send datagrams; nothing where it cannot be read.
+    std::optional<QString> senders() const { return m_context.effects.senders(); }
+    QString sendersTrouble() const { return m_context.effects.sendersTrouble(); }
+    /// False where the text is no such list, or could not be stored, which the operator was told.
+    bool saveSenders(const QString &text);
+
     /// Both write the settings file; false where that failed, which the operator was told.
     bool savePopUpPage(const PopUpPage &page);
     bool saveSystemPage(const SystemPage &page);

@@ -61,6 +61,7 @@ frmOptions::frmOptions(const appearance::FormContext &context, const OptionsLogi
     m_setup.load(*this);
     showPopUpPage();
     showPort();
+    showSenders();
     Init_lstGridCallerIDShowOrder_tarn();
     connectButtons();
     m_ui->cmdUp->setEnabled(false);
@@ -140,6 +141,16 @@ void frmOptions::showPort()
     m_ui->txtPort->setText(m_logic.systemPage().port);
 }
 
+// What cannot be read must not be written over.
+void frmOptions::showSenders()
+{
+    const std::optional<QString> text = m_logic.senders();
+    m_ui->txtSenders->setEnabled(text.has_value());
+    m_ui->txtSenders->setPlainText(text.value_or(QString()));
+    m_storedSenders = m_ui->txtSenders->toPlainText();
+    m_ui->lblSendersTrouble->setText(m_logic.sendersTrouble());
+}
+
 void frmOptions::showLanguage()
 {
     m_ui->CmbLanguage->setCurrentText(m_logic.systemPage().language);
@@ -215,7 +226,8 @@ bool frmOptions::saveSystemPage()
 {
     const OptionsLogic::SystemPage page = systemPage();
     const bool saved = m_logic.saveSystemPage(page);
-    const bool whole = saved && portOf(page.port).has_value();
+    const bool sendersSaved = saveSenders();
+    const bool whole = saved && sendersSaved && portOf(page.port).has_value();
     m_ui->lblSystemSaved->setText(savedText(whole));
     showPort();
     if (saved) {
@@ -224,10 +236,20 @@ bool frmOptions::saveSystemPage()
     return whole;
 }
 
+bool frmOptions::saveSenders()
+{
+    const QString typed = m_ui->txtSenders->toPlainText();
+    const bool asStored = typed == m_storedSenders && m_ui->lblSendersTrouble->text().isEmpty();
+    if (!asStored && m_ui->txtSenders->isEnabled() && m_logic.saveSenders(typed)) {
+        showSenders();
+    }
+    return typed == m_storedSenders;
+}
+
 bool frmOptions::mayClose()
 {
     const bool popUp = popUpPage() != m_storedPopUp;
-    const bool system = systemPage() != m_storedSystem;
+    const bool system = systemPage() != m_storedSystem || m_ui->txtSenders->toPlainText() != m_storedSenders;
     if (!popUp && !system) {
         return true;
     }

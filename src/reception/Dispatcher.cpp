@@ -19,7 +19,7 @@ Dispatcher::Dispatcher(core::Settings &settings, core::RunLog &log, core::Proces
 void Dispatcher::Winsock1_DataArrival(const Datagram &datagram)
 {
     m_log.trapAs("winsock1 DataArrival "_L1, [&] {
-        m_last = {m_codePage.decode(datagram.bytes), m_codePage.columnRule(datagram.bytes)};
+        m_last = m_codePage.decode(datagram.bytes);
         rememberSender(datagram);
         m_log.WriteRunLog(m_last.text);
         dispatch(m_last);
@@ -62,7 +62,7 @@ void Dispatcher::saveNow()
     }
 }
 
-void Dispatcher::dispatch(const DatagramText &datagram)
+void Dispatcher::dispatch(const core::DatagramText &datagram)
 {
     switch (kindOf(datagram.text)) {
     case DatagramKind::ShortCid:
@@ -86,7 +86,7 @@ void Dispatcher::dispatch(const DatagramText &datagram)
     }
 }
 
-void Dispatcher::handleCall(const DatagramText &datagram)
+void Dispatcher::handleCall(const core::DatagramText &datagram)
 {
     const bool popUp = popsUp(datagram);
     if (popUp) {
@@ -104,7 +104,7 @@ void Dispatcher::handleCall(const DatagramText &datagram)
     m_log.WriteRunLog(datagram.text);
 }
 
-bool Dispatcher::popsUp(const DatagramText &datagram)
+bool Dispatcher::popsUp(const core::DatagramText &datagram)
 {
     return m_settings.record.PopupAllLines == 1 ||
            m_effects.callerPopsUp(callerNumberByCharacters(datagram.text));

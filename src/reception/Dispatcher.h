@@ -19,7 +19,7 @@ namespace reception {
 class Dispatcher
 {
 public:
-    /// Everything must outlive the dispatcher; `codePage` may be assigned anew when the language is known.
+    /// Everything must outlive the dispatcher.
     Dispatcher(core::Settings &settings, core::RunLog &log, core::ProcessValues &values,
                const core::CodePage &codePage, CallEffects &effects);
 
@@ -34,9 +34,9 @@ public:
 private:
     void rememberSender(const Datagram &datagram);
     void saveSender();
-    void dispatch(const DatagramText &datagram);
-    void handleCall(const DatagramText &datagram);
-    bool popsUp(const DatagramText &datagram);
+    void dispatch(const core::DatagramText &datagram);
+    void handleCall(const core::DatagramText &datagram);
+    bool popsUp(const core::DatagramText &datagram);
     QString lastCallerText(const core::CallRecord &record);
 
     core::Settings &m_settings;
@@ -47,7 +47,7 @@ private:
     QHostAddress m_lastSender;
     QElapsedTimer m_sinceSave;
     QTimer m_saveLater;
-    DatagramText m_last;
+    core::DatagramText m_last;
 };
 
 } // namespace reception

@@ -1,6 +1,7 @@
 #include "reception/Endpoint.h"
 
 #include "core/platform.h"
+#include "reception/SocketError.h"
 
 #include <QNetworkInterface>
 #include <QNetworkProxy>
@@ -12,8 +13,7 @@ namespace reception {
 
 namespace {
 
-constexpr int addressInUse = 10048;         // the number that the program's users know from their run logs
-constexpr int receiveBufferBytes = 4 << 20; // holds what arrives while a repaint keeps the thread
+constexpr int receiveBufferBytes = 4 << 20;     // holds what arrives while a repaint keeps the thread
 constexpr qsizetype maxWaitingBytes = 64 << 20; // beyond it datagrams wait in the socket
 constexpr int maxReceivedAtOnce = 1024;         // a few milliseconds
 constexpr qint64 turnBudgetMs = 8;              // then the event loop gets its turn to paint
@@ -23,6 +23,12 @@ constexpr int gatheringMs = 4;
 quint16 portOf(qint32 setting)
 {
     return setting > 0 && setting <= 0xFFFF ? quint16(setting) : Endpoint::standardPort;
+}
+
+// Before a unit was heard.
+bool isNobody(const QHostAddress &host)
+{
+    return host.isNull() || host == QHostAddress::AnyIPv4;
 }
 
 qsizetype costOf(const Datagram &datagram)
@@ -77,7 +83,7 @@ void Endpoint::iniUDP()
         m_context.log.WriteRunLog(u"remote port "_s + QString::number(m_remotePort));
         m_context.log.WriteRunLog(u"RemoteIp "_s + m_remoteHost.toString());
         m_context.log.WriteRunLog(u"local IP "_s + localAddress());
-        m_context.log.WriteRunLog(u"loca port "_s + QString::number(m_context.settings.record.LocalPort));
+        m_context.log.WriteRunLog(u"loca port "_s + QString::number(Winsock1.localPort()));
         m_context.log.WriteRunLog(u"receive buffer "_s + QString::number(bufferBytes));
     });
     if (!opened && Winsock1.error() == QAbstractSocket::AddressInUseError) {
@@ -91,12 +97,12 @@ void Endpoint::chooseRemote()
     if (record.LocalPort == 0) {
         record.LocalPort = standardPort;
     }
-    if (!m_remoteHost.isNull()) {
+    if (!isNobody(m_remoteHost)) {
         return;
     }
     m_remoteHost = QHostAddress(record.LastSenderIp.text());
     m_remotePort = portOf(record.LastSenderPort);
-    if (m_remoteHost.isNull()) {
+    if (isNobody(m_remoteHost)) {
         m_remoteHost = QHostAddress::AnyIPv4;
         m_remotePort = portOf(record.LocalPort) - 1;
     }
@@ -107,23 +113,16 @@ int Endpoint::bind()
     if (Winsock1.bind(QHostAddress::AnyIPv4, m_port, QAbstractSocket::DontShareAddress)) {
         return core::platform::growReceiveBuffer(Winsock1.socketDescriptor(), receiveBufferBytes);
     }
-    const bool inUse = Winsock1.error() == QAbstractSocket::AddressInUseError;
-    throw core::Error(inUse ? addressInUse : int(Winsock1.error()), Winsock1.errorString());
+    failAs(Winsock1);
 }
 
 bool Endpoint::SendServer(const QString &text)
 {
     return m_context.log.trap("SendServer"_L1, [&] {
-        const QString lastSender = m_context.settings.record.LastSenderIp.text();
-        if (!lastSender.isEmpty()) {
-            m_remoteHost = QHostAddress(lastSender);
-        }
-        if (m_remoteHost.isNull()) { // the socket would send it to this machine
-            throw core::Error(0, u"no address: "_s + lastSender);
-        }
+        m_remoteHost = m_context.senders.receiver(m_context.settings.record.LastSenderIp.text());
         const QByteArray bytes = m_context.codePage.encode(text);
         if (Winsock1.writeDatagram(bytes, m_remoteHost, m_remotePort) != bytes.size()) {
-            throw core::Error(int(Winsock1.error()), Winsock1.errorString());
+            failAs(Winsock1);
         }
     });
 }
@@ -162,6 +161,9 @@ bool Endpoint::receiveOne()
         Winsock1.readDatagram(m_buffer.data(), m_buffer.size(), &datagram.sender, &datagram.senderPort);
     if (size < 0) {
         return false;
+    }
+    if (!m_context.senders.admit(datagram.sender)) {
+        return true;
     }
     datagram.bytes = m_buffer.first(size);
     m_waitingBytes += costOf(datagram);

@@ -7,6 +7,7 @@
 #include "core/Settings.h"
 #include "core/TextLookup.h"
 #include "reception/Datagram.h"
+#include "reception/Senders.h"
 
 #include <QElapsedTimer>
 #include <QObject>
@@ -36,6 +37,7 @@ public:
         core::Prompts &prompts;
         const core::TextLookup &texts;
         const core::CodePage &codePage;
+        Senders &senders;
     };
 
     /// `port` is bound whatever the settings say; everything in the context must outlive the endpoint.

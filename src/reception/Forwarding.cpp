@@ -1,5 +1,7 @@
 #include "reception/Forwarding.h"
 
+#include "reception/SocketError.h"
+
 #include <QNetworkProxy>
 
 using namespace Qt::StringLiterals;
@@ -17,7 +19,7 @@ void Forwarding::Ini_TDR_UDP()
     m_context.log.trap("Ini_TDR_UDP"_L1, [&] {
         Winsock2.close();
         if (!Winsock2.bind(QHostAddress::AnyIPv4, localPort, QAbstractSocket::DontShareAddress)) {
-            throw core::Error(int(Winsock2.error()), Winsock2.errorString());
+            failAs(Winsock2);
         }
     });
 }
@@ -28,22 +30,28 @@ void Forwarding::SendTDRData(const core::CustomerInfo &record)
         return;
     }
     m_context.log.trap("SendTDRData"_L1, [&] {
+        const QHostAddress host = m_context.senders.receiver(m_context.settings.record.LastSenderIp.text());
         const QByteArray image = record.toBytes(m_context.codePage);
-        if (Winsock2.writeDatagram(image, remoteHost(), remotePort) != image.size()) {
-            throw core::Error(int(Winsock2.error()), Winsock2.errorString());
+        if (Winsock2.writeDatagram(image, host, remotePort) != image.size()) {
+            failAs(Winsock2);
         }
+        logLoss(record);
     });
 }
 
-// A settings file may hold anything; the socket would take what is no address for this machine.
-QHostAddress Forwarding::remoteHost() const
+void Forwarding::logLoss(const core::CustomerInfo &record)
 {
-    const QString lastSender = m_context.settings.record.LastSenderIp.text();
-    const QHostAddress host(lastSender.isEmpty() ? u"0.0.0.0"_s : lastSender);
-    if (host.isNull()) {
-        throw core::Error(0, u"no address: "_s + lastSender);
+    QStringList columns;
+    for (const core::CustomerInfo::Field &field : record.fields) {
+        if (!m_context.codePage.holds(field.text)) {
+            columns.append(field.column);
+        }
     }
-    return host;
+    if (!columns.isEmpty()) {
+        m_context.log.WriteRunLog(u"SendTDRData: sent with question marks, as code page "_s +
+                                  QString::number(m_context.codePage.number()) + u" lacks characters of "_s +
+                                  columns.join(u", "_s));
+    }
 }
 
 } // namespace reception

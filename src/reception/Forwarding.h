@@ -4,6 +4,7 @@
 #include "core/CustomerInfo.h"
 #include "core/RunLog.h"
 #include "core/Settings.h"
+#include "reception/Senders.h"
 
 #include <QUdpSocket>
 
@@ -21,17 +22,19 @@ public:
         const core::Settings &settings;
         core::RunLog &log;
         const core::CodePage &codePage;
+        Senders &senders;
     };
     /// Everything in the context must outlive the object.
     explicit Forwarding(const Context &context);
 
     /// Binds the socket; where that fails, with an entry in the run log, records leave from another port.
     void Ini_TDR_UDP();
-    /// Sends the record as one datagram, unless it is marked as not to be sent.
+    /// Sends the record as one datagram, unless it is marked as not to be sent. The run log tells of fields
+    /// that the code page cannot hold.
     void SendTDRData(const core::CustomerInfo &record);
 
 private:
-    QHostAddress remoteHost() const;
+    void logLoss(const core::CustomerInfo &record);
 
     Context m_context;
     QUdpSocket Winsock2;

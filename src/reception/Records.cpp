@@ -17,7 +17,7 @@ namespace {
 class Fields
 {
 public:
-    explicit Fields(const DatagramText &datagram)
+    explicit Fields(const core::DatagramText &datagram)
         : m_text(datagram.text), m_rule(datagram.columns),
           m_allAscii(std::all_of(m_text.begin(), m_text.end(), [](QChar c) { return c.unicode() < 0x80; }))
     {}
@@ -25,21 +25,23 @@ public:
     /// Characters, counted from 1; for columns where only single-byte characters stand.
     QString characters(qsizetype first, qsizetype width) const
     {
-        return m_text.mid(first - 1, width).toString();
+        return whole(m_text.mid(first - 1, width).toString());
     }
     QString trimmedCharacters(qsizetype first, qsizetype width) const
     {
-        return m_text.mid(first - 1, width).trimmed().toString();
+        return whole(m_text.mid(first - 1, width).trimmed().toString());
     }
     QString columns(qsizetype first, qsizetype width) const
     {
         return m_allAscii ? characters(first, std::max<qsizetype>(width, 0))
-                          : MidByCols(m_text, first, width, m_rule);
+                          : whole(MidByCols(m_text, first, width, m_rule));
     }
     QString trimmedColumns(qsizetype first, qsizetype width) const { return columns(first, width).trimmed(); }
     QString columnsFrom(qsizetype first) const { return columns(first, ByteColumns(m_text, m_rule) - first); }
 
 private:
+    QString whole(const QString &field) const { return m_allAscii ? field : core::withTonesOnLetters(field); }
+
     QStringView m_text;
     const core::ColumnRule &m_rule;
     bool m_allAscii; ///< then every character takes one column
@@ -85,7 +87,7 @@ DatagramKind kindOf(QStringView text)
     return text.startsWith("<CRMV1"_L1) ? DatagramKind::CallerId : DatagramKind::Unknown;
 }
 
-core::CallRecord parseCallRecord(const DatagramText &datagram)
+core::CallRecord parseCallRecord(const core::DatagramText &datagram)
 {
     const Fields fields(datagram);
     const QString match = fields.trimmedColumns(144, 10);
@@ -107,13 +109,13 @@ core::CallRecord parseCallRecord(const DatagramText &datagram)
     return record;
 }
 
-ShortCidRecord parseShortCid(const DatagramText &datagram)
+ShortCidRecord parseShortCid(const core::DatagramText &datagram)
 {
     const Fields fields(datagram);
     return {fields.trimmedCharacters(12, 24), fields.characters(37, 30)};
 }
 
-DetailRecord parseDetail(const DatagramText &datagram)
+DetailRecord parseDetail(const core::DatagramText &datagram)
 {
     const Fields fields(datagram);
     DetailRecord record;
@@ -141,10 +143,10 @@ QString GetTcpCmdPara(QStringView text, QLatin1StringView key)
     const qsizetype end = rest.indexOf(u']');
     const QStringView block = end < 0 ? rest : rest.first(end);
     const qsizetype start = block.indexOf(u'[');
-    return start < 0 ? QString() : block.sliced(start + 1).toString();
+    return start < 0 ? QString() : core::withTonesOnLetters(block.sliced(start + 1).toString());
 }
 
-QString describeDatagram(const DatagramText &datagram)
+QString describeDatagram(const core::DatagramText &datagram)
 {
     switch (kindOf(datagram.text)) {
     case DatagramKind::ShortCid: {

@@ -9,13 +9,6 @@ namespace reception {
 
 enum class DatagramKind { ShortCid, Detail, SmallMessage, ShutDown, ChannelStatus, CallerId, Unknown };
 
-/// The text of one datagram and the rule by which its columns are counted (docs/formats.md).
-struct DatagramText
-{
-    QString text;
-    core::ColumnRule columns;
-};
-
 /// A "CID" record: the number and the name only.
 struct ShortCidRecord
 {
@@ -36,9 +29,9 @@ struct DetailRecord
 
 /// The parsers never fail: whatever a datagram lacks reads as empty text.
 DatagramKind kindOf(QStringView text);
-core::CallRecord parseCallRecord(const DatagramText &datagram);
-ShortCidRecord parseShortCid(const DatagramText &datagram);
-DetailRecord parseDetail(const DatagramText &datagram);
+core::CallRecord parseCallRecord(const core::DatagramText &datagram);
+ShortCidRecord parseShortCid(const core::DatagramText &datagram);
+DetailRecord parseDetail(const core::DatagramText &datagram);
 
 /// The caller number by which the popup filter looks a call up: characters 78 to 107, trimmed.
 QString callerNumberByCharacters(QStringView text);
@@ -48,6 +41,6 @@ QString callerNumberByCharacters(QStringView text);
 QString GetTcpCmdPara(QStringView text, QLatin1StringView key);
 
 /// How the program understood a datagram, field by field, one line each; for whoever connects a new unit.
-QString describeDatagram(const DatagramText &datagram);
+QString describeDatagram(const core::DatagramText &datagram);
 
 } // namespace reception

@@ -33,7 +33,7 @@ struct ProgramDesk : support::TestDesk
     {
         program = std::make_unique<app::Program>(
             app::Outside{prompts, shell, printer, clock, paths.StartFolder, paths.DataFolder, folder.path(),
-                         QString(), 0x0409, port, [this] { ended = true; }});
+                         QString(), systemLanguageId, port, [this] { ended = true; }});
         return program->subMain();
     }
     void send(const QByteArray &bytes) { unit.writeDatagram(bytes, QHostAddress::LocalHost, port); }
@@ -59,6 +59,7 @@ struct ProgramDesk : support::TestDesk
     support::FakePrinter printer;
     QUdpSocket unit;
     quint16 port = 0;
+    quint16 systemLanguageId = 0x0409; // English
     bool ended = false;
     std::unique_ptr<app::Program> program;
 };

@@ -10,8 +10,10 @@ namespace {
 
 struct Operator : ProgramDesk
 {
-    explicit Operator(const QString &language)
+    /// The system speaks another language than the program when its operator chose so.
+    Operator(quint16 system, const QString &language)
     {
+        systemLanguageId = system;
         core::SettingsRecord record;
         record.LanguageSetting.setText(language);
         writeFile(paths.SettingsFile, record.toBytes());
@@ -61,12 +63,14 @@ class tst_LanguageRoad : public QObject
 private Q_SLOTS:
     void operatorsExchangeMessagesOverTheTurnOfAMonth()
     {
-        for (const auto &[language, question, answer] :
-             {std::tuple(u"ENG"_s, u"Lunch at {{12}}?"_s, u"Yes \u2013 O\u2019Brien\u2019s"_s),
-              {u"CHS"_s, u"请回电张三"_s, u"好的，谢谢！"_s},
-              {u"ARA"_s, u"اتصل بسارة من فضلك"_s, u"حسنا، شكرا"_s}}) {
-            Operator ann(language);
-            Operator bob(language);
+        for (const auto &[system, language, question, answer] :
+             {std::tuple(0x0409, u"CHS"_s, u"Lunch at {{12}}?"_s, u"Yes \u2013 O\u2019Brien\u2019s"_s),
+              {0x0804, u"AUTO"_s, u"请回电张三"_s, u"谢谢"_s}, // which could be UTF-8
+              {0x0804, u"ENG"_s, u"请回电张三"_s, u"好的，谢谢！"_s},
+              {0x042A, u"USER"_s, u"Gọi lại cho bà Nguyễn"_s, u"Được ạ, cảm ơn"_s},
+              {0x0401, u"ARA"_s, u"اتصل بسارة من فضلك"_s, u"حسنا، شكرا"_s}}) {
+            Operator ann(quint16(system), language);
+            Operator bob(quint16(system), language);
             QVERIFY(ann.start() && bob.start());
             ann.serve(bob);
             bob.serve(ann);

@@ -20,7 +20,7 @@ private Q_SLOTS:
                      QByteArray("500,1800,2500,2700,500,1500,1500").leftJustified(40) +
                      QByteArray(",1,1,1,1,1,").leftJustified(20) + QByteArray(2, '\0'));
         for (const char *line :
-             {"IP State 0", "remote port 1971", "RemoteIp 0.0.0.0", "local IP ", "loca port 1972"}) {
+             {"IP State 0", "remote port 1971", "RemoteIp 0.0.0.0", "local IP ", "loca port "}) {
             QVERIFY2(desk.logged(QByteArray(">  ") + line) == 1, line);
         }
         QVERIFY(!desk.logged(">  !"));
@@ -92,6 +92,35 @@ private Q_SLOTS:
         desk.prompts.expect(true);
         desk.choose("Command2"); // what was put off a moment would be written now
         QVERIFY(!QFile::exists(desk.paths.SettingsFile));
+    }
+
+    void onlyListedSendersAreHeardAndTheOptionsChangeTheList()
+    {
+        Desk desk;
+        desk.writeFile(desk.paths.SendersFile, "127.0.0.1 # the unit\r\n127.0.0.\r\n");
+        desk.prompts.expect();
+        QVERIFY(desk.start());
+        QVERIFY(desk.prompts.asked.first().endsWith("\n2: 127.0.0."_L1));
+        QUdpSocket stranger;
+        QVERIFY(stranger.bind(QHostAddress(u"127.0.0.9"_s)));
+        const auto strange = [&](const QByteArray &bytes) {
+            stranger.writeDatagram(bytes, QHostAddress::LocalHost, desk.port);
+        };
+        strange(QByteArray("SHUTDOWNALL").leftJustified(50));
+        strange(call(silentNumber, {}));
+        desk.showsACall();
+        QVERIFY(!desk.ended && !desk.logged("SHUTDOWNALL") && !desk.logged(silentNumber.toUtf8()));
+        QCOMPARE(desk.logged("datagrams refused from 127.0.0.9: 1"), 1);
+        QVERIFY(desk.source().endsWith("127.0.0.1"_L1));
+        QCOMPARE(desk.fileBytes(desk.paths.SettingsFile).mid(100, 10), "127.0.0.1 ");
+        desk.choose("Command3");
+        auto *list = find<options::frmOptions, QPlainTextEdit>("txtSenders");
+        QCOMPARE(list->toPlainText(), u"127.0.0.1 # the unit\n127.0.0.\n"_s);
+        list->setPlainText(u"127.0.0.0/28"_s);
+        find<options::frmOptions>("Command3")->click();
+        QCOMPARE(desk.fileBytes(desk.paths.SendersFile), "127.0.0.0/28");
+        strange(call(silentNumber, {}));
+        QTRY_VERIFY(desk.lastCaller().contains(silentNumber));
     }
 
     void aDeskWithoutFilesStartsAndSaysSo()

@@ -30,8 +30,9 @@ private Q_SLOTS:
               {1252, "\xC3\xA9\xC3", u"Ã©Ã"_s},                  // invalid UTF-8
               {1255, QByteArray("\0\xCA\xE0", 3), u"\0?א"_s}}) { // NUL beside an unassigned byte
             const CodePage codePage(number);
-            QCOMPARE(codePage.decode(bytes), text);
-            QCOMPARE(reception::ByteColumns(text, codePage.columnRule(bytes)), bytes.size());
+            const core::DatagramText read = codePage.decode(bytes);
+            QCOMPARE(read.text, text);
+            QCOMPARE(reception::ByteColumns(text, read.columns), bytes.size());
             QVERIFY(text.contains(u'?') || codePage.encode(text) == bytes); // what was whole is written back
         }
     }
@@ -40,10 +41,72 @@ private Q_SLOTS:
     {
         for (const int number : {932, 1252, 1256}) {
             const CodePage codePage(number);
-            QCOMPARE(codePage.decode("<CRMV1 \xE5\xBC\xA0 \xC3\xA9"), u"<CRMV1 张 é"_s);
-            QCOMPARE(reception::ByteColumns(u"张 é", codePage.columnRule("\xE5\xBC\xA0 \xC3\xA9")), 4);
+            QCOMPARE(codePage.decode("<CRMV1 \xE5\xBC\xA0").text, u"<CRMV1 张"_s);
             QCOMPARE(codePage.encode(u"a\u05E9b\U0001F600c"), QByteArray("a?b?c"));
         }
+        for (const int number : {936, 1252}) { // of two bytes too, as the Chinese page cannot read the last
+            const core::DatagramText read = CodePage(number).decode("\xE5\xBC\xA0\xC3\xA9 ");
+            QCOMPARE(read.text, u"张é "_s);
+            QCOMPARE(reception::ByteColumns(read.text, read.columns), 4);
+        }
+    }
+
+    // One of them by itself, and every two of them: none may pass for UTF-8.
+    void theCommonCharactersOfADoubleByteCodePageAreNeverTakenForUtf8()
+    {
+        const auto pairs = [](int firstLead, int lastLead, const QList<std::pair<int, int>> &trails) {
+            QList<std::array<char, 2>> bytes;
+            for (int lead = firstLead; lead <= lastLead; ++lead) {
+                for (const auto &[firstTrail, lastTrail] : trails) {
+                    for (int trail = firstTrail; trail <= lastTrail; ++trail) {
+                        bytes.append({char(lead), char(trail)});
+                    }
+                }
+            }
+            return bytes;
+        };
+        const auto chinese = pairs(0xB0, 0xD7, {{0xA1, 0xFE}}).first(3755);
+        const auto traditional = pairs(0xA4, 0xC6, {{0x40, 0x7E}, {0xA1, 0xFE}}).first(5401);
+        const auto korean = pairs(0xB0, 0xC8, {{0xA1, 0xFE}}).first(2350);
+        for (const auto &[number, characters, last] :
+             {std::tuple(936, chinese, u"座"_s), {950, traditional, u"籲"_s}, {949, korean, u"힝"_s}}) {
+            const CodePage codePage(number);
+            QCOMPARE(codePage.decode(characters.last()).text, last);
+            qsizetype wrong = 0;
+            for (const auto &first : characters) {
+                const QString text = codePage.decode(first).text;
+                wrong += text.size() != 1 || codePage.encode(text) != QByteArrayView(first) ? 1 : 0;
+                for (const auto &second : characters) {
+                    const std::array both = {first[0], first[1], second[0], second[1]};
+                    wrong += codePage.isSurelyUtf8(both) ? 1 : 0;
+                }
+            }
+            QCOMPARE(wrong, 0);
+        }
+    }
+
+    void vietnameseLettersSurviveTheirCodePageAsTheyWereTyped()
+    {
+        const CodePage codePage(1258);
+        QCOMPARE(codePage.encode(u"Nguyễn"), QByteArray("Nguy\xEA\xDE\x6E"));
+        for (const QChar base : u"aăâeêioôơuưyAĂÂEÊIOÔƠUƯYđĐ"_s) {
+            for (const QString &tone :
+                 {u""_s, u"\u0300"_s, u"\u0301"_s, u"\u0303"_s, u"\u0309"_s, u"\u0323"_s}) {
+                const QString typed = base + tone; // by a keyboard that has the tones on keys of their own
+                const QString letter = typed.normalized(QString::NormalizationForm_C);
+                const QString apart = typed.normalized(QString::NormalizationForm_D);
+                QVERIFY(tone.isEmpty() || letter.size() == 1 || base.toLower() == u'đ');
+                for (const QString &text : {typed, letter, apart}) {
+                    const QByteArray bytes = codePage.encode(text);
+                    const core::DatagramText read = codePage.decode(bytes);
+                    QVERIFY(codePage.holds(text));
+                    QCOMPARE(core::withTonesOnLetters(read.text), letter);
+                    QCOMPARE(reception::ByteColumns(read.text, read.columns), bytes.size());
+                }
+            }
+        }
+        QVERIFY(!codePage.holds(u"ā") && !codePage.holds(u"梅"));
+        QCOMPARE(codePage.encode(u"āx"), QByteArray("?x"));
     }
 
     // Every pair of bytes, assigned or not, before a NUL, a byte that is often no character, and a digit.
@@ -54,9 +117,9 @@ private Q_SLOTS:
             for (int pair = 0x8000; pair <= 0xFFFF; ++pair) {
                 const char array[] = {char(pair >> 8), char(pair & 0xFF), '\0', '\xFF', '7'};
                 const QByteArrayView bytes(array, sizeof(array));
-                const QString text = codePage.decode(bytes);
+                const auto [text, columns] = codePage.decode(bytes);
                 QVERIFY2(text.endsWith(u'7'), qPrintable(QString::number(pair, 16)));
-                QCOMPARE(reception::ByteColumns(text, codePage.columnRule(bytes)), bytes.size());
+                QCOMPARE(reception::ByteColumns(text, columns), bytes.size());
             }
         }
     }

@@ -13,7 +13,6 @@ class tst_Messages : public QObject
 
     struct Desk : support::TestForms
     {
-        core::CodePage codePage{936};
         QList<int> unread;
         messages::MessageWindows windows{{context(), codePage, [this](int count) { unread.append(count); }}};
         Desk() { QDir().mkpath(paths.PopUserDataFolder); }
@@ -34,13 +33,30 @@ private Q_SLOTS:
               {936, u"张三"_s, u"张三"_s + QString(46, u' '), u"请回电\r\n谢谢"_s},
               {936, name + u"张三"_s, name + u"张"_s, u"好"_s},
               {936, u"x"_s + name + u"三"_s, u"x"_s + name + u' ', u"}}}"_s}, // never half a character
+              {936, u"梅"_s, u"梅"_s + QString(48, u' '), u"谢谢"_s},         // could be UTF-8
+              {1258, u"Thị Mỹ"_s, u"Thị Mỹ"_s + QString(42, u' '), u"Gọi lại cho bà Nguyễn ở Huế"_s},
               {1256, u"سارة"_s, u"سارة"_s.leftJustified(50), u"اتصل بي"_s}}) {
             const core::CodePage page(codePage);
             const QByteArray bytes = page.encode(messages::smsRecord(sendTo, text, page));
             QCOMPARE(bytes.first(50), QByteArray("SENDSMALLMESSAGE").leftJustified(50));
             QCOMPARE(bytes.sliced(50, 50), page.encode(field));
             QCOMPARE(bytes.sliced(100, 103), QByteArray(100, ' ') + "{{{");
-            QCOMPARE(messages::smsText(page.decode(bytes)), text);
+            QCOMPARE(messages::smsText(page.decode(bytes).text), text);
+        }
+    }
+
+    // By characters, by columns of two, and by the bytes of UTF-8.
+    void theTextIsFoundBehindEveryPaddingOfTheDestination()
+    {
+        for (const QString &sendTo : {u"Ann"_s, u"张三"_s, u"李"_s.repeated(16), u"Zoë🙂"_s}) {
+            const qsizetype characters = sendTo.size();
+            for (const qsizetype width :
+                 {characters, characters + sendTo.count(QRegularExpression(u"[^ -~]"_s)),
+                  sendTo.toUtf8().size()}) {
+                const QString record = u"SENDSMALLMESSAGE"_s.leftJustified(50) + sendTo +
+                                       QString(150 - width, u' ') + u"{{{at {{{5}}}"_s;
+                QCOMPARE(messages::smsText(record), u"at {{{5"_s);
+            }
         }
     }
 
@@ -104,6 +120,11 @@ private Q_SLOTS:
         sendTo->setFocus();
         sendTo->lineEdit()->selectAll();
         QTest::keyClicks(sendTo, u"Ann"_s); // not completed to the longer name
+        sendTo->setEditText(u"Zoë"_s);      // which the Chinese page lacks
+        press<frmSendSMS>("Command6");
+        QVERIFY((find<frmSendSMS, QLabel>("lblSent")->text().endsWith(u"\n[MessageToAltered]"_s)));
+        desk.server.sent.removeLast();
+        sendTo->setEditText(u"Ann"_s);
         desk.prompts.expect();
         typed()->setPlainText(QString(70000, u'x'));
         press<frmSendSMS>("Command6");
@@ -111,7 +132,7 @@ private Q_SLOTS:
         QCOMPARE(desk.server.sent.value(2).mid(50, 5), u"Ann  "_s);
         QCOMPARE(desk.prompts.asked, QStringList{u"[MessageCut]"_s});
         QCOMPARE(desk.fileBytes(desk.paths.PopUserDataFolder + u"/txtSendTo_ENG.txt"_s),
-                 QByteArray("ALL\r\nAnna\r\nAnn\r\n"));
+                 QByteArray("ALL\r\nAnna\r\nZoë\r\nAnn\r\n"));
         QTest::keyClick(form, Qt::Key_F1);
         QCOMPARE(desk.navigator.shown, QStringList{u"ShowHelp Popup_Messages"_s});
     }

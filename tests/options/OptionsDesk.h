@@ -9,10 +9,23 @@ template <typename Form>
 struct OptionsDesk : support::TestForms, options::OptionsEffects
 {
     QStringList caused;
+    std::optional<QString> kept = QString(); ///< who may send
     options::OptionsWindows windows{{context(), settings, *this}};
 
     OptionsDesk() { settings.SetDefaulteMisc_tarn(); }
 
+    QString sendersTrouble() const override { return kept ? sendersTroubleOf(*kept) : u"[unreadable]"_s; }
+    std::optional<QString> senders() const override { return kept; }
+    QString sendersTroubleOf(const QString &text) const override
+    {
+        return text.contains(u'!') ? u"[trouble]"_s : QString();
+    }
+    bool saveSenders(const QString &text) override
+    {
+        caused.append(u"saveSenders "_s + text);
+        kept = text;
+        return true;
+    }
     void iniUDP() override { caused.append(u"iniUDP"_s); }
     QStringList gridColumnNames() const override
     {

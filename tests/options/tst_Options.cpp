@@ -94,6 +94,37 @@ private Q_SLOTS:
         }
     }
 
+    void theListOfSendersIsSavedWhenItCanBeReadAndKeptInItsBoxWhenNot()
+    {
+        Desk desk(1);
+        auto *box = desk.find<QPlainTextEdit>("txtSenders");
+        box->setPlainText(u"10.1.2.3\n!"_s);
+        desk.prompts.expect();
+        desk.press("Command3");
+        QCOMPARE(desk.prompts.asked, QStringList{u"[trouble]"_s});
+        QVERIFY(desk.find<QLabel>("lblSystemSaved")->text().isEmpty());
+        QCOMPARE(desk.caused, QStringList());
+        desk.prompts.expectSave(core::Prompts::Answer::Cancel); // it is not saved yet
+        QTest::keyClick(desk.form(), Qt::Key_Escape);
+        QCOMPARE(box->toPlainText(), u"10.1.2.3\n!"_s);
+        box->setPlainText(u"10.1.2.3"_s);
+        desk.press("Command3");
+        desk.press("Command3"); // once is enough
+        QCOMPARE(desk.caused, QStringList{u"saveSenders 10.1.2.3"_s});
+        QCOMPARE(desk.find<QLabel>("lblSystemSaved")->text(), u"[OptionsSaved]"_s);
+        desk.press("Command1");
+        QTRY_COMPARE(desk.openForms.count(), 0);
+        for (const auto &[kept, shown] : {std::pair(std::optional(u"!"_s), u"[trouble]"_s),
+                                          {std::optional<QString>(), u"[unreadable]"_s}}) {
+            desk.kept = kept;
+            desk.windows.showOptions();
+            QCOMPARE(desk.find<QLabel>("lblSendersTrouble")->text(), shown);
+            QCOMPARE(desk.find<QPlainTextEdit>("txtSenders")->isEnabled(), kept.has_value());
+            desk.form()->close();
+            QTRY_COMPARE(desk.openForms.count(), 0);
+        }
+    }
+
     void columnsMoveWithTheirSelection()
     {
         Desk desk(1);

@@ -14,7 +14,7 @@ class tst_Endpoint : public QObject
     /// A caller-ID unit at the other end of the loopback.
     struct Unit : QUdpSocket
     {
-        Unit() { bind(QHostAddress::LocalHost); }
+        explicit Unit(const QString &address = u"127.0.0.1"_s) { bind(QHostAddress(address)); }
         void send(const QList<QByteArray> &datagrams)
         {
             for (const QByteArray &bytes : datagrams) {
@@ -49,7 +49,8 @@ class tst_Endpoint : public QObject
         QList<QByteArray> handled;
         std::function<void()> whileHandling;
         std::unique_ptr<reception::Endpoint> endpoint;
-        reception::Forwarding forwarding{{settings, log, codePage}};
+        reception::Senders senders{paths, log, clock};
+        reception::Forwarding forwarding{{settings, log, codePage, senders}};
         Unit unit;
 
         Reception() { open(); }
@@ -62,7 +63,7 @@ class tst_Endpoint : public QObject
                 }
             };
             endpoint = std::make_unique<reception::Endpoint>(
-                reception::Endpoint::Context{settings, log, prompts, texts, codePage}, port, handle);
+                reception::Endpoint::Context{settings, log, prompts, texts, codePage, senders}, port, handle);
             endpoint->iniUDP();
         }
     };
@@ -78,7 +79,7 @@ private Q_SLOTS:
         reception.settings.record.LastSenderPort = reception.unit.localPort();
         reception.settings.record.LocalPort = 2000;
         reception.open();
-        QVERIFY(reception.logMessages().contains(u"loca port 2000"_s));
+        QVERIFY(reception.logMessages().contains(u"loca port 20000"_s));
         QVERIFY(!QFile::exists(reception.paths.SettingsFile));
         reception.endpoint->SendServer(u"REFRESH 销售"_s);
         QCOMPARE(reception.unit.answer(), "REFRESH \xCF\xFA\xCA\xDB");
@@ -90,6 +91,106 @@ private Q_SLOTS:
         reception.settings.record.LastSenderIp.setText(u"nobody"_s);
         reception.endpoint->SendServer(u"text"_s);
         QVERIFY(reception.logMessages().constLast().startsWith("!SendServer "_L1));
+    }
+
+    void aChangedPortTakesEffectAtOnceUntilAUnitIsHeard()
+    {
+        for (const QString &lastSender : {u""_s, u"0.0.0.0"_s, u"127.0.0.1"_s}) {
+            Reception reception;
+            core::SettingsRecord &record = reception.settings.record;
+            record.LastSenderIp.setText(lastSender);
+            record.LastSenderPort = 4711;
+            for (const int setting : {2000, 3000}) {
+                record.LocalPort = setting;
+                reception.endpoint->iniUDP();
+            }
+            const bool heard = lastSender == "127.0.0.1"_L1;
+            QCOMPARE(reception.logMessages().filter(u"remote port "_s).mid(1),
+                     heard ? QStringList(2, u"remote port 4711"_s)
+                           : QStringList({u"remote port 1999"_s, u"remote port 2999"_s}));
+        }
+    }
+
+    void aListTakesAddressesAndNetworksAndNamesEveryOtherLine()
+    {
+        using reception::AddressList;
+        for (const auto &[line, in, out] :
+             {std::tuple(u" 192.168.10.7 # the unit"_s, u"192.168.10.7"_s, u"192.168.10.8"_s),
+              {u"192.168.10.0/24"_s, u"::ffff:192.168.10.255"_s, u"192.168.11.0"_s},
+              {u"192.168.10.77/25"_s, u"192.168.10.0"_s, u"192.168.10.128"_s},
+              {u"::ffff:10.0.0.0/104"_s, u"10.9.9.9"_s, u"11.0.0.0"_s},
+              {u"fe80::/10"_s, u"febf::1"_s, u"fec0::1"_s},
+              {u"2001:db8::7"_s, u"2001:db8::7"_s, u"2001:db8::8"_s},
+              {u"::/96"_s, u"::1"_s, u"10.0.0.1"_s},
+              {u"0.0.0.0/0"_s, u"0.0.0.0"_s, u"::1"_s}}) {
+            const AddressList list = AddressList::fromText(line);
+            QVERIFY2(list.contains(QHostAddress(in)), qPrintable(line));
+            QVERIFY2(!list.contains(QHostAddress(out)), qPrintable(line));
+        }
+        const QString unreadable = u"192.168.10\n192.168.10.0/33\n1.2.3.4/\n1.2.3.256\n10.0.0.0/8 10.0.0.1\n"
+                                   "::/129\nunit\n1.2.3.4/255.0.0.0\n-1.2.3.4"_s;
+        const AddressList list =
+            AddressList::fromText(u"\uFEFF# head\r\n\r\n 10.0.0.1\r\n"_s.mid(1) + unreadable);
+        QCOMPARE(list.size(), 1);
+        QCOMPARE(list.unreadable().size(), unreadable.count(u'\n') + 1);
+        QCOMPARE(list.unreadable().first(), u"4: 192.168.10"_s);
+    }
+
+    void onlyWhoIsListedIsHeardAndAnswered()
+    {
+        Reception reception;
+        Unit stranger(u"127.0.0.2"_s);
+        const auto refused = [&] { return reception.logMessages().filter(u"datagrams refused from "_s); };
+        const auto allow = [&](const QByteArray &list) {
+            reception.writeFile(reception.paths.SendersFile, list);
+            reception.clock.time = reception.clock.time.addSecs(60);
+        };
+        reception.settings.record.LastSenderIp.setText(u"127.0.0.2"_s); // heard before there was a list
+        allow("\xEF\xBB\xBF# the unit\r\n127.0.0.1\r\n");
+        QVERIFY(!reception.endpoint->SendServer(u"to a stranger"_s));
+        stranger.send({"1", "", "2"});
+        reception.unit.send({"3"});
+        QTRY_COMPARE(reception.handled, QList<QByteArray>{"3"});
+        QCOMPARE(refused(), QStringList{u"datagrams refused from 127.0.0.2: 1"_s});
+        reception.settings.record.LastSenderIp.setText(u"127.0.0.1"_s);
+        reception.endpoint->SendServer(u"answer"_s);
+        QCOMPARE(reception.unit.answer(), "answer");
+        QVERIFY(!stranger.hasPendingDatagrams());
+        reception.clock.time = reception.clock.time.addSecs(60);
+        reception.unit.send({"4"});
+        QTRY_COMPARE(refused().size(), 2);
+        QCOMPARE(refused().last(), u"datagrams refused from 127.0.0.2: 2"_s);
+
+        allow("127.0.0.2\n127.0.0.x\n"); // with a slip: what can be read holds
+        reception.unit.send({"5"});
+        stranger.send({"6"});
+        QTRY_COMPARE(reception.handled.last(), QByteArray("6"));
+        QCOMPARE(reception.senders.trouble(reception.texts), u"[SendersUnreadable]\n2: 127.0.0.x"_s);
+        allow("# nobody\n");
+        stranger.send({"7"});
+        QTRY_COMPARE(refused().last(), u"datagrams refused from 127.0.0.2: 1"_s);
+        QCOMPARE(reception.senders.trouble(reception.texts), u"[SendersNobody]"_s);
+        QVERIFY(reception.senders.save(u" \n"_s)); // everybody, as without a list
+        reception.unit.send({"8"});
+        stranger.send({"9"});
+        QTRY_COMPARE(reception.handled, (QList<QByteArray>{"3", "4", "6", "8", "9"}));
+        QCOMPARE(reception.senders.trouble(reception.texts), QString());
+    }
+
+    void aListThatCannotBeReadLetsNobodyInAndAFloodFillsNoLog()
+    {
+        Reception reception;
+        QVERIFY(QDir().mkdir(reception.paths.SendersFile));
+        reception.clock.time = reception.clock.time.addSecs(1);
+        for (int i = 0; i < 1000; ++i) {
+            QVERIFY(!reception.senders.admit(QHostAddress(quint32(0x0A000000 + i))));
+        }
+        QCOMPARE(reception.logMessages().filter(u"!Senders "_s).size(), 1);
+        QCOMPARE(reception.logMessages().filter(u"datagrams refused from "_s).size(), 65);
+        QVERIFY(!reception.senders.text() && !reception.senders.save(u"127.0.0.1"_s));
+        reception.clock.time = reception.clock.time.addSecs(60);
+        reception.senders.admit(QHostAddress(u"127.0.0.1"_s));
+        QVERIFY(reception.logMessages().contains(u"datagrams refused from other addresses: 935"_s));
     }
 
     void aBurstOfEverySizeIsHandledInOrder()
@@ -154,10 +255,13 @@ private Q_SLOTS:
             QCOMPARE(datagram.senderPort(), 1991);
             QVERIFY(!unit.hasPendingDatagrams());
         }
+        info.fields.append({5, u"Zoë"_s, "ContactPersonName"_L1}); // which the Chinese page lacks
+        reception.forwarding.SendTDRData(info);
         reception.settings.record.LastSenderIp.setText(u"nobody"_s);
         reception.forwarding.SendTDRData(info);
         const QStringList told = reception.logMessages().filter(u"TDR"_s);
-        QVERIFY(told.size() == 2 && told.first().startsWith("!Ini_TDR_UDP "_L1));
+        QVERIFY(told.size() == 3 && told.first().startsWith("!Ini_TDR_UDP 10048 "_L1));
+        QVERIFY(told.at(1).endsWith(u"code page 936 lacks characters of ContactPersonName"_s));
         QCOMPARE(told.last(), u"!SendTDRData 0 no address: nobody"_s);
     }
 };

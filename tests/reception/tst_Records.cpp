@@ -23,8 +23,7 @@ class tst_Records : public QObject
 
     static core::CallRecord parsed(const QByteArray &bytes, int number)
     {
-        const core::CodePage codePage(number);
-        return reception::parseCallRecord({codePage.decode(bytes), codePage.columnRule(bytes)});
+        return reception::parseCallRecord(core::CodePage(number).decode(bytes));
     }
 
     static QString fieldsOf(const core::CallRecord &record)
@@ -79,6 +78,10 @@ private Q_SLOTS:
               {u"utf-8"_s, 1252, u"☎😀"_s, u"☎😀"_s},
               {u"936"_s, 936, dotted, dotted},
               {u"932"_s, 932, halfWidth, halfWidth},
+              {u"936"_s, 936, u"3楼"_s, u"3楼"_s}, // could be UTF-8
+              {u"949"_s, 949, u"천"_s, u"천"_s},
+              {u"1258"_s, 1258, u"Nguyễn Thị Ánh"_s, u"Nguyễn Thị Ánh"_s},
+              {u"1258"_s, 1258, u"Ha\u0300 Nô\u0323i"_s, u"Hà Nội"_s}, // as keyboards write it
               {u"1256"_s, 1256, u"مكتب"_s, u"مكتب"_s},
               {u"936"_s, 936, u"a"_s + QString(15, u'中'), u"a"_s + QString(13, u'中')}, // no half is cut off
               {u"utf-8"_s, 1252, u"a"_s + u"😀"_s.repeated(15), u"a"_s + u"😀"_s.repeated(13)}}) {
@@ -86,8 +89,35 @@ private Q_SLOTS:
             const QByteArray bytes = sim::callRecord(fields, sim::CodePageChoice::named(page).value());
             QCOMPARE(fieldsOf(parsed(bytes, receiver)),
                      u"02087654321|2026-11-21 09:30:15|012|%1|%2|one [two|7|PHONEBOOK|Y|N|123|10.1.2.3"_s.arg(
-                         read, fields.name.trimmed()));
+                         read, core::withTonesOnLetters(fields.name.trimmed())));
             QCOMPARE(parsed(bytes, receiver).Tail.right(15).trimmed(), fields.tailTel);
+        }
+    }
+
+    // 500 Chinese and 500 Korean names, from a sender of the same code page and from one that writes UTF-8.
+    void commonNamesArriveAsTheyWereSent()
+    {
+        const QString chineseFamilies = u"王李张刘陈杨黄赵吴周徐孙马朱胡郭何林高罗郑梁谢宋唐许韩邓冯曹"
+                                        "彭曾肖田董潘袁蔡蒋余于杜叶程魏苏吕丁任卢"_s;
+        const QStringList chinese = u"伟 芳 娜 秀英 敏 静 丽 梅 梓涵 毛毛"_s.split(u' ');
+        const QString koreanFamilies = u"김이박최정강조윤장임한오서신권황안송전홍유고문양손"_s;
+        const QStringList korean =
+            u"민준 서준 도윤 예준 시우 하준 지호 주원 지후 준우 서연 서윤 지우 서현 하은 "
+            "하윤 민서 지유 윤서 천"_s.split(u' ');
+        for (const auto &[page, families, given] :
+             {std::tuple(u"936"_s, chineseFamilies, chinese), {u"949"_s, koreanFamilies, korean}}) {
+            QCOMPARE(families.size() * given.size(), 500);
+            for (const QString &sender : {page, u"utf-8"_s}) {
+                const sim::CodePageChoice choice = sim::CodePageChoice::named(sender).value();
+                for (const QChar family : families) {
+                    for (const QString &name : given) {
+                        const sim::CallFields fields = sampleCall(family + name);
+                        const core::CallRecord record = parsed(sim::callRecord(fields, choice), page.toInt());
+                        QCOMPARE(record.LineNo + record.SimpleDes, fields.line + fields.name);
+                        QCOMPARE(record.CallerID + record.IfVIP + record.SnText, u"02087654321Y7"_s);
+                    }
+                }
+            }
         }
     }
 

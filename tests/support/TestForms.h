@@ -58,7 +58,8 @@ struct TestForms : TestDesk
     core::Settings settings{paths, log};
     core::OpenForms openForms{log};
     core::WindowMemory windows{paths, log};
-    lookup::NumberIndex numbers{paths, log};
+    core::CodePage codePage{936};
+    lookup::NumberIndex numbers{paths, log, codePage};
     lookup::ExistenceChecks checks{{paths, log, numbers, texts, prompts, navigator}};
     language::LanguageState language{QStringLiteral("ENG"), {}, {}, {}};
     language::FormTranslator translator{texts, language, log};

@@ -111,7 +111,7 @@ QByteArray CodePageChoice::encode(QStringView text) const
 
 QString CodePageChoice::decode(QByteArrayView bytes) const
 {
-    return m_ansi ? m_ansi->decode(bytes) : QString::fromUtf8(bytes);
+    return m_ansi ? core::withTonesOnLetters(m_ansi->decode(bytes).text) : QString::fromUtf8(bytes);
 }
 
 qsizetype CodePageChoice::columns(QStringView text) const
