@@ -1,5 +1,6 @@
 #include "app/Program.h"
 
+#include "core/AtomicFile.h"
 #include "core/ProductName.h"
 #include "core/TextUtilities.h"
 #include "core/platform.h"
@@ -19,10 +20,10 @@ Program::Program(const Outside &outside)
       m_paths(core::pathsBelow(outside.startFolder, outside.dataFolder)),
       m_log(m_paths, outside.clock, m_values), m_settings(m_paths, m_log), m_windowMemory(m_paths, m_log),
       m_openForms(m_log), m_language(m_paths, m_log, outside.prompts, m_settings, outside.systemLanguageId),
-      m_toolkitTexts(m_language), m_translator(m_language, m_language.state(), m_log),
+      m_toolkitTexts(m_language), m_translator(m_texts, m_language.state(), m_log),
       m_codePage(core::platform::ansiCodePage({})), m_numbers(m_paths, m_log), m_areas(m_log),
       m_messages(m_paths, m_log, outside.clock), m_dispatcher(m_settings, m_log, m_values, m_codePage, *this),
-      m_endpoint({m_settings, m_log, outside.prompts, m_language, m_codePage}, outside.port,
+      m_endpoint({m_settings, m_log, outside.prompts, m_texts, m_codePage}, outside.port,
                  [this](const reception::Datagram &datagram) { receive(datagram); }),
       m_forwarding({m_settings, m_log, m_codePage}),
       m_windows({m_outside,
@@ -30,7 +31,8 @@ Program::Program(const Outside &outside)
                  m_values,
                  m_log,
                  m_settings,
-                 m_language,
+                 m_texts,
+                 m_language.state(),
                  m_codePage,
                  m_numbers,
                  m_popUpTable,
@@ -41,7 +43,7 @@ Program::Program(const Outside &outside)
                  [this](bool known) { followNumbers(known); }}),
       m_popUp({m_log,
                m_settings,
-               m_language,
+               m_texts,
                m_windows,
                {m_translator, m_openForms, m_windowMemory},
                [this]() -> const QWidget & { return *m_mainWindow; }})
@@ -51,6 +53,9 @@ Program::Program(const Outside &outside)
     };
     connectTimer(m_numbersLoading, &Program::loadMoreNumbers);
     connectTimer(m_databasesRetry, &Program::retryDatabases);
+    connectTimer(m_languageRetry, &Program::retryLanguage);
+    m_messages.onFilingChanged(
+        [this](messages::Filing filing) { m_mainWindow->showMessageLogs(messages::filingKey(filing)); });
 }
 
 // A window that was closed just now is deleted while all that it uses is there.
@@ -94,8 +99,12 @@ bool Program::becomeFirst()
 
 void Program::iniPath()
 {
-    for (const QString &folder : {m_paths.DataFolder, m_paths.SmsFolder, m_paths.PopUserDataFolder}) {
-        m_log.trap("iniPath"_L1, [&] { core::makeFolder(folder); });
+    for (const QString &folder : {m_paths.DataFolder, m_paths.SmsFolder}) {
+        m_log.trap("iniPath"_L1, [&] { core::makePrivateFolder(folder); });
+    }
+    m_log.trap("iniPath"_L1, [&] { core::makeFolder(m_paths.PopUserDataFolder); }); // the desks share it
+    for (const QString &written : {m_paths.SettingsFile, m_paths.WindowsFile}) {
+        core::removeLeftBeside(written);
     }
     m_values.CustomerDbExists = QFileInfo(m_paths.CustomerFile).isFile();
 }
@@ -109,19 +118,33 @@ void Program::readSettings()
 
 void Program::chooseLanguage()
 {
+    m_outside.prompts.setTexts(&m_texts);
     m_language.iniLanguage();
-    m_outside.prompts.setTexts(&m_language);
+    if (m_language.isLocked()) {
+        m_languageRetry.start(std::chrono::milliseconds(500));
+    }
     const QString &code = m_language.state().code;
     m_toolkitTexts.install(code);
     QApplication::setLayoutDirection(language::layoutDirection(code));
     m_codePage = core::CodePage(core::platform::ansiCodePage(code));
 }
 
+// Another program had the texts to itself when this one started. Windows that were opened meanwhile are in
+// the right language when they are opened again.
+void Program::retryLanguage()
+{
+    if (m_language.retry()) {
+        m_languageRetry.stop();
+        m_values.ProductDisplayName = core::productName(m_values.OemMark, m_texts);
+        m_mainWindow->showTexts();
+    }
+}
+
 void Program::nameProduct()
 {
     m_values.OemMark =
         m_log.trap("ReadMdrOemMark"_L1, QString(), [&] { return core::ReadMdrOemMark(m_paths); });
-    m_values.ProductDisplayName = core::productName(m_values.OemMark, m_language);
+    m_values.ProductDisplayName = core::productName(m_values.OemMark, m_texts);
     m_autoHide.clear();
 }
 
@@ -192,7 +215,7 @@ void Program::showMainForm()
                                      m_values,
                                      m_log,
                                      m_settings,
-                                     m_language,
+                                     m_texts,
                                      m_outside.prompts,
                                      m_windows,
                                      m_autoHide,
@@ -262,7 +285,7 @@ bool Program::operatorEnds()
         m_mainWindow->restoreToFront();
         return false;
     }
-    return m_outside.prompts.askOkCancel(m_language.Lms(u"ExitPopWarning"_s), m_mainWindow->windowTitle()) &&
+    return m_outside.prompts.askOkCancel(m_texts.Lms(u"ExitPopWarning"_s), m_mainWindow->windowTitle()) &&
            m_windows.closeAll();
 }
 
@@ -277,7 +300,7 @@ bool Program::byebye(const QString &prompt)
         m_mainWindow->prepareToEnd();
         m_endpoint.close();
         m_dispatcher.saveNow();
-        m_log.WriteRunLog(m_language.Lms(u"ExitSys"_s));
+        m_log.WriteRunLog(m_texts.Lms(u"ExitSys"_s));
         m_outside.endProcess();
     }
     return true;
@@ -331,7 +354,7 @@ void Program::ShowSmallMessage(const QString &datagramText)
 {
     if (const auto message = m_messages.ShowSmallMessage(datagramText)) {
         m_mainWindow->appendSms(message->entry);
-        m_windows.showMessage(message->text);
+        m_windows.showMessage(*message);
     }
 }
 

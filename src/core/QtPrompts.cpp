@@ -14,21 +14,6 @@ namespace core {
 
 namespace {
 
-// A box belongs to the window that the operator works in, never to a tool window such as a popup, which may
-// close under it, and is never hidden behind a window that is in front of all.
-QWidget *windowBehind()
-{
-    QWidget *active = QApplication::activeWindow();
-    if (active != nullptr && active->windowType() != Qt::Tool) {
-        return active;
-    }
-    const QWidgetList windows = QApplication::topLevelWidgets();
-    const auto main = std::find_if(windows.begin(), windows.end(), [](const QWidget *window) {
-        return window->isVisible() && window->inherits("QMainWindow");
-    });
-    return main != windows.end() ? *main : nullptr;
-}
-
 /// "(*.txt)|*.txt|(*.*)|*.*" in the toolkit's words: pairs of a name and a pattern.
 QString toolkitFilter(const QString &filter)
 {
@@ -62,6 +47,31 @@ public:
 private:
     QtPrompts &m_prompts;
 };
+
+QtPrompts::QtPrompts()
+{
+    m_actEnds.setSingleShot(true);
+    QObject::connect(&m_actEnds, &QTimer::timeout, &m_actEnds, [this] { m_justBehind = nullptr; });
+}
+
+// A box belongs to the window that the operator works in, never to a tool window such as a popup, which may
+// close under it, and is never hidden behind a window that is in front of all. Right after a box no window is
+// active yet: the next one belongs to the same.
+QWidget *QtPrompts::windowBehind() const
+{
+    QWidget *active = QApplication::activeWindow();
+    if (active != nullptr && active->windowType() != Qt::Tool) {
+        return active;
+    }
+    if (m_justBehind != nullptr && m_justBehind->isVisible()) {
+        return m_justBehind;
+    }
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto main = std::find_if(windows.begin(), windows.end(), [](const QWidget *window) {
+        return window->isVisible() && window->inherits("QMainWindow");
+    });
+    return main != windows.end() ? *main : nullptr;
+}
 
 void QtPrompts::tell(const QString &text, const QString &title)
 {
@@ -113,7 +123,10 @@ int QtPrompts::ask(const QString &text, const QString &title, int buttons, int d
     box.setStandardButtons(QMessageBox::StandardButtons(buttons));
     box.setDefaultButton(static_cast<QMessageBox::StandardButton>(defaultButton));
     translate(box);
-    return box.exec();
+    m_justBehind = parent;
+    const int answer = box.exec();
+    m_actEnds.start();
+    return answer;
 }
 
 void QtPrompts::translate(QMessageBox &box) const

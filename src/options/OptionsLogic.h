@@ -61,7 +61,8 @@ public:
     /// A column's heading in the current language.
     QString columnTitle(const QString &name) const;
 
-    /// Both write the settings file; false where that failed, which the operator was told.
+    /// Both write the settings file; false, with nothing changed, where that failed, which the operator was
+    /// told. One box tells what there is to tell.
     bool savePopUpPage(const PopUpPage &page);
     bool saveSystemPage(const SystemPage &page);
 
@@ -69,9 +70,8 @@ public:
     bool mayEditLanguage();
 
 private:
-    void saveLanguage(const QString &text);
-    void savePort(const QString &text);
-    bool save();
+    bool isOtherLanguage(const core::SettingsRecord &before) const;
+    bool refuse(const core::SettingsRecord &before);
 
     Context m_context;
 };

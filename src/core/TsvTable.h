@@ -3,14 +3,14 @@
 #include <QList>
 #include <QStringList>
 
-namespace mkdesk {
+namespace core {
 
 /// Tab-separated text whose first line names the columns. In a field "\n" stands for a line break and "\\"
-/// for one backslash. The last column may be named in brackets: a line may end before it, and nothing of it is
-/// kept.
+/// for one backslash. The last column may be named in brackets: a line may end before it, and nothing of it
+/// is kept.
 struct TsvTable
 {
-    QStringList columns; ///< without one in brackets
+    QStringList columns;     ///< without one in brackets
     QList<QStringList> rows; ///< each as long as `columns`
 
     /// The field of a row by its column's name. Throws core::Error when there is no such column.
@@ -20,4 +20,4 @@ struct TsvTable
 /// `name` stands in the message of the core::Error that is thrown for a line with too few or too many fields.
 TsvTable parseTsv(const QString &text, const QString &name);
 
-} // namespace mkdesk
+} // namespace core
