@@ -133,8 +133,10 @@ void Program::chooseLanguage()
 // the right language when they are opened again.
 void Program::retryLanguage()
 {
-    if (m_language.retry()) {
-        m_languageRetry.stop();
+    m_languageRetry.stop(); // a file that turns out to be damaged is told, in a box
+    if (!m_language.retry()) {
+        m_languageRetry.start();
+    } else {
         m_values.ProductDisplayName = core::productName(m_values.OemMark, m_texts);
         m_mainWindow->showTexts();
     }

@@ -76,7 +76,6 @@ void FrmMain::showTexts()
     m_context.services.translator.iniFormLang(*this);
     loadTexts();
     m_calls.iniGridCallerID_tarn();
-    m_ui->gridCallerId->setCurrentIndex({}); // an opening is named for the row that is chosen next
     updateSource();
     m_screen.schedule();
 }
