@@ -32,14 +32,20 @@ QString firstSuffix(const QString &filter)
 
 } // namespace
 
-/// Counts a prompt as open while it is, and tells when the last one has closed.
+/// Counts a prompt as open while it is, and tells when the last one has closed. `behind` is the window that
+/// it belongs to.
 class QtPrompts::OpenPrompt
 {
 public:
-    explicit OpenPrompt(QtPrompts &prompts) : m_prompts(prompts) { ++m_prompts.m_open; }
+    OpenPrompt(QtPrompts &prompts, QWidget *behind) : m_prompts(prompts)
+    {
+        ++m_prompts.m_open;
+        m_prompts.m_justBehind = behind;
+    }
     ~OpenPrompt()
     {
         --m_prompts.m_open;
+        m_prompts.m_actEnds.start();
         m_prompts.notifyClosed();
     }
     Q_DISABLE_COPY_MOVE(OpenPrompt)
@@ -100,9 +106,10 @@ Prompts::Answer QtPrompts::askSave(const QString &text, QWidget *window)
 
 QString QtPrompts::saveFileName(const QString &proposed, const QString &filter)
 {
-    const OpenPrompt open(*this);
+    QWidget *behind = windowBehind();
+    const OpenPrompt open(*this, behind);
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    QFileDialog dialog(windowBehind(), QString(), folder, toolkitFilter(filter));
+    QFileDialog dialog(behind, QString(), folder, toolkitFilter(filter));
     dialog.setObjectName(u"fileDialog"_s);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(firstSuffix(filter));
@@ -112,7 +119,7 @@ QString QtPrompts::saveFileName(const QString &proposed, const QString &filter)
 
 int QtPrompts::ask(const QString &text, const QString &title, int buttons, int defaultButton, QWidget *parent)
 {
-    const OpenPrompt open(*this);
+    const OpenPrompt open(*this, parent);
     QMessageBox box(parent);
     box.setObjectName(u"messageBox"_s);
     box.setWindowFlag(Qt::WindowStaysOnTopHint, parent == nullptr);
@@ -123,10 +130,7 @@ int QtPrompts::ask(const QString &text, const QString &title, int buttons, int d
     box.setStandardButtons(QMessageBox::StandardButtons(buttons));
     box.setDefaultButton(static_cast<QMessageBox::StandardButton>(defaultButton));
     translate(box);
-    m_justBehind = parent;
-    const int answer = box.exec();
-    m_actEnds.start();
-    return answer;
+    return box.exec();
 }
 
 void QtPrompts::translate(QMessageBox &box) const

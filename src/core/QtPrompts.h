@@ -29,7 +29,7 @@ private:
     void translate(QMessageBox &box) const;
 
     int m_open = 0;
-    QPointer<QWidget> m_justBehind; ///< the window of the last box, until the operator's act has ended
+    QPointer<QWidget> m_justBehind; ///< the window of the last prompt, until the operator's act has ended
     QTimer m_actEnds;
 };
 

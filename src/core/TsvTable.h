@@ -13,11 +13,11 @@ struct TsvTable
     QStringList columns;     ///< without one in brackets
     QList<QStringList> rows; ///< each as long as `columns`
 
-    /// The field of a row by its column's name. Throws core::Error when there is no such column.
+    /// The field of a row by its column's name. Throws Error when there is no such column.
     QString field(const QStringList &row, const QString &column) const;
 };
 
-/// `name` stands in the message of the core::Error that is thrown for a line with too few or too many fields.
+/// `name` stands in the message of the Error that is thrown for a line with too few or too many fields.
 TsvTable parseTsv(const QString &text, const QString &name);
 
 } // namespace core

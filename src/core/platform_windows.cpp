@@ -27,8 +27,9 @@ const wchar_t *wide(const QString &text)
 
 HANDLE openFile(const QString &path, DWORD access, DWORD disposition)
 {
-    return CreateFileW(wide(path), access, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                       disposition, FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
+    return CreateFileW(wide(path), access | FILE_READ_ATTRIBUTES,
+                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, disposition,
+                       FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
 }
 
 /// An open file; a link is not followed, and refused.
@@ -115,7 +116,7 @@ int ansiCodePage(const QString &)
 
 qint64 appendToFile(const QString &path, QByteArrayView bytes)
 {
-    const Handle file(path, FILE_APPEND_DATA | FILE_READ_ATTRIBUTES, OPEN_ALWAYS);
+    const Handle file(path, FILE_APPEND_DATA, OPEN_ALWAYS);
     const qint64 before = file.size();
     try {
         file.write(bytes);
