@@ -1,5 +1,6 @@
 #include "app/Program.h"
 
+#include "core/AtomicFile.h"
 #include "core/ProductName.h"
 #include "core/TextUtilities.h"
 #include "core/platform.h"
@@ -19,11 +20,11 @@ Program::Program(const Outside &outside)
       m_paths(core::pathsBelow(outside.startFolder, outside.dataFolder)),
       m_log(m_paths, outside.clock, m_values), m_settings(m_paths, m_log), m_windowMemory(m_paths, m_log),
       m_openForms(m_log), m_language(m_paths, m_log, outside.prompts, m_settings, outside.systemLanguageId),
-      m_toolkitTexts(m_language), m_translator(m_language, m_language.state(), m_log),
+      m_toolkitTexts(m_language), m_translator(m_texts, m_language.state(), m_log),
       m_codePage(core::platform::ansiCodePage(outside.systemLanguageId)),
       m_numbers(m_paths, m_log, m_codePage), m_areas(m_log), m_messages(m_paths, m_log, outside.clock),
       m_senders(m_paths, m_log, outside.clock), m_dispatcher(m_settings, m_log, m_values, m_codePage, *this),
-      m_endpoint({m_settings, m_log, outside.prompts, m_language, m_codePage, m_senders}, outside.port,
+      m_endpoint({m_settings, m_log, outside.prompts, m_texts, m_codePage, m_senders}, outside.port,
                  [this](const reception::Datagram &datagram) { receive(datagram); }),
       m_forwarding({m_settings, m_log, m_codePage, m_senders}),
       m_windows({m_outside,
@@ -31,7 +32,8 @@ Program::Program(const Outside &outside)
                  m_values,
                  m_log,
                  m_settings,
-                 m_language,
+                 m_texts,
+                 m_language.state(),
                  m_codePage,
                  m_numbers,
                  m_popUpTable,
@@ -43,7 +45,7 @@ Program::Program(const Outside &outside)
                  [this](bool known) { followNumbers(known); }}),
       m_popUp({m_log,
                m_settings,
-               m_language,
+               m_texts,
                m_windows,
                {m_translator, m_openForms, m_windowMemory},
                [this]() -> const QWidget & { return *m_mainWindow; }})
@@ -53,6 +55,9 @@ Program::Program(const Outside &outside)
     };
     connectTimer(m_numbersLoading, &Program::loadMoreNumbers);
     connectTimer(m_databasesRetry, &Program::retryDatabases);
+    connectTimer(m_languageRetry, &Program::retryLanguage);
+    m_messages.onFilingChanged(
+        [this](messages::Filing filing) { m_mainWindow->showMessageLogs(messages::filingKey(filing)); });
 }
 
 // A window that was closed just now is deleted while all that it uses is there.
@@ -96,8 +101,12 @@ bool Program::becomeFirst()
 
 void Program::iniPath()
 {
-    for (const QString &folder : {m_paths.DataFolder, m_paths.SmsFolder, m_paths.PopUserDataFolder}) {
-        m_log.trap("iniPath"_L1, [&] { core::makeFolder(folder); });
+    for (const QString &folder : {m_paths.DataFolder, m_paths.SmsFolder}) {
+        m_log.trap("iniPath"_L1, [&] { core::makePrivateFolder(folder); });
+    }
+    m_log.trap("iniPath"_L1, [&] { core::makeFolder(m_paths.PopUserDataFolder); }); // the desks share it
+    for (const QString &written : {m_paths.SettingsFile, m_paths.WindowsFile}) {
+        core::removeLeftBeside(written);
     }
     m_values.CustomerDbExists = QFileInfo(m_paths.CustomerFile).isFile();
 }
@@ -111,18 +120,34 @@ void Program::readSettings()
 
 void Program::chooseLanguage()
 {
+    m_outside.prompts.setTexts(&m_texts);
     m_language.iniLanguage();
-    m_outside.prompts.setTexts(&m_language);
+    if (m_language.isLocked()) {
+        m_languageRetry.start(std::chrono::milliseconds(500));
+    }
     const QString &code = m_language.state().code;
     m_toolkitTexts.install(code);
     QApplication::setLayoutDirection(language::layoutDirection(code));
+}
+
+// Another program had the texts to itself when this one started. Windows that were opened meanwhile are in
+// the right language when they are opened again.
+void Program::retryLanguage()
+{
+    m_languageRetry.stop(); // a file that turns out to be damaged is told, in a box
+    if (!m_language.retry()) {
+        m_languageRetry.start();
+    } else {
+        m_values.ProductDisplayName = core::productName(m_values.OemMark, m_texts);
+        m_mainWindow->showTexts();
+    }
 }
 
 void Program::nameProduct()
 {
     m_values.OemMark =
         m_log.trap("ReadMdrOemMark"_L1, QString(), [&] { return core::ReadMdrOemMark(m_paths); });
-    m_values.ProductDisplayName = core::productName(m_values.OemMark, m_language);
+    m_values.ProductDisplayName = core::productName(m_values.OemMark, m_texts);
     m_autoHide.clear();
 }
 
@@ -193,7 +218,7 @@ void Program::showMainForm()
                                      m_values,
                                      m_log,
                                      m_settings,
-                                     m_language,
+                                     m_texts,
                                      m_outside.prompts,
                                      m_windows,
                                      m_autoHide,
@@ -220,7 +245,7 @@ void Program::openReception()
 
 void Program::checkSenders()
 {
-    const QString trouble = m_senders.trouble(m_language);
+    const QString trouble = m_senders.trouble(m_texts);
     if (!trouble.isEmpty()) {
         m_outside.prompts.tell(trouble);
     }
@@ -272,7 +297,7 @@ bool Program::operatorEnds()
         m_mainWindow->restoreToFront();
         return false;
     }
-    return m_outside.prompts.askOkCancel(m_language.Lms(u"ExitPopWarning"_s), m_mainWindow->windowTitle()) &&
+    return m_outside.prompts.askOkCancel(m_texts.Lms(u"ExitPopWarning"_s), m_mainWindow->windowTitle()) &&
            m_windows.closeAll();
 }
 
@@ -287,7 +312,7 @@ bool Program::byebye(const QString &prompt)
         m_mainWindow->prepareToEnd();
         m_endpoint.close();
         m_dispatcher.saveNow();
-        m_log.WriteRunLog(m_language.Lms(u"ExitSys"_s));
+        m_log.WriteRunLog(m_texts.Lms(u"ExitSys"_s));
         m_outside.endProcess();
     }
     return true;
@@ -341,7 +366,7 @@ void Program::ShowSmallMessage(const QString &datagramText)
 {
     if (const auto message = m_messages.ShowSmallMessage(datagramText)) {
         m_mainWindow->appendSms(message->entry);
-        m_windows.showMessage(message->text);
+        m_windows.showMessage(*message);
     }
 }
 

@@ -14,6 +14,7 @@
 #include "core/WindowMemory.h"
 #include "language/FormTranslator.h"
 #include "language/LanguagePack.h"
+#include "language/ShownTexts.h"
 #include "language/ToolkitTexts.h"
 #include "lookup/CallerPopUp.h"
 #include "lookup/NumberIndex.h"
@@ -51,6 +52,7 @@ private:
     void iniPath();
     void readSettings();
     void chooseLanguage();
+    void retryLanguage();
     void nameProduct();
     void iniVariants();
     void loadNumberIndex();
@@ -92,6 +94,7 @@ private:
     core::WindowMemory m_windowMemory;
     core::OpenForms m_openForms;
     language::LanguagePack m_language;
+    language::ShownTexts m_texts{m_language};
     language::ToolkitTexts m_toolkitTexts;
     language::FormTranslator m_translator;
     const core::CodePage m_codePage;
@@ -110,6 +113,7 @@ private:
     std::unique_ptr<mainwindow::FrmMain> m_mainWindow;
     QTimer m_numbersLoading;
     QTimer m_databasesRetry;
+    QTimer m_languageRetry;
     bool m_databasesLocked = false; ///< when the numbers were read
     bool m_numbersLoaded = true;
     bool m_ended = false;

@@ -24,17 +24,16 @@ bool isForm(const QWidget &window)
 
 Windows::Windows(const Context &context)
     : m_context(context), m_forms{context.paths,         context.values,
-                                  context.log,           context.language,
+                                  context.log,           context.texts,
                                   context.outside.clock, context.outside.prompts,
                                   context.outside.shell, *this,
                                   context.endpoint,      context.services},
-      m_checks(
-          {context.paths, context.log, context.numbers, context.language, context.outside.prompts, *this}),
+      m_checks({context.paths, context.log, context.numbers, context.texts, context.outside.prompts, *this}),
       m_phoneBook({m_forms, m_checks}), m_customers({m_forms, m_checks, *this}),
-      m_notes({m_forms, context.outside.printer, context.values, context.language.state()}),
+      m_notes({m_forms, context.outside.printer, context.values, context.language}),
       m_messages(
           {m_forms, context.codePage, [this](int count) { m_context.mainWindow().showUnread(count); }}),
-      m_options({m_forms, context.settings, *this}), m_help({m_forms, context.language.state()})
+      m_options({m_forms, context.settings, *this}), m_help({m_forms, context.language})
 {}
 
 // Asked when the main window comes up; a window that needs a file of the desk's is not there without it.
@@ -193,14 +192,14 @@ QStringList Windows::hiddenGridColumns() const
 }
 
 // Widths and visibility stay with the names.
-void Windows::ChangeGridCfg(const QStringList &names)
+bool Windows::ChangeGridCfg(const QStringList &names)
 {
     mainwindow::CallGridModel &calls = m_context.mainWindow().calls();
     QList<mainwindow::GridColumn> columns = calls.columns();
     std::sort(columns.begin(), columns.end(), [&](const auto &left, const auto &right) {
         return names.indexOf(left.name) < names.indexOf(right.name);
     });
-    calls.ChangeGridCfg(columns);
+    return calls.ChangeGridCfg(columns);
 }
 
 void Windows::iniGridCallerID_tarn()

@@ -6,7 +6,7 @@
 #include "core/Settings.h"
 #include "customers/CustomerWindows.h"
 #include "help/HelpWindow.h"
-#include "language/LanguagePack.h"
+#include "language/LanguageChoice.h"
 #include "lookup/ExistenceChecks.h"
 #include "lookup/NumberIndex.h"
 #include "mainwindow/FrmMain.h"
@@ -35,7 +35,8 @@ public:
         core::ProcessValues &values;
         core::RunLog &log;
         core::Settings &settings;
-        const language::LanguagePack &language;
+        const core::TextLookup &texts;
+        const language::LanguageState &language;
         const core::CodePage &codePage;
         lookup::NumberIndex &numbers;
         store::CustomerPopUpTable &popUpTable;
@@ -59,8 +60,11 @@ public:
     void showPhoneBook(const QString &query) override;
     void showCustomerList(const QString &query) override;
 
-    /// Shows the text of a received short message.
-    void showMessage(const QString &text) { m_messages.showReceived(text); }
+    /// Shows the text of a received short message, and whether the logs hold it.
+    void showMessage(const messages::ReceivedMessages::Message &message)
+    {
+        m_messages.showReceived(message.text, message.filing);
+    }
     /// The operator has read the messages in the main window.
     void messagesSeen() { m_messages.markAllSeen(); }
 
@@ -84,7 +88,7 @@ private:
     bool saveSenders(const QString &text) override { return m_context.senders.save(text); }
     QStringList gridColumnNames() const override;
     QStringList hiddenGridColumns() const override;
-    void ChangeGridCfg(const QStringList &names) override;
+    bool ChangeGridCfg(const QStringList &names) override;
     void iniGridCallerID_tarn() override;
 
     Context m_context;

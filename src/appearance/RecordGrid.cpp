@@ -2,6 +2,7 @@
 
 #include "appearance/GridDelegate.h"
 #include "appearance/Keys.h"
+#include "core/TextUtilities.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -21,16 +22,6 @@ namespace {
 
 constexpr int rowPadding = 12;
 constexpr std::chrono::milliseconds copyingTurn{20};
-
-/// A cell in one line of tab-separated text: what would begin another cell or line becomes a blank.
-QString cellText(const QModelIndex &index)
-{
-    QString text = index.data().toString();
-    for (const QChar breaking : u"\t\r\n"_s) {
-        text.replace(breaking, u' ');
-    }
-    return text;
-}
 
 } // namespace
 
@@ -212,7 +203,7 @@ QString RecordGrid::rowText(int row) const
     for (int place = 0; place < model()->columnCount(); ++place) {
         const int column = horizontalHeader()->logicalIndex(place);
         if (!isColumnHidden(column)) {
-            cells.append(cellText(model()->index(row, column)));
+            cells.append(core::spreadsheetCell(model()->index(row, column).data().toString()));
         }
     }
     return cells.join(u'\t');

@@ -3,8 +3,10 @@
 #include "core/Error.h"
 #include "core/platform.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRandomGenerator>
 
 using namespace Qt::StringLiterals;
 
@@ -22,23 +24,40 @@ void refuseReadOnly(const QString &path)
 
 } // namespace
 
-void moveIntoPlace(const QString &written, const QString &path)
-{
-    refuseReadOnly(path);
-    platform::syncFile(written);
-    platform::replaceFile(written, path);
-}
-
 void saveAtomically(const QString &path, QByteArrayView bytes)
 {
     refuseReadOnly(path);
-    const QString temporary = path + u".new"_s;
-    try {
-        platform::writeAndSync(temporary, bytes);
-        platform::replaceFile(temporary, path);
-    } catch (const Error &) {
-        QFile::remove(temporary);
-        throw;
+    const FileBeside file(path);
+    platform::writeFile(file.name(), bytes);
+    file.moveIntoPlace();
+}
+
+FileBeside::FileBeside(const QString &path) : m_path(path)
+{
+    do {
+        const quint32 number = QRandomGenerator::global()->generate();
+        m_name = path + u".%1.new"_s.arg(number, 8, 16, QChar(u'0'));
+    } while (!platform::createFile(m_name));
+}
+
+FileBeside::~FileBeside()
+{
+    QFile::remove(m_name);
+}
+
+void FileBeside::moveIntoPlace() const
+{
+    refuseReadOnly(m_path);
+    platform::syncFile(m_name);
+    platform::replaceFile(m_name, m_path);
+}
+
+void removeLeftBeside(const QString &path)
+{
+    const QFileInfo file(path);
+    const QString number = u"[0-9a-f]"_s.repeated(8);
+    for (const QFileInfo &left : file.dir().entryInfoList({file.fileName() + u'.' + number + u".new"_s})) {
+        QFile::remove(left.filePath());
     }
 }
 

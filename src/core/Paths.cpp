@@ -2,6 +2,7 @@
 
 #include "core/AtomicFile.h"
 #include "core/Error.h"
+#include "core/platform.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -62,6 +63,21 @@ void makeFolder(const QString &path)
 {
     if (FolderExists(path).isEmpty() && !QDir().mkdir(path)) {
         throw Error(0, u"cannot create the folder "_s + path);
+    }
+}
+
+// A folder that was moved elsewhere, with a link in its place, is meant itself.
+void makePrivateFolder(const QString &path)
+{
+    makeFolder(path);
+    QStringList open = {QFileInfo(path).canonicalFilePath()};
+    const QDir folder(path);
+    for (const QString &name : folder.entryList(QDir::Files | QDir::Hidden | QDir::System)) {
+        open.append(folder.filePath(name));
+    }
+    open.removeIf(platform::closeToOthers);
+    if (!open.isEmpty()) {
+        throw Error(0, u"open to other users: "_s + open.join(u", "_s));
     }
 }
 

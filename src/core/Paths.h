@@ -32,6 +32,9 @@ QString FolderExists(const QString &path);
 /// Creates one missing folder, not its parents. Throws Error.
 void makeFolder(const QString &path);
 
+/// The same, and takes from other users every right to it and to the files in it. Throws Error.
+void makePrivateFolder(const QString &path);
+
 /// Makes `StartFolder` the current directory again; a file dialog may have changed it.
 void RecoverCurrentPath(const Paths &paths);
 

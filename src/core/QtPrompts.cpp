@@ -14,21 +14,6 @@ namespace core {
 
 namespace {
 
-// A box belongs to the window that the operator works in, never to a tool window such as a popup, which may
-// close under it, and is never hidden behind a window that is in front of all.
-QWidget *windowBehind()
-{
-    QWidget *active = QApplication::activeWindow();
-    if (active != nullptr && active->windowType() != Qt::Tool) {
-        return active;
-    }
-    const QWidgetList windows = QApplication::topLevelWidgets();
-    const auto main = std::find_if(windows.begin(), windows.end(), [](const QWidget *window) {
-        return window->isVisible() && window->inherits("QMainWindow");
-    });
-    return main != windows.end() ? *main : nullptr;
-}
-
 /// "(*.txt)|*.txt|(*.*)|*.*" in the toolkit's words: pairs of a name and a pattern.
 QString toolkitFilter(const QString &filter)
 {
@@ -47,14 +32,20 @@ QString firstSuffix(const QString &filter)
 
 } // namespace
 
-/// Counts a prompt as open while it is, and tells when the last one has closed.
+/// Counts a prompt as open while it is, and tells when the last one has closed. `behind` is the window that
+/// it belongs to.
 class QtPrompts::OpenPrompt
 {
 public:
-    explicit OpenPrompt(QtPrompts &prompts) : m_prompts(prompts) { ++m_prompts.m_open; }
+    OpenPrompt(QtPrompts &prompts, QWidget *behind) : m_prompts(prompts)
+    {
+        ++m_prompts.m_open;
+        m_prompts.m_justBehind = behind;
+    }
     ~OpenPrompt()
     {
         --m_prompts.m_open;
+        m_prompts.m_actEnds.start();
         m_prompts.notifyClosed();
     }
     Q_DISABLE_COPY_MOVE(OpenPrompt)
@@ -62,6 +53,31 @@ public:
 private:
     QtPrompts &m_prompts;
 };
+
+QtPrompts::QtPrompts()
+{
+    m_actEnds.setSingleShot(true);
+    QObject::connect(&m_actEnds, &QTimer::timeout, &m_actEnds, [this] { m_justBehind = nullptr; });
+}
+
+// A box belongs to the window that the operator works in, never to a tool window such as a popup, which may
+// close under it, and is never hidden behind a window that is in front of all. Right after a box no window is
+// active yet: the next one belongs to the same.
+QWidget *QtPrompts::windowBehind() const
+{
+    QWidget *active = QApplication::activeWindow();
+    if (active != nullptr && active->windowType() != Qt::Tool) {
+        return active;
+    }
+    if (m_justBehind != nullptr && m_justBehind->isVisible()) {
+        return m_justBehind;
+    }
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto main = std::find_if(windows.begin(), windows.end(), [](const QWidget *window) {
+        return window->isVisible() && window->inherits("QMainWindow");
+    });
+    return main != windows.end() ? *main : nullptr;
+}
 
 void QtPrompts::tell(const QString &text, const QString &title)
 {
@@ -90,9 +106,10 @@ Prompts::Answer QtPrompts::askSave(const QString &text, QWidget *window)
 
 QString QtPrompts::saveFileName(const QString &proposed, const QString &filter)
 {
-    const OpenPrompt open(*this);
+    QWidget *behind = windowBehind();
+    const OpenPrompt open(*this, behind);
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    QFileDialog dialog(windowBehind(), QString(), folder, toolkitFilter(filter));
+    QFileDialog dialog(behind, QString(), folder, toolkitFilter(filter));
     dialog.setObjectName(u"fileDialog"_s);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(firstSuffix(filter));
@@ -102,7 +119,7 @@ QString QtPrompts::saveFileName(const QString &proposed, const QString &filter)
 
 int QtPrompts::ask(const QString &text, const QString &title, int buttons, int defaultButton, QWidget *parent)
 {
-    const OpenPrompt open(*this);
+    const OpenPrompt open(*this, parent);
     QMessageBox box(parent);
     box.setObjectName(u"messageBox"_s);
     box.setWindowFlag(Qt::WindowStaysOnTopHint, parent == nullptr);

@@ -2,6 +2,10 @@
 
 #include "core/Prompts.h"
 
+#include <QPointer>
+#include <QTimer>
+#include <QWidget>
+
 class QMessageBox;
 
 namespace core {
@@ -10,6 +14,8 @@ namespace core {
 class QtPrompts : public Prompts
 {
 public:
+    QtPrompts();
+
     void tell(const QString &text, const QString &title) override;
     bool askOkCancel(const QString &text, const QString &title) override;
     Answer askSave(const QString &text, QWidget *window) override;
@@ -18,10 +24,13 @@ public:
 
 private:
     class OpenPrompt;
+    QWidget *windowBehind() const;
     int ask(const QString &text, const QString &title, int buttons, int defaultButton, QWidget *parent);
     void translate(QMessageBox &box) const;
 
     int m_open = 0;
+    QPointer<QWidget> m_justBehind; ///< the window of the last prompt, until the operator's act has ended
+    QTimer m_actEnds;
 };
 
 } // namespace core

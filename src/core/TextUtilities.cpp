@@ -1,5 +1,7 @@
 #include "core/TextUtilities.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
 #include <utility>
 
@@ -114,6 +116,15 @@ QString questionAbout(const QString &name, const QString &question)
 {
     const QString shown = shownText(name).trimmed();
     return shown.isEmpty() ? question : shown + u"\n\n"_s + question;
+}
+
+QString spreadsheetCell(QString text)
+{
+    static const QRegularExpression formula(u"^\\s*([=@]|[+-](?!\\s*$|[0-9][0-9\\s.,]*$))"_s);
+    for (const QChar breaking : u"\t\r\n"_s) {
+        text.replace(breaking, u' ');
+    }
+    return text.contains(formula) ? u'\'' + text : text;
 }
 
 } // namespace core

@@ -66,4 +66,9 @@ QString titleOf(const QString &name, const QString &window);
 /// A question about something with a name: the name stands above it.
 QString questionAbout(const QString &name, const QString &question);
 
+/// A cell of tab-separated text, as a spreadsheet takes it from the clipboard: in one line, and where it
+/// would be calculated there, with the apostrophe that makes it a text. A plain number with its sign stays
+/// one.
+QString spreadsheetCell(QString text);
+
 } // namespace core

@@ -34,11 +34,24 @@ AnsiDecoder ansiDecoder(int codePage);
 /// Text in the bytes of a code page; characters that it lacks become "?".
 QByteArray encodeAnsi(int codePage, QStringView text);
 
-/// Opens, appends with one write call and closes. The file's size afterwards. Throws Error.
+/// Opens, appends with one write call and closes; a missing file is made. What a full disk has cut off is
+/// taken back, and a link is not followed. The file's size afterwards. Throws Error.
 qint64 appendToFile(const QString &path, QByteArrayView bytes);
 
-/// Writes a new file and forces it to the disk. Throws Error; the file may then stand half written.
-void writeAndSync(const QString &path, QByteArrayView bytes);
+/// Makes an empty file; false where something has that name already, be it a link that leads nowhere. Throws
+/// Error.
+bool createFile(const QString &path);
+
+/// What the user may still write on the disk that holds a folder; -1 where that is not known.
+qint64 freeBytes(const QString &folder);
+
+/// Takes from other users every right to a file or folder; a link is left alone. False where that cannot be
+/// done. On Windows a folder's access list, which its files inherit, is the administrator's, and stays.
+bool closeToOthers(const QString &path);
+
+/// Writes over a file that exists; a link is not followed. Throws Error; the file may then stand half
+/// written.
+void writeFile(const QString &path, QByteArrayView bytes);
 
 /// Forces a file that was written to the disk. Throws Error.
 void syncFile(const QString &path);

@@ -14,6 +14,7 @@
 #include <sys/file.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -27,11 +28,25 @@ namespace {
     throw Error(number, QString::fromLocal8Bit(std::strerror(number)) + u": "_s + path);
 }
 
+/// A new file is open to nobody who may not enter its folder.
+mode_t modeIn(const QByteArray &folder)
+{
+    struct stat status = {};
+    return ::stat(folder.constData(), &status) == 0 ? status.st_mode & 0666 : 0600;
+}
+
+int openFile(const QString &path, int flags)
+{
+    const bool creates = (flags & O_CREAT) != 0;
+    const mode_t mode = creates ? modeIn(QFile::encodeName(QFileInfo(path).path())) : 0;
+    return ::open(QFile::encodeName(path).constData(), flags | O_CLOEXEC | O_NOFOLLOW, mode);
+}
+
+/// An open file; a link is not followed.
 class Descriptor
 {
 public:
-    Descriptor(const QString &path, int flags)
-        : m_path(path), m_fd(::open(QFile::encodeName(path).constData(), flags | O_CLOEXEC, 0644))
+    Descriptor(const QString &path, int flags) : m_path(path), m_fd(openFile(path, flags))
     {
         if (m_fd < 0) {
             fail(errno, path);
@@ -53,6 +68,20 @@ public:
                 fail(errno, m_path);
             }
             bytes = bytes.sliced(std::max<ssize_t>(written, 0));
+        }
+    }
+    /// The same for all of it or nothing. Only what is still the file's end can be taken back.
+    void append(QByteArrayView bytes) const
+    {
+        const qint64 before = size();
+        try {
+            write(bytes);
+        } catch (const Error &) {
+            const qint64 added = size() - before;
+            if (added > 0 && added < bytes.size()) {
+                [[maybe_unused]] const int cut = ::ftruncate(m_fd, before);
+            }
+            throw;
         }
     }
     qint64 size() const { return std::max<qint64>(::lseek(m_fd, 0, SEEK_END), 0); }
@@ -154,15 +183,42 @@ int ansiCodePage(quint16 systemLanguageId)
 qint64 appendToFile(const QString &path, QByteArrayView bytes)
 {
     const Descriptor file(path, O_WRONLY | O_APPEND | O_CREAT);
-    file.write(bytes);
+    file.append(bytes);
     return file.size();
 }
 
-void writeAndSync(const QString &path, QByteArrayView bytes)
+bool createFile(const QString &path)
 {
-    Descriptor file(path, O_WRONLY | O_CREAT | O_TRUNC);
+    const int descriptor = openFile(path, O_WRONLY | O_CREAT | O_EXCL);
+    if (descriptor < 0 && errno != EEXIST) {
+        fail(errno, path);
+    }
+    return descriptor >= 0 && ::close(descriptor) == 0;
+}
+
+qint64 freeBytes(const QString &folder)
+{
+    struct statvfs disk = {};
+    const bool known = ::statvfs(QFile::encodeName(folder).constData(), &disk) == 0;
+    return known ? qint64(disk.f_bavail) * qint64(disk.f_frsize) : -1;
+}
+
+// The owner's own rights stay: a file marked read-only is still refused to be written over.
+bool closeToOthers(const QString &path)
+{
+    const QByteArray name = QFile::encodeName(path);
+    struct stat status = {};
+    if (::lstat(name.constData(), &status) != 0) {
+        return false;
+    }
+    const mode_t open = status.st_mode & (S_IRWXG | S_IRWXO);
+    return S_ISLNK(status.st_mode) || open == 0 || ::chmod(name.constData(), status.st_mode & S_IRWXU) == 0;
+}
+
+void writeFile(const QString &path, QByteArrayView bytes)
+{
+    Descriptor file(path, O_WRONLY | O_TRUNC);
     file.write(bytes);
-    file.sync();
     file.close();
 }
 

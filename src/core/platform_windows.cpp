@@ -25,15 +25,29 @@ const wchar_t *wide(const QString &text)
     throw Error(int(number), qt_error_string(int(number)).trimmed() + u": "_s + path);
 }
 
+HANDLE openFile(const QString &path, DWORD access, DWORD disposition)
+{
+    return CreateFileW(wide(path), access | FILE_READ_ATTRIBUTES,
+                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, disposition,
+                       FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
+}
+
+/// An open file; a link is not followed, and refused.
 class Handle
 {
 public:
     Handle(const QString &path, DWORD access, DWORD disposition)
-        : m_path(path),
-          m_handle(CreateFileW(wide(path), access, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                               nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr))
+        : m_path(path), m_handle(openFile(path, access, disposition))
     {
         if (m_handle == INVALID_HANDLE_VALUE) {
+            fail(path);
+        }
+        FILE_ATTRIBUTE_TAG_INFO info = {};
+        if (GetFileInformationByHandleEx(m_handle, FileAttributeTagInfo, &info, sizeof(info)) &&
+            (info.FileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
+            info.ReparseTag == IO_REPARSE_TAG_SYMLINK) {
+            CloseHandle(m_handle);
+            SetLastError(ERROR_CANT_ACCESS_FILE);
             fail(path);
         }
     }
@@ -49,6 +63,12 @@ public:
             }
             bytes = bytes.sliced(qsizetype(written));
         }
+    }
+    void cutAt(qint64 size) const
+    {
+        FILE_END_OF_FILE_INFO end = {};
+        end.EndOfFile.QuadPart = size;
+        SetFileInformationByHandle(m_handle, FileEndOfFileInfo, &end, sizeof(end));
     }
     void sync() const
     {
@@ -96,16 +116,44 @@ int ansiCodePage(quint16)
 
 qint64 appendToFile(const QString &path, QByteArrayView bytes)
 {
-    const Handle file(path, FILE_APPEND_DATA | FILE_READ_ATTRIBUTES, OPEN_ALWAYS);
-    file.write(bytes);
+    const Handle file(path, FILE_APPEND_DATA, OPEN_ALWAYS);
+    const qint64 before = file.size();
+    try {
+        file.write(bytes);
+    } catch (const Error &) {
+        const qint64 added = file.size() - before;
+        if (added > 0 && added < bytes.size()) {
+            Handle(path, GENERIC_WRITE, OPEN_EXISTING).cutAt(before); // not the right of who appends
+        }
+        throw;
+    }
     return file.size();
 }
 
-void writeAndSync(const QString &path, QByteArrayView bytes)
+bool createFile(const QString &path)
 {
-    const Handle file(path, GENERIC_WRITE, CREATE_ALWAYS);
+    const HANDLE handle = openFile(path, GENERIC_WRITE, CREATE_NEW);
+    if (handle == INVALID_HANDLE_VALUE && GetLastError() != ERROR_FILE_EXISTS) {
+        fail(path);
+    }
+    return handle != INVALID_HANDLE_VALUE && CloseHandle(handle);
+}
+
+qint64 freeBytes(const QString &folder)
+{
+    ULARGE_INTEGER bytes = {};
+    return GetDiskFreeSpaceExW(wide(folder), &bytes, nullptr, nullptr) ? qint64(bytes.QuadPart) : -1;
+}
+
+bool closeToOthers(const QString &)
+{
+    return true;
+}
+
+void writeFile(const QString &path, QByteArrayView bytes)
+{
+    const Handle file(path, GENERIC_WRITE, TRUNCATE_EXISTING);
     file.write(bytes);
-    file.sync();
 }
 
 void syncFile(const QString &path)

@@ -1,7 +1,5 @@
 #include "customers/CustomerExport.h"
 
-#include "core/AtomicFile.h"
-
 #include <QElapsedTimer>
 #include <QFile>
 
@@ -13,11 +11,6 @@ namespace {
 
 constexpr int rowsAtOnce = 200;
 
-QString besideOf(const QString &target)
-{
-    return target + u".new"_s;
-}
-
 } // namespace
 
 // The row's key in front of the fields tells where the next run begins.
@@ -26,10 +19,10 @@ CustomerExport::CustomerExport(const QString &databaseFile, const QString &query
     : m_database(databaseFile),
       m_select(u"select rowid,"_s + query.mid(u"select "_s.size()) +
                u" where rowid>%1 order by rowid limit "_s + QString::number(rowsAtOnce)),
-      m_target(target), m_columnCount(int(headings.size()))
+      m_beside(target), m_columnCount(int(headings.size()))
 {
     m_rowCount = countCustomers(m_database);
-    m_writer.emplace(besideOf(target));
+    m_writer.emplace(m_beside.name());
     m_writer->writeHeadings(headings);
     writeRows();
 }
@@ -39,7 +32,6 @@ CustomerExport::~CustomerExport()
     if (m_packing.joinable()) {
         m_packing.join();
     }
-    QFile::remove(besideOf(m_target));
 }
 
 int CustomerExport::countCustomers(store::Database &database)
@@ -92,7 +84,7 @@ void CustomerExport::startPacking()
     m_packing = std::thread([this] {
         try {
             m_writer->close();
-            core::moveIntoPlace(besideOf(m_target), m_target);
+            m_beside.moveIntoPlace();
         } catch (...) {
             m_failure = std::current_exception();
         }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/AtomicFile.h"
 #include "customers/SpreadsheetWriter.h"
 #include "store/Database.h"
 
@@ -39,8 +40,8 @@ private:
     void startPacking();
 
     store::Database m_database;
-    QString m_select; ///< of one run of rows, but for where they begin and how many
-    QString m_target;
+    QString m_select;          ///< of one run of rows, but for where they begin and how many
+    core::FileBeside m_beside; ///< beside the target
     std::optional<SpreadsheetWriter> m_writer;
     int m_columnCount;
     int m_rowCount = 0;

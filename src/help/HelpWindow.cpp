@@ -7,7 +7,8 @@ using namespace Qt::StringLiterals;
 namespace help {
 
 HelpWindow::HelpWindow(const Context &context)
-    : m_context(context), m_texts(context.forms.paths, context.forms.log, context.forms.prompts)
+    : m_context(context),
+      m_texts(context.forms.paths, context.forms.log, context.forms.texts, context.forms.prompts)
 {}
 
 HelpWindow::~HelpWindow()
@@ -18,7 +19,7 @@ HelpWindow::~HelpWindow()
 void HelpWindow::ShowHelp(const QString &helpId)
 {
     m_context.forms.log.trap("ShowHelp"_L1, [&] {
-        const QString text = m_texts.ReadHelp(m_context.language.code, helpId);
+        const std::optional<QString> text = m_texts.ReadHelp(m_context.language.code, helpId);
         if (m_form == nullptr) {
             m_form = new frmHelp(m_context.forms);
         }

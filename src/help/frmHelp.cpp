@@ -8,7 +8,8 @@ using namespace Qt::StringLiterals;
 namespace help {
 
 frmHelp::frmHelp(const appearance::FormContext &context)
-    : QDialog(nullptr, Qt::Window), m_ui(std::make_unique<Ui::frmHelp>()), m_setup(context.services)
+    : QDialog(nullptr, Qt::Window), m_noPage(context.texts.Lms(u"NoHelpPage"_s)),
+      m_ui(std::make_unique<Ui::frmHelp>()), m_setup(context.services)
 {
     constexpr qreal margin = 24; // lines that begin at the frame are hard to read
     m_ui->setupUi(this);
@@ -16,7 +17,6 @@ frmHelp::frmHelp(const appearance::FormContext &context)
     setWindowIcon(appearance::programIcon());
     m_setup.load(*this);
     m_ui->txtHelp->document()->setDocumentMargin(margin);
-    m_ui->txtHelp->setPlaceholderText(context.texts.Lms(u"NoHelpPage"_s));
 }
 
 frmHelp::~frmHelp()
@@ -24,9 +24,10 @@ frmHelp::~frmHelp()
     m_setup.unload();
 }
 
-void frmHelp::setText(const QString &text)
+void frmHelp::setText(const std::optional<QString> &text)
 {
-    m_ui->txtHelp->setPlainText(text);
+    m_ui->txtHelp->setPlaceholderText(text ? m_noPage : QString());
+    m_ui->txtHelp->setPlainText(text.value_or(QString()));
     m_ui->txtHelp->moveCursor(QTextCursor::Start);
 }
 

@@ -1,6 +1,7 @@
 #include "language/LanguagePack.h"
 
 #include "core/TextUtilities.h"
+#include "language/ShownTexts.h"
 #include "store/Database.h"
 
 #include <QDir>
@@ -50,59 +51,80 @@ void LanguagePack::iniLanguage()
 
 void LanguagePack::load()
 {
-    constexpr qsizetype usualRows = 512;
     m_texts.clear();
-    m_texts.reserve(usualRows);
-    // What was read before a failure stays: half the texts serve the operator better than none.
-    m_log.trap("Load LangPack"_L1, [this] {
-        const QString file = languageFile();
-        if (file.isEmpty()) {
-            loadFromLangFile();
-        } else {
-            loadFromLanguageFile(file);
+    m_systemTexts.clear();
+    m_locked = false;
+    const bool whole = m_log.trap("Load LangPack"_L1, [this] {
+        try {
+            read(m_state.code, m_texts);
+        } catch (const core::Error &error) {
+            m_locked = store::tellsOfLock(error);
+            throw;
         }
     });
+    if (!whole || m_state.code == "USER"_L1) {
+        loadSystemTexts();
+    }
+    const QString file = fileOf(m_state.code);
+    const bool missingWasTold = file == m_paths.LangFile && !isFile(file);
+    if (!whole && !m_locked && !missingWasTold) {
+        m_prompts.tell(ShownTexts(*this).Lms(u"LanguageFileDamaged"_s) + u'\n' + file);
+    }
 }
 
-// A language file overrides "Lang.mdb" for its language; empty when there is none.
-QString LanguagePack::languageFile() const
+bool LanguagePack::retry()
 {
-    if (m_state.code == "USER"_L1) {
+    if (store::isLocked(fileOf(m_state.code))) {
+        return false;
+    }
+    load();
+    return !m_locked;
+}
+
+void LanguagePack::loadSystemTexts()
+{
+    const QString code = DecideLanguage(m_state.osLanguage, {});
+    if (code != m_state.code) {
+        m_log.trap("Load LangPack"_L1, [&] { read(code, m_systemTexts); });
+    }
+}
+
+// A language file overrides "Lang.mdb" for its language.
+QString LanguagePack::fileOf(const QString &code) const
+{
+    if (code == "USER"_L1) {
         return m_paths.UserLangFile;
     }
-    if (!isLanguageCode(m_state.code)) {
-        return {};
-    }
-    const QString path = m_paths.StartFolder + QDir::separator() + m_state.code + u".lan"_s;
-    return isFile(path) ? path : QString();
+    const QString path = m_paths.StartFolder + QDir::separator() + code + u".lan"_s;
+    return isLanguageCode(code) && isFile(path) ? path : m_paths.LangFile;
 }
 
-void LanguagePack::loadFromLangFile()
+void LanguagePack::read(const QString &code, Texts &texts) const
 {
-    store::Database database(m_paths.LangFile, store::Database::Mode::ReadOnly);
-    const QString select = u"select [id],["_s + textColumn(m_state.code) + u"],[ENG] from Lang"_s;
-    database.forEachRow(select,
-                        [this](const store::Row &row) { add(row.text(0), row.text(1), row.text(2)); });
-}
-
-void LanguagePack::loadFromLanguageFile(const QString &path)
-{
-    store::Database database(path, store::Database::Mode::ReadOnly);
-    database.forEachRow(u"select [item],[userlanguage],[english] from Language"_s,
-                        [this](const store::Row &row) { add(row.text(0), row.text(1), row.text(2)); });
-}
-
-void LanguagePack::add(const QString &key, const QString &text, const QString &english)
-{
-    const QString folded = key.toUpper();
-    if (!m_texts.contains(folded)) {
-        m_texts.insert(folded, text.isEmpty() ? english : text);
-    }
+    constexpr qsizetype usualRows = 512;
+    texts.reserve(usualRows);
+    const QString file = fileOf(code);
+    const QString select = file == m_paths.LangFile
+                               ? u"select [id],["_s + textColumn(code) + u"],[ENG] from Lang"_s
+                               : u"select [item],[userlanguage],[english] from Language"_s;
+    store::Database database(file, store::Database::Mode::ReadOnly);
+    database.forEachRow(select, [&texts](const store::Row &row) {
+        const QString key = row.text(0).toUpper();
+        if (!texts.contains(key)) {
+            const QString text = row.text(1);
+            texts.insert(key, text.isEmpty() ? row.text(2) : text);
+        }
+    });
 }
 
 QString LanguagePack::Lms(const QString &key) const
 {
     return m_texts.value(key.toUpper());
+}
+
+QString LanguagePack::systemText(const QString &key) const
+{
+    return m_systemTexts.value(key.toUpper());
 }
 
 } // namespace language

@@ -22,21 +22,32 @@ public:
                  const core::Settings &settings,
                  quint16 systemLanguageId = core::platform::systemLanguageId());
 
-    /// Decides the language and loads its texts; a missing "Lang.mdb" is told to the operator. Afterwards the
-    /// state is always complete, while texts that could not be read are just missing.
+    /// Decides the language and loads its texts; a missing "Lang.mdb" and a file that cannot be read are told
+    /// to the operator. Afterwards the state is always complete, while texts that could not be read are just
+    /// missing.
     void iniLanguage();
+    /// Another program had the texts' file to itself: retry() reads them once it no longer has.
+    bool isLocked() const { return m_locked; }
+    /// False while the file is still locked.
+    bool retry();
 
     /// The key's letter case does not matter; of equal keys the first row's text is given.
     QString Lms(const QString &key) const override;
 
+    /// What stands in where the operator's own translation lacks a text, or its file cannot be read: the text
+    /// of the operating system's language, empty where that has none.
+    QString systemText(const QString &key) const;
+
     const LanguageState &state() const { return m_state; }
 
 private:
+    using Texts = QHash<QString, QString>; ///< by upper-cased key
+
     void load();
-    QString languageFile() const;
-    void loadFromLangFile();
-    void loadFromLanguageFile(const QString &path);
-    void add(const QString &key, const QString &text, const QString &english);
+    void loadSystemTexts();
+    /// The file that holds the texts of a language, and those texts. What was read before a failure stays.
+    QString fileOf(const QString &code) const;
+    void read(const QString &code, Texts &texts) const;
 
     const core::Paths &m_paths;
     core::RunLog &m_log;
@@ -44,7 +55,9 @@ private:
     const core::Settings &m_settings;
     quint16 m_systemLanguageId;
     LanguageState m_state;
-    QHash<QString, QString> m_texts; ///< by upper-cased key
+    Texts m_texts;
+    Texts m_systemTexts; ///< of the system's language, where they stand in
+    bool m_locked = false;
 };
 
 } // namespace language

@@ -91,12 +91,13 @@ void CallGridModel::setColumnWidth(int column, int twips)
     m_settings.SaveMisc();
 }
 
-void CallGridModel::ChangeGridCfg(const QList<GridColumn> &columns)
+bool CallGridModel::ChangeGridCfg(const QList<GridColumn> &columns)
 {
-    m_log.trap("ChangeGridCfg"_L1, [&] {
+    return m_log.trap("ChangeGridCfg"_L1, false, [&] {
         writeGridColumns(m_settings.record, columns);
-        m_settings.SaveMisc();
+        const bool saved = m_settings.SaveMisc();
         iniGridCallerID_tarn();
+        return saved;
     });
 }
 

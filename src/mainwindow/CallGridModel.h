@@ -38,7 +38,8 @@ public:
     /// The column of that name, -1 for an unknown one.
     int GetGridColumn(const QString &name) const;
     /// Stores an edited order, widths and visibility in the settings, saves them and rebuilds the columns.
-    void ChangeGridCfg(const QList<GridColumn> &columns);
+    /// False where nothing could be saved.
+    bool ChangeGridCfg(const QList<GridColumn> &columns);
 
     /// Stores one column's width as the operator has drawn it, and saves it.
     void setColumnWidth(int column, int twips);

@@ -41,6 +41,7 @@ void FrmMain::Form_Load()
     m_context.log.setRunInfoBox(&m_runInfo);
     m_setup.load(*this);
     loadTexts();
+    loadStatusLine();
     loadToolbar();
     m_context.log.WriteRunLog(m_context.texts.Lms(u"SysStarted"_s));
     loadGrid();
@@ -60,14 +61,27 @@ void FrmMain::loadTexts()
         values.OemMark.isEmpty() ? m_context.texts.Lms(u"PopupProductName"_s) : values.ProductDisplayName;
     const QString version = isRightToLeft() ? core::isolated(values.AppVersion) : values.AppVersion;
     const QString title = name + separator + m_context.texts.Lms(u"ver"_s) + separator + version;
-    setWindowTitle(name.isEmpty() && values.OemMark.isEmpty() ? u"CallDesk "_s + values.AppVersion
-                                                              : title.trimmed());
+    setWindowTitle(title.trimmed());
     setWindowIcon(appearance::programIcon());
     m_ui->Toolbar1->setWindowTitle(windowTitle());
     m_ui->txtLastCallerID->setPlaceholderText(m_context.texts.Lms(u"NoCallYet"_s));
     m_ui->txtSMS->setPlaceholderText(m_context.texts.Lms(u"NoSmsYet"_s));
     m_ui->gridCallerId->setHint(m_context.texts.Lms(u"NoCallsHint"_s));
+    m_ui->gridCallerId->setToolTip(m_context.texts.Lms(u"DoubleClickToAddPhoneNumber"_s));
     m_messagesTitle = m_ui->SSTab1->tabText(m_ui->SSTab1->indexOf(m_ui->pageShortMessages));
+}
+
+void FrmMain::showTexts()
+{
+    m_context.services.translator.iniFormLang(*this);
+    loadTexts();
+    m_calls.iniGridCallerID_tarn();
+    updateSource();
+    m_screen.schedule();
+}
+
+void FrmMain::loadStatusLine()
+{
     lblSource->setObjectName(u"lblSource"_s);
     lblSource->setTextFormat(Qt::PlainText);
     lblSource->setContentsMargins(8, 0, 8, 4);
@@ -84,7 +98,6 @@ void FrmMain::loadGrid()
     m_ui->mnuCopy->setShortcut(QKeySequence::Copy);
     m_ui->mnuCopy->setShortcutContext(Qt::WidgetShortcut);
     m_ui->txtLastCallerID->addAction(m_ui->mnuOpenLastCaller);
-    m_ui->gridCallerId->setToolTip(m_context.texts.Lms(u"DoubleClickToAddPhoneNumber"_s));
 }
 
 // Buttons of a toolbar can neither be reached by the Tab key nor found by name, unless told.
@@ -276,6 +289,12 @@ void FrmMain::showCustomersAvailable(bool available)
     updateSource();
 }
 
+void FrmMain::showMessageLogs(const QString &troubleKey)
+{
+    m_messageLogs = troubleKey;
+    updateSource();
+}
+
 // A message may be 60,000 characters long; the whole of it stands in the file.
 void FrmMain::appendSms(const QString &text)
 {
@@ -328,6 +347,8 @@ void FrmMain::updateSource()
         lblSource->setText(m_context.texts.Lms(u"PortUnavailable"_s));
     } else if (m_customersUnavailable) {
         lblSource->setText(m_context.texts.Lms(u"CustomersUnavailable"_s));
+    } else if (!m_messageLogs.isEmpty()) {
+        lblSource->setText(m_context.texts.Lms(m_messageLogs));
     } else if (m_lastSender.isNull()) {
         lblSource->setText(m_context.texts.Lms(u"NoDatagramYet"_s));
     } else {

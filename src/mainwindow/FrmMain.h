@@ -70,12 +70,16 @@ public:
     explicit FrmMain(const Context &context);
     ~FrmMain() override;
 
+    /// Shows all texts anew, those of another language or ones that could not be read before.
+    void showTexts();
     /// Where the last datagram came from, for the status line.
     void showSource(const QHostAddress &sender);
     /// Whether the caller-ID port can be received on.
     void showPortAvailable(bool available);
     /// Whether callers can be identified.
     void showCustomersAvailable(bool available);
+    /// The key of what is to be told about the message logs for as long as it lasts; empty where all is well.
+    void showMessageLogs(const QString &troubleKey);
     void ShowCallerID_tarn(const core::CallRecord &record);
     void showLastCaller(const core::CallRecord &record, const QString &text);
     /// How many received messages nobody has seen yet.
@@ -109,6 +113,7 @@ protected:
 private:
     void Form_Load();
     void loadTexts();
+    void loadStatusLine();
     void loadGrid();
     void loadToolbar();
     void loadLogs();
@@ -156,6 +161,7 @@ private:
     bool m_sourceChanged = false;
     bool m_portUnavailable = false;
     bool m_customersUnavailable = false;
+    QString m_messageLogs; ///< the key of what is told about them
     bool m_lastCallerChanged = false;
     bool m_raise = false;
     Qt::WindowStates LastState = Qt::WindowNoState; ///< the state to which the tray restores

@@ -4,10 +4,10 @@
 
 namespace messages {
 
-void Inbox::add(const QString &time, const QString &text)
+void Inbox::add(const QString &time, const QString &text, Filing filing)
 {
     const bool follows = m_messages.empty() || m_place == count() - 1;
-    m_messages.push_back({time, text});
+    m_messages.push_back({time, text, filing});
     if (m_messages.size() > kept) {
         m_messages.pop_front();
         m_place = std::max(m_place - 1, 0);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "messages/ReceivedMessages.h"
+
 #include <QString>
 
 #include <deque>
@@ -15,11 +17,12 @@ public:
     {
         QString time;
         QString text;
+        Filing filing = Filing::Works; ///< whether the logs hold it, too
         bool seen = false;
     };
 
     /// The new message becomes the current one, unless the operator has paged back.
-    void add(const QString &time, const QString &text);
+    void add(const QString &time, const QString &text, Filing filing);
     /// Pages by so many messages, within the list.
     void page(int messages);
     /// The operator has the current message before him.

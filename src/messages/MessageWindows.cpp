@@ -22,9 +22,9 @@ void MessageWindows::showSend()
     appearance::bringToFront(*m_send);
 }
 
-void MessageWindows::showReceived(const QString &text)
+void MessageWindows::showReceived(const QString &text, Filing filing)
 {
-    m_inbox.add(m_context.forms.log.timeStamp(), text);
+    m_inbox.add(m_context.forms.log.timeStamp(), text, filing);
     m_screen.schedule();
 }
 

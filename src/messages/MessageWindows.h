@@ -30,8 +30,8 @@ public:
 
     /// Opens the form that sends a message, or brings it to the front.
     void showSend();
-    /// Shows the text of a received message, a burst of them at once.
-    void showReceived(const QString &text);
+    /// Shows the text of a received message, a burst of them at once, and whether the logs hold it.
+    void showReceived(const QString &text, Filing filing = Filing::Works);
     /// The operator has read the messages in another place.
     void markAllSeen();
     /// Asks about a message that was typed and not sent; false, with the message shown, where it is to be

@@ -103,6 +103,8 @@ void frmShowSMS::fill()
         m_shown = message.text;
         m_ui->txtSMS->setPlainText(shownLines(m_shown));
     }
+    m_ui->lblNotFiled->setVisible(message.filing != Filing::Works);
+    m_ui->lblNotFiled->setText(m_context.texts.Lms(filingKey(message.filing)));
     m_ui->lblPlace->setText(u"%1 / %2"_s.arg(m_inbox.place() + 1).arg(m_inbox.count()));
     m_ui->cmdPrevious->setEnabled(m_inbox.place() > 0);
     m_ui->cmdNext->setEnabled(m_inbox.place() + 1 < m_inbox.count());

@@ -2,25 +2,33 @@
 
 #include "appearance/GridDelegate.h"
 
+#include <QPersistentModelIndex>
+
 #include <functional>
 
 namespace options {
 
 /// Edits a cell of the language file, whose fields take 255 characters, and tells of a change that could not
-/// be written.
+/// be written: the cell shows what was typed when it is next opened.
 class CellDelegate : public appearance::GridDelegate
 {
 public:
-    CellDelegate(std::function<void()> refused, QObject *parent)
-        : GridDelegate(parent), m_refused(std::move(refused))
-    {}
+    struct Needs
+    {
+        std::function<bool(int column)> mayEdit;
+        std::function<void(const QModelIndex &cell)> refused;
+    };
+    CellDelegate(Needs needs, QObject *parent) : GridDelegate(parent), m_needs(std::move(needs)) {}
 
     QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option,
                           const QModelIndex &index) const override;
+    void setEditorData(QWidget *editor, const QModelIndex &index) const override;
     void setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const override;
 
 private:
-    std::function<void()> m_refused;
+    Needs m_needs;
+    mutable QPersistentModelIndex m_refusedCell;
+    mutable QString m_refusedText;
 };
 
 } // namespace options

@@ -15,6 +15,7 @@ struct OwnTexts
 {
     bool useId = false;   ///< show the keys
     bool useUser = false; ///< show the operator's own translation
+    bool operator==(const OwnTexts &) const = default;
 };
 
 OwnTexts ownTexts(const core::SettingsRecord &record);

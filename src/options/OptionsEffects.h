@@ -28,9 +28,10 @@ public:
     virtual QStringList gridColumnNames() const = 0;
     /// Those of them that are not shown.
     virtual QStringList hiddenGridColumns() const = 0;
-    /// Gives the grid its columns in the order of these names, which it stores, and builds it anew; widths
-    /// and visibility stay with the names.
-    virtual void ChangeGridCfg(const QStringList &names) = 0;
+    /// Gives the grid its columns in the order of these names, which it stores with the whole settings
+    /// record, and builds it anew; widths and visibility stay with the names. False where nothing could be
+    /// stored.
+    virtual bool ChangeGridCfg(const QStringList &names) = 0;
     /// Builds the grid anew from the settings.
     virtual void iniGridCallerID_tarn() = 0;
 };

@@ -89,45 +89,43 @@ QString OptionsLogic::columnTitle(const QString &name) const
 bool OptionsLogic::savePopUpPage(const PopUpPage &page)
 {
     core::SettingsRecord &record = m_context.settings.record;
+    const core::SettingsRecord before = record;
     record.PopupDetail = page.popDetail ? 1 : 0;
     record.PopupAllLines = page.popAll ? 1 : 2;
     record.ListUnpoppedCalls = page.showInfo ? 1 : 0;
-    return save();
-}
-
-bool OptionsLogic::saveSystemPage(const SystemPage &page)
-{
-    saveLanguage(page.language);
-    savePort(page.port);
-    m_context.effects.ChangeGridCfg(page.columns);
-    return save();
-}
-
-// An empty setting has always meant the operating system's language, so writing that out changes nothing.
-void OptionsLogic::saveLanguage(const QString &text)
-{
-    auto &setting = m_context.settings.record.LanguageSetting;
-    const QString kept = setting.text().toUpper();
-    const QString before = kept.isEmpty() ? automatic : kept;
-    setting.setText(codeOf(text));
-    if (setting.text() != before) {
-        m_context.prompts.tell(m_context.texts.Lms(u"PlsRestartSys"_s));
-    }
+    return m_context.settings.SaveMisc() || refuse(before);
 }
 
 // A port of 0 stands for the standard one, which the endpoint puts in its place when it is opened.
-void OptionsLogic::savePort(const QString &text)
+bool OptionsLogic::saveSystemPage(const SystemPage &page)
 {
-    const std::optional<qint32> port = portOf(text);
-    if (!port) {
-        m_context.prompts.tell(m_context.texts.Lms(u"PortOutOfRange"_s));
-    } else if (*port != m_context.settings.record.LocalPort) {
-        m_context.settings.record.LocalPort = *port;
-        m_context.effects.iniUDP();
-        if (*port == 0) {
-            m_context.prompts.tell(m_context.texts.Lms(u"PortIsStandard"_s));
-        }
+    core::SettingsRecord &record = m_context.settings.record;
+    const core::SettingsRecord before = record;
+    const std::optional<qint32> port = portOf(page.port);
+    record.LanguageSetting.setText(codeOf(page.language));
+    record.LocalPort = port.value_or(before.LocalPort);
+    if (!m_context.effects.ChangeGridCfg(page.columns)) { // writes all of the record
+        refuse(before);
+        m_context.effects.iniGridCallerID_tarn();
+        return false;
     }
+    const bool portChanged = record.LocalPort != before.LocalPort;
+    if (portChanged) {
+        m_context.effects.iniUDP();
+    }
+    QStringList told;
+    if (isOtherLanguage(before)) {
+        told.append(m_context.texts.Lms(u"PlsRestartSys"_s));
+    }
+    if (!port) {
+        told.append(m_context.texts.Lms(u"PortOutOfRange"_s));
+    } else if (portChanged && *port == 0) {
+        told.append(m_context.texts.Lms(u"PortIsStandard"_s));
+    }
+    if (!told.isEmpty()) {
+        m_context.prompts.tell(told.join(u"\n\n"_s));
+    }
+    return true;
 }
 
 bool OptionsLogic::saveSenders(const QString &text)
@@ -144,13 +142,19 @@ bool OptionsLogic::saveSenders(const QString &text)
     return saved;
 }
 
-bool OptionsLogic::save()
+// An empty setting has always meant the operating system's language, so writing that out changes nothing.
+bool OptionsLogic::isOtherLanguage(const core::SettingsRecord &before) const
 {
-    const bool saved = m_context.settings.SaveMisc();
-    if (!saved) {
-        m_context.prompts.tell(m_context.texts.Lms(u"OptionsNotSaved"_s));
-    }
-    return saved;
+    const QString kept = before.LanguageSetting.text().toUpper();
+    return m_context.settings.record.LanguageSetting.text() != (kept.isEmpty() ? automatic : kept);
+}
+
+// What could not be stored must not be stored by the next who writes the record.
+bool OptionsLogic::refuse(const core::SettingsRecord &before)
+{
+    m_context.settings.record = before;
+    m_context.prompts.tell(m_context.texts.Lms(u"OptionsNotSaved"_s));
+    return false;
 }
 
 bool OptionsLogic::mayEditLanguage()

@@ -67,7 +67,8 @@ public:
     /// False where the text is no such list, or could not be stored, which the operator was told.
     bool saveSenders(const QString &text);
 
-    /// Both write the settings file; false where that failed, which the operator was told.
+    /// Both write the settings file; false, with nothing changed, where that failed, which the operator was
+    /// told. One box tells what there is to tell.
     bool savePopUpPage(const PopUpPage &page);
     bool saveSystemPage(const SystemPage &page);
 
@@ -75,9 +76,8 @@ public:
     bool mayEditLanguage();
 
 private:
-    void saveLanguage(const QString &text);
-    void savePort(const QString &text);
-    bool save();
+    bool isOtherLanguage(const core::SettingsRecord &before) const;
+    bool refuse(const core::SettingsRecord &before);
 
     Context m_context;
 };

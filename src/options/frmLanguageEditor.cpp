@@ -3,7 +3,6 @@
 #include "appearance/Keys.h"
 #include "appearance/ThemedIcons.h"
 #include "options/CellDelegate.h"
-#include "options/LanguageEdit.h"
 #include "ui_frmLanguageEditor.h"
 
 #include <utility>
@@ -20,22 +19,32 @@ bool isLanguageTable(const store::RecordsetModel &rows)
            rows.columnOf(u"english"_s) >= 0;
 }
 
+/// Whether each row can be read: where a search fails all the same, what was searched for is the reason.
+bool isWhole(const QString &file)
+{
+    try {
+        store::Database(file, store::Database::Mode::ReadOnly)
+            .forEachRow(u"select item,userlanguage,english from language"_s,
+                        [](const store::Row &row) { return row.text(2).isEmpty(); });
+        return true;
+    } catch (const core::Error &) {
+        return false;
+    }
+}
+
 } // namespace
 
-frmLanguageEditor::frmLanguageEditor(const appearance::FormContext &context, core::Settings &settings,
-                                     std::function<void()> languageChosen)
+frmLanguageEditor::frmLanguageEditor(const appearance::FormContext &context, core::Settings &settings)
     : QDialog(nullptr, Qt::Window), m_context(context), m_settings(settings),
-      m_languageChosen(std::move(languageChosen)), m_ui(std::make_unique<Ui::frmLanguageEditor>()),
-      Data1(context.log, "Data1"_L1), m_setup(context.services)
+      m_ui(std::make_unique<Ui::frmLanguageEditor>()), Data1(context.log, "Data1"_L1),
+      m_setup(context.services)
 {
     m_ui->setupUi(this);
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowIcon(appearance::programIcon());
     loadGrid();
     m_setup.load(*this);
-    const OwnTexts texts = ownTexts(m_settings.record);
-    m_ui->chkUseID->setChecked(texts.useId);
-    m_ui->chkUseUserLang->setChecked(texts.useUser);
+    showLanguage();
     connectButtons();
     loadRows();
 }
@@ -62,62 +71,86 @@ void frmLanguageEditor::loadGrid()
     Data1.setHeading(u"english"_s, m_context.texts.Lms(u"LanguageEditorEnglish"_s));
     m_ui->DBGrid1->setModel(&Data1);
     m_ui->DBGrid1->setHint(m_context.texts.Lms(u"LanguageEditorHint"_s));
-    connect(m_ui->DBGrid1, &appearance::RecordGrid::recordActivated, this,
-            [this] { m_ui->DBGrid1->edit(m_ui->DBGrid1->currentIndex()); });
+    connect(m_ui->DBGrid1, &appearance::RecordGrid::recordActivated, this, &frmLanguageEditor::editRow);
     // Told later: the box must not open in the middle of the editor's closing.
-    const auto refused = [this] {
-        m_textRefused = true;
+    const auto refused = [this](const QModelIndex &cell) {
+        m_refusedCell = cell;
         QMetaObject::invokeMethod(
-            this, [this] { tellRefusal(); }, Qt::QueuedConnection);
+            this, [this] { keepTyped(); }, Qt::QueuedConnection);
     };
-    m_ui->DBGrid1->setItemDelegate(new CellDelegate(refused, this));
+    const auto mayEdit = [this](int column) { return column == Data1.columnOf(u"UserLanguage"_s); };
+    m_ui->DBGrid1->setItemDelegate(new CellDelegate({mayEdit, refused}, this));
 }
 
-bool frmLanguageEditor::tellRefusal()
+void frmLanguageEditor::editRow(int row)
 {
-    const bool refused = std::exchange(m_textRefused, false);
-    if (refused) {
-        m_context.prompts.tell(m_context.texts.Lms(u"LanguageTextNotSaved"_s));
+    const QModelIndex own = Data1.index(row, Data1.columnOf(u"UserLanguage"_s));
+    if (own.isValid()) {
+        m_ui->DBGrid1->setCurrentIndex(own);
+        m_ui->DBGrid1->edit(own);
     }
-    return refused;
+}
+
+bool frmLanguageEditor::keepTyped()
+{
+    if (m_ui->DBGrid1->isAncestorOf(focusWidget())) {
+        m_ui->DBGrid1->setFocus(); // writes the text that is being typed
+    }
+    const QPersistentModelIndex refused = std::exchange(m_refusedCell, {});
+    if (!refused.isValid()) {
+        return true;
+    }
+    m_context.prompts.tell(m_context.texts.Lms(u"LanguageTextNotSaved"_s));
+    editRow(refused.row());
+    return false;
 }
 
 void frmLanguageEditor::loadRows()
 {
-    const bool read = m_context.log.trap("frmLanguageEditor_Load"_L1, [&] {
+    showRows(m_context.log.trap("frmLanguageEditor_Load"_L1, [&] {
         const bool shown = Data1.setRecordSource(m_context.paths.UserLangFile, u"language"_s);
         if (!shown || !isLanguageTable(Data1)) {
             throw core::Error(0, u"these are no texts of a language: "_s + m_context.paths.UserLangFile);
         }
-    });
-    showRows(read, m_context.texts.Lms(u"LanguageFileUnreadable"_s));
+    }));
 }
 
 // The file may have been put right since it could not be read.
 void frmLanguageEditor::refresh()
 {
+    if (!keepTyped()) {
+        return;
+    }
     if (!isLanguageTable(Data1)) {
         loadRows();
     } else {
-        showRows(Data1.refresh(), m_context.texts.Lms(u"LanguageFileUnreadable"_s));
+        showRows(Data1.refresh());
     }
 }
 
 void frmLanguageEditor::search()
 {
-    const QString rows = languageRows(m_ui->txtCondition->text());
-    showRows(
-        Data1.setRecordSource(m_context.paths.UserLangFile, rows),
-        m_context.texts.Lms(isLanguageTable(Data1) ? u"SearchTextUnusable"_s : u"LanguageFileUnreadable"_s));
+    if (keepTyped()) {
+        showRows(
+            Data1.setRecordSource(m_context.paths.UserLangFile, languageRows(m_ui->txtCondition->text())));
+    }
 }
 
-void frmLanguageEditor::showRows(bool read, const QString &failure)
+void frmLanguageEditor::showRows(bool read)
 {
-    const QString separator = m_context.values.WordSeparator;
-    m_ui->lblState->setText(read ? m_context.texts.Lms(u"LanguageEditorCount"_s) + separator +
-                                       QString::number(Data1.rowCount())
-                                 : failure);
+    const QString count = m_context.texts.Lms(u"LanguageEditorCount"_s) + m_context.values.WordSeparator +
+                          QString::number(Data1.rowCount());
+    m_ui->lblState->setText(read ? count : m_context.texts.Lms(failureKey()));
     SetGrid();
+}
+
+QString frmLanguageEditor::failureKey() const
+{
+    const QString &file = m_context.paths.UserLangFile;
+    if (store::isLocked(file)) {
+        return u"LanguageFileLocked"_s;
+    }
+    return isLanguageTable(Data1) && isWhole(file) ? u"SearchTextUnusable"_s : u"LanguageFileUnreadable"_s;
 }
 
 void frmLanguageEditor::SetGrid()
@@ -140,21 +173,37 @@ void frmLanguageEditor::showEvent(QShowEvent *event)
     SetGrid();
 }
 
+OwnTexts frmLanguageEditor::chosenTexts() const
+{
+    return {.useId = m_ui->chkUseID->isChecked(), .useUser = m_ui->chkUseUserLang->isChecked()};
+}
+
+// What the operator has chosen here and not saved yet stays chosen.
+void frmLanguageEditor::showLanguage()
+{
+    const bool chosen = chosenTexts() != m_storedTexts;
+    m_storedTexts = ownTexts(m_settings.record);
+    if (!chosen) {
+        m_ui->chkUseID->setChecked(m_storedTexts.useId);
+        m_ui->chkUseUserLang->setChecked(m_storedTexts.useUser);
+    }
+}
+
 void frmLanguageEditor::saveAndClose()
 {
-    chooseOwnTexts(m_settings.record,
-                   {.useId = m_ui->chkUseID->isChecked(), .useUser = m_ui->chkUseUserLang->isChecked()});
+    const core::SettingsRecord before = m_settings.record;
+    chooseOwnTexts(m_settings.record, chosenTexts());
     if (!m_settings.SaveMisc()) {
-        m_context.prompts.tell(m_context.texts.Lms(u"OptionsNotSaved"_s));
+        m_settings.record = before; // or the next who writes the record would store it
+        return m_context.prompts.tell(m_context.texts.Lms(u"OptionsNotSaved"_s));
     }
-    m_languageChosen();
+    Q_EMIT languageSaved();
     accept();
 }
 
 void frmLanguageEditor::done(int result)
 {
-    m_ui->DBGrid1->setFocus(); // writes the text that is being typed
-    if (tellRefusal()) {
+    if (!keepTyped()) {
         return;
     }
     m_setup.rememberGeometry(*this);

@@ -2,11 +2,12 @@
 
 #include "appearance/FormContext.h"
 #include "core/Settings.h"
+#include "options/LanguageEdit.h"
 #include "store/RecordsetModel.h"
 
 #include <QDialog>
+#include <QPersistentModelIndex>
 
-#include <functional>
 #include <memory>
 
 namespace Ui {
@@ -22,12 +23,17 @@ class frmLanguageEditor : public QDialog
     Q_OBJECT
 
 public:
-    /// `languageChosen` is called after the language setting was saved; the settings must outlive the form.
-    frmLanguageEditor(const appearance::FormContext &context, core::Settings &settings,
-                      std::function<void()> languageChosen);
+    /// The settings must outlive the form.
+    frmLanguageEditor(const appearance::FormContext &context, core::Settings &settings);
     ~frmLanguageEditor() override;
 
+    /// The language setting was changed elsewhere.
+    void showLanguage();
     void done(int result) override;
+
+Q_SIGNALS:
+    /// The language setting may have changed.
+    void languageSaved();
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
@@ -37,21 +43,24 @@ private:
     void connectButtons();
     void loadGrid();
     void loadRows();
-    /// Whether a text could not be written, which the operator has not been told of before.
-    bool tellRefusal();
-    void showRows(bool read, const QString &failure);
+    void editRow(int row);
+    /// Writes the text that is being typed; false where that fails: the operator was told, and types on.
+    bool keepTyped();
+    void showRows(bool read);
+    QString failureKey() const;
     void SetGrid();
     void refresh();
     void search();
+    OwnTexts chosenTexts() const;
     void saveAndClose();
 
     appearance::FormContext m_context;
     core::Settings &m_settings;
-    std::function<void()> m_languageChosen;
     std::unique_ptr<Ui::frmLanguageEditor> m_ui;
     store::RecordsetModel Data1;
     appearance::FormSetup m_setup;
-    bool m_textRefused = false;
+    OwnTexts m_storedTexts;              ///< as the settings hold the choice
+    QPersistentModelIndex m_refusedCell; ///< could not be written, which the operator was not told yet
 };
 
 } // namespace options

@@ -67,7 +67,8 @@ frmOptions::frmOptions(const appearance::FormContext &context, const OptionsLogi
     m_ui->cmdUp->setEnabled(false);
     m_ui->cmdDown->setEnabled(false);
     m_ui->SSTab1->setCurrentIndex(0);
-    showLanguage();
+    m_ui->CmbLanguage->setCurrentText(m_logic.systemPage().language);
+    m_ui->lblLanguageName->setText(m_ui->CmbLanguage->currentData().toString());
     m_storedPopUp = popUpPage();
     m_storedSystem = systemPage();
 }
@@ -151,11 +152,14 @@ void frmOptions::showSenders()
     m_ui->lblSendersTrouble->setText(m_logic.sendersTrouble());
 }
 
+// What the operator has chosen here and not saved yet stays chosen.
 void frmOptions::showLanguage()
 {
-    m_ui->CmbLanguage->setCurrentText(m_logic.systemPage().language);
-    m_ui->lblLanguageName->setText(m_ui->CmbLanguage->currentData().toString());
-    m_storedSystem.language = m_ui->CmbLanguage->currentText();
+    const bool chosen = m_ui->CmbLanguage->currentText() != m_storedSystem.language;
+    m_storedSystem.language = m_logic.systemPage().language;
+    if (!chosen) {
+        m_ui->CmbLanguage->setCurrentText(m_storedSystem.language);
+    }
 }
 
 void frmOptions::Init_lstGridCallerIDShowOrder_tarn()
@@ -232,6 +236,7 @@ bool frmOptions::saveSystemPage()
     showPort();
     if (saved) {
         m_storedSystem = systemPage();
+        Q_EMIT languageSaved();
     }
     return whole;
 }

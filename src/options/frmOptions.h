@@ -29,6 +29,10 @@ public:
     void showLanguage();
     void done(int result) override;
 
+Q_SIGNALS:
+    /// The language setting may have changed.
+    void languageSaved();
+
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 

@@ -1,3 +1,4 @@
+#include "core/AtomicFile.h"
 #include "store/Handle.h"
 #include "store/SqlDialect.h"
 
@@ -8,12 +9,6 @@ using namespace Qt::StringLiterals;
 namespace store {
 
 namespace {
-
-void removeRemains(const QString &path)
-{
-    QFile::remove(path);
-    QFile::remove(path + u"-journal"_s);
-}
 
 void refuseExisting(const QString &path)
 {
@@ -28,11 +23,10 @@ void createDatabase(const QString &path, const QString &schemaSql,
                     const std::function<void(Database &)> &fill)
 {
     refuseExisting(path);
-    const QString beside = path + u".new"_s;
-    removeRemains(beside);
+    const core::FileBeside beside(path);
     try {
-        Database database(
-            std::make_shared<Database::Handle>(beside, Database::Options(), Database::Handle::File::New));
+        Database database(std::make_shared<Database::Handle>(beside.name(), Database::Options(),
+                                                             Database::Handle::File::New));
         database.transaction([&] {
             for (const QString &statement : statementsOf(schemaSql)) {
                 database.Execute(statement);
@@ -40,12 +34,11 @@ void createDatabase(const QString &path, const QString &schemaSql,
             fill(database);
         });
     } catch (...) {
-        removeRemains(beside);
+        QFile::remove(beside.name() + u"-journal"_s);
         throw;
     }
-    QFile built(beside);
+    QFile built(beside.name());
     if (!built.rename(path)) {
-        removeRemains(beside);
         throw core::Error(0, built.errorString() + u": "_s + path);
     }
 }

@@ -86,6 +86,26 @@ private Q_SLOTS:
         }
     }
 
+    void aLanguageThatWasLockedAtTheStartIsShownOnceItIsFree()
+    {
+        Operator desk(u"FRN"_s);
+        std::optional<store::Database> other(desk.paths.StartFolder + u"/FRN.lan"_s);
+        other->Execute(u"begin exclusive"_s);
+        QVERIFY(desk.start());
+        const auto caption = [&desk] { return desk.window().findChild<QAction *>(u"Command4"_s)->text(); };
+        QCOMPARE(caption(), u"Phone book"_s);
+        QCOMPARE(desk.source(), u"Nothing has been received yet"_s);
+        desk.prompts.expect(false); // in English, too
+        desk.choose("Command2");
+        QVERIFY(desk.prompts.asked.value(0).startsWith("Exit the program?"_L1));
+        other.reset();
+        QTRY_COMPARE(caption(), u"Répertoire"_s);
+        QVERIFY(desk.source().startsWith("Rien "_L1));
+        const QAbstractItemModel &calls = desk.window().calls();
+        QVERIFY(calls.headerData(1, Qt::Horizontal).toString() != u"Caller number"_s);
+        QCOMPARE(desk.prompts.asked.size(), 1);
+    }
+
     void aTextOfTheOperatorsOwnTranslationIsShownAfterARestart()
     {
         ProgramDesk desk;

@@ -169,12 +169,16 @@ private Q_SLOTS:
                 if (contents == "Another schema"_ba && QFile::remove(path)) {
                     desk.runSql(path, u"create table strangers (name text)"_s);
                 }
+                if (file == "Lang.mdb"_L1) {
+                    desk.prompts.expect(); // before anything else, in English
+                }
                 QVERIFY(desk.start());
                 desk.showsACall();
                 QStringList errors = desk.logMessages().filter(QRegularExpression(u"^!"_s));
                 QVERIFY2(!errors.isEmpty(), qPrintable(file));
                 QCOMPARE(errors.removeDuplicates(), 0); // one a procedure that needed the file
                 QCOMPARE(errors.filter(file), errors);
+                QTRY_VERIFY(file != "Lang.mdb"_L1 || desk.source().startsWith("Last received: "_L1));
             }
         }
     }
@@ -196,6 +200,26 @@ private Q_SLOTS:
         desk.showsACall();
         QTRY_VERIFY(openForm<lookup::frmPopUp>() != nullptr);
         QVERIFY(desk.window().calls().cell(0, u"ID"_s) == "CUSTOMER1"_L1);
+    }
+
+    void messagesThatCannotBeFiledAreSaidToBeForAsLongAsThatLasts()
+    {
+        Desk desk;
+        QVERIFY(desk.start());
+        QVERIFY(QDir().mkdir(desk.paths.SmsFile));
+        const QByteArray message = QByteArray("SENDSMALLMESSAGE").leftJustified(200) + "{{{lunch}}}";
+        desk.send(message);
+        QTRY_VERIFY(desk.source().startsWith("Messages cannot be saved "_L1));
+        const auto notFiled = [] { return find<messages::frmShowSMS, QLabel>("lblNotFiled"); };
+        QTRY_COMPARE(notFiled()->text(), desk.source());
+        QVERIFY(QDir().rmdir(desk.paths.SmsFile));
+        desk.send(message);
+        QTRY_VERIFY(desk.source().startsWith("Last received: "_L1));
+        QTRY_VERIFY(!notFiled()->isVisible());
+        press<messages::frmShowSMS>("cmdPrevious");
+        QVERIFY(notFiled()->isVisible()); // that one is in no log
+        QVERIFY(!(QFile::permissions(desk.paths.SmsFile) & QFile::Permissions(0x0077)));
+        QVERIFY(!(QFile::permissions(desk.paths.DataFolder) & QFile::Permissions(0x0077)));
     }
 
     void whateverStandsInTheDataFolderTheProgramShowsCalls()

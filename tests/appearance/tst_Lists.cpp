@@ -44,7 +44,7 @@ private Q_SLOTS:
         support::TestForms forms;
         QStandardItemModel model(2, 3);
         for (int cell = 0; cell < 6; ++cell) {
-            model.setItem(cell / 3, cell % 3, new QStandardItem(u"a\tb%1"_s.arg(cell)));
+            model.setItem(cell / 3, cell % 3, new QStandardItem(u"=a\tb%1"_s.arg(cell)));
         }
         {
             appearance::RecordGrid grid;
@@ -59,7 +59,10 @@ private Q_SLOTS:
             grid.show();
             grid.selectAll();
             QTest::keyClick(&grid, Qt::Key_C, Qt::ControlModifier);
-            QCOMPARE(QApplication::clipboard()->text(), u"a b2\ta b0\na b5\ta b3"_s);
+            QCOMPARE(QApplication::clipboard()->text(), u"'=a b2\t'=a b0\n'=a b5\t'=a b3"_s);
+            grid.setCurrentIndex(model.index(0, 0));
+            grid.copyCell(); // alone it is no table
+            QCOMPARE(QApplication::clipboard()->text(), u"=a\tb0"_s);
             QSignalSpy opened(&grid, &appearance::RecordGrid::recordActivated);
             grid.setCurrentIndex(model.index(1, 0));
             QTest::keyClick(&grid, Qt::Key_Return);

@@ -1,6 +1,8 @@
+#include "core/AtomicFile.h"
 #include "core/OpenForms.h"
 #include "core/TextFiles.h"
 #include "core/TextUtilities.h"
+#include "support/FullDisk.h"
 #include "support/TestDesk.h"
 
 /// The small procedures that every folder uses.
@@ -35,6 +37,22 @@ private Q_SLOTS:
         }
     }
 
+    void aCellThatASpreadsheetWouldCalculateIsCopiedAsText()
+    {
+        for (const auto &[cell, copied] : {std::pair(u"=cmd|'/c calc'!A1"_s, u"'=cmd|'/c calc'!A1"_s),
+                                           {u"@SUM(A1)"_s, u"'@SUM(A1)"_s},
+                                           {u"\t =1+1"_s, u"'  =1+1"_s},
+                                           {u"+A1\r\n-2"_s, u"'+A1  -2"_s},
+                                           {u"-1+cmd|x"_s, u"'-1+cmd|x"_s},
+                                           {u"+49 30 1234"_s, u"+49 30 1234"_s},
+                                           {u"-12.50"_s, u"-12.50"_s},
+                                           {u"-"_s, u"-"_s},
+                                           {u"a=b"_s, u"a=b"_s},
+                                           {u""_s, u""_s}}) {
+            QCOMPARE(core::spreadsheetCell(cell), copied);
+        }
+    }
+
     void textFilesAreAppendedToAndReadByLines()
     {
         support::TestDesk desk;
@@ -47,6 +65,39 @@ private Q_SLOTS:
         QCOMPARE(core::ReadTextFile(desk.log, path, 7), u"last\r\n"_s);
         QVERIFY(!core::SaveTextFile(desk.log, u"/dev/full"_s, u"text"_s));
         QVERIFY(desk.logMessages().join(u'|').startsWith("!SaveTextFile 28 "_L1)); // ENOSPC
+        const QByteArray whole = desk.fileBytes(path);
+        {
+            const support::FullDisk disk(rlim_t(whole.size() + 3));
+            QVERIFY(!core::SaveTextFile(desk.log, path, u"does not fit"_s));
+        }
+        QCOMPARE(desk.fileBytes(path), whole);
+    }
+
+    void whatIsLoggedStaysInItsFolderAndWithItsUser()
+    {
+        support::TestDesk desk;
+        const QString elsewhere = desk.folder.filePath(u"elsewhere"_s);
+        const QString message = desk.paths.SmsFolder + u"/SMS2026-11.txt"_s;
+        desk.writeFile(elsewhere, "mine");
+        desk.writeFile(message, "old");
+        desk.writeFile(desk.paths.SettingsFile, "old");
+        QVERIFY(QFile::link(elsewhere, desk.paths.SmsFile) && QFile::link(elsewhere, desk.paths.RunLogFile));
+        for (const QString &folder : {desk.paths.DataFolder, desk.paths.SmsFolder}) {
+            QFile::setPermissions(folder, QFile::Permissions(0x7755));
+            core::makePrivateFolder(folder);
+            QCOMPARE(QFile::permissions(folder) & QFile::Permissions(0x0077), QFile::Permissions());
+        }
+        desk.log.WriteRunLog(u"lost"_s);
+        QVERIFY(!core::SaveTextFile(desk.log, desk.paths.SmsFile, u"lost"_s));
+        QCOMPARE(desk.fileBytes(elsewhere), "mine");
+        QVERIFY(QFile::permissions(elsewhere).testFlag(QFile::ReadOther)); // not ours to close
+        QFile::remove(desk.paths.RunLogFile);
+        desk.log.WriteRunLog(u"kept"_s);
+        core::saveAtomically(desk.paths.WindowsFile, "{}");
+        for (const QString &file :
+             {message, desk.paths.SettingsFile, desk.paths.RunLogFile, desk.paths.WindowsFile}) {
+            QCOMPARE(QFile::permissions(file) & QFile::Permissions(0x0077), QFile::Permissions());
+        }
     }
 
     void openFormsAreCountedAndTheFirstHundredKept()

@@ -1,4 +1,6 @@
+#include "core/AtomicFile.h"
 #include "core/Settings.h"
+#include "support/FullDisk.h"
 #include "support/TestDesk.h"
 
 /// The 334 bytes of "Crm.cfg", and that no accident to the file takes them away.
@@ -59,19 +61,40 @@ private Q_SLOTS:
     {
         const QList<std::function<bool(const QString &)>> accidents = {
             [](const QString &file) { return QFile::setPermissions(file, QFile::ReadOwner); },
-            [](const QString &file) { return QFile::link(u"/dev/full"_s, file + u".new"_s); },
+            [](const QString &file) { return QFile::exists(file); }, // and a disk that is full
             [](const QString &file) { return QFile::remove(file) && QDir().mkdir(file); }};
-        for (const auto &happens : accidents) {
+        for (qsizetype accident = 0; accident < accidents.size(); ++accident) {
             Desk desk;
             desk.writeFile(desk.paths.SettingsFile, wholeRecord());
-            QVERIFY(happens(desk.paths.SettingsFile));
+            QVERIFY(accidents[accident](desk.paths.SettingsFile));
             const QByteArray before = desk.file();
-            QVERIFY(!desk.settings.SaveMisc());
+            {
+                const support::FullDisk disk(accident == 1 ? 300 : 100000);
+                QVERIFY(!desk.settings.SaveMisc());
+            }
             QCOMPARE(desk.file(), before);
             QCOMPARE(desk.logMessages().size(), 1);
             QCOMPARE(QDir(desk.paths.DataFolder).entryList({u"Crm.cfg*"_s}, QDir::AllEntries | QDir::System),
                      QStringList(u"Crm.cfg"_s));
         }
+    }
+
+    void whatStandsBesideAFileIsNeitherWrittenNorRemoved()
+    {
+        Desk desk;
+        const QString operators = desk.folder.filePath(u"operators"_s);
+        desk.writeFile(operators, "mine");
+        QVERIFY(QFile::link(operators, desk.paths.SettingsFile)); // gives way to the file itself
+        QVERIFY(QFile::link(operators, desk.paths.SettingsFile + u".new"_s));
+        QVERIFY(desk.settings.SaveMisc());
+        core::removeLeftBeside(desk.paths.SettingsFile);
+        QCOMPARE(desk.fileBytes(operators), "mine");
+        QCOMPARE(desk.fileBytes(desk.paths.SettingsFile + u".new"_s), "mine");
+        QCOMPARE(desk.file(), desk.settings.record.toBytes());
+        desk.writeFile(desk.paths.SettingsFile + u".0123abcd.new"_s, "left by a kill");
+        core::removeLeftBeside(desk.paths.SettingsFile);
+        QCOMPARE(QDir(desk.paths.DataFolder).entryList(QDir::Files),
+                 (QStringList{u"Crm.cfg"_s, u"Crm.cfg.new"_s}));
     }
 };
 

@@ -23,7 +23,10 @@ private Q_SLOTS:
         desk.window.ShowHelp(u"Popup_MainHelp"_s);
         QCOMPARE(desk.prompts.asked, QStringList{u"Can't find Help File: "_s + desk.file});
         desk.writeFile(desk.file, "no database");
+        desk.prompts.expect();
         desk.window.ShowHelp(u"Popup_MainHelp"_s);
+        QCOMPARE(desk.prompts.asked.last(), u"[HelpFileDamaged]\n"_s + desk.file);
+        QVERIFY(desk.txtHelp()->placeholderText().isEmpty()); // there may well be a page for this
         QVERIFY(desk.txtHelp()->document()->isEmpty());
         QVERIFY(desk.logMessages().last().startsWith(u"!ReadHelp "_s));
     }
@@ -42,6 +45,13 @@ private Q_SLOTS:
             QCOMPARE(desk.txtHelp()->toPlainText(), text);
         }
         QCOMPARE(desk.logMessages(), QStringList());
+        {
+            store::Database other(desk.file);
+            other.Execute(u"begin exclusive"_s);
+            desk.prompts.expect();
+            desk.window.ShowHelp(u"Popup_MainHelp"_s);
+            QCOMPARE(desk.prompts.asked, QStringList{u"[HelpFileLocked]\n"_s + desk.file});
+        }
         auto *form = support::openForm<help::frmHelp>();
         form->showMinimized();
         desk.window.ShowHelp(u"Popup_Messages"_s);

@@ -1,5 +1,6 @@
 #include "language/LanguageChoice.h"
 #include "language/LanguagePack.h"
+#include "language/ShownTexts.h"
 #include "support/TestDesk.h"
 
 class tst_LanguagePack : public QObject
@@ -74,9 +75,49 @@ private Q_SLOTS:
         QByteArray bytes = desk.fileBytes(desk.paths.LangFile);
         bytes.replace(bytes.size() / 4096 / 2 * 4096, 4096, QByteArray(4096, '\xEE'));
         desk.writeFile(desk.paths.LangFile, bytes);
-        QCOMPARE(desk.textsIn(u"ENG"_s), u"&Edit|Version|Call notes"_s);
+        desk.prompts.expect();
+        QCOMPARE(desk.textsIn(u"CHT"_s), u"編輯|Version|通話紀要"_s);
         QCOMPARE(desk.pack.Lms(u"key500"_s), QString());
         QVERIFY(desk.logMessages().last().startsWith(u"!Load LangPack "_s));
+        QVERIFY(desk.prompts.asked.value(0).endsWith(u'\n' + desk.paths.LangFile));
+    }
+
+    void aTextThatThePackLacksIsShownInTheSystemsLanguageOrInEnglish()
+    {
+        Desk desk;
+        const language::ShownTexts texts(desk.pack);
+        const QString schema =
+            u"create table Language(item text(255), userlanguage text(255), english text(255));"_s;
+        desk.runSql(desk.paths.UserLangFile, schema + u"insert into Language values('Edit','Bewerk','')"_s);
+        desk.textsIn(u"USER"_s);
+        for (const auto &[key, shown] : {std::pair(u"edit"_s, u"Bewerk"_s), // an older one, with few keys
+                                         {u"438"_s, u"通話紀要"_s},
+                                         {u"PlsRestartSys"_s, u"The new language will be used when the "
+                                                              "program is started again."_s},
+                                         {u"no such key"_s, u""_s}}) {
+            QCOMPARE(texts.Lms(key), shown);
+        }
+        desk.runSql(desk.paths.LangFile, u"insert into Lang values('LanguageFileDamaged','','','損毀')"_s);
+        desk.writeFile(desk.paths.UserLangFile, "no database");
+        desk.prompts.expect();
+        QCOMPARE(desk.textsIn(u"USER"_s), u"||"_s);
+        QCOMPARE(desk.prompts.asked, QStringList{u"損毀\n"_s + desk.paths.UserLangFile});
+        QCOMPARE(texts.Lms(u"Edit"_s), u"編輯"_s);
+    }
+
+    void textsThatWereLockedAtTheStartAreReadOnceTheyAreFree()
+    {
+        Desk desk;
+        const language::ShownTexts texts(desk.pack);
+        std::optional<store::Database> other(desk.paths.LangFile);
+        other->Execute(u"begin exclusive"_s);
+        QCOMPARE(desk.textsIn(u"CHT"_s), u"||"_s);
+        QVERIFY(desk.pack.isLocked() && !desk.pack.retry());
+        QCOMPARE(texts.Lms(u"Edit"_s), u"&Edit"_s);
+        other.reset();
+        QVERIFY(desk.pack.retry());
+        QCOMPARE(texts.Lms(u"Edit"_s), u"編輯"_s);
+        QVERIFY(!desk.pack.isLocked());
     }
 };
 

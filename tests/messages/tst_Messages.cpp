@@ -1,6 +1,7 @@
 #include "messages/MessageWindows.h"
 #include "messages/ReceivedMessages.h"
 #include "messages/SmsRecord.h"
+#include "support/FullDisk.h"
 #include "support/TestForms.h"
 
 using messages::frmSendSMS, messages::frmShowSMS;
@@ -97,6 +98,33 @@ private Q_SLOTS:
         desk.writeFile(desk.paths.SmsFolder, "a file in its place");
         QVERIFY(received.ShowSmallMessage(head + u"{{{x}}}"_s));
         QCOMPARE(desk.logMessages().filter(u"!SaveTextFile "_s).size(), 2);
+    }
+
+    void aNearlyFullDiskIsKeptForWhatTheDeskCannotDoWithout()
+    {
+        support::TestDesk desk;
+        qint64 free = messages::ReceivedMessages::reserve - 1;
+        messages::ReceivedMessages received(desk.paths, desk.log, desk.clock,
+                                            [&free](const QString &) { return free; });
+        QList<messages::Filing> told;
+        received.onFilingChanged([&told](messages::Filing filing) { told.append(filing); });
+        const QString record = u"SENDSMALLMESSAGE"_s.leftJustified(200) + u"{{{x}}}"_s;
+        for (int i = 0; i < 2; ++i) {
+            QCOMPARE(received.ShowSmallMessage(record)->filing, messages::Filing::DiskNearlyFull);
+        }
+        QVERIFY(!QFile::exists(desk.paths.SmsFile));
+        ++free;
+        QTRY_COMPARE_WITH_TIMEOUT(told.size(), 2, 20000); // without a further message
+        QCOMPARE(received.ShowSmallMessage(record)->filing, messages::Filing::Works);
+        const QByteArray whole = desk.fileBytes(desk.paths.SmsFile);
+        {
+            const support::FullDisk disk(rlim_t(whole.size() + 5));
+            QCOMPARE(received.ShowSmallMessage(record)->filing, messages::Filing::Fails);
+        }
+        QCOMPARE(received.ShowSmallMessage(record)->filing, messages::Filing::Works);
+        QCOMPARE(desk.fileBytes(desk.paths.SmsFile), whole + whole);
+        QCOMPARE(told, (QList{messages::Filing::DiskNearlyFull, messages::Filing::Works,
+                              messages::Filing::Fails, messages::Filing::Works}));
     }
 
     void aTypedMessageGoesToAllAndStaysInItsForm()

@@ -32,15 +32,22 @@ struct OptionsDesk : support::TestForms, options::OptionsEffects
         return settings.record.gridColumnNames.text().split(u',');
     }
     QStringList hiddenGridColumns() const override { return {u"ID"_s}; }
-    void ChangeGridCfg(const QStringList &names) override
+    bool ChangeGridCfg(const QStringList &names) override
     {
         settings.record.gridColumnNames.setText(names.join(u','));
+        return settings.SaveMisc();
     }
     void iniGridCallerID_tarn() override { caused.append(u"iniGridCallerID_tarn"_s); }
 
     core::SettingsRecord saved() const
     {
         return core::SettingsRecord::fromBytes(fileBytes(paths.SettingsFile));
+    }
+    /// From now on nothing can be saved.
+    void breakSettings() const
+    {
+        QFile::remove(paths.SettingsFile);
+        QDir().mkdir(paths.SettingsFile);
     }
     static Form *form() { return support::openForm<Form>(); }
     template <typename Control>

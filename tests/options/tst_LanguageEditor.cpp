@@ -17,7 +17,13 @@ class tst_LanguageEditor : public QObject
             windows.showLanguageEditor();
             QVERIFY(QTest::qWaitForWindowExposed(form()));
         }
+        QString reason() const { return find<QLabel>("lblState")->text(); }
         static QTableView *grid() { return find<QTableView>("DBGrid1"); }
+        static QString typed()
+        {
+            const auto *editor = qobject_cast<QLineEdit *>(QApplication::focusWidget());
+            return editor != nullptr ? editor->text() : QString();
+        }
         static QString keys() { return support::columnOf(*grid()->model()); }
     };
 
@@ -70,15 +76,61 @@ private Q_SLOTS:
         QCOMPARE(desk.keys(), u"Ann|Save"_s);
         store::Database(desk.paths.UserLangFile).transaction([&] { // of another program
             desk.prompts.expect();
-            support::typeCell(desk.grid(), desk.grid()->model()->index(1, 1), u"lost"_s);
+            support::typeCell(desk.grid(), desk.grid()->model()->index(1, 1), u"Merken"_s);
             QTRY_COMPARE(desk.prompts.asked, QStringList{u"[LanguageTextNotSaved]"_s});
+            QTRY_COMPARE(desk.typed(), u"Merken"_s);
             desk.prompts.expect();
-            desk.grid()->edit(desk.grid()->model()->index(1, 1));
-            QTest::keyClicks(QApplication::focusWidget(), u"lost"_s);
             QVERIFY(!desk.form()->close());
             QCOMPARE(desk.prompts.asked.size(), 2);
+            QCOMPARE(desk.typed(), u"Merken"_s);
         });
         QCOMPARE(stored(), u"Sichern"_s);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return); // once the other is done
+        QTRY_COMPARE(stored(), u"Merken"_s);
+    }
+
+    void onlyTheTranslationCanBeTypedOver()
+    {
+        Desk desk(m_rows);
+        desk.open();
+        for (const int column : {0, 2}) {
+            desk.grid()->setCurrentIndex(desk.grid()->model()->index(0, column));
+            QTest::keyClicks(desk.grid(), u"x"_s);
+            QVERIFY(desk.grid()->findChildren<QLineEdit *>().isEmpty());
+            QTest::keyClick(desk.grid(), Qt::Key_Return); // leads to the translation
+            QCOMPARE(desk.grid()->currentIndex().column(), 1);
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+            QTRY_VERIFY(desk.grid()->findChildren<QLineEdit *>().isEmpty());
+        }
+    }
+
+    void aChoiceThatIsNotSavedYetStaysAndOneThatWasSavedIsNotUndone()
+    {
+        Desk desk(m_rows);
+        desk.settings.record.LanguageSetting.setText(u"USER"_s);
+        desk.windows.showOptions();
+        desk.open();
+        const auto *options = support::openForm<options::frmOptions>();
+        auto *language = options->findChild<QComboBox *>(u"CmbLanguage"_s);
+        language->setCurrentText(u"KOR"_s); // not saved
+        desk.press("cmdReturn");
+        QCOMPARE(language->currentText(), u"KOR"_s);
+        QTRY_VERIFY(desk.form() == nullptr);
+        desk.open();
+        QVERIFY(desk.find<QCheckBox>("chkUseUserLang")->isChecked());
+        desk.prompts.expect(); // the language changes at the next start
+        options->findChild<QPushButton *>(u"Command3"_s)->click();
+        QVERIFY(!desk.find<QCheckBox>("chkUseUserLang")->isChecked());
+        desk.press("cmdReturn");
+        QCOMPARE(desk.saved().LanguageSetting.text(), u"KOR"_s);
+        QTRY_VERIFY(desk.form() == nullptr);
+        desk.open();
+        desk.find<QCheckBox>("chkUseID")->click();
+        desk.breakSettings();
+        desk.prompts.expect();
+        desk.press("cmdReturn");
+        QVERIFY(desk.form() != nullptr);
+        QCOMPARE(desk.settings.record.LanguageSetting.text(), u"KOR"_s);
     }
 
     void theBoxesChooseTheLanguageOfTheNextStart()
@@ -99,6 +151,31 @@ private Q_SLOTS:
             const auto *dialog = support::openForm<options::frmOptions>();
             QCOMPARE(dialog->findChild<QComboBox *>(u"CmbLanguage"_s)->currentText(), after.toUpper());
         }
+    }
+
+    void eachFailureOfASearchSaysWhatItIs()
+    {
+        Desk desk(m_rows +
+                  u"insert into Language with recursive n(i) as (select 1 union all select i+1 from n "
+                  "where i<500) select 'key'||i, hex(zeroblob(100)), '' from n"_s);
+        desk.open();
+        desk.find<QLineEdit>("txtCondition")->setText(u"O'B"_s);
+        desk.press("cmdSearch");
+        QCOMPARE(desk.reason(), u"[SearchTextUnusable]"_s);
+        {
+            store::Database other(desk.paths.UserLangFile);
+            other.Execute(u"begin exclusive"_s);
+            desk.find<QLineEdit>("txtCondition")->setText(u"x"_s);
+            desk.press("cmdSearch");
+            QCOMPARE(desk.reason(), u"[LanguageFileLocked]"_s);
+        }
+        desk.press("cmdSearch");
+        QVERIFY(desk.reason().startsWith("[LanguageEditorCount]"_L1));
+        QByteArray bytes = desk.fileBytes(desk.paths.UserLangFile);
+        bytes.replace(bytes.size() / 4096 / 2 * 4096, 4096, QByteArray(4096, '\xEE'));
+        desk.writeFile(desk.paths.UserLangFile, bytes);
+        desk.press("cmdSearch");
+        QCOMPARE(desk.reason(), u"[LanguageFileUnreadable]"_s);
     }
 
     void aFileThatIsNoLanguageFileIsSaidSo()

@@ -1,4 +1,5 @@
 #include "OptionsDesk.h"
+#include "core/QtPrompts.h"
 #include "support/Rows.h"
 
 /// The options: what each page shows, saves and causes.
@@ -35,12 +36,61 @@ private Q_SLOTS:
         QCOMPARE(desk.saved().PopupDetail, qint16(1));
         QCOMPARE(desk.saved().ListUnpoppedCalls, qint16(0));
         QCOMPARE(desk.caused, QStringList());
-        QFile::remove(desk.paths.SettingsFile);
-        QDir().mkdir(desk.paths.SettingsFile);
+    }
+
+    void whatCouldNotBeSavedIsToldOnceAndNotSavedByAnyoneLater()
+    {
+        Desk desk;
+        const QByteArray before = desk.settings.record.toBytes();
+        desk.breakSettings();
+        desk.find<QCheckBox>("ChkPopDetail")->click();
         desk.prompts.expect();
         QTest::keyClick(desk.form(), Qt::Key_Return); // the page's own button
-        QCOMPARE(desk.prompts.asked, QStringList{u"[OptionsNotSaved]"_s});
         QVERIFY(desk.find<QLabel>("lblPopUpSaved")->text().isEmpty());
+        desk.find<QTabWidget>("SSTab1")->setCurrentIndex(1);
+        desk.find<QComboBox>("CmbLanguage")->setCurrentText(u"FRN"_s);
+        desk.find<QLineEdit>("txtPort")->setText(u"12"_s);
+        desk.prompts.expect();
+        desk.press("Command3");
+        QCOMPARE(desk.prompts.asked, QStringList(2, u"[OptionsNotSaved]"_s));
+        QCOMPARE(desk.logMessages().size(), 2); // one try each
+        QCOMPARE(desk.caused, QStringList{u"iniGridCallerID_tarn"_s});
+        QCOMPARE(desk.settings.record.toBytes(), before);
+        QCOMPARE(desk.find<QComboBox>("CmbLanguage")->currentText(), u"FRN"_s);
+    }
+
+    void oneSaveTellsAllInOneBox()
+    {
+        Desk desk(1);
+        desk.find<QComboBox>("CmbLanguage")->setCurrentText(u"FRN"_s);
+        desk.find<QLineEdit>("txtPort")->setText(u"99999"_s);
+        desk.prompts.expect();
+        desk.press("Command3");
+        QCOMPARE(desk.prompts.asked, QStringList{u"[PlsRestartSys]\n\n[PortOutOfRange]"_s});
+    }
+
+    void boxesOfOneActStandBeforeTheSameWindow()
+    {
+        QMainWindow main;
+        QDialog dialog;
+        main.show();
+        dialog.show();
+        dialog.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QList<QObject *> behind;
+        QTimer answering;
+        connect(&answering, &QTimer::timeout, this, [&behind] {
+            if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
+                behind.append(box->parent());
+                box->accept();
+            }
+        });
+        answering.start(0);
+        core::QtPrompts prompts;
+        prompts.tell(u"first"_s, {});
+        QApplication::setActiveWindow(nullptr); // a window manager takes its time
+        prompts.tell(u"second"_s, {});
+        QCOMPARE(behind, QList<QObject *>(2, &dialog));
     }
 
     void aNewLanguageAsksForARestart()

@@ -69,6 +69,9 @@ private:
     Scripted answer(const QString &text)
     {
         asked.append(text);
+        if (text.isEmpty() && m_script.value(0).path.isNull()) {
+            QTest::qFail("a prompt without a text", __FILE__, __LINE__);
+        }
         if (m_script.isEmpty()) {
             QTest::qFail(qPrintable(u"nobody announced this prompt: "_s + text), __FILE__, __LINE__);
             return {.ok = false};

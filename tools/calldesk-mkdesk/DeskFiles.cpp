@@ -22,7 +22,7 @@ void addRow(store::Recordset &rows, const QStringList &columns, const QStringLis
 }
 
 /// Rows whose columns are named as in the database.
-std::function<void(store::Database &)> fillWith(const QString &tableName, TsvTable table)
+std::function<void(store::Database &)> fillWith(const QString &tableName, core::TsvTable table)
 {
     return [tableName, table = std::move(table)](store::Database &database) {
         store::Recordset rows = database.OpenRecordset(tableName);
@@ -33,9 +33,9 @@ std::function<void(store::Database &)> fillWith(const QString &tableName, TsvTab
 }
 
 // The user's own translation starts as the English texts, so that every key is there to be translated.
-TsvTable ownTranslation(const TsvTable &texts)
+core::TsvTable ownTranslation(const core::TsvTable &texts)
 {
-    TsvTable own;
+    core::TsvTable own;
     own.columns = QStringList{u"item"_s, u"userlanguage"_s, u"english"_s};
     for (const QStringList &row : texts.rows) {
         const QString english = texts.field(row, u"ENG"_s);
@@ -44,9 +44,9 @@ TsvTable ownTranslation(const TsvTable &texts)
     return own;
 }
 
-TsvTable helpPages(const DeskSources &sources, const QString &code)
+core::TsvTable helpPages(const DeskSources &sources, const QString &code)
 {
-    TsvTable pages;
+    core::TsvTable pages;
     pages.columns = QStringList{u"HelpID"_s, u"Help"_s};
     for (const QString &id : sources.helpIds(code)) {
         pages.rows.append({id, sources.text(u"help/%1/%2.txt"_s.arg(code, id))});
@@ -66,9 +66,9 @@ void makeFolderOf(const QString &path)
 
 QList<DeskFile> deskFiles(const DeskSources &sources, bool sample)
 {
-    const TsvTable texts = sources.languageTexts();
-    const TsvTable customers = sample ? sources.table(u"sample/customers.tsv"_s) : TsvTable();
-    const TsvTable phoneBook = sample ? sources.table(u"sample/phonebook.tsv"_s) : TsvTable();
+    const core::TsvTable texts = sources.languageTexts();
+    const core::TsvTable customers = sample ? sources.table(u"sample/customers.tsv"_s) : core::TsvTable();
+    const core::TsvTable phoneBook = sample ? sources.table(u"sample/phonebook.tsv"_s) : core::TsvTable();
     const QString languageSchema = sources.text(u"schema/Language.sql"_s);
     const QString helpSchema = sources.text(u"schema/Help.sql"_s);
 
@@ -95,7 +95,7 @@ DeskFile areaFile(const DeskSources &sources, const QString &tablePath)
     if (!file.open(QIODevice::ReadOnly)) {
         throw core::Error(0, file.errorString() + u": "_s + tablePath);
     }
-    const TsvTable areas = parseTsv(QString::fromUtf8(file.readAll()), tablePath);
+    const core::TsvTable areas = core::parseTsv(QString::fromUtf8(file.readAll()), tablePath);
     for (const QString &column : {u"AreaCode"_s, u"Area"_s, u"PlaceName"_s}) {
         if (!areas.columns.contains(column)) {
             throw core::Error(0, tablePath + u" has no column "_s + column);

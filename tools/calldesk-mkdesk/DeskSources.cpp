@@ -32,19 +32,19 @@ QString DeskSources::text(const QString &path) const
     return QString::fromUtf8(file.readAll());
 }
 
-TsvTable DeskSources::table(const QString &path) const
+core::TsvTable DeskSources::table(const QString &path) const
 {
-    return parseTsv(text(path), path);
+    return core::parseTsv(text(path), path);
 }
 
-TsvTable DeskSources::areas(const QString &code) const
+core::TsvTable DeskSources::areas(const QString &code) const
 {
     const QString folder = u"lang/"_s + code;
-    TsvTable all{{u"id"_s, u"text"_s}, {}};
+    core::TsvTable all{{u"id"_s, u"text"_s}, {}};
     for (const QString &file :
          QDir(m_folder.filePath(folder)).entryList({u"*.tsv"_s}, QDir::Files, QDir::Name)) {
         const QString path = folder + u'/' + file;
-        const TsvTable part = table(path);
+        const core::TsvTable part = table(path);
         if (part.columns != all.columns) {
             throw core::Error(0, path + u": the columns must be "_s + all.columns.join(u", "_s));
         }
@@ -62,11 +62,11 @@ QHash<QString, QString> DeskSources::textsById(const QString &code) const
     return texts;
 }
 
-TsvTable DeskSources::languageTexts() const
+core::TsvTable DeskSources::languageTexts() const
 {
     const QHash<QString, QString> simplified = textsById(u"CHS"_s);
     const QHash<QString, QString> traditional = textsById(u"CHT"_s);
-    TsvTable texts{{u"id"_s, u"ENG"_s, u"CHS"_s, u"CHT"_s}, {}};
+    core::TsvTable texts{{u"id"_s, u"ENG"_s, u"CHS"_s, u"CHT"_s}, {}};
     for (const QStringList &row : areas(u"ENG"_s).rows) {
         const QString key = row.at(0).toUpper();
         texts.rows.append({row.at(0), row.at(1), simplified.value(key), traditional.value(key)});
@@ -74,10 +74,10 @@ TsvTable DeskSources::languageTexts() const
     return texts;
 }
 
-TsvTable DeskSources::languageFile(const QString &code) const
+core::TsvTable DeskSources::languageFile(const QString &code) const
 {
     const QHash<QString, QString> english = textsById(u"ENG"_s);
-    TsvTable file{{u"item"_s, u"userlanguage"_s, u"english"_s}, {}};
+    core::TsvTable file{{u"item"_s, u"userlanguage"_s, u"english"_s}, {}};
     for (const QStringList &row : areas(code).rows) {
         if (!row.at(1).isEmpty()) {
             file.rows.append({row.at(0), row.at(1), english.value(row.at(0).toUpper())});

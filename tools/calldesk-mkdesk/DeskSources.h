@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TsvTable.h"
+#include "core/TsvTable.h"
 
 #include <QDir>
 
@@ -17,16 +17,16 @@ public:
 
     /// A file's text, by its path below the folder. Throws core::Error.
     QString text(const QString &path) const;
-    TsvTable table(const QString &path) const;
+    core::TsvTable table(const QString &path) const;
 
     /// The texts of all windows in one table with the columns `id`, `ENG`, `CHS` and `CHT`; empty where a
     /// Chinese text is missing.
-    TsvTable languageTexts() const;
+    core::TsvTable languageTexts() const;
     /// The codes of the languages that have a file of their own; their texts stand in lang/<code>/<area>.tsv.
     QStringList languageCodes() const;
     /// The rows of such a file, with the columns `item`, `userlanguage` and `english`. A key whose text is
     /// empty has no row.
-    TsvTable languageFile(const QString &code) const;
+    core::TsvTable languageFile(const QString &code) const;
     /// The codes of the languages that have help pages.
     QStringList helpLanguages() const;
     /// The IDs of a language's help pages; each is the file help/<code>/<id>.txt.
@@ -35,7 +35,7 @@ public:
 private:
     QStringList folders(const QString &path) const;
     /// The texts of one language, with the columns `id` and `text`.
-    TsvTable areas(const QString &code) const;
+    core::TsvTable areas(const QString &code) const;
     /// The same by upper-case ID.
     QHash<QString, QString> textsById(const QString &code) const;
 

@@ -1,10 +1,10 @@
-#include "TsvTable.h"
+#include "core/TsvTable.h"
 
 #include "core/Error.h"
 
 using namespace Qt::StringLiterals;
 
-namespace mkdesk {
+namespace core {
 
 namespace {
 
@@ -40,7 +40,7 @@ QString TsvTable::field(const QStringList &row, const QString &column) const
 {
     const qsizetype index = columns.indexOf(column);
     if (index < 0) {
-        throw core::Error(0, u"there is no column "_s + column);
+        throw Error(0, u"there is no column "_s + column);
     }
     return row.at(index);
 }
@@ -68,12 +68,12 @@ TsvTable parseTsv(const QString &text, const QString &name)
         if (fields.size() == table.columns.size()) {
             table.rows.append(fields);
         } else {
-            throw core::Error(0, u"%1, line %2: %3 fields instead of %4"_s.arg(
-                                     name, QString::number(number), QString::number(fields.size()),
-                                     QString::number(table.columns.size())));
+            throw Error(0, u"%1, line %2: %3 fields instead of %4"_s.arg(
+                               name, QString::number(number), QString::number(fields.size()),
+                               QString::number(table.columns.size())));
         }
     }
     return table;
 }
 
-} // namespace mkdesk
+} // namespace core
