@@ -25,7 +25,7 @@ public:
     void SendTDRData(const core::CustomerInfo &) override {}
     void customerSaved(qint32 sn, const QString &, const QString &) override
     {
-        store::FixSavedCustomer(log, paths, popUpTable, sn);
+        store::FixSavedCustomer(log, paths, sn);
         index.updateCustomer(sn);
     }
     void customerDeleted(qint32 sn) override { index.updateCustomer(sn); }
@@ -43,7 +43,6 @@ public:
     appearance::FormContext context{paths, values, log,   doors, clock,
                                     doors, doors,  doors, doors, {translator, openForms, windowMemory}};
     lookup::NumberIndex index{paths, log};
-    store::CustomerPopUpTable popUpTable;
     lookup::ExistenceChecks checks{{paths, log, index, doors, doors, doors}};
     customers::CustomerWindows windows{{context, checks, *this}};
 };

@@ -7,8 +7,8 @@
 #include "customers/CustomerWindows.h"
 #include "help/HelpWindow.h"
 #include "language/LanguagePack.h"
+#include "lookup/CallerDirectory.h"
 #include "lookup/ExistenceChecks.h"
-#include "lookup/NumberIndex.h"
 #include "mainwindow/FrmMain.h"
 #include "messages/MessageWindows.h"
 #include "notes/NoteWindows.h"
@@ -16,7 +16,6 @@
 #include "phonebook/PhoneBookWindows.h"
 #include "reception/Endpoint.h"
 #include "reception/Forwarding.h"
-#include "store/CustomerPopUpTable.h"
 
 #include <functional>
 
@@ -36,13 +35,11 @@ public:
         core::Settings &settings;
         const language::LanguagePack &language;
         const core::CodePage &codePage;
-        lookup::NumberIndex &numbers;
-        store::CustomerPopUpTable &popUpTable;
+        lookup::CallerDirectory &callers;
         reception::Endpoint &endpoint;
         reception::Forwarding &forwarding;
         appearance::FormServices services;
         std::function<mainwindow::FrmMain &()> mainWindow;
-        std::function<void(bool known)> numbersChanged; ///< false: a change could not be read from the file
     };
     explicit Windows(const Context &context);
 
@@ -75,7 +72,6 @@ private:
     void customerSaved(qint32 sn, const QString &oldName, const QString &newName) override;
     void customerDeleted(qint32 sn) override;
     void renameNotes(const QString &oldName, const QString &newName);
-    bool updateNumbers(qint32 sn);
     QStringList gridColumnNames() const override;
     QStringList hiddenGridColumns() const override;
     void ChangeGridCfg(const QStringList &names) override;

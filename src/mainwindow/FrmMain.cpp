@@ -249,6 +249,11 @@ void FrmMain::ShowCallerID_tarn(const core::CallRecord &record)
     m_screen.schedule();
 }
 
+void FrmMain::showCallAgain(const core::CallRecord &shown, const core::CallRecord &now)
+{
+    m_calls.showCallAgain(shown, now);
+}
+
 void FrmMain::showLastCaller(const core::CallRecord &record, const QString &text)
 {
     m_lastCall = record;

@@ -77,6 +77,7 @@ public:
     /// Whether callers can be identified.
     void showCustomersAvailable(bool available);
     void ShowCallerID_tarn(const core::CallRecord &record);
+    void showCallAgain(const core::CallRecord &shown, const core::CallRecord &now);
     void showLastCaller(const core::CallRecord &record, const QString &text);
     /// How many received messages nobody has seen yet.
     void showUnread(int messages);
