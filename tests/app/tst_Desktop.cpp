@@ -117,22 +117,6 @@ private Q_SLOTS:
         QTRY_COMPARE(xdotool(u"getwindowgeometry "_s + mainWindow()).section(u'\n', 1), place);
     }
 
-    void aWindowHiddenWhileMaximizedComesUpForACallInItsNormalSize()
-    {
-        startWithTray();
-        const QString place = xdotool(u"getwindowgeometry "_s + mainWindow()).section(u'\n', 1);
-        const qsizetype windows = windowsOf(m_program->processId()).size();
-        clickOn(trayIcon(), 3);
-        QTRY_COMPARE(windowsOf(m_program->processId()).size(), windows + 1);
-        xdotool(u"key Up Up Return"_s);
-        QTRY_VERIFY(propertyOf(mainWindow(), u"_NET_WM_STATE"_s).contains("MAXIMIZED_VERT"_L1));
-        press(mainWindow(), u"Escape"_s);
-        QTRY_VERIFY(mainWindow().isEmpty());
-        m_program->sendCall();
-        QTRY_VERIFY(!mainWindow().isEmpty());
-        QTRY_COMPARE(xdotool(u"getwindowgeometry "_s + mainWindow()).section(u'\n', 1), place);
-    }
-
     void withoutATrayTheWindowMinimizes()
     {
         QVERIFY(m_program->start());
