@@ -67,7 +67,7 @@ CustomerDesk::CustomerDesk(int customers)
     while (index.isLoading()) {
         index.continueLoading();
     }
-    store::FixCustomerData(log, paths, popUpTable);
+    store::FixCustomerData(log, paths);
 }
 
 } // namespace bench

@@ -25,7 +25,7 @@ public:
     void SendTDRData(const core::CustomerInfo &) override {}
     void customerSaved(qint32 sn, const QString &, const QString &) override
     {
-        store::FixSavedCustomer(log, paths, popUpTable, sn);
+        store::FixSavedCustomer(log, paths, sn);
         index.updateCustomer(sn);
     }
     void customerDeleted(qint32 sn) override { index.updateCustomer(sn); }
@@ -44,7 +44,6 @@ public:
                                     doors, doors,  doors, doors, {translator, openForms, windowMemory}};
     core::CodePage codePage{936};
     lookup::NumberIndex index{paths, log, codePage};
-    store::CustomerPopUpTable popUpTable;
     lookup::ExistenceChecks checks{{paths, log, index, doors, doors, doors}};
     customers::CustomerWindows windows{{context, checks, *this}};
 };

@@ -42,10 +42,12 @@ private:
 };
 
 /// Causes nothing, and checks what would be shown.
-class CheckedEffects : public reception::CallEffects
+class CheckedEffects : public reception::CallEffects, public core::Callers
 {
 public:
-    bool callerPopsUp(const QString &number) override { return number.size() % 2 == 0; }
+    bool areKnown() const override { return false; }
+    bool callerPopsUp(QStringView number, QStringView) const override { return number.size() % 2 == 0; }
+    void completeFromDesk(core::CallRecord &) const override {}
     QString GetArea(const QString &number) override { return number; }
     void setMainWindowNormal() override {}
     void showMainWindow() override {}
@@ -56,6 +58,7 @@ public:
         require(record.CallerID.size() <= 31 && record.SimpleDes.size() <= 31 && record.Tail.size() <= 40);
         require(record.SN >= 0 && core::MyIn(record.Source, QString(), u"PHONEBOOK"_s, u"CUSTOMER"_s));
     }
+    void showCallAgain(const core::CallRecord &, const core::CallRecord &) override {}
     void showLastCaller(const core::CallRecord &, const QString &text) override
     {
         require(text.count(u'\n') == 1 && text.size() < 200);
@@ -96,7 +99,7 @@ private:
     {
         Program(Desk &desk, int number)
             : codePage(number),
-              dispatcher(desk.m_settings, desk.m_log, desk.m_values, codePage, desk.m_effects)
+              dispatcher(desk.m_settings, desk.m_log, desk.m_values, codePage, desk.m_effects, desk.m_effects)
         {}
         core::CodePage codePage;
         reception::Dispatcher dispatcher;

@@ -4,9 +4,7 @@
 #include "core/ProductName.h"
 #include "core/TextUtilities.h"
 #include "core/platform.h"
-#include "lookup/PopUpFilter.h"
 #include "reception/SampleRecord.h"
-#include "store/Database.h"
 
 #include <QApplication>
 #include <QFileInfo>
@@ -22,8 +20,9 @@ Program::Program(const Outside &outside)
       m_openForms(m_log), m_language(m_paths, m_log, outside.prompts, m_settings, outside.systemLanguageId),
       m_toolkitTexts(m_language), m_translator(m_texts, m_language.state(), m_log),
       m_codePage(core::platform::ansiCodePage(outside.systemLanguageId)),
-      m_numbers(m_paths, m_log, m_codePage), m_areas(m_log), m_messages(m_paths, m_log, outside.clock),
-      m_senders(m_paths, m_log, outside.clock), m_dispatcher(m_settings, m_log, m_values, m_codePage, *this),
+      m_callers(m_paths, m_log, m_codePage), m_areas(m_log), m_messages(m_paths, m_log, outside.clock),
+      m_senders(m_paths, m_log, outside.clock),
+      m_dispatcher(m_settings, m_log, m_values, m_codePage, m_callers, *this),
       m_endpoint({m_settings, m_log, outside.prompts, m_texts, m_codePage, m_senders}, outside.port,
                  [this](const reception::Datagram &datagram) { receive(datagram); }),
       m_forwarding({m_settings, m_log, m_codePage, m_senders}),
@@ -35,27 +34,31 @@ Program::Program(const Outside &outside)
                  m_texts,
                  m_language.state(),
                  m_codePage,
-                 m_numbers,
-                 m_popUpTable,
+                 m_callers,
                  m_endpoint,
                  m_senders,
                  m_forwarding,
                  {m_translator, m_openForms, m_windowMemory},
-                 [this]() -> mainwindow::FrmMain & { return *m_mainWindow; },
-                 [this](bool known) { followNumbers(known); }}),
+                 [this]() -> mainwindow::FrmMain & { return *m_mainWindow; }}),
       m_popUp({m_log,
                m_settings,
                m_texts,
+               m_outside.clock,
                m_windows,
                {m_translator, m_openForms, m_windowMemory},
                [this]() -> const QWidget & { return *m_mainWindow; }})
 {
-    const auto connectTimer = [this](const QTimer &timer, void (Program::*handler)()) {
-        QObject::connect(&timer, &QTimer::timeout, &timer, [this, handler] { (this->*handler)(); });
-    };
-    connectTimer(m_numbersLoading, &Program::loadMoreNumbers);
-    connectTimer(m_databasesRetry, &Program::retryDatabases);
-    connectTimer(m_languageRetry, &Program::retryLanguage);
+    using lookup::CallerDirectory;
+    QObject::connect(&m_callers, &CallerDirectory::loading, &m_endpoint, &reception::Endpoint::hold);
+    QObject::connect(&m_callers, &CallerDirectory::customersRead, &m_callers,
+                     [this] { m_dispatcher.lookAgain(); });
+    QObject::connect(qApp, &QGuiApplication::applicationStateChanged, &m_callers,
+                     [this](Qt::ApplicationState state) {
+                         if (state == Qt::ApplicationActive && m_mainWindow) {
+                             m_callers.look();
+                         }
+                     });
+    QObject::connect(&m_languageRetry, &QTimer::timeout, &m_languageRetry, [this] { retryLanguage(); });
     m_messages.onFilingChanged(
         [this](messages::Filing filing) { m_mainWindow->showMessageLogs(messages::filingKey(filing)); });
 }
@@ -163,45 +166,7 @@ void Program::iniVariants()
 
 void Program::loadNumberIndex()
 {
-    if (m_values.CustomerDbExists) {
-        m_databasesLocked = databasesLocked();
-        const bool phoneBook = m_numbers.LoadPhoneNumberSNArray();
-        m_numbersLoaded = m_numbers.LoadCustomerPhoneNumberSnArray() && phoneBook;
-    }
-}
-
-void Program::loadMoreNumbers()
-{
-    if (!m_numbers.continueLoading() && databasesLocked()) {
-        retryLater();
-    }
-    awaitNumbers();
-}
-
-// The numbers of a large desk are read on in pieces while the window already stands. Calls wait for the last
-// one.
-void Program::awaitNumbers()
-{
-    m_endpoint.hold(m_numbers.isLoading());
-    if (m_numbers.isLoading()) {
-        m_numbersLoading.start(std::chrono::milliseconds(1));
-    } else {
-        m_numbersLoading.stop();
-    }
-}
-
-// Another desk may have taken a file to itself just after the customer was saved.
-void Program::followNumbers(bool known)
-{
-    awaitNumbers();
-    if (!known) {
-        retryLater();
-    }
-}
-
-bool Program::databasesLocked() const
-{
-    return store::isLocked(m_paths.CustomerFile) || store::isLocked(m_paths.PhoneBookFile);
+    m_callers.load();
 }
 
 void Program::setGridDefaults()
@@ -224,6 +189,9 @@ void Program::showMainForm()
                                      m_autoHide,
                                      *this,
                                      {m_translator, m_openForms, m_windowMemory}});
+    QObject::connect(&m_callers, &lookup::CallerDirectory::availableChanged, m_mainWindow.get(),
+                     &mainwindow::FrmMain::showCustomersAvailable);
+    m_mainWindow->showCustomersAvailable(m_callers.isAvailable());
     m_mainWindow->show();
     paintAtOnce();
     m_instance.onSecondInstance([this] { m_mainWindow->restoreToFront(); });
@@ -253,40 +221,10 @@ void Program::checkSenders()
 
 void Program::maintainData()
 {
-    const bool fixed = store::FixCustomerData(m_log, m_paths, m_popUpTable) == 1;
+    m_callers.fixCustomers();
     m_areaPath = areas::MakeAreaPath(m_log, m_paths.StartFolder);
     m_areas.load(m_areaPath);
-    store::UpdateDatabase_Customer_0606191111(m_log, m_paths);
-    awaitNumbers();
-    const bool failed = m_values.CustomerDbExists && !(m_numbersLoaded && fixed);
-    if (failed && (m_databasesLocked || databasesLocked())) {
-        retryLater();
-    }
-}
-
-void Program::retryLater()
-{
-    constexpr std::chrono::seconds pause{2};
-    m_mainWindow->showCustomersAvailable(false);
-    m_databasesRetry.start(pause);
-}
-
-// Another desk had a file to itself when the program started. Asking first keeps the log and the window quiet
-// for as long as it has.
-void Program::retryDatabases()
-{
-    if (databasesLocked()) {
-        return;
-    }
-    loadNumberIndex();
-    awaitNumbers();
-    const bool fixed = store::FixCustomerData(m_log, m_paths, m_popUpTable) == 1;
-    store::UpdateDatabase_Customer_0606191111(m_log, m_paths);
-    const bool lockedAgain = !(m_numbersLoaded && fixed) && databasesLocked();
-    if (!lockedAgain) {
-        m_databasesRetry.stop();
-        m_mainWindow->showCustomersAvailable(true);
-    }
+    m_callers.addCallNoteTables();
 }
 
 // The tray's menu works while a message box, or the dialog of the printer, is open. Closing windows under
@@ -327,11 +265,6 @@ void Program::receive(const reception::Datagram &datagram)
     m_dispatcher.Winsock1_DataArrival(datagram);
 }
 
-bool Program::callerPopsUp(const QString &callerNumber)
-{
-    return lookup::callerPopsUp(m_numbers, m_popUpTable, callerNumber);
-}
-
 QString Program::GetArea(const QString &callerNumber)
 {
     return m_areas.GetArea(callerNumber);
@@ -352,9 +285,15 @@ void Program::ShowCallerID_tarn(const core::CallRecord &record)
     m_mainWindow->ShowCallerID_tarn(record);
 }
 
+void Program::showCallAgain(const core::CallRecord &shown, const core::CallRecord &now)
+{
+    m_mainWindow->showCallAgain(shown, now);
+}
+
 void Program::showLastCaller(const core::CallRecord &record, const QString &text)
 {
     m_mainWindow->showLastCaller(record, text);
+    m_popUp.nextCall();
 }
 
 void Program::ShowPopup(const core::CallRecord &record)

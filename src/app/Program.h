@@ -16,17 +16,14 @@
 #include "language/LanguagePack.h"
 #include "language/ShownTexts.h"
 #include "language/ToolkitTexts.h"
+#include "lookup/CallerDirectory.h"
 #include "lookup/CallerPopUp.h"
-#include "lookup/NumberIndex.h"
 #include "mainwindow/AutoHide.h"
 #include "mainwindow/FrmMain.h"
 #include "messages/ReceivedMessages.h"
 #include "reception/CallEffects.h"
 #include "reception/Dispatcher.h"
 #include "reception/Endpoint.h"
-#include "store/Upgrade.h"
-
-#include <QTimer>
 
 #include <memory>
 
@@ -56,26 +53,20 @@ private:
     void nameProduct();
     void iniVariants();
     void loadNumberIndex();
-    void loadMoreNumbers();
-    void awaitNumbers();
-    void followNumbers(bool known);
     void setGridDefaults();
     void showMainForm();
     void paintAtOnce();
     void openReception();
     void checkSenders();
     void maintainData();
-    void retryLater();
-    void retryDatabases();
-    bool databasesLocked() const;
     void receive(const reception::Datagram &datagram);
     bool operatorEnds();
 
-    bool callerPopsUp(const QString &callerNumber) override;
     QString GetArea(const QString &callerNumber) override;
     void setMainWindowNormal() override;
     void showMainWindow() override;
     void ShowCallerID_tarn(const core::CallRecord &record) override;
+    void showCallAgain(const core::CallRecord &shown, const core::CallRecord &now) override;
     void showLastCaller(const core::CallRecord &record, const QString &text) override;
     void ShowPopup(const core::CallRecord &record) override;
     void ShowSmallMessage(const QString &datagramText) override;
@@ -98,8 +89,7 @@ private:
     language::ToolkitTexts m_toolkitTexts;
     language::FormTranslator m_translator;
     const core::CodePage m_codePage;
-    lookup::NumberIndex m_numbers;
-    store::CustomerPopUpTable m_popUpTable;
+    lookup::CallerDirectory m_callers;
     QString m_areaPath;
     areas::AreaCodes m_areas;
     mainwindow::AutoHide m_autoHide;
@@ -111,11 +101,7 @@ private:
     Windows m_windows;
     lookup::CallerPopUp m_popUp;
     std::unique_ptr<mainwindow::FrmMain> m_mainWindow;
-    QTimer m_numbersLoading;
-    QTimer m_databasesRetry;
     QTimer m_languageRetry;
-    bool m_databasesLocked = false; ///< when the numbers were read
-    bool m_numbersLoaded = true;
     bool m_ended = false;
 };
 

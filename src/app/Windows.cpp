@@ -1,7 +1,5 @@
 #include "app/Windows.h"
 
-#include "store/Upgrade.h"
-
 #include <QApplication>
 #include <QFileInfo>
 #include <QPointer>
@@ -28,7 +26,8 @@ Windows::Windows(const Context &context)
                                   context.outside.clock, context.outside.prompts,
                                   context.outside.shell, *this,
                                   context.endpoint,      context.services},
-      m_checks({context.paths, context.log, context.numbers, context.texts, context.outside.prompts, *this}),
+      m_checks({context.paths, context.log, context.callers.numbers(), context.texts, context.outside.prompts,
+                *this}),
       m_phoneBook({m_forms, m_checks}), m_customers({m_forms, m_checks, *this}),
       m_notes({m_forms, context.outside.printer, context.values, context.language}),
       m_messages(
@@ -136,8 +135,7 @@ void Windows::customerSaved(qint32 sn, const QString &oldName, const QString &ne
     if (!oldName.isEmpty()) {
         renameNotes(oldName, newName);
     }
-    const bool fixed = store::FixSavedCustomer(m_context.log, m_context.paths, m_context.popUpTable, sn) == 1;
-    m_context.numbersChanged(updateNumbers(sn) && fixed);
+    m_context.callers.customerSaved(sn);
 }
 
 void Windows::renameNotes(const QString &oldName, const QString &newName)
@@ -149,13 +147,7 @@ void Windows::renameNotes(const QString &oldName, const QString &newName)
 
 void Windows::customerDeleted(qint32 sn)
 {
-    m_context.popUpTable.remove(sn);
-    m_context.numbersChanged(updateNumbers(sn));
-}
-
-bool Windows::updateNumbers(qint32 sn)
-{
-    return !m_context.values.CustomerDbExists || m_context.numbers.updateCustomer(sn);
+    m_context.callers.customerDeleted(sn);
 }
 
 void Windows::iniUDP()

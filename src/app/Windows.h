@@ -7,8 +7,8 @@
 #include "customers/CustomerWindows.h"
 #include "help/HelpWindow.h"
 #include "language/LanguageChoice.h"
+#include "lookup/CallerDirectory.h"
 #include "lookup/ExistenceChecks.h"
-#include "lookup/NumberIndex.h"
 #include "mainwindow/FrmMain.h"
 #include "messages/MessageWindows.h"
 #include "notes/NoteWindows.h"
@@ -17,7 +17,6 @@
 #include "reception/Endpoint.h"
 #include "reception/Forwarding.h"
 #include "reception/Senders.h"
-#include "store/CustomerPopUpTable.h"
 
 #include <functional>
 
@@ -38,14 +37,12 @@ public:
         const core::TextLookup &texts;
         const language::LanguageState &language;
         const core::CodePage &codePage;
-        lookup::NumberIndex &numbers;
-        store::CustomerPopUpTable &popUpTable;
+        lookup::CallerDirectory &callers;
         reception::Endpoint &endpoint;
         reception::Senders &senders;
         reception::Forwarding &forwarding;
         appearance::FormServices services;
         std::function<mainwindow::FrmMain &()> mainWindow;
-        std::function<void(bool known)> numbersChanged; ///< false: a change could not be read from the file
     };
     explicit Windows(const Context &context);
 
@@ -81,7 +78,6 @@ private:
     void customerSaved(qint32 sn, const QString &oldName, const QString &newName) override;
     void customerDeleted(qint32 sn) override;
     void renameNotes(const QString &oldName, const QString &newName);
-    bool updateNumbers(qint32 sn);
     std::optional<QString> senders() const override { return m_context.senders.text(); }
     QString sendersTrouble() const override { return m_context.senders.trouble(m_forms.texts); }
     QString sendersTroubleOf(const QString &text) const override;

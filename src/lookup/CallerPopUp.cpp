@@ -13,26 +13,39 @@ void CallerPopUp::ShowPopup(const core::CallRecord &info)
 {
     m_context.log.trap("ShowPopup"_L1, [&] {
         const bool detail = m_context.settings.record.PopupDetail == 1;
-        std::optional<PopUpView> view = decidePopUp(popupInfoOf(info), detail, m_context.texts);
+        PopupInfo caller = popupInfoOf(info);
+        caller.time = caller.time.isValid() ? caller.time : m_context.clock.now().time();
+        std::optional<PopUpView> view = decidePopUp(caller, detail, m_context.texts);
         if (!view) {
             return;
         }
         m_next = std::move(view);
+        m_isEarlier = false;
         m_screen.schedule();
     });
+}
+
+void CallerPopUp::nextCall()
+{
+    m_isEarlier = true;
+    m_screen.schedule();
 }
 
 void CallerPopUp::showNext()
 {
     m_context.log.trap("ShowPopup"_L1, [&] {
         const std::optional<PopUpView> view = std::exchange(m_next, std::nullopt);
-        if (!view) {
-            return;
+        bool stands = m_form != nullptr && m_form->isVisible(); // one that was closed is about to be deleted
+        if (view) {
+            if (!stands) {
+                m_form = new frmPopUp(m_context.navigator, m_context.services);
+            }
+            m_form->showCaller(*view, m_context.mainWindow());
+            stands = true;
         }
-        if (m_form == nullptr || !m_form->isVisible()) { // one that was closed is about to be deleted
-            m_form = new frmPopUp(m_context.navigator, m_context.services);
+        if (stands && m_isEarlier) {
+            m_form->showAsEarlier();
         }
-        m_form->showCaller(*view, m_context.mainWindow());
     });
 }
 

@@ -24,6 +24,7 @@ public:
         core::RunLog &log;
         const core::Settings &settings;
         const core::TextLookup &texts;
+        const core::Clock &clock;
         core::Navigator &navigator;
         appearance::FormServices services;
         std::function<const QWidget &()> mainWindow;
@@ -34,6 +35,8 @@ public:
     Q_DISABLE_COPY_MOVE(CallerPopUp)
 
     void ShowPopup(const core::CallRecord &info);
+    /// Another call has come: a card that stands is told apart from it, unless ShowPopup now fills it.
+    void nextCall();
     /// Closes the card, if one stands.
     void close();
 
@@ -43,6 +46,7 @@ private:
     Context m_context;
     core::FrameGate m_screen;
     std::optional<PopUpView> m_next;
+    bool m_isEarlier = false; ///< what the card shows, or will show next
     QPointer<frmPopUp> m_form;
 };
 

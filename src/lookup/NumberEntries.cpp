@@ -58,7 +58,7 @@ NumberEntries::Entry NumberEntries::entryOf(QStringView piece, qint32 sn)
 // From the last entry to the first, so that each finds the next one of its number in the slot.
 bool NumberEntries::finishSome()
 {
-    constexpr size_t entriesAtOnce = 100000;
+    constexpr size_t entriesAtOnce = 20000;
     if (m_hashed == 0) {
         m_digits.shrink_to_fit();
         m_entries.shrink_to_fit();

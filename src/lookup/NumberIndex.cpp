@@ -8,11 +8,6 @@ namespace lookup {
 
 namespace {
 
-QStringList customerNumbers()
-{
-    return {u"WorkPhones"_s, u"ContactPersonMobile"_s, u"Fax"_s, u"ContactPersonHomePhones"_s};
-}
-
 /// What an empty table gives.
 bool isBlank(const NumberEntries &entries)
 {
@@ -21,26 +16,42 @@ bool isBlank(const NumberEntries &entries)
 
 } // namespace
 
+CallerTable NumberIndex::phoneBookTable() const
+{
+    return {.file = m_paths.PhoneBookFile, .name = u"phonebook"_s, .numberColumns = {u"Telno"_s}};
+}
+
+CallerTable NumberIndex::customerTable() const
+{
+    return {
+        .file = m_paths.CustomerFile,
+        .name = u"Customer"_s,
+        .numberColumns = {u"WorkPhones"_s, u"ContactPersonMobile"_s, u"Fax"_s, u"ContactPersonHomePhones"_s},
+        .isCustomers = true};
+}
+
 bool NumberIndex::LoadPhoneNumberSNArray()
 {
-    return load(m_phoneBook, m_paths.PhoneBookFile, u"phonebook"_s, {u"Telno"_s});
+    return load(m_phoneBook, phoneBookTable());
 }
 
 bool NumberIndex::LoadCustomerPhoneNumberSnArray()
 {
     m_savedMeanwhile.clear(); // the reading that begins sees them
-    return load(m_customers, m_paths.CustomerFile, u"Customer"_s, customerNumbers());
+    return load(m_customers, customerTable());
 }
 
 bool NumberIndex::updateCustomer(qint32 sn)
 {
     if (m_customers.reading) {
         m_savedMeanwhile.push_back(sn);
-        return true;
+        if (!knowsCustomers()) {
+            return true;
+        }
     }
     bool updated = false;
     const bool done = m_log.trap(m_customers.procedure, [&] { updated = replaceCustomer(sn); });
-    return done && (updated || LoadCustomerPhoneNumberSnArray());
+    return done && (updated || m_customers.reading || LoadCustomerPhoneNumberSnArray());
 }
 
 /// False where only a rebuild will do.
@@ -49,13 +60,15 @@ bool NumberIndex::replaceCustomer(qint32 sn)
     if (m_customers.entries.isEmpty() || isBlank(m_customers.entries)) {
         return false;
     }
-    const QStringList columns = customerNumbers();
-    const QString select = u"select rowid,%1 from Customer where SN=%2"_s.arg(columns.join(u',')).arg(sn);
+    const CallerTable table = customerTable();
+    const QString select = u"select %1 from %2 where SN=%3"_s.arg(table.columns(), table.name).arg(sn);
     QString numbers;
     bool inOrderOfSn = true;
-    store::Database(m_paths.CustomerFile).forEachRow(select, [&](const store::Row &row) {
+    m_known.remove(sn);
+    store::Database(table.file).forEachRow(select, [&](const store::Row &row) {
         inOrderOfSn = row.key(0) == sn;
-        appendNumbers(numbers, row, 1, int(columns.size()));
+        table.readNumbers(numbers, row);
+        m_known.replace(table.customer(row));
     });
     return inOrderOfSn && m_customers.entries.replace(sn, pieces(numbers));
 }
@@ -80,31 +93,47 @@ qint32 NumberIndex::GetCustomerSnByPhoneNumber(QStringView phoneNumber)
     return find("GetCustomerSnByPhoneNumber"_L1, m_customers, phoneNumber);
 }
 
-qint32 NumberIndex::FindCustomerSnOfCaller(QStringView callerNumber)
+qint32 NumberIndex::FindCustomerSnOfCaller(QStringView callerNumber) const
 {
-    return whole(m_customers).find(callerNumber);
+    return m_customers.entries.find(callerNumber);
 }
 
-bool NumberIndex::load(Index &index, const QString &file, const QString &table,
-                       const QStringList &numberColumns)
+/// A failure is logged under the index's procedure and remembered.
+bool NumberIndex::attempt(Index &index, const std::function<void()> &work)
 {
-    index.reading.reset();
     return m_log.trap(index.procedure, [&] {
-        index.reading.emplace(m_log, m_codePage, file, table, numberColumns);
-    }) && readOn(index);
+        try {
+            work();
+        } catch (const core::Error &error) {
+            index.failure = error;
+            throw;
+        }
+    });
+}
+
+// At first nothing else is to be done. Later the operator works, and a lock is waited for in between.
+bool NumberIndex::load(Index &index, const CallerTable &table)
+{
+    using std::chrono::milliseconds;
+    const NumberReading::Pace pace = index.entries.isEmpty()
+                                         ? NumberReading::Pace{.rows = 10000, .patience = milliseconds(500)}
+                                         : NumberReading::Pace{.rows = 500, .patience = milliseconds(20)};
+    index.reading.reset();
+    index.failure.reset();
+    return attempt(index, [&] { index.reading.emplace(m_log, m_codePage, table, pace); }) && readOn(index);
 }
 
 // Read aside, so that a reading that breaks off leaves the old index whole.
 bool NumberIndex::readOn(Index &index)
 {
-    bool ended = true;
-    const bool done = m_log.trap(index.procedure, [&] {
-        ended = index.reading->readOn();
-        if (ended) {
-            index.entries = index.reading->take();
+    NumberReading::Progress progress = NumberReading::Progress::Ended;
+    const bool done = attempt(index, [&] {
+        progress = index.reading->readOn();
+        if (progress == NumberReading::Progress::Ended) {
+            exchange(index);
         }
     });
-    if (!done || ended) {
+    if (!done || progress == NumberReading::Progress::Ended) {
         index.reading.reset();
         if (&index == &m_customers) {
             for (const qint32 sn : std::exchange(m_savedMeanwhile, {})) {
@@ -112,13 +141,29 @@ bool NumberIndex::readOn(Index &index)
             }
         }
     }
-    return done;
+    return done && progress != NumberReading::Progress::Locked;
+}
+
+/// What is left of a damaged table tells less than the whole that was read before.
+void NumberIndex::exchange(Index &index)
+{
+    const std::optional<core::Error> damage = index.reading->damage();
+    if (!damage || !index.isWhole) {
+        index.entries = index.reading->takeNumbers();
+        index.isWhole = !damage;
+        if (&index == &m_customers) {
+            m_known = index.reading->takeCustomers();
+            m_hasUnflagged = index.reading->hasUnflagged();
+        }
+    }
+    if (damage) {
+        throw *damage;
+    }
 }
 
 const NumberEntries &NumberIndex::whole(Index &index)
 {
-    while (index.reading) {
-        readOn(index);
+    while (index.reading && index.entries.isEmpty() && readOn(index)) {
     }
     return index.entries;
 }

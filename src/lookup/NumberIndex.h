@@ -2,12 +2,12 @@
 
 #include "core/Paths.h"
 #include "core/RunLog.h"
+#include "lookup/KnownCustomers.h"
 #include "lookup/NumberEntries.h"
 #include "lookup/NumberReading.h"
 #include "lookup/PhoneNumbers.h"
 
-#include <QStringList>
-
+#include <functional>
 #include <optional>
 
 namespace lookup {
@@ -28,26 +28,36 @@ public:
     PhoneNumberPieces pieces(QStringView numbers) const;
 
     /// Rebuild an index from its table. An empty table gives one entry, an empty number with SN 0; after a
-    /// failure, rows without a single number included, the index keeps what it held. Of a table with more
-    /// than 10,000 rows the rest is read by continueLoading(), or by the first lookup, which never sees half
-    /// an index.
+    /// failure, rows without a single number included, the index keeps what it held. Of a large table the
+    /// rest is read by continueLoading(); until it has ended, lookups are answered as before or, where there
+    /// was nothing before, read the rest themselves. Of a damaged table every row that can be read is taken,
+    /// unless the whole of it is known already; that counts as a failure, too.
     bool LoadPhoneNumberSNArray();
     bool LoadCustomerPhoneNumberSnArray();
-    /// Takes the numbers of a customer that was saved or deleted from its row, to the places that a rebuilt
-    /// index would give them; in about a millisecond. While the index is being read, the row waits for the
-    /// last piece. Where there is no index yet, or the order of the rows does not tell the place, a rebuild
-    /// begins. False after a failure.
+    /// Takes a customer who was saved or deleted from his row, to the places that a rebuilt index would give
+    /// his numbers; in about a millisecond. While the index is being read, the row waits for the last piece,
+    /// too. Where there is no index yet, or the order of the rows does not tell the place, a rebuild begins.
+    /// False after a failure.
     bool updateCustomer(qint32 sn);
 
     bool isLoading() const { return m_phoneBook.reading || m_customers.reading; }
-    /// Reads on for a few milliseconds; false after a failure.
+    /// Reads on for a few milliseconds. False after a failure, and while another program has locked the file.
     bool continueLoading();
+    /// Some customer's number can be found.
+    bool knowsCustomers() const { return !m_customers.entries.isEmpty(); }
+    /// Why the last reading of the phone book, or of the customers, failed.
+    const std::optional<core::Error> &phoneBookFailure() const { return m_phoneBook.failure; }
+    const std::optional<core::Error> &customersFailure() const { return m_customers.failure; }
+    /// The last reading found a customer without a pop-up flag.
+    bool hasUnflagged() const { return m_hasUnflagged; }
 
     qint32 GetSnByPhoneNumber(QStringView phoneNumber);
     qint32 GetCustomerSnByPhoneNumber(QStringView phoneNumber);
-    /// The lookup of a call, given the number as received without the blanks around it. -1 without a log
-    /// entry where the index was never loaded: a desk may well have no customers.
-    qint32 FindCustomerSnOfCaller(QStringView callerNumber);
+    /// The lookup of a call, given the number as received without the blanks around it; never reads a file.
+    /// -1 without a log entry where the index was never loaded: a desk may well have no customers.
+    qint32 FindCustomerSnOfCaller(QStringView callerNumber) const;
+    /// What a call shows of a customer; nothing where nobody has that SN.
+    std::optional<KnownCustomer> customer(qint32 sn) const { return m_known.find(sn); }
 
 private:
     /// An index with the name of its procedure and, while its table is read, what will take its place.
@@ -56,10 +66,16 @@ private:
         QLatin1StringView procedure;
         NumberEntries &entries;
         std::optional<NumberReading> reading = {};
+        std::optional<core::Error> failure = {};
+        bool isWhole = false;
     };
 
-    bool load(Index &index, const QString &file, const QString &table, const QStringList &numberColumns);
+    CallerTable phoneBookTable() const;
+    CallerTable customerTable() const;
+    bool attempt(Index &index, const std::function<void()> &work);
+    bool load(Index &index, const CallerTable &table);
     bool readOn(Index &index);
+    void exchange(Index &index);
     bool replaceCustomer(qint32 sn);
     const NumberEntries &whole(Index &index);
     qint32 find(QLatin1StringView procedure, Index &index, QStringView number);
@@ -71,6 +87,8 @@ private:
     NumberEntries CustomerPhoneNumberSnArray;
     Index m_phoneBook{QLatin1StringView("LoadPhoneNumberSNArray"), PhoneNumberSNArray};
     Index m_customers{QLatin1StringView("LoadCustomerPhoneNumberSnArray"), CustomerPhoneNumberSnArray};
+    KnownCustomers m_known; ///< those whose numbers the index holds
+    bool m_hasUnflagged = false;
     std::vector<qint32> m_savedMeanwhile; ///< customers, while their index is being read
 };
 

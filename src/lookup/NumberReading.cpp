@@ -2,63 +2,184 @@
 
 #include "lookup/PhoneNumbers.h"
 
+#include <QElapsedTimer>
+
+#include <algorithm>
+#include <limits>
+
 using namespace Qt::StringLiterals;
 
 namespace lookup {
 
-void appendNumbers(QString &text, const store::Row &row, int first, int count)
+namespace {
+
+constexpr int firstNumberColumn = 2;
+
+store::Database openWhatIsLeft(const QString &file, std::chrono::milliseconds patience)
 {
-    for (int column = 0; column < count; ++column) {
+    using store::Database;
+    try {
+        return Database(file, {Database::Mode::ReadWrite, store::Wildcards::Asterisk, patience});
+    } catch (const core::Error &error) {
+        if (!store::tellsOfDamage(error)) {
+            throw;
+        }
+        return Database(file, {Database::Mode::Salvage, store::Wildcards::Asterisk, patience});
+    }
+}
+
+} // namespace
+
+QString CallerTable::columns() const
+{
+    const QString shown = isCustomers ? u",CustomerName,note,IfVIP,ifinblacklist,T3"_s : QString();
+    return u"rowid,SN,"_s + numberColumns.join(u',') + shown;
+}
+
+void CallerTable::readNumbers(QString &text, const store::Row &row) const
+{
+    text.resize(0);
+    for (int column = 0; column < numberColumns.size(); ++column) {
         if (column > 0) {
             text += u',';
         }
-        row.appendTo(text, first + column);
+        row.appendTo(text, firstNumberColumn + column);
     }
 }
 
-NumberReading::NumberReading(core::RunLog &log, const core::CodePage &codePage, const QString &file,
-                             const QString &table, const QStringList &numberColumns)
-    : m_log(log), m_codePage(codePage), m_database(file), m_table(table), m_columns(numberColumns.join(u',')),
-      m_columnCount(int(numberColumns.size()))
+KnownCustomers::Row CallerTable::customer(const store::Row &row) const
+{
+    const int first = firstNumberColumn + int(numberColumns.size());
+    return {.sn = row.integer(1),
+            .name = row.bytes(first),
+            .note = row.bytes(first + 1),
+            .vip = row.bytes(first + 2),
+            .blackListed = row.integer(first + 3) != 0,
+            .popUpFlag = row.bytes(first + 4)};
+}
+
+NumberReading::NumberReading(core::RunLog &log, const core::CodePage &codePage, CallerTable table,
+                             const Pace &pace)
+    : m_log(log), m_codePage(codePage), m_table(std::move(table)),
+      m_database(openWhatIsLeft(m_table.file, pace.patience)), m_rowsAtOnce(pace.rows),
+      m_lastKey(std::numeric_limits<qint64>::min())
 {}
 
-bool NumberReading::readOn()
+NumberReading::Progress NumberReading::readOn()
 {
-    if (!m_rowsEnded) {
-        readRows();
+    try {
+        if (!m_rowsEnded) {
+            readRows();
+        }
+    } catch (const core::Error &error) {
+        if (store::tellsOfLock(error)) {
+            return Progress::Locked;
+        }
+        throw;
     }
-    return m_rowsEnded && m_entries.finishSome();
+    return m_rowsEnded && m_entries.finishSome() ? Progress::Ended : Progress::More;
 }
 
+// How many rows make a piece depends on how long their texts are.
 void NumberReading::readRows()
 {
-    constexpr int rowsAtOnce = 10000;
+    constexpr qint64 pieceNs = 8'000'000;
+    QElapsedTimer timer;
+    timer.start();
+    try {
+        readPiece();
+    } catch (const core::Error &error) {
+        if (!store::tellsOfDamage(error)) {
+            throw;
+        }
+        m_damage = m_damage ? m_damage : error;
+        m_rowsEnded = !skipDamage();
+    }
+    const qint64 took = std::max<qint64>(timer.nsecsElapsed(), 1);
+    m_rowsAtOnce = int(std::clamp<qint64>(m_rowsAtOnce * pieceNs / took, 20, 10000));
+    if (m_rowsEnded) {
+        finishRows();
+    }
+}
+
+void NumberReading::readPiece()
+{
     int rows = 0;
-    const QString select = u"select rowid,SN,%1 from %2 where rowid>%3 order by rowid limit %4"_s;
-    m_database.forEachRow(select.arg(m_columns, m_table).arg(m_lastKey).arg(rowsAtOnce),
+    const QString select = u"select %1 from %2 where rowid>%3 order by rowid limit %4"_s;
+    m_database.forEachRow(select.arg(m_table.columns(), m_table.name).arg(m_lastKey).arg(m_rowsAtOnce),
                           [&](const store::Row &row) {
                               ++rows;
                               append(row);
                           });
-    m_hasRows = m_hasRows || rows > 0;
-    m_rowsEnded = rows < rowsAtOnce;
-    if (!m_hasRows) {
-        m_entries.append({}, 0);
-    }
-    if (m_rowsEnded && m_entries.isEmpty()) {
-        throw core::Error(0, u"no row holds a number: "_s + m_table);
-    }
+    m_rowsEnded = rows < m_rowsAtOnce;
 }
 
 void NumberReading::append(const store::Row &row)
 {
-    constexpr int firstColumn = 2;
+    if (row.key(0) <= m_lastKey) {
+        throw store::damageError(u"the rows do not stand in their order: "_s + m_table.file);
+    }
     m_lastKey = row.key(0);
-    m_numbers.resize(0);
-    appendNumbers(m_numbers, row, firstColumn, m_columnCount);
+    m_hasRows = true;
+    m_table.readNumbers(m_numbers, row);
     for (const QStringView piece : phoneNumberPieces(m_log, m_codePage, m_numbers)) {
         m_entries.append(piece, row.integer(1));
     }
+    if (m_table.isCustomers) {
+        const KnownCustomers::Row customer = m_table.customer(row);
+        m_hasUnflagged = m_hasUnflagged || customer.popUpFlag.isEmpty() || customer.popUpFlag == " ";
+        m_customers.append(customer);
+    }
+}
+
+// What lies on a damaged page cannot be read from any key on that leads to it: the first key behind it is
+// found by steps that double, and then by halving the last one. No program gives a row a key below 1.
+bool NumberReading::skipDamage()
+{
+    constexpr int mostGaps = 1000; // a file in shreds must not be searched for ever
+    constexpr qint64 lastOfAll = std::numeric_limits<qint64>::max();
+    m_lastKey = std::max<qint64>(m_lastKey, 0);
+    qint64 bad = m_lastKey;
+    qint64 good = bad;
+    for (qint64 step = 1; good == m_lastKey || !canReadBehind(good); step *= 2) {
+        bad = good;
+        if (step > lastOfAll / 2 || m_lastKey > lastOfAll - step) {
+            return false;
+        }
+        good = m_lastKey + step;
+    }
+    while (good - bad > 1) {
+        const qint64 middle = bad + (good - bad) / 2;
+        (canReadBehind(middle) ? good : bad) = middle;
+    }
+    m_lastKey = good;
+    return ++m_gaps < mostGaps;
+}
+
+bool NumberReading::canReadBehind(qint64 key)
+{
+    try {
+        const QString select = u"select %1 from %2 where rowid>%3 order by rowid limit 1"_s;
+        m_database.forEachRow(select.arg(m_table.columns(), m_table.name).arg(key),
+                              [](const store::Row &) {});
+        return true;
+    } catch (const core::Error &error) {
+        if (!store::tellsOfDamage(error)) {
+            throw;
+        }
+        return false;
+    }
+}
+
+void NumberReading::finishRows()
+{
+    if (!m_hasRows && !m_damage) {
+        m_entries.append({}, 0);
+    }
+    if (m_entries.isEmpty()) {
+        throw m_damage.value_or(core::Error(0, u"no row holds a number: "_s + m_table.name));
+    }
+    m_customers.finish();
 }
 
 } // namespace lookup

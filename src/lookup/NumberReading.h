@@ -2,47 +2,82 @@
 
 #include "core/CodePage.h"
 #include "core/RunLog.h"
+#include "lookup/KnownCustomers.h"
 #include "lookup/NumberEntries.h"
 #include "store/Database.h"
 
 #include <QStringList>
 
-#include <limits>
+#include <chrono>
+#include <optional>
 
 namespace lookup {
 
-/// Adds the numbers text of a row: what `count` columns from `first` on hold, with commas between them.
-void appendNumbers(QString &text, const store::Row &row, int first, int count);
+/// The table that holds callers, and what a call asks of a row of it.
+struct CallerTable
+{
+    QString file;
+    QString name;
+    QStringList numberColumns; ///< the numbers of a row are those of these, in this order
+    bool isCustomers = false;  ///< then the rows also hold what a call shows of a customer
 
-/// The reading of one table's numbers, cut into pieces of a few milliseconds, so that a desk of a million
-/// customers keeps nothing else waiting. Between two pieces the file is not locked.
+    /// The select list that the functions below take apart: the row's key, its SN, and the columns.
+    QString columns() const;
+    /// Puts the row's numbers text into `text`: what its columns hold, with commas between them.
+    void readNumbers(QString &text, const store::Row &row) const;
+    KnownCustomers::Row customer(const store::Row &row) const;
+};
+
+/// The reading of one table's callers, cut into pieces of a few milliseconds, so that a desk of a million
+/// customers keeps nothing else waiting. Between two pieces the file is not locked. Around damaged pages it
+/// reads on.
 class NumberReading
 {
 public:
-    /// The numbers of a row are those of its `numberColumns`, in that order. Throws core::Error.
-    NumberReading(core::RunLog &log, const core::CodePage &codePage, const QString &file,
-                  const QString &table, const QStringList &numberColumns);
+    struct Pace
+    {
+        int rows = 0; ///< of the first piece; the others find their own
+        std::chrono::milliseconds patience{0};
+    };
+    enum class Progress { More, Locked, Ended };
 
-    /// Reads one piece; true when it was the last. Throws core::Error, also when no row holds a number.
-    bool readOn();
+    /// Throws core::Error where nothing of the file can be read.
+    NumberReading(core::RunLog &log, const core::CodePage &codePage, CallerTable table, const Pace &pace);
+
+    /// Reads one piece; while another program has locked the file, nothing. Throws core::Error, also when no
+    /// row holds a number.
+    Progress readOn();
+
     /// What was read; once, after the last piece.
-    NumberEntries take() { return std::move(m_entries); }
+    NumberEntries takeNumbers() { return std::move(m_entries); }
+    KnownCustomers takeCustomers() { return std::move(m_customers); }
+    /// Why some rows are missing in it.
+    const std::optional<core::Error> &damage() const { return m_damage; }
+    /// Some customer has no pop-up flag.
+    bool hasUnflagged() const { return m_hasUnflagged; }
 
 private:
     void readRows();
+    void readPiece();
     void append(const store::Row &row);
+    bool skipDamage();
+    bool canReadBehind(qint64 key);
+    void finishRows();
 
     core::RunLog &m_log;
     const core::CodePage &m_codePage;
+    CallerTable m_table;
     store::Database m_database;
-    QString m_table;
-    QString m_columns;
-    int m_columnCount;
-    qint64 m_lastKey = std::numeric_limits<qint64>::min() + 1;
+    int m_rowsAtOnce;
+    qint64 m_lastKey;
     bool m_hasRows = false;
     bool m_rowsEnded = false;
+    bool m_hasUnflagged = false;
+    int m_gaps = 0;
+    std::optional<core::Error> m_damage;
     QString m_numbers; ///< of the row at hand
     NumberEntries m_entries;
+    KnownCustomers m_customers;
 };
 
 } // namespace lookup

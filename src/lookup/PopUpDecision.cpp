@@ -21,11 +21,27 @@ QString noticeFor(core::Standing standing, const core::TextLookup &texts)
     return {};
 }
 
+/// When the call came and what sets the caller apart, in words that are not taken for the call that rings.
+QString earlierNotice(const PopupInfo &info, core::Standing standing, const core::TextLookup &texts)
+{
+    const QString notice = texts.Lms(u"EarlierCall"_s).replace("%1"_L1, info.time.toString(u"hh:mm"_s));
+    switch (standing) {
+    case core::Standing::BlackListed:
+        return notice + u" ("_s + texts.Lms(u"IfInBlackList"_s) + u')';
+    case core::Standing::Vip:
+        return notice + u" ("_s + texts.Lms(u"IFVIP"_s) + u')';
+    case core::Standing::Ordinary:
+        break;
+    }
+    return notice;
+}
+
 } // namespace
 
 PopupInfo popupInfoOf(const core::CallRecord &record)
 {
     return {.AboutFirst = record.CallerID,
+            .time = QTime::fromString(record.IncomingTime.mid(11, 5), u"hh:mm"_s),
             .AboutSecond = record.SimpleDes,
             .Content = record.DetailDes,
             .SnText = record.SnText,
@@ -48,7 +64,8 @@ std::optional<PopUpView> decidePopUp(const PopupInfo &info, bool popupDetail, co
                      .txtSnType = info.SnType,
                      .txtAbout = core::shownText(info.AboutFirst + u"     "_s + info.AboutSecond),
                      .txtContent = core::shownText(info.Content),
-                     .lblBlackListNotice = noticeFor(standing, texts)};
+                     .lblBlackListNotice = noticeFor(standing, texts),
+                     .earlierNotice = earlierNotice(info, standing, texts)};
 }
 
 } // namespace lookup

@@ -3,6 +3,8 @@
 #include "core/CallRecord.h"
 #include "core/TextLookup.h"
 
+#include <QTime>
+
 #include <optional>
 
 namespace lookup {
@@ -11,6 +13,7 @@ namespace lookup {
 struct PopupInfo
 {
     QString AboutFirst;    ///< start of the caller line
+    QTime time;            ///< as the unit tells it; invalid where it does not
     QString AboutSecond;   ///< end of the caller line
     QString Content;       ///< the description
     QString SnText;        ///< the SN of the caller's row as text
@@ -32,6 +35,7 @@ struct PopUpView
     QString txtAbout;
     QString txtContent;
     QString lblBlackListNotice; ///< empty for an ordinary caller: the label is hidden
+    QString earlierNotice;      ///< takes its place once another call rings
 };
 
 /// Empty when the caller is unknown or has no name, and for ordinary callers without `popupDetail`: a popup

@@ -19,27 +19,6 @@ namespace {
 constexpr int screenMargin = 16;
 constexpr int contentLines = 4;
 
-/// Ground and text of the caller's lines, fixed for each standing whatever the theme.
-struct CardColors
-{
-    QColor ground;
-    QColor text;
-    QStringView icon;
-};
-
-CardColors cardColors(core::Standing standing)
-{
-    switch (standing) {
-    case core::Standing::BlackListed:
-        return {Qt::black, Qt::white, u"ban"};
-    case core::Standing::Vip:
-        return {Qt::red, Qt::blue, u"star"};
-    case core::Standing::Ordinary:
-        break;
-    }
-    return {Qt::green, Qt::blue, u"person"};
-}
-
 } // namespace
 
 frmPopUp::frmPopUp(core::Navigator &navigator, const appearance::FormServices &services)
@@ -63,6 +42,21 @@ frmPopUp::~frmPopUp()
     m_setup.unload();
 }
 
+// Fixed for each standing whatever the theme.
+frmPopUp::CardColors frmPopUp::colorsOf(core::Standing standing) const
+{
+    const QColor icon = palette().color(QPalette::WindowText);
+    switch (standing) {
+    case core::Standing::BlackListed:
+        return {Qt::black, Qt::white, u"ban", icon};
+    case core::Standing::Vip:
+        return {Qt::red, Qt::blue, u"star", icon};
+    case core::Standing::Ordinary:
+        break;
+    }
+    return {Qt::green, Qt::blue, u"person", icon};
+}
+
 // A label stands where its own text reads from; number and name belong beside the icon in any script.
 void frmPopUp::alignTexts()
 {
@@ -76,8 +70,9 @@ void frmPopUp::alignTexts()
 
 void frmPopUp::showCaller(const PopUpView &view, const QWidget &mainWindow)
 {
+    m_view = view;
     fill(view);
-    color(view.standing);
+    color(colorsOf(view.standing));
     const bool ours = !isVisible() || pos() == m_placed; // not where the operator has moved it
     adjustSize();
     if (ours) {
@@ -85,6 +80,19 @@ void frmPopUp::showCaller(const PopUpView &view, const QWidget &mainWindow)
     }
     show();
     raise();
+}
+
+// It stays where it is, also where the notice makes it higher.
+void frmPopUp::showAsEarlier()
+{
+    CardColors colors = colorsOf(m_view.standing);
+    colors.ground = palette().color(QPalette::Disabled, QPalette::Base);
+    colors.text = palette().color(QPalette::Disabled, QPalette::Text);
+    colors.iconColor = colors.text;
+    colors.heading = QPalette::PlaceholderText;
+    color(colors);
+    m_ui->lblBlackListNotice->setText(m_view.earlierNotice);
+    m_ui->lblBlackListNotice->show();
 }
 
 void frmPopUp::fill(const PopUpView &view)
@@ -100,17 +108,18 @@ void frmPopUp::fill(const PopUpView &view)
     m_ui->lblBlackListNotice->setVisible(view.standing != core::Standing::Ordinary);
 }
 
-void frmPopUp::color(core::Standing standing)
+void frmPopUp::color(const CardColors &colors)
 {
-    const CardColors colors = cardColors(standing);
     QPalette card = palette();
     card.setColor(QPalette::Base, colors.ground);
     card.setColor(QPalette::Text, colors.text);
     m_ui->txtAbout->setPalette(card);
     m_ui->txtContent->setPalette(card);
+    m_ui->lblCallerNumber->setForegroundRole(colors.heading);
+    m_ui->lblCallerName->setForegroundRole(colors.heading);
     constexpr int iconSize = 48;
-    m_ui->lblStandingIcon->setPixmap(appearance::themedPixmap(
-        colors.icon, palette().color(QPalette::WindowText), iconSize, devicePixelRatioF()));
+    m_ui->lblStandingIcon->setPixmap(
+        appearance::themedPixmap(colors.icon, colors.iconColor, iconSize, devicePixelRatioF()));
 }
 
 void frmPopUp::place(const QWidget &mainWindow)

@@ -27,20 +27,34 @@ public:
     /// Fills the card and shows it near the lower right of the screen that holds `mainWindow`; a card that
     /// stands is refilled where it is.
     void showCaller(const PopUpView &view, const QWidget &mainWindow);
+    /// Greys the card and says when its call came: it is not the one that rings.
+    void showAsEarlier();
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
+    /// Ground and text of the caller's lines, and what stands for the standing.
+    struct CardColors
+    {
+        QColor ground;
+        QColor text;
+        QStringView icon;
+        QColor iconColor;
+        QPalette::ColorRole heading = QPalette::WindowText;
+    };
+
+    CardColors colorsOf(core::Standing standing) const;
     void alignTexts();
     void fill(const PopUpView &view);
-    void color(core::Standing standing);
+    void color(const CardColors &colors);
     void place(const QWidget &mainWindow);
     void editCaller();
 
     core::Navigator &m_navigator;
     std::unique_ptr<Ui::frmPopUp> m_ui;
     appearance::FormSetup m_setup;
+    PopUpView m_view;
     QPoint m_placed; ///< where we put the card
 };
 

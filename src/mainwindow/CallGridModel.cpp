@@ -2,6 +2,8 @@
 
 #include "core/TextUtilities.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace mainwindow {
@@ -44,20 +46,28 @@ size_t CallGridModel::capacity() const
     return static_cast<size_t>(std::max(m_values.MaxGridRows - firstDataRow, 1));
 }
 
-void CallGridModel::ShowCallerID_tarn(const core::CallRecord &record)
+CallGridModel::Row CallGridModel::rowOf(const core::CallRecord &record)
 {
     using core::shownText;
+    return {.fields = {shownText(record.Channel), shownText(record.CallerID), shownText(record.SimpleDes),
+                       shownText(record.IncomingTime), QString::number(record.SN).rightJustified(3, u'0'),
+                       shownText(record.LineNo), shownText(QString(record.Source + record.SnText))},
+            .standing = core::standingOf(record.IfVIP, record.IfInBlackList)};
+}
+
+void CallGridModel::ShowCallerID_tarn(const core::CallRecord &record)
+{
     m_newest = (m_newest + m_ring.size() - 1) % m_ring.size();
     ++m_added;
-    Row &row = m_ring[m_newest];
-    row.fields = {shownText(record.Channel),
-                  shownText(record.CallerID),
-                  shownText(record.SimpleDes),
-                  shownText(record.IncomingTime),
-                  QString::number(record.SN).rightJustified(3, u'0'),
-                  shownText(record.LineNo),
-                  shownText(QString(record.Source + record.SnText))};
-    row.standing = core::standingOf(record.IfVIP, record.IfInBlackList);
+    m_ring[m_newest] = rowOf(record);
+}
+
+void CallGridModel::showCallAgain(const core::CallRecord &shown, const core::CallRecord &now)
+{
+    std::ranges::replace(m_ring, rowOf(shown), rowOf(now));
+    if (m_published > 0) {
+        Q_EMIT dataChanged(index(0, 0), index(m_published - 1, columnCount() - 1));
+    }
 }
 
 void CallGridModel::publish()

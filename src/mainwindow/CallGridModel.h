@@ -32,6 +32,8 @@ public:
     void iniGridCallerID_tarn();
     /// Adds one call as the newest. Views see it with the next publish().
     void ShowCallerID_tarn(const core::CallRecord &record);
+    /// Gives the rows that show `shown` what is known of the call by now.
+    void showCallAgain(const core::CallRecord &shown, const core::CallRecord &now);
     /// Tells the views of the calls added since, all at once, so that a burst costs one repaint.
     void publish();
 
@@ -59,8 +61,11 @@ private:
     {
         std::array<QString, fieldCount> fields; ///< in the fixed order of the names
         core::Standing standing = core::Standing::Ordinary;
+
+        bool operator==(const Row &) const = default;
     };
 
+    static Row rowOf(const core::CallRecord &record);
     const Row &published(int row) const;
     size_t capacity() const;
 

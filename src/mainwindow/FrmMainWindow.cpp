@@ -109,6 +109,11 @@ void FrmMain::showNormalQuietly()
         keepPlace();
         hide();
     }
+    if (isMaximized() && !isVisible()) { // the window system gives a hidden one no size back
+        const QRect normal = normalGeometry();
+        setWindowState(Qt::WindowNoState);
+        setGeometry(normal);
+    }
     windowHandle()->setProperty(quiet, true);
     showNormal();
     windowHandle()->setProperty(quiet, {});

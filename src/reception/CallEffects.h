@@ -6,15 +6,13 @@
 
 namespace reception {
 
-/// What a datagram may cause, and what is asked about a caller. The main program implements it; the dispatch
-/// itself knows no window, no socket and no database.
+/// What a datagram may cause, and where a number belongs. The main program implements it; the dispatch itself
+/// knows no window, no socket and no database.
 class CallEffects
 {
 public:
     virtual ~CallEffects() = default;
 
-    /// The popup filter: true when the number belongs to a customer whose pop-up flag is not "0".
-    virtual bool callerPopsUp(const QString &callerNumber) = 0;
     /// The place of a number, empty when unknown.
     virtual QString GetArea(const QString &callerNumber) = 0;
 
@@ -23,6 +21,8 @@ public:
     /// Shows the main window in its normal state.
     virtual void showMainWindow() = 0;
     virtual void ShowCallerID_tarn(const core::CallRecord &record) = 0;
+    /// What is known of a call by now, of which `shown` was shown.
+    virtual void showCallAgain(const core::CallRecord &shown, const core::CallRecord &now) = 0;
     /// A call's new text of the last-caller box.
     virtual void showLastCaller(const core::CallRecord &record, const QString &text) = 0;
     virtual void ShowPopup(const core::CallRecord &record) = 0;

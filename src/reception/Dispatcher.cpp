@@ -9,8 +9,9 @@ using namespace Qt::StringLiterals;
 namespace reception {
 
 Dispatcher::Dispatcher(core::Settings &settings, core::RunLog &log, core::ProcessValues &values,
-                       const core::CodePage &codePage, CallEffects &effects)
-    : m_settings(settings), m_log(log), m_values(values), m_codePage(codePage), m_effects(effects)
+                       const core::CodePage &codePage, const core::Callers &callers, CallEffects &effects)
+    : m_settings(settings), m_log(log), m_values(values), m_codePage(codePage), m_callers(callers),
+      m_effects(effects)
 {
     m_saveLater.setSingleShot(true);
     QObject::connect(&m_saveLater, &QTimer::timeout, &m_saveLater, [this] { m_settings.SaveMisc(); });
@@ -88,26 +89,70 @@ void Dispatcher::dispatch(const core::DatagramText &datagram)
 
 void Dispatcher::handleCall(const core::DatagramText &datagram)
 {
-    const bool popUp = popsUp(datagram);
-    if (popUp) {
+    Call call{.record = parseCallRecord(datagram), .number = callerNumberByCharacters(datagram.text)};
+    m_callers.completeFromDesk(call.record);
+    call.popsUp = popsUp(call);
+    call.isListed = call.popsUp || m_settings.record.ListUnpoppedCalls != 0;
+    if (call.popsUp) {
         m_effects.showMainWindow();
     }
-    const core::CallRecord record = parseCallRecord(datagram);
-    if (popUp || m_settings.record.ListUnpoppedCalls != 0) {
-        m_effects.ShowCallerID_tarn(record);
+    if (call.isListed) {
+        m_effects.ShowCallerID_tarn(call.record);
     }
-    m_effects.showLastCaller(record, lastCallerText(record));
-    if (popUp) {
-        m_effects.ShowPopup(record);
-    }
-    m_values.LastCallerNumber = record.CallerID;
+    showAsLast(call);
+    m_values.LastCallerNumber = call.record.CallerID;
     m_log.WriteRunLog(datagram.text);
+    keepUnidentified(std::move(call));
 }
 
-bool Dispatcher::popsUp(const core::DatagramText &datagram)
+bool Dispatcher::popsUp(const Call &call) const
 {
-    return m_settings.record.PopupAllLines == 1 ||
-           m_effects.callerPopsUp(callerNumberByCharacters(datagram.text));
+    return m_settings.record.PopupAllLines == 1 || m_callers.callerPopsUp(call.number, call.record.CallerID);
+}
+
+void Dispatcher::showAsLast(const Call &call)
+{
+    m_effects.showLastCaller(call.record, lastCallerText(call.record));
+    if (call.popsUp) {
+        m_effects.ShowPopup(call.record);
+    }
+}
+
+void Dispatcher::keepUnidentified(Call call)
+{
+    if (m_callers.areKnown()) {
+        return;
+    }
+    m_unidentified.push_back(std::move(call));
+    if (m_unidentified.size() >= static_cast<size_t>(m_values.MaxGridRows)) {
+        m_unidentified.pop_front();
+    }
+}
+
+// As long as nobody was known, every call was kept: the last of them is the last one that came.
+void Dispatcher::lookAgain()
+{
+    if (!m_callers.areKnown()) {
+        return;
+    }
+    const std::deque<Call> calls = std::exchange(m_unidentified, {});
+    for (const Call &before : calls) {
+        Call call = before;
+        m_callers.completeFromDesk(call.record);
+        call.popsUp = popsUp(call);
+        if (before.isListed) {
+            m_effects.showCallAgain(before.record, call.record);
+        } else if (call.popsUp) {
+            m_effects.ShowCallerID_tarn(call.record);
+        }
+        const bool changed = call.popsUp != before.popsUp || call.record.SnText != before.record.SnText;
+        if (changed && &before == &calls.back()) {
+            if (call.popsUp) {
+                m_effects.showMainWindow();
+            }
+            showAsLast(call);
+        }
+    }
 }
 
 QString Dispatcher::lastCallerText(const core::CallRecord &record)

@@ -4,6 +4,8 @@
 #include "store/RecordsetSource.h"
 #include "store/SqlDialect.h"
 
+#include <QDateTime>
+#include <QFileInfo>
 #include <QStringDecoder>
 
 #include <sqlite3.h>
@@ -13,6 +15,16 @@
 using namespace Qt::StringLiterals;
 
 namespace store {
+
+namespace {
+
+/// An extended code tells more in its upper bits.
+int primaryCode(const core::Error &error)
+{
+    return error.number() & 0xFF;
+}
+
+} // namespace
 
 QByteArrayView Row::bytes(int column) const
 {
@@ -121,6 +133,35 @@ bool Database::isReplaced() const
     return moved != 0;
 }
 
+QByteArray Database::changeMark() const
+{
+    constexpr int length = 16; // the count of saves, of pages and of free pages
+    constexpr int offset = 24;
+    QByteArray mark(length, '\0');
+    sqlite3_file *file = nullptr; // a second handle would, when closed, give up the locks of the first
+    sqlite3_file_control(m_handle->engine(), "main", SQLITE_FCNTL_FILE_POINTER, static_cast<void *>(&file));
+    if (file != nullptr && file->pMethods != nullptr) {
+        file->pMethods->xRead(file, mark.data(), length, offset);
+    }
+    return mark;
+}
+
+std::optional<QByteArray> stateOf(const QString &path)
+{
+    constexpr std::chrono::milliseconds noPatience{0};
+    const QFileInfo file(path);
+    QByteArray state =
+        QByteArray::number(file.size()) + ' ' + QByteArray::number(file.lastModified().toMSecsSinceEpoch());
+    try {
+        state += Database(path, {Database::Mode::ReadOnly, Wildcards::Asterisk, noPatience}).changeMark();
+    } catch (const core::Error &error) {
+        if (tellsOfLock(error)) {
+            return {};
+        }
+    }
+    return state;
+}
+
 QStringList damageOf(const QString &path)
 {
     Database database(path, Database::Mode::ReadOnly);
@@ -143,9 +184,19 @@ bool isReadable(const QString &path)
 
 bool tellsOfLock(const core::Error &error)
 {
-    constexpr int primaryCode = 0xFF; // an extended code tells more in its upper bits
-    const int code = error.number() & primaryCode;
+    const int code = primaryCode(error);
     return code == SQLITE_BUSY || code == SQLITE_LOCKED;
+}
+
+bool tellsOfDamage(const core::Error &error)
+{
+    const int code = primaryCode(error);
+    return code == SQLITE_CORRUPT || code == SQLITE_IOERR;
+}
+
+core::Error damageError(const QString &description)
+{
+    return {SQLITE_CORRUPT, description};
 }
 
 bool isLocked(const QString &path)

@@ -12,6 +12,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 
 struct sqlite3_stmt;
 
@@ -41,7 +42,8 @@ private:
 class Database
 {
 public:
-    enum class Mode { ReadWrite, ReadOnly };
+    /// Salvage reads what is left of a damaged file, one that was cut off included, and writes nothing.
+    enum class Mode { ReadWrite, ReadOnly, Salvage };
     struct Options
     {
         Mode mode = Mode::ReadWrite;
@@ -88,6 +90,9 @@ public:
     /// Another file stands under the path now, or none. The engine writes nothing from then on.
     bool isReplaced() const;
 
+    /// The part of the file's head that every save changes.
+    QByteArray changeMark() const;
+
     class Handle; // the driver's side, shared with the open recordsets
 private:
     friend void createDatabase(const QString &, const QString &, const std::function<void(Database &)> &);
@@ -98,12 +103,21 @@ private:
 
 /// Whether another program's lock is what has failed.
 bool tellsOfLock(const core::Error &error);
+/// Whether what has failed is a page of the file, or the lack of one.
+bool tellsOfDamage(const core::Error &error);
+/// What to throw where the contents of a file contradict each other.
+core::Error damageError(const QString &description);
 /// Whether another program's lock keeps the file from being read or written right now; does not wait for it.
 /// A file that is missing or damaged is not locked.
 bool isLocked(const QString &path);
 
 /// Whether the file is a database that can be read right now; does not wait for another program's lock.
 bool isReadable(const QString &path);
+
+/// What tells one state of a file from another: changed by every save of any program, and where another file
+/// takes its place. Nothing while another program has it locked, for which this does not wait; a file that is
+/// missing or damaged has a state, too.
+std::optional<QByteArray> stateOf(const QString &path);
 
 /// What the engine finds wrong with a file's pages and indexes, one finding each; empty for a sound file.
 /// Reads all of it. Throws core::Error where it cannot be opened.

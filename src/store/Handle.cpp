@@ -79,7 +79,8 @@ Database::Handle::Handle(const QString &path, const Options &options, File file)
 
 void Database::Handle::openDriver(const QString &path, File file)
 {
-    const QLatin1StringView mode = file == File::New ? "rwc"_L1 : isMarkedReadOnly(path) ? "ro"_L1 : "rw"_L1;
+    const bool readOnly = m_options.mode == Mode::Salvage || isMarkedReadOnly(path);
+    const QLatin1StringView mode = file == File::New ? "rwc"_L1 : readOnly ? "ro"_L1 : "rw"_L1;
     QSqlDatabase driver = QSqlDatabase::addDatabase(u"QSQLITE"_s, m_driver.name);
     driver.setDatabaseName(address(path, mode));
     driver.setConnectOptions(u"QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT="_s +
@@ -96,7 +97,10 @@ void Database::Handle::openDriver(const QString &path, File file)
 /// views and no extensions, and cannot be made to write the engine's own tables.
 void Database::Handle::harden() const
 {
-    sqlite3_db_config(m_engine, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    // A file that lacks pages is opened only by who might mend its schema, here without being able to write.
+    const bool salvage = m_options.mode == Mode::Salvage;
+    sqlite3_db_config(m_engine, SQLITE_DBCONFIG_DEFENSIVE, salvage ? 0 : 1, nullptr);
+    sqlite3_db_config(m_engine, SQLITE_DBCONFIG_WRITABLE_SCHEMA, salvage ? 1 : 0, nullptr);
     sqlite3_db_config(m_engine, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
     sqlite3_db_config(m_engine, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
     sqlite3_db_config(m_engine, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);

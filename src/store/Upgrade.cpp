@@ -17,14 +17,6 @@ Database openCustomers(const core::Paths &paths)
     return Database(paths.CustomerFile, {Database::Mode::ReadWrite, Wildcards::Asterisk, patience});
 }
 
-CustomerPopUpTable readPopUpTable(Database &database)
-{
-    CustomerPopUpTable table;
-    database.forEachRow(u"select WorkPhones,T3,SN from customer"_s,
-                        [&](const Row &row) { table.append(row.integer(2), row.bytes(1)); });
-    return table;
-}
-
 /// Both tables or none: either of them alone counts as already upgraded.
 void createCallNoteTables(Database &database)
 {
@@ -75,25 +67,20 @@ bool UpdateDatabase_Customer_0606191111(core::RunLog &log, const core::Paths &pa
     return true;
 }
 
-qint32 FixCustomerData(core::RunLog &log, const core::Paths &paths, CustomerPopUpTable &table)
+qint32 FixCustomerData(core::RunLog &log, const core::Paths &paths)
 {
     return log.trap("FixCustomerData"_L1, 0, [&] {
         Database database = openCustomers(paths);
-        table = readPopUpTable(database);
         database.Execute(u"update customer set T3='1' where T3=' ' or T3='' or isnull(T3)"_s);
         database.Execute(u"update customer set customerid='' where customerid=' '"_s);
         return 1;
     });
 }
 
-qint32 FixSavedCustomer(core::RunLog &log, const core::Paths &paths, CustomerPopUpTable &table, qint32 sn)
+qint32 FixSavedCustomer(core::RunLog &log, const core::Paths &paths, qint32 sn)
 {
     return log.trap("FixCustomerData"_L1, 0, [&] {
         Database database = openCustomers(paths);
-        std::optional<QByteArray> t3;
-        database.forEachRow(u"select T3 from customer where SN="_s + QString::number(sn),
-                            [&](const Row &row) { t3 = row.bytes(0).toByteArray(); });
-        t3 ? table.replace(sn, *t3) : table.remove(sn);
         database.Execute(u"update customer set T3='1' where SN=? and (T3=' ' or T3='' or isnull(T3))"_s,
                          {sn});
         database.Execute(u"update customer set customerid='' where SN=? and customerid=' '"_s, {sn});

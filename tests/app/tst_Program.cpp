@@ -1,4 +1,5 @@
 #include "ProgramDesk.h"
+#include "support/Rows.h"
 
 using Desk = ProgramDesk;
 
@@ -195,11 +196,41 @@ private Q_SLOTS:
         }
         const QString unavailable = desk.source();
         QVERIFY(!unavailable.isEmpty());
+        desk.send(call(vipNumber, {}, u"5550100"_s, {}, {})); // shown at once, and again once he is known
+        QTRY_VERIFY(desk.lastCaller().contains(vipNumber));
+        QCOMPARE(desk.window().calls().rowCount(), 0);
         other.reset();
-        QTRY_VERIFY(desk.source() != unavailable);
-        desk.showsACall();
-        QTRY_VERIFY(openForm<lookup::frmPopUp>() != nullptr);
-        QVERIFY(desk.window().calls().cell(0, u"ID"_s) == "CUSTOMER1"_L1);
+        QTRY_COMPARE(desk.window().calls().cell(0, u"ID"_s), u"CUSTOMER1"_s);
+        QVERIFY(desk.source() != unavailable);
+        QTRY_VERIFY(desk.lastCaller().contains(u"Harbor Lantern Hotel"_s));
+        QCOMPARE((find<lookup::frmPopUp, QLabel>("lblCallerName")->text()), u"Harbor Lantern Hotel"_s);
+    }
+
+    void aCallerWhomTheSenderDoesNotKnowIsTheCustomerThatTheDeskKnows()
+    {
+        Desk desk;
+        QVERIFY(desk.start());
+        desk.send(call(vipNumber, {}, u"销售部"_s, sim::CodePageChoice(), {}));
+        QCOMPARE((find<lookup::frmPopUp, QLabel>("lblCallerName")->text()), u"Harbor Lantern Hotel"_s);
+        QVERIFY((find<lookup::frmPopUp, QLabel>("lblBlackListNotice")->isVisible()));
+        QTRY_COMPARE(desk.window().calls().cell(0, u"ID"_s), u"CUSTOMER1"_s);
+        QCOMPARE(desk.window().calls().cell(0, u"SN"_s), u"001"_s);
+        QTRY_VERIFY(desk.lastCaller().contains(u"Harbor Lantern Hotel"_s));
+        support::clickCell(find<mainwindow::FrmMain, QTableView>("gridCallerId"), 0, 2, true);
+        QCOMPARE((find<customers::FrmEditCustomer, QLineEdit>("txtSN")->text()), u"1"_s);
+    }
+
+    void aStandingCardIsToldApartFromTheCallThatRings()
+    {
+        Desk desk;
+        QVERIFY(desk.start());
+        desk.send(call(vipNumber, u"Harbor Lantern Hotel"_s));
+        const auto notice = [] { return find<lookup::frmPopUp, QLabel>("lblBlackListNotice")->text(); };
+        const QString ringing = notice();
+        desk.send(call(u"2125550188"_s, u"An innocent"_s, u"5550100"_s, {}, {}));
+        QTRY_COMPARE(notice(), u"Earlier call, 09:30 (VIP)"_s);
+        desk.send(call(vipNumber, u"Harbor Lantern Hotel"_s));
+        QTRY_COMPARE(notice(), ringing);
     }
 
     void messagesThatCannotBeFiledAreSaidToBeForAsLongAsThatLasts()

@@ -31,9 +31,8 @@ struct Saver : customers::CustomerControls
 
     int run(int number)
     {
-        store::CustomerPopUpTable table;
         store::UpdateDatabase_Customer_0606191111(log, paths);
-        bool going = store::FixCustomerData(log, paths, table) == 1;
+        bool going = store::FixCustomerData(log, paths) == 1;
         for (; going; ++number) {
             shown.SN = number % 2 == 0 ? 0 : shown.SN;
             shown.shown = fullCustomer(QString::number(number) + u' ' + QString(200, u'x')).shown;

@@ -30,7 +30,7 @@ class tst_CallerPopUp : public QObject
     struct Desk : support::TestForms
     {
         QWidget mainWindow;
-        lookup::CallerPopUp popUp{{log, settings, texts, navigator, services(),
+        lookup::CallerPopUp popUp{{log, settings, texts, clock, navigator, services(),
                                    [this]() -> const QWidget & { return mainWindow; }}};
 
         Desk() { settings.record.PopupDetail = 1; }
@@ -92,6 +92,29 @@ private Q_SLOTS:
         QTRY_VERIFY(find<QLabel>("lblBlackListNotice")->isVisible());
         QCOMPARE(card(), standing);
         QCOMPARE(card()->pos(), moved);
+    }
+
+    void aCardIsOfAnEarlierCallOnceAnotherOneShowsNone()
+    {
+        for (const auto &[time, vip, blackList, notice] :
+             {std::tuple(u"2026-11-21 14:02:59"_s, u"Y"_s, u"Y"_s, u"[EarlierCall] ([IfInBlackList])"_s),
+              {u"2026-11-21 14:02:59"_s, u"Y"_s, u""_s, u"[EarlierCall] ([IFVIP])"_s},
+              {u"garbled"_s, u""_s, u""_s, u"[EarlierCall]"_s}}) {
+            Desk desk;
+            core::CallRecord record = caller(u"5550144"_s, vip, blackList);
+            record.IncomingTime = time;
+            desk.popUp.nextCall();
+            desk.pop(record);
+            const QColor ground = find<QWidget>("txtAbout")->palette().color(QPalette::Base);
+            desk.popUp.nextCall();
+            desk.popUp.ShowPopup(core::CallRecord()); // of nobody
+            QTRY_COMPARE(find<QLabel>("lblBlackListNotice")->text(), notice);
+            QVERIFY(find<QLabel>("lblBlackListNotice")->isVisible());
+            QVERIFY(find<QWidget>("txtAbout")->palette().color(QPalette::Base) != ground);
+            desk.popUp.nextCall();
+            desk.pop(record);
+            QTRY_COMPARE(find<QWidget>("txtAbout")->palette().color(QPalette::Base), ground);
+        }
     }
 
     void buttonsAndEscapeEndTheCard()

@@ -7,23 +7,40 @@ class tst_Dispatcher : public QObject
 {
     Q_OBJECT
 
-    /// Records what a datagram caused, in order.
-    struct RecordedEffects : reception::CallEffects
+    /// Records what a datagram caused, in order, and knows one customer where it knows any.
+    struct RecordedEffects : reception::CallEffects, core::Callers
     {
-        bool callerPopsUp(const QString &number) override { return note(u"asked for "_s + number); }
+        bool areKnown() const override { return known; }
+        bool callerPopsUp(QStringView number, QStringView otherNumber) const override
+        {
+            asked = number.toString() + u'|' + otherNumber.toString();
+            return known;
+        }
+        void completeFromDesk(core::CallRecord &record) const override
+        {
+            record.SnText = record.SnText.isEmpty() && known ? u"7"_s : record.SnText;
+        }
         QString GetArea(const QString &) override { return u"London"_s; }
         void setMainWindowNormal() override { note(u"normal"_s); }
         void showMainWindow() override { note(u"window"_s); }
-        void ShowCallerID_tarn(const core::CallRecord &call) override { note(u"row "_s + call.CallerID); }
-        void showLastCaller(const core::CallRecord &, const QString &) override {}
-        void ShowPopup(const core::CallRecord &call) override { note(u"popup "_s + call.CallerID); }
+        void ShowCallerID_tarn(const core::CallRecord &call) override { note(u"row "_s + of(call)); }
+        void showCallAgain(const core::CallRecord &shown, const core::CallRecord &now) override
+        {
+            note(u"again "_s + of(shown) + u'>' + of(now));
+        }
+        void showLastCaller(const core::CallRecord &call, const QString &) override { last = of(call); }
+        void ShowPopup(const core::CallRecord &call) override { note(u"popup "_s + of(call)); }
         void ShowSmallMessage(const QString &text) override { note(u"message "_s + text.trimmed()); }
         bool byebye(const QString &prompt) override { return note(u"byebye "_s + prompt); }
 
         bool fails = false;
+        bool known = true;
         QStringList causes;
+        QString last;
+        mutable QString asked;
 
     private:
+        static QString of(const core::CallRecord &call) { return call.CallerID + u'/' + call.SnText; }
         bool note(const QString &cause)
         {
             causes.append(cause);
@@ -39,7 +56,7 @@ class tst_Dispatcher : public QObject
         core::Settings settings{paths, log};
         core::CodePage codePage{936};
         RecordedEffects effects;
-        reception::Dispatcher dispatcher{settings, log, values, codePage, effects};
+        reception::Dispatcher dispatcher{settings, log, values, codePage, effects, effects};
 
         void receive(const QByteArray &bytes)
         {
@@ -49,7 +66,7 @@ class tst_Dispatcher : public QObject
 
     static QByteArray call(const QString &line = u"5550101"_s)
     {
-        return support::call(u"5550199"_s, u"Ada"_s, line, sim::CodePageChoice(936));
+        return support::call(u"5550199"_s, u"Ada"_s, line, sim::CodePageChoice(936), {});
     }
 
 private Q_SLOTS:
@@ -70,7 +87,7 @@ private Q_SLOTS:
               {"", u""_s, 1},
               {QByteArray(65507, '\x81'), u""_s, 1},
               {"\x1B[2J\r\n<2026-11-21 09:30:15>  x", u""_s, 1},
-              {"<CRMV1\xE2\x80\xAE\xC3", u"asked for ,window,row ,popup "_s, 2}}) {
+              {"<CRMV1\xE2\x80\xAE\xC3", u"window,row /7,popup /7"_s, 2}}) {
             Reception reception;
             reception.receive(bytes);
             QCOMPARE(reception.effects.causes.join(u','), causes);
@@ -78,17 +95,41 @@ private Q_SLOTS:
         }
     }
 
-    // The filter counts characters: behind two double-byte ones it begins two characters into the number.
-    void theFilterReadsTheNumberByCharactersAndMayFail()
+    // Behind two double-byte characters the filter's count begins two characters into the number.
+    void theFilterIsGivenTheNumberByCharactersAndByColumnsAndADatagramMayFail()
     {
         Reception reception;
         reception.receive(call(u"销售"_s));
-        QCOMPARE(reception.effects.causes.join(u','), u"asked for 50199,window,row 5550199,popup 5550199"_s);
+        QCOMPARE(reception.effects.asked, u"50199|5550199"_s);
+        QCOMPARE(reception.effects.causes.join(u','), u"window,row 5550199/7,popup 5550199/7"_s);
         QCOMPARE(reception.values.LastCallerNumber, u"5550199"_s);
         QVERIFY(reception.dispatcher.describeLast().contains(u"\nLineNo: 销售\n"_s));
         reception.effects.fails = true; // costs this datagram only
         reception.receive(call());
         QCOMPARE(reception.logMessages().constLast(), u"winsock1 DataArrival 7 out of memory"_s);
+    }
+
+    void callsThatCameBeforeAnybodyWasKnownAreLookedAtAgain()
+    {
+        for (const bool lists : {true, false}) {
+            Reception reception;
+            reception.values.MaxGridRows = 3; // two rows of calls
+            reception.settings.record.ListUnpoppedCalls = lists ? -1 : 0;
+            reception.effects.known = false;
+            for (const QString &number : {u"1"_s, u"2"_s, u"3"_s}) {
+                reception.receive(support::call(number, {}, u"5550100"_s, sim::CodePageChoice(936), {}));
+            }
+            QCOMPARE(reception.effects.causes.join(u','), lists ? u"row 1/,row 2/,row 3/"_s : u""_s);
+            reception.effects.causes.clear();
+            reception.dispatcher.lookAgain(); // too early
+            reception.effects.known = true;
+            reception.dispatcher.lookAgain();
+            reception.dispatcher.lookAgain();
+            QCOMPARE(reception.effects.causes.join(u','),
+                     lists ? u"again 2/>2/7,again 3/>3/7,window,popup 3/7"_s
+                           : u"row 2/7,row 3/7,window,popup 3/7"_s);
+            QCOMPARE(reception.effects.last, u"3/7"_s);
+        }
     }
 };
 

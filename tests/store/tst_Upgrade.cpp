@@ -8,12 +8,10 @@ class tst_Upgrade : public QObject
 
     struct Desk : support::TestDesk
     {
-        store::CustomerPopUpTable table;
-
         Desk() { deliver(u"Customer"_s, paths.CustomerFile); }
         void runBoth()
         {
-            store::FixCustomerData(log, paths, table);
+            store::FixCustomerData(log, paths);
             QVERIFY(store::UpdateDatabase_Customer_0606191111(log, paths));
         }
         QString rows(const QString &select) const { return support::rowsOf(paths.CustomerFile, select); }
@@ -47,20 +45,14 @@ private Q_SLOTS:
         QCOMPARE(desk.logMessages(), QStringList());
     }
 
-    void fixUpsRepairFlagsAndSingleBlanksBehindThePopUpTable()
+    void fixUpsRepairFlagsAndSingleBlanks()
     {
         Desk desk;
         desk.runSql(desk.paths.CustomerFile,
                     u"insert into customer(SN,T3,CustomerID) values(7,null,' '),(8,'','  '),(9,' ',''),"
                     "(10,'0','AB-1'),(2000000000,' 0 ',null)"_s);
-        desk.table.append(1, "old");
         desk.runBoth();
         QCOMPARE(desk.fixed(), u"1|\n1|  \n1|\n0|AB-1\n 0 |Null"_s);
-        QCOMPARE(desk.table.rowCount(), 5);
-        QCOMPARE(desk.table.T3(7), std::optional(u""_s));
-        QCOMPARE(desk.table.T3(10), std::optional(u"0"_s));
-        QCOMPARE(desk.table.T3(2'000'000'000), std::optional(u" 0 "_s));
-        QCOMPARE(desk.table.T3(1), std::nullopt);
     }
 
     void oneCustomerIsFixedAsAllAre()
@@ -76,11 +68,10 @@ private Q_SLOTS:
                             u"insert into customer(SN,T3,CustomerID) values(7,'1','A'),(8,'0','B')"_s);
                 desk.runBoth();
                 desk.runSql(desk.paths.CustomerFile, change + u" where SN=7"_s);
-                QCOMPARE(one ? store::FixSavedCustomer(desk.log, desk.paths, desk.table, 7)
-                             : store::FixCustomerData(desk.log, desk.paths, desk.table),
+                QCOMPARE(one ? store::FixSavedCustomer(desk.log, desk.paths, 7)
+                             : store::FixCustomerData(desk.log, desk.paths),
                          1);
-                outcomes.append(desk.fixed() + desk.table.T3(7).value_or(u"gone"_s) +
-                                desk.table.T3(8).value_or(u"gone"_s));
+                outcomes.append(desk.fixed());
             }
             QCOMPARE(outcomes.first(), outcomes.last());
         }

@@ -1,0 +1,188 @@
+#include "lookup/CallerDirectory.h"
+
+#include "store/Upgrade.h"
+
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+namespace lookup {
+
+namespace {
+
+constexpr std::chrono::milliseconds atOnce{0};
+constexpr std::chrono::milliseconds betweenPieces{8}; // as long as a piece: the operator works meanwhile
+constexpr std::chrono::seconds betweenLooks{2};
+
+} // namespace
+
+CallerDirectory::CallerDirectory(const core::Paths &paths, core::RunLog &log,
+                                 const core::CodePage &codePage)
+    : m_paths(paths), m_log(log), m_index(paths, log, codePage)
+{
+    m_next.setSingleShot(true);
+    connect(&m_next, &QTimer::timeout, this, &CallerDirectory::turn);
+}
+
+void CallerDirectory::load()
+{
+    m_state = store::stateOf(m_paths.CustomerFile);
+    if (QFileInfo(m_paths.CustomerFile).isFile()) {
+        m_index.LoadPhoneNumberSNArray();
+        readCustomers();
+    } else {
+        setAvailable(false);
+    }
+    goOn();
+}
+
+void CallerDirectory::fixCustomers()
+{
+    m_isFixed = store::FixCustomerData(m_log, m_paths) == 1;
+    if (!m_isFixed && store::isLocked(m_paths.CustomerFile)) {
+        m_state.reset();
+    }
+}
+
+void CallerDirectory::addCallNoteTables()
+{
+    store::UpdateDatabase_Customer_0606191111(m_log, m_paths);
+}
+
+void CallerDirectory::turn()
+{
+    if (m_index.isLoading()) {
+        goOn(m_index.continueLoading());
+    } else {
+        look();
+    }
+}
+
+// Asking first keeps the log quiet for as long as another program has the file to itself.
+void CallerDirectory::look()
+{
+    if (m_index.isLoading()) {
+        return;
+    }
+    const std::optional<QByteArray> state = store::stateOf(m_paths.CustomerFile);
+    if (state && state != m_state) {
+        m_state = state;
+        if (!m_isFixed) {
+            fixCustomers();
+            addCallNoteTables();
+            m_state = m_state ? store::stateOf(m_paths.CustomerFile) : m_state;
+        }
+        readCustomers();
+    }
+    reloadPhoneBook();
+    goOn();
+}
+
+void CallerDirectory::readCustomers()
+{
+    m_readsCustomers = true;
+    m_index.LoadCustomerPhoneNumberSnArray();
+}
+
+/// Only where another program's lock has kept it from being read at start.
+void CallerDirectory::reloadPhoneBook()
+{
+    const std::optional<core::Error> &failure = m_index.phoneBookFailure();
+    if (failure && store::tellsOfLock(*failure) && store::stateOf(m_paths.PhoneBookFile)) {
+        m_index.LoadPhoneNumberSNArray();
+    }
+}
+
+void CallerDirectory::customerSaved(qint32 sn)
+{
+    const bool fixed = store::FixSavedCustomer(m_log, m_paths, sn) == 1;
+    follow(m_index.updateCustomer(sn) && fixed);
+}
+
+void CallerDirectory::customerDeleted(qint32 sn)
+{
+    follow(m_index.updateCustomer(sn));
+}
+
+// Another desk may have taken the file to itself just after the customer was saved. The other rows are read
+// again, too: nothing tells whether they were changed by somebody else.
+void CallerDirectory::follow(bool saved)
+{
+    if (!saved) {
+        m_isFixed = false;
+        m_state.reset();
+        setAvailable(false);
+    }
+    m_next.start(atOnce);
+}
+
+void CallerDirectory::goOn(bool read)
+{
+    const bool reading = read && m_index.isLoading();
+    const bool first = reading && !areKnown();
+    if (std::exchange(m_isLoading, first) != first) {
+        Q_EMIT loading(first);
+    }
+    if (!m_index.isLoading() && std::exchange(m_readsCustomers, false)) {
+        customersEnded();
+    }
+    m_next.start(first ? atOnce : reading ? betweenPieces : std::chrono::milliseconds(betweenLooks));
+}
+
+// A desk whose customers have no number at all has been read; what names no number of the engine's says so.
+void CallerDirectory::customersEnded()
+{
+    const std::optional<core::Error> &failure = m_index.customersFailure();
+    if (failure && store::tellsOfLock(*failure)) {
+        m_state.reset();
+        setAvailable(m_available && areKnown());
+        return;
+    }
+    setAvailable(!failure || failure->number() == 0);
+    if (m_index.hasUnflagged() && m_isFixed) {
+        fixCustomers();
+    }
+    Q_EMIT customersRead();
+}
+
+void CallerDirectory::setAvailable(bool available)
+{
+    if (std::exchange(m_available, available) != available) {
+        Q_EMIT availableChanged(available);
+    }
+}
+
+bool CallerDirectory::callerPopsUp(QStringView number, QStringView otherNumber) const
+{
+    for (const QStringView candidate : {number, otherNumber}) {
+        const qint32 sn = candidate.isEmpty() ? -1 : m_index.FindCustomerSnOfCaller(candidate);
+        if (sn != -1) {
+            const std::optional<KnownCustomer> customer = m_index.customer(sn);
+            return customer && customer->popsUp;
+        }
+    }
+    return false;
+}
+
+void CallerDirectory::completeFromDesk(core::CallRecord &record) const
+{
+    if (!record.Source.isEmpty() || record.CallerID.isEmpty()) {
+        return;
+    }
+    const qint32 sn = m_index.FindCustomerSnOfCaller(record.CallerID);
+    const std::optional<KnownCustomer> customer = m_index.customer(sn);
+    if (!customer) {
+        return;
+    }
+    const auto fill = [](QString &field, const QString &text) { field = field.isEmpty() ? text : field; };
+    record.SN = sn;
+    record.SnText = QString::number(sn);
+    record.Source = u"CUSTOMER"_s;
+    fill(record.SimpleDes, customer->name.trimmed());
+    fill(record.SimpleDes, record.CallerID);
+    fill(record.DetailDes, customer->note);
+    fill(record.IfVIP, customer->vip ? u"Y"_s : QString());
+    fill(record.IfInBlackList, customer->blackListed ? u"Y"_s : QString());
+}
+
+} // namespace lookup

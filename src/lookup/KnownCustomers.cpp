@@ -1,0 +1,98 @@
+#include "lookup/KnownCustomers.h"
+
+#include "core/Error.h"
+
+#include <algorithm>
+#include <limits>
+
+using namespace Qt::StringLiterals;
+
+namespace lookup {
+
+namespace {
+
+constexpr qsizetype shownCharacters = 256; // no window shows more
+
+/// The first characters of a text, none of them cut.
+QByteArrayView beginning(QByteArrayView utf8)
+{
+    if (utf8.size() <= shownCharacters) {
+        return utf8;
+    }
+    qsizetype characters = 0;
+    for (qsizetype i = 0; i < utf8.size(); ++i) {
+        const bool begins = (static_cast<uchar>(utf8.at(i)) & 0xC0U) != 0x80U;
+        characters += begins ? 1 : 0;
+        if (characters > shownCharacters || i == 4 * shownCharacters) {
+            return utf8.first(i);
+        }
+    }
+    return utf8;
+}
+
+} // namespace
+
+KnownCustomers::Entry KnownCustomers::entryOf(const Row &row)
+{
+    const size_t offset = m_texts.size();
+    if (offset > std::numeric_limits<quint32>::max()) {
+        throw core::Error(0, u"more customers than can be kept in memory"_s);
+    }
+    const QByteArrayView name = beginning(row.name);
+    const QByteArrayView note = beginning(row.note);
+    m_texts.insert(m_texts.end(), name.begin(), name.end());
+    m_texts.insert(m_texts.end(), note.begin(), note.end());
+    Entry entry;
+    entry.sn = row.sn;
+    entry.offset = static_cast<quint32>(offset);
+    entry.nameSize = static_cast<quint16>(name.size());
+    entry.noteSize = static_cast<quint16>(note.size() & 0x1FFF);
+    entry.vip = row.vip == "Y" || row.vip == "y" ? 1 : 0; // as the editor reads it
+    entry.blackListed = row.blackListed ? 1 : 0;
+    entry.popsUp = row.popUpFlag.trimmed() == "0" ? 0 : 1;
+    return entry;
+}
+
+void KnownCustomers::append(const Row &row)
+{
+    m_entries.push_back(entryOf(row));
+}
+
+void KnownCustomers::finish()
+{
+    if (!std::ranges::is_sorted(m_entries, {}, &Entry::sn)) {
+        std::ranges::stable_sort(m_entries, {}, &Entry::sn);
+    }
+    m_entries.shrink_to_fit();
+    m_texts.shrink_to_fit();
+}
+
+std::optional<KnownCustomer> KnownCustomers::find(qint32 sn) const
+{
+    const auto found = std::ranges::lower_bound(m_entries, sn, {}, &Entry::sn);
+    if (found == m_entries.end() || found->sn != sn) {
+        return {};
+    }
+    const char *text = m_texts.data() + found->offset;
+    return KnownCustomer{.name = QString::fromUtf8(text, found->nameSize),
+                         .note = QString::fromUtf8(text + found->nameSize, found->noteSize),
+                         .vip = found->vip != 0,
+                         .blackListed = found->blackListed != 0,
+                         .popsUp = found->popsUp != 0};
+}
+
+// The text of the old row stays behind until all customers are read anew.
+void KnownCustomers::replace(const Row &row)
+{
+    remove(row.sn);
+    const Entry entry = entryOf(row);
+    m_entries.insert(std::ranges::lower_bound(m_entries, row.sn, {}, &Entry::sn), entry);
+}
+
+void KnownCustomers::remove(qint32 sn)
+{
+    const auto [first, last] = std::ranges::equal_range(m_entries, sn, {}, &Entry::sn);
+    m_entries.erase(first, last);
+}
+
+} // namespace lookup

@@ -1,0 +1,260 @@
+#include "lookup/CallerDirectory.h"
+#include "store/DeliveredFiles.h"
+#include "support/Rows.h"
+
+#include <QSignalSpy>
+
+using lookup::CallerDirectory;
+
+/// What a desk knows of its callers: read at start, completed into a call, and followed.
+class tst_CallerDirectory : public QObject
+{
+    Q_OBJECT
+
+    struct Desk : support::TestDesk
+    {
+        core::CodePage codePage{936};
+        CallerDirectory callers{paths, log, codePage};
+
+        Desk()
+        {
+            deliver(u"Customer"_s, paths.CustomerFile);
+            runSql(paths.PhoneBookFile, u"create table phonebook (SN counter, Telno text);"
+                                        "insert into phonebook values (1, '5550')"_s);
+        }
+        void save(const QString &sql) const { runSql(paths.CustomerFile, sql); }
+        /// Customers whose SN is their number, with notes that fill some pages.
+        void addCustomers(int first, int last) const
+        {
+            save(
+                u"insert into customer (SN, CustomerName, WorkPhones, T3, note) with recursive counted(i) as "
+                "(select %1 union all select i + 1 from counted where i < %2) "
+                "select i, 'Name ' || i, i, '1', replace(hex(zeroblob(100)), '0', 'x') from counted"_s
+                    .arg(first)
+                    .arg(last));
+        }
+        bool start()
+        {
+            callers.load();
+            const bool read = QTest::qWaitFor([this] { return !callers.numbers().isLoading(); }, 20000);
+            callers.fixCustomers();
+            callers.addCallNoteTables();
+            return read;
+        }
+        qint32 ownerOf(int number)
+        {
+            return callers.numbers().FindCustomerSnOfCaller(QString::number(number));
+        }
+    };
+
+    static core::CallRecord call(const QString &number)
+    {
+        core::CallRecord record;
+        record.CallerID = number;
+        return record;
+    }
+    static QString told(const core::CallRecord &record)
+    {
+        return QStringList{record.Source + record.SnText,
+                           QString::number(record.SN),
+                           record.SimpleDes,
+                           record.DetailDes,
+                           record.IfVIP,
+                           record.IfInBlackList}
+            .join(u'|');
+    }
+
+private Q_SLOTS:
+    void aCallIsCompletedFromTheCustomersRow_data()
+    {
+        QTest::addColumn<core::CallRecord>("record");
+        QTest::addColumn<QString>("expected");
+        core::CallRecord own = call(u"11"_s);
+        own.SimpleDes = u"Theirs"_s;
+        own.DetailDes = u"Told"_s;
+        own.IfVIP = u"N"_s;
+        own.IfInBlackList = u"N"_s;
+        core::CallRecord matched = call(u"11"_s);
+        matched.Source = u"PHONEBOOK"_s;
+        matched.SnText = u"3"_s;
+        matched.SN = 3;
+        QTest::newRow("a VIP with a note") << call(u"11"_s) << u"CUSTOMER7|7|Harbour Ltd|Pays late|Y|"_s;
+        QTest::newRow("black-listed, without a name") << call(u"22"_s) << u"CUSTOMER8|8|22|||Y"_s;
+        QTest::newRow("what the sender wrote stays") << own << u"CUSTOMER7|7|Theirs|Told|N|N"_s;
+        QTest::newRow("a match of the sender's own") << matched << u"PHONEBOOK3|3||||"_s;
+        QTest::newRow("nobody's number") << call(u"12"_s) << u"|0||||"_s;
+        QTest::newRow("no number") << call({}) << u"|0||||"_s;
+        QTest::newRow("a long note is cut between characters")
+            << call(u"44"_s) << u"CUSTOMER10|10|Long|%1||"_s.arg(u"张"_s.repeated(256));
+    }
+    void aCallIsCompletedFromTheCustomersRow()
+    {
+        QFETCH(core::CallRecord, record);
+        QFETCH(QString, expected);
+        Desk desk;
+        desk.save(u"insert into customer(SN,CustomerName,WorkPhones,note,IfVIP,ifinblacklist,T3) values"
+                  "(7,' Harbour Ltd ','1-1','Pays late','y',0,'1'),(8,null,'22',null,'N',1,' 0 '),"
+                  "(9,'Bay','n/a, 33',null,null,null,null)"_s);
+        desk.save(u"insert into customer(SN,CustomerName,WorkPhones,note) values(10,'Long','44','%1')"_s.arg(
+            u"张"_s.repeated(300)));
+        QVERIFY(desk.start());
+        desk.callers.completeFromDesk(record);
+        QCOMPARE(told(record), expected);
+        for (const auto &[number, other, popsUp] :
+             {std::tuple(u"11"_s, u""_s, true),
+              {u"22"_s, u"11"_s, false}, // the first one is somebody's
+              {u"1"_s, u"11"_s, true},
+              {u""_s, u""_s, false}, // though "n/a" holds no digit either
+              {u"33"_s, u"33"_s, true},
+              {u"5550"_s, u"5550"_s, false}}) {
+            QCOMPARE(desk.callers.callerPopsUp(number, other), popsUp);
+        }
+    }
+
+    void whateverAnotherDeskSavesIsFollowedWithoutALongTurn()
+    {
+        Desk desk;
+        desk.addCustomers(1000, 30000);
+        QVERIFY(desk.start());
+        QSignalSpy read(&desk.callers, &CallerDirectory::customersRead);
+        QTRY_VERIFY(desk.callers.areKnown());
+
+        for (const auto &[sql, follows] :
+             {std::pair(
+                  u"insert into customer(SN,CustomerName,WorkPhones,T3) values(40000,'New','55',null)"_s,
+                  std::function<bool()>([&] { return desk.ownerOf(55) == 40000; })),
+              {u"update customer set WorkPhones='66' where SN=1000"_s,
+               [&] { return desk.ownerOf(66) == 1000 && desk.ownerOf(1000) == -1; }},
+              {u"update customer set T3='0' where SN=1001"_s,
+               [&] { return !desk.callers.callerPopsUp(u"1001", u""); }},
+              {u"delete from customer where SN=1002"_s, [&] { return desk.ownerOf(1002) == -1; }},
+              {u"update customer set WorkPhones='77' where SN=2000"_s,
+               [&] { return desk.ownerOf(77) == 2000; }}}) {
+            desk.save(sql);
+            desk.callers.look();
+            QVERIFY(desk.callers.numbers().isLoading());
+            QCOMPARE(desk.ownerOf(3000), 3000); // answered from what was read before
+            QTRY_VERIFY_WITH_TIMEOUT(follows(), 5000);
+            QCOMPARE(desk.ownerOf(30000), 30000);
+        }
+        QTRY_COMPARE(support::rowsOf(desk.paths.CustomerFile, u"select T3 from customer where SN=40000"_s),
+                     u"1"_s);
+        desk.save(u"update customer set WorkPhones='88' where SN=2001"_s);
+        desk.callers.customerSaved(2001);
+        QCOMPARE(desk.ownerOf(88), 2001); // at once
+        desk.save(u"delete from customer where SN=2001"_s);
+        desk.callers.customerDeleted(2001);
+        QCOMPARE(desk.ownerOf(88), -1);
+        QVERIFY(desk.callers.isAvailable());
+        QCOMPARE(desk.logMessages(), QStringList());
+    }
+
+    void aFileThatIsReplacedIsFollowedAndTheSameOneIsNotReadAgain()
+    {
+        Desk desk;
+        Desk other;
+        desk.addCustomers(1, 3);
+        other.addCustomers(5, 7);
+        QVERIFY(desk.start());
+        desk.callers.look(); // what the start itself has repaired
+        QSignalSpy read(&desk.callers, &CallerDirectory::customersRead);
+        desk.callers.look();
+        QCOMPARE(read.size(), 0);
+        const QByteArray bytes = desk.fileBytes(other.paths.CustomerFile);
+        desk.writeFile(desk.paths.CustomerFile, bytes); // copied over
+        desk.callers.look();
+        QCOMPARE(desk.ownerOf(5), 5);
+        QCOMPARE(desk.ownerOf(1), -1);
+        QVERIFY(QFile::remove(desk.paths.CustomerFile));
+        desk.callers.look();
+        QVERIFY(!desk.callers.isAvailable());
+        QCOMPARE(desk.ownerOf(5), 5);
+        desk.writeFile(desk.paths.CustomerFile, bytes);
+        desk.callers.look();
+        QVERIFY(desk.callers.isAvailable());
+    }
+
+    void aLockedFileIsReadOnceItIsFree()
+    {
+        Desk desk;
+        desk.addCustomers(1, 3);
+        QSignalSpy available(&desk.callers, &CallerDirectory::availableChanged);
+        std::optional<store::Database> other(desk.paths.CustomerFile);
+        other->Execute(u"begin exclusive"_s);
+        QVERIFY(desk.start());
+        QVERIFY(!desk.callers.areKnown());
+        QCOMPARE(available.takeFirst(), QVariantList{false});
+        desk.callers.look();
+        QCOMPARE(desk.logMessages().filter(u"!LoadCustomerPhoneNumberSnArray 5 "_s).size(), 1);
+        other.reset();
+        QTRY_COMPARE(desk.ownerOf(3), 3);
+        QTRY_COMPARE(available.size(), 1);
+        QCOMPARE(available.takeFirst(), QVariantList{true});
+        QVERIFY(support::rowsOf(desk.paths.CustomerFile, u"select name from sqlite_schema"_s)
+                    .contains(u"CallInfo"_s)); // and what the start could not add
+    }
+
+    void ofADamagedFileEveryRowThatCanBeReadIsKnown_data()
+    {
+        QTest::addColumn<int>("firstBad");
+        QTest::addColumn<int>("lastBad");
+        QTest::newRow("one page in the middle") << 150 << 150;
+        QTest::newRow("two stretches of pages") << 150 << 170;
+        QTest::newRow("the second half is cut off") << -1 << -1;
+    }
+    void ofADamagedFileEveryRowThatCanBeReadIsKnown()
+    {
+        QFETCH(int, firstBad);
+        QFETCH(int, lastBad);
+        constexpr int customers = 5000;
+        constexpr qsizetype pageBytes = 4096;
+        Desk desk;
+        desk.addCustomers(1, customers);
+        QByteArray bytes = desk.fileBytes(desk.paths.CustomerFile);
+        QVERIFY(bytes.size() > 250 * pageBytes);
+        if (firstBad < 0) {
+            bytes.truncate(bytes.size() / 2 / pageBytes * pageBytes);
+        }
+        for (int page = firstBad; page > 0 && page <= lastBad; page += 10) {
+            bytes.replace(page * pageBytes, pageBytes, QByteArray(pageBytes, '\xA5'));
+        }
+        desk.writeFile(desk.paths.CustomerFile, bytes);
+        QVERIFY(desk.start());
+        QVERIFY(!desk.callers.isAvailable());
+        QVERIFY(!desk.logMessages().filter(u"!LoadCustomerPhoneNumberSnArray 11 "_s).isEmpty());
+        int known = 0;
+        for (int number = 1; number <= customers; ++number) {
+            const qint32 owner = desk.ownerOf(number);
+            QVERIFY(owner == number || owner == -1);
+            known += owner == number ? 1 : 0;
+        }
+        const int lost = firstBad < 0 ? customers * 6 / 10 : 40 * ((lastBad - firstBad) / 10 + 1);
+        QVERIFY2(known < customers && known >= customers - lost, qPrintable(QString::number(known)));
+    }
+
+    void aDeskWithoutCustomersSaysSo()
+    {
+        Desk desk;
+        QVERIFY(QFile::remove(desk.paths.CustomerFile));
+        desk.callers.load();
+        QVERIFY(!desk.callers.isAvailable() && !desk.callers.areKnown());
+        QCOMPARE(desk.logMessages(), QStringList());
+    }
+
+    void aCustomerCostsFewBytes()
+    {
+        lookup::KnownCustomers known;
+        const QByteArray name = "Harbor Lantern Hotel";
+        const QByteArray note(50, 'n');
+        for (int sn = 1; sn <= 1000; ++sn) {
+            known.append({.sn = sn, .name = name, .note = note, .vip = "Y", .popUpFlag = "1"});
+        }
+        known.finish();
+        QCOMPARE(known.bytes(), size_t(1000 * (12 + name.size() + note.size())));
+    }
+};
+
+Q_DECLARE_METATYPE(core::CallRecord)
+
+QTEST_GUILESS_MAIN(tst_CallerDirectory)
+#include "tst_CallerDirectory.moc"
