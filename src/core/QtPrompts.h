@@ -10,16 +10,25 @@ namespace core {
 class QtPrompts : public Prompts
 {
 public:
-    void tell(const QString &text, const QString &title) override;
+    using Prompts::askSave;
+    void tell(const QString &text, const QString &title, QWidget *window) override;
     bool askOkCancel(const QString &text, const QString &title) override;
-    Answer askSave(const QString &text, QWidget *window) override;
+    Answer askSave(const QString &text, QWidget *window, const SaveWords &words) override;
     QString saveFileName(const QString &proposed, const QString &filter) override;
     bool isOpen() const override { return m_open > 0; }
 
 private:
     class OpenPrompt;
-    int ask(const QString &text, const QString &title, int buttons, int defaultButton, QWidget *parent);
-    void translate(QMessageBox &box) const;
+    /// What a box says, and where it stands.
+    struct Box
+    {
+        QString text;
+        QString title;
+        QWidget *parent = nullptr;
+        SaveWords words = {};
+    };
+    int ask(const Box &asked, int buttons, int defaultButton);
+    void translate(QMessageBox &box, const SaveWords &words) const;
 
     int m_open = 0;
 };

@@ -34,6 +34,8 @@ public:
     Q_DISABLE_COPY_MOVE(CallerPopUp)
 
     void ShowPopup(const core::CallRecord &info);
+    /// A card that stands for the customer shows the new name.
+    void customerRenamed(qint32 sn, const QString &name);
     /// Closes the card, if one stands.
     void close();
 

@@ -27,6 +27,8 @@ public:
     /// Fills the card and shows it near the lower right of the screen that holds `mainWindow`; a card that
     /// stands is refilled where it is.
     void showCaller(const PopUpView &view, const QWidget &mainWindow);
+    /// Where the caller is that customer, he has a new name.
+    void followName(qint32 sn, const QString &name);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;

@@ -79,7 +79,7 @@ private Q_SLOTS:
         ProgramDesk desk;
         QVERIFY(desk.start());
         desk.program->windows().showCustomerList(
-            u"select * from customer where CustomerName='厦门鼓浪书咖'"_s);
+            u"select * from customer where CustomerName='厦门鼓浪书咖'"_s, nullptr);
         desk.prompts.expect(true);
         press<customers::FrmCustomer>("Command5");
         desk.send(call(u"059255500130"_s, u"Deleted"_s));
