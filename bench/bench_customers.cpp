@@ -182,7 +182,8 @@ bool measureList(bench::CustomerDesk &desk)
 
 bool measureEditing(bench::CustomerDesk &desk)
 {
-    const customers::CustomerEditing editing({desk.paths, desk.values, desk.log, desk.doors, desk.doors, desk});
+    const customers::CustomerEditing editing(
+        {desk.paths, desk.values, desk.log, desk.doors, desk.doors, desk});
     const bench::Connection plain = bench::openPlain(desk.paths.CustomerFile);
     bench::Result load{.name = "loading a customer, the longest of 50, ms", .floor = 0, .maxFigure = 5};
     bench::Result save{.name = "saving a customer with all that follows, the longest of 50, ms",

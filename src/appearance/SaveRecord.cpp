@@ -44,7 +44,8 @@ QString wordOf(const core::TextLookup &texts, const QVariant &mark)
 RecordEditor recordEditor(QWidget &form, const QString &name,
                           const std::function<const QWidget *(const QString &column)> &controlOf)
 {
-    return {form, name, [&form, controlOf](const QString &column) { return captionOf(form, controlOf(column)); },
+    return {form, name,
+            [&form, controlOf](const QString &column) { return captionOf(form, controlOf(column)); },
             [controlOf](const QString &column) {
                 return qobject_cast<const QCheckBox *>(controlOf(column)) != nullptr;
             }};

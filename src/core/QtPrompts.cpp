@@ -126,10 +126,9 @@ int QtPrompts::ask(const Box &asked, int buttons, int defaultButton)
 
 void QtPrompts::translate(QMessageBox &box, const SaveWords &words) const
 {
-    for (const auto &[button, key] : {std::pair(QMessageBox::Ok, u"OK"_s),
-                                      std::pair(QMessageBox::Cancel, words.cancel),
-                                      std::pair(QMessageBox::Save, words.save),
-                                      std::pair(QMessageBox::Discard, words.discard)}) {
+    for (const auto &[button, key] :
+         {std::pair(QMessageBox::Ok, u"OK"_s), std::pair(QMessageBox::Cancel, words.cancel),
+          std::pair(QMessageBox::Save, words.save), std::pair(QMessageBox::Discard, words.discard)}) {
         const QString word = texts() != nullptr ? texts()->Lms(key) : QString();
         if (QAbstractButton *shown = box.button(button); shown != nullptr && !word.isEmpty()) {
             shown->setText(word);

@@ -71,8 +71,8 @@ LoadedCustomer afterSave(const QList<core::FieldEdit> &edits, const CustomerReco
     for (size_t place = 0; place < typed.shown.size(); ++place) {
         const core::FieldEdit &edit = edits.at(static_cast<qsizetype>(place));
         const bool takenOver = edit.isTakenOver();
-        customer.read.at(place) = textOnFile(
-            customerFields().at(place), takenOver ? edit.onFile : edit.wanted, typed.shown.at(place));
+        customer.read.at(place) = textOnFile(customerFields().at(place),
+                                             takenOver ? edit.onFile : edit.wanted, typed.shown.at(place));
         if (takenOver) {
             customer.record.shown.at(place) = shownOf(customer.read).at(place);
         }

@@ -77,7 +77,7 @@ void FrmEditCustomer::begin(Mode mode, const LoadedCustomer &customer)
     m_ui->txtCustomerName->setFocus();
 }
 
-/// The controls show the customer but for what somebody else has changed.
+/// Fills in what the controls do not show already: of a customer just saved, what another desk has changed.
 void FrmEditCustomer::follow(const LoadedCustomer &customer)
 {
     m_loaded = customer;
@@ -149,8 +149,8 @@ bool FrmEditCustomer::settleUnsavedChanges()
     return answer == Answer::Discard || (answer == Answer::Save && save());
 }
 
-// A shortcut leaves no field, so what was typed last is checked here, too; told is what the save comes to, or
-// else whose it is.
+// A shortcut leaves no field, so what was typed last is checked here, too. The operator hears of one thing: why
+// nothing was saved, or whose the name or number is.
 bool FrmEditCustomer::save()
 {
     replaceApostrophes();

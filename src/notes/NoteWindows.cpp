@@ -44,8 +44,7 @@ void NoteWindows::showManager()
 bool NoteWindows::RefreshNotePad(const QString &oldName, const QString &newName)
 {
     const appearance::FormContext &forms = m_context.forms;
-    const bool renamed =
-        CallNotes(forms.log, forms.paths, forms.texts).RefreshNotePad(oldName, newName);
+    const bool renamed = CallNotes(forms.log, forms.paths, forms.texts).RefreshNotePad(oldName, newName);
     if (renamed && oldName != newName) {
         if (m_notePad != nullptr) {
             m_notePad->followName(oldName, newName);

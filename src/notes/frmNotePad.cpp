@@ -19,8 +19,7 @@ using namespace Qt::StringLiterals;
 namespace notes {
 
 frmNotePad::frmNotePad(const NoteContext &context)
-    : m_context(context),
-      m_notes(context.forms.log, context.forms.paths, context.forms.texts),
+    : m_context(context), m_notes(context.forms.log, context.forms.paths, context.forms.texts),
       m_ui(std::make_unique<Ui::frmNotePad>()), m_setup(context.forms.services)
 {
     m_ui->setupUi(this);

@@ -69,7 +69,8 @@ bool DataPhonebook::setData(const QModelIndex &index, const QVariant &value, int
 PhoneBookEntry DataPhonebook::entryAt(int row) const
 {
     PhoneBookEntry entry{.SN = field(row, u"SN"_s).toInt()};
-    for (const QString &column : {u"Telno"_s, u"simpledes"_s, u"detaildes"_s, u"ifinblacklist"_s, u"IfVIP"_s}) {
+    for (const QString &column :
+         {u"Telno"_s, u"simpledes"_s, u"detaildes"_s, u"ifinblacklist"_s, u"IfVIP"_s}) {
         entry = withField(entry, column, core::NullToEmpty(field(row, column)).toString());
     }
     return entry;

@@ -72,8 +72,7 @@ SavedEntry write(const QString &databaseFile, const PhoneBookEntry &loaded, cons
         if (saved.gone) {
             return;
         }
-        QList<core::FieldEdit> edits =
-            editsOf(loaded, typed, typed.SN ? entryOf(table) : PhoneBookEntry());
+        QList<core::FieldEdit> edits = editsOf(loaded, typed, typed.SN ? entryOf(table) : PhoneBookEntry());
         saved.disputed = core::disputed(edits);
         if (!saved.disputed.isEmpty()) {
             return;

@@ -165,7 +165,8 @@ void frmSimplePhoneBook::showWritingTrouble()
 }
 
 /// What somebody else has changed meanwhile is put before the operator.
-void frmSimplePhoneBook::settle(const QPersistentModelIndex &cell, PhoneBookEntry loaded, const QString &typed)
+void frmSimplePhoneBook::settle(const QPersistentModelIndex &cell, PhoneBookEntry loaded,
+                                const QString &typed)
 {
     if (!cell.isValid() || !isVisible()) {
         return;

@@ -43,10 +43,7 @@ class tst_CustomerEditing : public QObject
             }
             return saved.written;
         }
-        void decide(core::Whose holds)
-        {
-            customers::CustomerEditing::decide(saved, holds, loaded, shown);
-        }
+        void decide(core::Whose holds) { customers::CustomerEditing::decide(saved, holds, loaded, shown); }
         QString &field(QStringView column) { return shown.shown.at(size_t(fieldOf(column))); }
         QString count() const { return customerSql(*this, u"select count(*) from customer"_s); }
     };
@@ -116,7 +113,8 @@ private Q_SLOTS:
         QVERIFY(desk.save() && (desk.shown.SN.reset(), desk.save()));
     }
 
-    // What another desk does to the row between opening and saving it, and what the two fields are after that.
+    // What another desk does to the row between opening and saving it, and what the two fields are after
+    // that.
     void twoDesksLoseNothingOfEachOther_data()
     {
         QTest::addColumn<QString>("elsewhere");
@@ -128,8 +126,8 @@ private Q_SLOTS:
         const int theirs = int(core::Whose::Theirs);
         QTest::newRow("nobody") << u""_s << u"7"_s << -1 << u"1|7|f|h"_s;
         QTest::newRow("another field") << update + u"Fax='g'"_s << u"7"_s << -1 << u"1|7|g|h"_s;
-        QTest::newRow("a field shown elsewhere") << update + u"ContactPersonMessenger='m2'"_s << u"7"_s << -1
-                                                 << u"1|7|f|m2"_s;
+        QTest::newRow("a field shown elsewhere")
+            << update + u"ContactPersonMessenger='m2'"_s << u"7"_s << -1 << u"1|7|f|m2"_s;
         QTest::newRow("the same to the same") << update + u"PostalCode='7'"_s << u"7"_s << -1 << u"1|7|f|h"_s;
         QTest::newRow("the same, mine") << update + u"PostalCode='8'"_s << u"7"_s << mine << u"1|7|f|h"_s;
         QTest::newRow("the same, theirs") << update + u"PostalCode='8'"_s << u"7"_s << theirs << u"1|8|f|h"_s;
@@ -157,7 +155,8 @@ private Q_SLOTS:
             desk.decide(core::Whose(holds));
             QVERIFY(desk.save() || desk.saved.gone);
         }
-        QTEST(customerSql(desk, u"select SN, PostalCode, Fax, ContactPersonMessenger from customer"_s), "rows");
+        QTEST(customerSql(desk, u"select SN, PostalCode, Fax, ContactPersonMessenger from customer"_s),
+              "rows");
         const QString fax = customerSql(desk, u"select Fax from customer"_s);
         QVERIFY(desk.saved.gone || desk.shown.text(u"Fax") == fax); // what was taken over is shown
     }

@@ -261,8 +261,8 @@ private Q_SLOTS:
     {
         Forms forms;
         forms.form->addCustomer({});
-        for (const QString &address :
-             {u" desk.example "_s, u"http://a.example"_s, u"HTTP://B.example"_s, u"HTTPS://c.example"_s, u" "_s}) {
+        for (const QString &address : {u" desk.example "_s, u"http://a.example"_s, u"HTTP://B.example"_s,
+                                       u"HTTPS://c.example"_s, u" "_s}) {
             forms.find("txtHomepage")->setText(address);
             QTest::mouseDClick(forms.find("txtHomepage"), Qt::LeftButton);
         }

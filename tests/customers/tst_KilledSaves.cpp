@@ -96,8 +96,7 @@ private Q_SLOTS:
         QVERIFY(other.waitForStarted());
         QVERIFY(Saver(desk.paths).countUp(u"PostalCode", counted));
         QVERIFY(other.waitForFinished() && other.exitCode() == 0);
-        QCOMPARE(customerSql(desk, u"select SN, Fax, PostalCode from customer"_s),
-                 u"1|%1|%1"_s.arg(counted));
+        QCOMPARE(customerSql(desk, u"select SN, Fax, PostalCode from customer"_s), u"1|%1|%1"_s.arg(counted));
     }
 
     void everyConfirmedSaveOutlivesAKillAtAnyMoment()

@@ -94,12 +94,12 @@ private Q_SLOTS:
         QTest::addColumn<QString>("elsewhere");
         QTest::addColumn<QString>("refused");
         QTest::addColumn<QString>("call"); // when what is on file holds
-        QTest::newRow("renamed customer") << u"update callinfo set CustomerName='O''Brien''s'"_s << u""_s
-                                          << u"O'Brien's|Bob|can't"_s;
-        QTest::newRow("other content") << u"update callinfo set CallContent='new'"_s << u""_s
-                                       << u"Acme|Bob|new"_s;
-        QTest::newRow("other consultant") << u"update callinfo set Consultant='Cid'"_s << u"Consultant"_s
-                                          << u"Acme|Cid|can't"_s;
+        QTest::newRow("renamed customer")
+            << u"update callinfo set CustomerName='O''Brien''s'"_s << u""_s << u"O'Brien's|Bob|can't"_s;
+        QTest::newRow("other content")
+            << u"update callinfo set CallContent='new'"_s << u""_s << u"Acme|Bob|new"_s;
+        QTest::newRow("other consultant")
+            << u"update callinfo set Consultant='Cid'"_s << u"Consultant"_s << u"Acme|Cid|can't"_s;
         QTest::newRow("deleted") << u"delete from callinfo"_s << u"gone"_s << u"Acme|Bob|can't"_s;
     }
     void twoDesksLoseNothingOfEachOther()

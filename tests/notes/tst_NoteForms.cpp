@@ -142,6 +142,9 @@ private Q_SLOTS:
         QTRY_VERIFY(editor()->findChild<notes::ReportBox *>(u"txtReport"_s)->report().contains(u"Old one"_s));
         desk.windowsOfNotes.RefreshNotePad(u"O'Brien's"_s, QString(10'000, u'x'));
         QCOMPARE(editor()->findChild<QLineEdit *>(u"txtCustomerName"_s)->text().size(), 10'000);
+        manager()->close();
+        editor()->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(editor()));
         QTest::keyClick(editor(), Qt::Key_F1);
         QCOMPARE(desk.navigator.shown, QStringList(u"ShowHelp Popup_Notes"_s));
     }

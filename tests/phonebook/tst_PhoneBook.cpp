@@ -32,8 +32,8 @@ private Q_SLOTS:
             Desk desk;
             const QString file = desk.paths.PhoneBookFile;
             const auto rows = [&file, key = key](const QString &which) {
-                return support::rowsOf(file, u"select * from phonebook where SN "_s + which +
-                                                 QString::number(key));
+                return support::rowsOf(file,
+                                       u"select * from phonebook where SN "_s + which + QString::number(key));
             };
             const QString others = rows(u"<>"_s);
             PhoneBookEntry entry{sn,        u"  7 '8' "_s,        u" O'Neil "_s,

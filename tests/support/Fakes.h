@@ -53,10 +53,7 @@ struct FakePrompts : core::Prompts
     using core::Prompts::askSave;
     void tell(const QString &text, const QString &, QWidget *) override { answer(text); }
     bool askOkCancel(const QString &text, const QString &) override { return answer(text).ok; }
-    Answer askSave(const QString &text, QWidget *, const SaveWords &) override
-    {
-        return answer(text).choice;
-    }
+    Answer askSave(const QString &text, QWidget *, const SaveWords &) override { return answer(text).choice; }
     QString saveFileName(const QString &proposed, const QString &) override { return answer(proposed).path; }
     bool isOpen() const override { return m_open > 0; }
 
