@@ -18,9 +18,9 @@ class ClosedDoors : public core::Prompts,
                     public core::TextLookup
 {
 public:
-    void tell(const QString &, const QString &) override {}
+    void tell(const QString &, const QString &, QWidget *) override {}
     bool askOkCancel(const QString &, const QString &) override { return false; }
-    Answer askSave(const QString &, QWidget *) override { return Answer::Discard; }
+    Answer askSave(const QString &, QWidget *, const SaveWords &) override { return Answer::Discard; }
     QString saveFileName(const QString &, const QString &) override { return {}; }
     bool isOpen() const override { return false; }
     bool openPage(const QString &) override { return false; }
@@ -31,8 +31,8 @@ public:
     void show(core::Window) override {}
     void ShowHelp(const QString &) override {}
     void Show_Editor(const QString &, qint32) override {}
-    void showPhoneBook(const QString &) override {}
-    void showCustomerList(const QString &) override {}
+    void showPhoneBook(const QString &, QWidget *) override {}
+    void showCustomerList(const QString &, QWidget *) override {}
     void addCustomer(const QString &, const QString &) override {}
     void ShowCustomerByName(const QString &) override {}
     void ShowNotePad(const QString &) override {}

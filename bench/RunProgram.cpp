@@ -26,13 +26,13 @@ namespace {
 class FailingPrompts : public core::Prompts
 {
 public:
-    void tell(const QString &text, const QString &) override { fail(text); }
+    void tell(const QString &text, const QString &, QWidget *) override { fail(text); }
     bool askOkCancel(const QString &text, const QString &) override
     {
         fail(text);
         return false;
     }
-    Answer askSave(const QString &text, QWidget *) override
+    Answer askSave(const QString &text, QWidget *, const SaveWords &) override
     {
         fail(text);
         return Answer::Cancel;

@@ -180,21 +180,10 @@ bool measureList(bench::CustomerDesk &desk)
            ok;
 }
 
-/// The editor's controls without their widgets.
-struct Controls : customers::CustomerControls
-{
-    customers::CustomerRecord record;
-    customers::CustomerRecord shownCustomer() const override { return record; }
-    void showCustomer(const customers::CustomerRecord &customer) override { record = customer; }
-    void showSN(qint32 sn) override { record.SN = sn; }
-    void turnTo(QStringView) override {}
-};
-
 bool measureEditing(bench::CustomerDesk &desk)
 {
-    Controls controls;
-    customers::CustomerEditing editing(
-        {desk.paths, desk.values, desk.log, desk.doors, desk.doors, desk.doors, desk}, controls);
+    const customers::CustomerEditing editing(
+        {desk.paths, desk.values, desk.log, desk.doors, desk.doors, desk});
     const bench::Connection plain = bench::openPlain(desk.paths.CustomerFile);
     bench::Result load{.name = "loading a customer, the longest of 50, ms", .floor = 0, .maxFigure = 5};
     bench::Result save{.name = "saving a customer with all that follows, the longest of 50, ms",
@@ -204,13 +193,15 @@ bool measureEditing(bench::CustomerDesk &desk)
     for (int i = 0; i < 50; ++i) {
         const int sn = 1 + int(random() % customerCount);
         const QByteArray where = " where SN=" + QByteArray::number(sn);
-        load.figure = std::max(load.figure, msOf([&] { editing.ShowCustomerBySN(sn); }));
+        customers::FoundCustomer found;
+        load.figure = std::max(load.figure, msOf([&] { found = editing.ShowCustomerBySN(sn); }));
         load.floor = std::max(*load.floor, msOf([&] {
             sqlite3_exec(plain.get(), ("select * from customer" + where).constData(), nullptr, nullptr,
                          nullptr);
         }));
-        controls.record.shown.at(size_t(customers::fieldOf(u"WorkPhones"))) = QString::number(random());
-        save.figure = std::max(save.figure, msOf([&] { editing.save(); }));
+        customers::CustomerRecord typed = found.customer.value().record;
+        typed.shown.at(size_t(customers::fieldOf(u"WorkPhones"))) = QString::number(random());
+        save.figure = std::max(save.figure, msOf([&] { editing.save(*found.customer, typed); }));
         save.floor = std::max(*save.floor, msOf([&] {
             sqlite3_exec(plain.get(), ("update customer set WorkPhones='1'" + where).constData(), nullptr,
                          nullptr, nullptr);

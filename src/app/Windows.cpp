@@ -99,14 +99,14 @@ void Windows::ShowNotePad(const QString &customerName)
     m_notes.ShowNotePad(customerName, 0);
 }
 
-void Windows::showPhoneBook(const QString &query)
+void Windows::showPhoneBook(const QString &query, QWidget *editor)
 {
-    m_phoneBook.showList(query);
+    m_phoneBook.showList(query, editor);
 }
 
-void Windows::showCustomerList(const QString &query)
+void Windows::showCustomerList(const QString &query, QWidget *editor)
 {
-    m_customers.showList(query);
+    m_customers.showList(query, editor);
 }
 
 bool Windows::closeAll()
@@ -132,8 +132,9 @@ void Windows::SendTDRData(const core::CustomerInfo &info)
 
 void Windows::customerSaved(qint32 sn, const QString &oldName, const QString &newName)
 {
-    if (!oldName.isEmpty()) {
+    if (!oldName.isEmpty() && oldName != newName) {
         renameNotes(oldName, newName);
+        m_context.customerRenamed(sn, newName);
     }
     m_context.callers.customerSaved(sn);
 }

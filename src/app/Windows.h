@@ -43,6 +43,7 @@ public:
         reception::Forwarding &forwarding;
         appearance::FormServices services;
         std::function<mainwindow::FrmMain &()> mainWindow;
+        std::function<void(qint32 sn, const QString &name)> customerRenamed; ///< for an open card
     };
     explicit Windows(const Context &context);
 
@@ -54,8 +55,8 @@ public:
     void addCustomer(const QString &number, const QString &keyWord) override;
     void ShowCustomerByName(const QString &name) override;
     void ShowNotePad(const QString &customerName) override;
-    void showPhoneBook(const QString &query) override;
-    void showCustomerList(const QString &query) override;
+    void showPhoneBook(const QString &query, QWidget *editor) override;
+    void showCustomerList(const QString &query, QWidget *editor) override;
 
     /// Shows the text of a received short message, and whether the logs hold it.
     void showMessage(const messages::ReceivedMessages::Message &message)

@@ -8,10 +8,13 @@ namespace appearance {
 
 namespace {
 
-// Not toPlainText(), which turns no-break spaces into blanks.
+// Not toPlainText(), which turns no-break spaces into blanks. Enter with Shift makes another kind of line end
+// in the box, which no other program knows.
 QString typedText(const QPlainTextEdit &box)
 {
-    return box.document()->toRawText().replace(QChar::ParagraphSeparator, u"\r\n"_s);
+    QString text = box.document()->toRawText();
+    return text.replace(QChar::LineSeparator, QChar::ParagraphSeparator)
+        .replace(QChar::ParagraphSeparator, u"\r\n"_s);
 }
 
 } // namespace

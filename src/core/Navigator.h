@@ -2,6 +2,8 @@
 
 #include <QString>
 
+class QWidget;
+
 namespace core {
 
 /// Windows that another folder than the asking one owns.
@@ -19,9 +21,10 @@ public:
     virtual void ShowHelp(const QString &helpId) = 0;
     /// Opens the editor of a known caller's row: source "CUSTOMER" or "PHONEBOOK" and its SN.
     virtual void Show_Editor(const QString &source, qint32 sn) = 0;
-    /// Opens the phone book, or the customer list, on the rows of a query in the given words.
-    virtual void showPhoneBook(const QString &query) = 0;
-    virtual void showCustomerList(const QString &query) = 0;
+    /// Opens the phone book, or the customer list, on the rows of a query in the given words; behind the
+    /// editor that asks for it, which keeps the keyboard.
+    virtual void showPhoneBook(const QString &query, QWidget *editor) = 0;
+    virtual void showCustomerList(const QString &query, QWidget *editor) = 0;
     /// Opens the customer editor for a new customer with that number, and with a key word first the customer
     /// list on what it finds, so that the operator sees whether the caller is on file already.
     virtual void addCustomer(const QString &number, const QString &keyWord) = 0;

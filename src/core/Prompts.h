@@ -16,13 +16,22 @@ class Prompts
 {
 public:
     virtual ~Prompts() = default;
-    /// A message with an OK button. Here and below an empty title stands for the window's own.
-    virtual void tell(const QString &text, const QString &title = {}) = 0;
+    /// A message with an OK button, in front of `window`, or of the one that the operator works in. Here and
+    /// below an empty title stands for the window's own.
+    virtual void tell(const QString &text, const QString &title = {}, QWidget *window = nullptr) = 0;
     /// A question with OK and Cancel.
     virtual bool askOkCancel(const QString &text, const QString &title = {}) = 0;
     enum class Answer { Save, Discard, Cancel };
+    /// The text keys of the buttons for the three answers.
+    struct SaveWords
+    {
+        QString save = QStringLiteral("Save");
+        QString discard = QStringLiteral("DontSave");
+        QString cancel = QStringLiteral("Cancel");
+    };
     /// Asks what becomes of typed text that was not saved, in front of `window`, the one that holds it.
-    virtual Answer askSave(const QString &text, QWidget *window) = 0;
+    virtual Answer askSave(const QString &text, QWidget *window, const SaveWords &words) = 0;
+    Answer askSave(const QString &text, QWidget *window) { return askSave(text, window, {}); }
     /// The file to write, which the operator agreed to replace where it exists; empty when cancelled.
     /// `proposed` is a file name or a path, `filter` as in "(*.txt)|*.txt|(*.*)|*.*".
     virtual QString saveFileName(const QString &proposed, const QString &filter) = 0;

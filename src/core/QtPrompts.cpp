@@ -79,22 +79,27 @@ QWidget *QtPrompts::windowBehind() const
     return main != windows.end() ? *main : nullptr;
 }
 
-void QtPrompts::tell(const QString &text, const QString &title)
+// A window that was just brought to the front is not the active one yet.
+QWidget *QtPrompts::inFrontOf(QWidget *window) const
 {
-    ask(text, title, QMessageBox::Ok, QMessageBox::Ok, windowBehind());
+    return window != nullptr && window->isVisible() ? window : windowBehind();
+}
+
+void QtPrompts::tell(const QString &text, const QString &title, QWidget *window)
+{
+    ask({text, title, inFrontOf(window)}, QMessageBox::Ok, QMessageBox::Ok);
 }
 
 bool QtPrompts::askOkCancel(const QString &text, const QString &title)
 {
-    return ask(text, title, QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Cancel, windowBehind()) ==
+    return ask({text, title, windowBehind()}, QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Cancel) ==
            QMessageBox::Ok;
 }
 
-// A window that was just brought to the front is not the active one yet.
-Prompts::Answer QtPrompts::askSave(const QString &text, QWidget *window)
+Prompts::Answer QtPrompts::askSave(const QString &text, QWidget *window, const SaveWords &words)
 {
-    switch (ask(text, {}, QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save,
-                window->isVisible() ? window : windowBehind())) {
+    switch (ask({text, {}, inFrontOf(window), words},
+                QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save)) {
     case QMessageBox::Save:
         return Answer::Save;
     case QMessageBox::Discard:
@@ -117,27 +122,30 @@ QString QtPrompts::saveFileName(const QString &proposed, const QString &filter)
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }
 
-int QtPrompts::ask(const QString &text, const QString &title, int buttons, int defaultButton, QWidget *parent)
+int QtPrompts::ask(const Box &asked, int buttons, int defaultButton)
 {
+    QWidget *parent = asked.parent;
     const OpenPrompt open(*this, parent);
     QMessageBox box(parent);
     box.setObjectName(u"messageBox"_s);
     box.setWindowFlag(Qt::WindowStaysOnTopHint, parent == nullptr);
     box.setTextFormat(Qt::PlainText);
-    box.setText(text);
-    box.setWindowTitle(!title.isEmpty() ? title : parent != nullptr ? parent->windowTitle() : u"CallDesk"_s);
+    box.setText(asked.text);
+    box.setWindowTitle(!asked.title.isEmpty() ? asked.title
+                       : parent != nullptr    ? parent->windowTitle()
+                                              : u"CallDesk"_s);
     box.setIcon(buttons == QMessageBox::Ok ? QMessageBox::Information : QMessageBox::Question);
     box.setStandardButtons(QMessageBox::StandardButtons(buttons));
     box.setDefaultButton(static_cast<QMessageBox::StandardButton>(defaultButton));
-    translate(box);
+    translate(box, asked.words);
     return box.exec();
 }
 
-void QtPrompts::translate(QMessageBox &box) const
+void QtPrompts::translate(QMessageBox &box, const SaveWords &words) const
 {
     for (const auto &[button, key] :
-         {std::pair(QMessageBox::Ok, u"OK"_s), std::pair(QMessageBox::Cancel, u"Cancel"_s),
-          std::pair(QMessageBox::Save, u"Save"_s), std::pair(QMessageBox::Discard, u"DontSave"_s)}) {
+         {std::pair(QMessageBox::Ok, u"OK"_s), std::pair(QMessageBox::Cancel, words.cancel),
+          std::pair(QMessageBox::Save, words.save), std::pair(QMessageBox::Discard, words.discard)}) {
         const QString word = texts() != nullptr ? texts()->Lms(key) : QString();
         if (QAbstractButton *shown = box.button(button); shown != nullptr && !word.isEmpty()) {
             shown->setText(word);

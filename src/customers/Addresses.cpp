@@ -8,7 +8,9 @@ void OpenIE(core::RunLog &log, core::Shell &shell, const QString &address)
 {
     log.trap("OpenIE"_L1, [&] {
         const QString trimmed = address.trimmed();
-        const QString prefix = trimmed.startsWith("http://"_L1) ? QString() : u"http://"_s;
+        const bool isWhole =
+            trimmed.startsWith("http://"_L1) || trimmed.startsWith("https://"_L1, Qt::CaseInsensitive);
+        const QString prefix = isWhole ? QString() : u"http://"_s;
         if (!trimmed.isEmpty() && !shell.openPage(prefix + trimmed)) {
             throw core::Error(0, u"no web page: "_s + trimmed);
         }

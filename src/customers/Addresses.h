@@ -8,7 +8,7 @@
 namespace customers {
 
 /// Opens a web page as the operator has typed it: what does not begin with "http://", in these small letters,
-/// gets it in front. An empty address does nothing.
+/// or "https://", gets it in front. An empty address does nothing.
 void OpenIE(core::RunLog &log, core::Shell &shell, const QString &address);
 
 /// Starts a mail; an empty address does nothing.

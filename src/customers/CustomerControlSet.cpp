@@ -59,9 +59,32 @@ FieldTexts CustomerControlSet::texts() const
 
 void CustomerControlSet::setTexts(const FieldTexts &texts)
 {
-    const QString *text = texts.data();
-    for (QWidget *control : m_controls) {
-        setText(*control, *text++);
+    for (size_t place = 0; place < m_controls.size(); ++place) {
+        setText(*m_controls.at(place), texts.at(place));
+    }
+}
+
+void CustomerControlSet::followTexts(const FieldTexts &texts)
+{
+    for (size_t place = 0; place < m_controls.size(); ++place) {
+        if (text(*m_controls.at(place)) != texts.at(place)) {
+            setText(*m_controls.at(place), texts.at(place));
+        }
+    }
+}
+
+void CustomerControlSet::onChanged(QObject &receiver, const std::function<void()> &changed) const
+{
+    for (const QWidget *control : m_controls) {
+        if (const auto *const box = qobject_cast<const QCheckBox *>(control)) {
+            QObject::connect(box, &QCheckBox::stateChanged, &receiver, changed);
+        } else if (const auto *const combo = qobject_cast<const QComboBox *>(control)) {
+            QObject::connect(combo, &QComboBox::currentTextChanged, &receiver, changed);
+        } else if (const auto *const memo = qobject_cast<const QPlainTextEdit *>(control)) {
+            QObject::connect(memo, &QPlainTextEdit::textChanged, &receiver, changed);
+        } else if (const auto *const line = qobject_cast<const QLineEdit *>(control)) {
+            QObject::connect(line, &QLineEdit::textChanged, &receiver, changed);
+        }
     }
 }
 

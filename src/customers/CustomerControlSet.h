@@ -6,6 +6,8 @@
 #include <QHash>
 #include <QWidget>
 
+#include <functional>
+
 namespace customers {
 
 /// The form's 48 controls by the names in the table of fields, as one value.
@@ -19,6 +21,10 @@ public:
     const std::array<QWidget *, customerFieldCount> &all() const { return m_controls; }
     FieldTexts texts() const;
     void setTexts(const FieldTexts &texts);
+    /// Sets those alone that differ, so that cursors and what can be undone stay elsewhere.
+    void followTexts(const FieldTexts &texts);
+    /// Calls back in the lifetime of `receiver` when a control is changed, by whomever.
+    void onChanged(QObject &receiver, const std::function<void()> &changed) const;
 
 private:
     QString text(QWidget &control) const;

@@ -9,17 +9,74 @@ namespace customers {
 
 namespace {
 
-// The messenger shows the home phones, on purpose, and not its own column; the next save writes them there.
-CustomerRecord customerOf(const store::Recordset &row)
+store::Recordset openTable(store::Database &database, const QString &index)
 {
-    CustomerRecord customer;
-    customer.SN = row.value(u"SN"_s).toInt();
-    QString *shown = customer.shown.data();
-    for (const CustomerField &field : customerFields()) {
-        *shown++ = shownValue(field, row.value(QLatin1StringView(field.column)));
+    store::Recordset table = database.OpenRecordset(u"Customer"_s);
+    table.setIndex(index);
+    return table;
+}
+
+// The messenger shows the home phones, on purpose, and not its own column; the next save writes them there.
+FieldTexts shownOf(FieldTexts read)
+{
+    const auto at = [&read](QStringView column) -> QString & {
+        return read.at(static_cast<size_t>(fieldOf(column)));
+    };
+    at(u"ContactPersonMessenger") = at(u"ContactPersonHomePhones");
+    return read;
+}
+
+LoadedCustomer customerOf(const store::Recordset &row)
+{
+    LoadedCustomer customer;
+    customer.record.SN = row.value(u"SN"_s).toInt();
+    for (size_t place = 0; place < customer.read.size(); ++place) {
+        const CustomerField &field = customerFields().at(place);
+        customer.read.at(place) = shownValue(field, row.value(QLatin1StringView(field.column)));
     }
-    customer.shown.at(static_cast<size_t>(fieldOf(u"ContactPersonMessenger"))) =
-        customer.text(u"ContactPersonHomePhones");
+    customer.record.shown = shownOf(customer.read);
+    return customer;
+}
+
+/// A pop-up flag that somebody has made unreadable is no change of his: it is written anew.
+QString textOnFile(const CustomerField &field, const QVariant &stored, const QString &read)
+{
+    bool isNumber = false;
+    stored.toString().trimmed().toInt(&isNumber);
+    return field.kind == FieldKind::PopUpFlag && !isNumber ? read : shownValue(field, stored);
+}
+
+QList<core::FieldEdit> editsOf(const LoadedCustomer &loaded, const CustomerRecord &typed,
+                               const store::Recordset &row)
+{
+    QList<core::FieldEdit> edits;
+    for (size_t place = 0; place < typed.shown.size(); ++place) {
+        const CustomerField &field = customerFields().at(place);
+        const QString column = QLatin1StringView(field.column);
+        const QString &read = loaded.read.at(place);
+        const QString onFile = typed.SN ? textOnFile(field, row.value(column), read) : QString();
+        edits.append({.column = column,
+                      .read = storedValue(field, typed.SN ? read : QString()),
+                      .shown = storedValue(field, loaded.record.shown.at(place)),
+                      .wanted = storedValue(field, typed.shown.at(place)),
+                      .onFile = storedValue(field, onFile)});
+    }
+    return edits;
+}
+
+/// How the customer stands in the editor once the edits are written.
+LoadedCustomer afterSave(const QList<core::FieldEdit> &edits, const CustomerRecord &typed, qint32 sn)
+{
+    LoadedCustomer customer{.record = {.SN = sn, .shown = typed.shown}};
+    for (size_t place = 0; place < typed.shown.size(); ++place) {
+        const core::FieldEdit &edit = edits.at(static_cast<qsizetype>(place));
+        const bool takenOver = edit.isTakenOver();
+        customer.read.at(place) = textOnFile(customerFields().at(place),
+                                             takenOver ? edit.onFile : edit.wanted, typed.shown.at(place));
+        if (takenOver) {
+            customer.record.shown.at(place) = shownOf(customer.read).at(place);
+        }
+    }
     return customer;
 }
 
@@ -34,90 +91,46 @@ bool equalInCapitals(QByteArrayView stored, const QByteArray &capitals, bool cap
 
 } // namespace
 
-bool CustomerEditing::ShowCustomerBySN(qint32 sn)
+FoundCustomer CustomerEditing::ShowCustomerBySN(qint32 sn) const
 {
-    return show("ShowCustomerBySN"_L1, u"SN"_s, sn);
+    return find("ShowCustomerBySN"_L1, u"SN"_s, sn);
 }
 
-bool CustomerEditing::ShowCustomerByName(const QString &name)
+FoundCustomer CustomerEditing::ShowCustomerByName(const QString &name) const
 {
-    return show("ShowCustomerByName"_L1, u"CustomerName"_s, name);
+    return find("ShowCustomerByName"_L1, u"CustomerName"_s, name);
 }
 
-bool CustomerEditing::show(QLatin1StringView procedure, const QString &index, const QVariant &key)
+FoundCustomer CustomerEditing::find(QLatin1StringView procedure, const QString &index,
+                                    const QVariant &key) const
 {
-    const QString problem = m_context.log.trap(procedure, u"CustomerNotShown"_s, [&] {
+    FoundCustomer found{.message = m_context.texts.Lms(u"CustomerNotShown"_s)};
+    m_context.log.trap(procedure, [&] {
         store::Database database(m_context.paths.CustomerFile);
-        store::Recordset customers = database.OpenRecordset(u"Customer"_s);
-        customers.setIndex(index);
-        if (!customers.Seek(key)) {
-            return u"CustomerNotFound"_s;
-        }
-        const CustomerRecord customer = customerOf(customers);
-        m_controls.showCustomer(customer);
-        m_nameOnFile = customer.text(u"CustomerName");
-        m_asLoaded = m_controls.shownCustomer();
-        return QString();
+        store::Recordset customers = openTable(database, index);
+        const bool isThere = customers.Seek(key);
+        found = isThere ? FoundCustomer{.customer = customerOf(customers)}
+                        : FoundCustomer{.message = m_context.texts.Lms(u"CustomerNotFound"_s)};
     });
-    if (!problem.isEmpty()) {
-        tell(problem);
-    }
-    return problem.isEmpty();
+    return found;
 }
 
-void CustomerEditing::showNewCustomer(const QString &number)
+LoadedCustomer CustomerEditing::newCustomer(const QString &number)
 {
-    CustomerRecord customer;
+    LoadedCustomer customer;
+    FieldTexts &shown = customer.record.shown;
     for (const QStringView flag : {u"IfVIP", u"ifinblacklist"}) {
-        customer.shown.at(static_cast<size_t>(fieldOf(flag))) = u"0"_s;
+        shown.at(static_cast<size_t>(fieldOf(flag))) = u"0"_s;
     }
-    customer.shown.at(static_cast<size_t>(fieldOf(u"T3"))) = u"1"_s;
-    customer.shown.at(static_cast<size_t>(fieldOf(u"WorkPhones"))) = number;
-    m_controls.showCustomer(customer);
-    m_nameOnFile.clear();
-    m_asLoaded = m_controls.shownCustomer();
-}
-
-bool CustomerEditing::SaveCustomer()
-{
-    const CustomerRecord customer = m_controls.shownCustomer();
-    if (customer.text(u"CustomerName").trimmed().isEmpty()) {
-        tell(u"PlsInputCustomerName"_s);
-        m_controls.turnTo(u"CustomerName");
-        return false;
-    }
-    if (!m_context.log.trapAs("SaveCustomer "_L1, [&] { write(customer); })) {
-        tell(u"CustomerNotSaved"_s);
-        return false;
-    }
-    m_context.effects.refreshCustomerList();
-    m_context.server.SendServer(u"REFRESHCUSTOMERLIST"_s);
-    return true;
-}
-
-// The number of a new row is shown as soon as it is reserved, before the row is written.
-void CustomerEditing::write(const CustomerRecord &customer)
-{
-    store::Database database(m_context.paths.CustomerFile);
-    store::Recordset customers = database.OpenRecordset(u"Customer"_s);
-    customers.setIndex(u"SN"_s);
-    if (customers.Seek(customer.SN)) {
-        customers.Edit();
-        m_nameOnFile = customers.value(u"CustomerName"_s).toString(); // another desk may have renamed him
-    } else {
-        customers.AddNew();
-    }
-    const QString *shown = customer.shown.data();
-    for (const CustomerField &field : customerFields()) {
-        customers.setValue(QLatin1StringView(field.column), storedValue(field, *shown++));
-    }
-    m_controls.showSN(customers.value(u"SN"_s).toInt());
-    customers.Update();
+    shown.at(static_cast<size_t>(fieldOf(u"T3"))) = u"1"_s;
+    shown.at(static_cast<size_t>(fieldOf(u"WorkPhones"))) = number;
+    return customer;
 }
 
 // The first match is the one with the smallest key. The table is walked by the column alone, which the engine
 // takes from its index where the column has one.
-bool CustomerEditing::IfRepeatCustomerField(qint32 sn, const QString &column, const QString &value)
+bool CustomerEditing::IfRepeatCustomerField(const std::optional<qint32> &sn, const QString &column,
+                                            const QString &value) const
 {
     return m_context.log.trap("IfRepeatCustomerField"_L1, false, [&] {
         if (value.isEmpty()) {
@@ -134,32 +147,83 @@ bool CustomerEditing::IfRepeatCustomerField(qint32 sn, const QString &column, co
                 first = std::min(row.integer(0), first.value_or(row.integer(0)));
             }
         });
-        return first && *first != sn;
+        return first && first != sn;
     });
 }
 
-bool CustomerEditing::save()
+// The row is read again under the lock under which it is written, so that nobody comes in between.
+SavedCustomer CustomerEditing::SaveCustomer(const LoadedCustomer &loaded, const CustomerRecord &typed) const
 {
-    const CustomerRecord shown = m_controls.shownCustomer();
-    if (IfRepeatCustomerField(shown.SN, u"CustomerID"_s, shown.text(u"CustomerID"))) {
-        m_context.prompts.tell(m_context.texts.Lms(u"CustomerID"_s) + m_context.values.WordSeparator +
-                               m_context.texts.Lms(u"CustomerIDexisted"_s));
-        m_controls.turnTo(u"CustomerID");
-        return false;
-    }
-    if (!SaveCustomer()) {
-        return false;
-    }
-    m_asLoaded = m_controls.shownCustomer();
-    const QString name = m_asLoaded.text(u"CustomerName").trimmed();
-    m_context.effects.SendTDRData(GetCustomerInfo(m_asLoaded));
-    m_context.effects.customerSaved(m_asLoaded.SN, std::exchange(m_nameOnFile, name), name);
-    return true;
+    SavedCustomer saved;
+    const bool succeeded = m_context.log.trapAs("SaveCustomer "_L1, [&] {
+        store::Database database(m_context.paths.CustomerFile);
+        database.transaction([&] {
+            store::Recordset customers = openTable(database, u"SN"_s);
+            saved.gone = typed.SN && !customers.Seek(*typed.SN);
+            if (saved.gone) {
+                return;
+            }
+            const QList<core::FieldEdit> edits = editsOf(loaded, typed, customers);
+            saved.oldName = typed.SN ? customers.value(u"CustomerName"_s).toString() : QString();
+            saved.disputed = core::disputed(edits);
+            if (!saved.disputed.isEmpty()) {
+                return;
+            }
+            typed.SN ? customers.Edit() : customers.AddNew();
+            customers.setFields(edits);
+            const qint32 sn = customers.value(u"SN"_s).toInt();
+            customers.Update();
+            saved.customer = afterSave(edits, typed, sn);
+            saved.written = true;
+        });
+    });
+    return succeeded ? saved : refused({}, m_context.texts.Lms(u"CustomerNotSaved"_s));
 }
 
-void CustomerEditing::tell(const QString &textKey)
+SavedCustomer CustomerEditing::refused(const QString &column, const QString &message)
 {
-    m_context.prompts.tell(m_context.texts.Lms(textKey));
+    SavedCustomer saved;
+    saved.wrongField = column;
+    saved.message = message;
+    return saved;
+}
+
+SavedCustomer CustomerEditing::save(const LoadedCustomer &loaded, const CustomerRecord &typed) const
+{
+    if (IfRepeatCustomerField(typed.SN, u"CustomerID"_s, typed.text(u"CustomerID"))) {
+        return refused(u"CustomerID"_s, m_context.texts.Lms(u"CustomerID"_s) +
+                                            m_context.values.WordSeparator +
+                                            m_context.texts.Lms(u"CustomerIDexisted"_s));
+    }
+    if (typed.text(u"CustomerName").trimmed().isEmpty()) {
+        return refused(u"CustomerName"_s, m_context.texts.Lms(u"PlsInputCustomerName"_s));
+    }
+    SavedCustomer saved = SaveCustomer(loaded, typed);
+    if (saved.written) {
+        const LoadedCustomer &customer = saved.customer;
+        m_context.effects.refreshCustomerList();
+        m_context.server.SendServer(u"REFRESHCUSTOMERLIST"_s);
+        m_context.effects.SendTDRData(GetCustomerInfo(customer.record));
+        m_context.effects.customerSaved(*customer.record.SN, saved.oldName, customer.nameOnFile());
+    }
+    return saved;
+}
+
+void CustomerEditing::decide(const core::Saved &refused, core::Whose holds, LoadedCustomer &loaded,
+                             CustomerRecord &typed)
+{
+    if (refused.gone && holds == core::Whose::Mine) {
+        typed.SN.reset(); // he is filed anew
+    }
+    for (const core::FieldEdit &edit : refused.disputed) {
+        const size_t place = static_cast<size_t>(fieldOf(edit.column));
+        const QString onFile = shownValue(customerFields().at(place), edit.onFile);
+        loaded.read.at(place) = onFile;
+        loaded.record.shown.at(place) = onFile;
+        if (holds == core::Whose::Theirs) {
+            typed.shown.at(place) = onFile;
+        }
+    }
 }
 
 } // namespace customers

@@ -2,7 +2,7 @@
 
 #include "core/Paths.h"
 #include "core/ProcessValues.h"
-#include "core/Prompts.h"
+#include "core/RecordSave.h"
 #include "core/RunLog.h"
 #include "core/Server.h"
 #include "core/TextLookup.h"
@@ -14,19 +14,31 @@
 
 namespace customers {
 
-/// The controls of the editor, as far as loading and saving need them.
-class CustomerControls
+/// A customer as an editor begins with him; it travels with the editor until he is saved.
+struct LoadedCustomer
 {
-public:
-    virtual ~CustomerControls() = default;
-    virtual CustomerRecord shownCustomer() const = 0;
-    virtual void showCustomer(const CustomerRecord &customer) = 0;
-    virtual void showSN(qint32 sn) = 0;
-    /// Turns to the control of a column, which has to be filled in anew.
-    virtual void turnTo(QStringView column) = 0;
+    CustomerRecord record = {};
+    FieldTexts read = {}; ///< what each column held, as its control would show it; empty for a new one
+
+    /// The name that his call notes stand under; empty for a new one.
+    const QString &nameOnFile() const { return read.at(static_cast<size_t>(fieldOf(u"CustomerName"))); }
 };
 
-/// Moves one customer between the table `customer` and the editor's controls.
+/// One who was looked for, or why there is none.
+struct FoundCustomer
+{
+    std::optional<LoadedCustomer> customer = {};
+    QString message = {}; ///< for the operator
+};
+
+/// What became of a customer, and how he stands in the editor after that.
+struct SavedCustomer : core::Saved
+{
+    LoadedCustomer customer = {};
+    QString oldName = {}; ///< the name on file before; empty for one who was not on file
+};
+
+/// Moves one customer between the table `customer` and an editor.
 class CustomerEditing
 {
 public:
@@ -36,43 +48,36 @@ public:
         const core::ProcessValues &values;
         core::RunLog &log;
         const core::TextLookup &texts;
-        core::Prompts &prompts;
         core::Server &server;
         CustomerEffects &effects;
     };
-    /// All of it, and the controls, must outlive the object.
-    CustomerEditing(const Context &context, CustomerControls &controls)
-        : m_context(context), m_controls(controls)
-    {}
+    /// All of it must outlive the object.
+    explicit CustomerEditing(const Context &context) : m_context(context) {}
 
-    /// Fill the controls from the row of that key, or from the first of that name. False, with the controls
-    /// as they were and the operator told, where there is none or it cannot be read.
-    bool ShowCustomerBySN(qint32 sn);
-    bool ShowCustomerByName(const QString &name);
-    /// Fills the controls for a customer who is not on file, but for that number; his calls will pop up.
-    void showNewCustomer(const QString &number);
+    /// The row of that key, or the first of that name.
+    FoundCustomer ShowCustomerBySN(qint32 sn) const;
+    FoundCustomer ShowCustomerByName(const QString &name) const;
+    /// A customer who is not on file, but for that number; his calls will pop up.
+    static LoadedCustomer newCustomer(const QString &number);
 
-    /// Writes the controls into the customer's row, or a new one where there is none. False where the name is
-    /// missing, which the operator was told, and where the database failed.
-    bool SaveCustomer();
     /// Whether the first customer in the table with that value in a column, compared in capitals, is another
     /// than the given one. Duplicates behind that first one go unnoticed; an empty value is none.
-    bool IfRepeatCustomerField(qint32 sn, const QString &column, const QString &value);
+    bool IfRepeatCustomerField(const std::optional<qint32> &sn, const QString &column,
+                               const QString &value) const;
 
-    /// All that the save button does; false, with the operator told, where nothing was saved.
-    bool save();
-    /// The controls differ from what was loaded or saved last.
-    bool hasUnsavedChanges() const { return m_controls.shownCustomer() != m_asLoaded; }
+    /// All that the save button does. Of a row that is on file only those fields are written that were typed,
+    /// unless somebody else has changed them too; what he has changed besides is taken over.
+    SavedCustomer save(const LoadedCustomer &loaded, const CustomerRecord &typed) const;
+    /// What the operator decided of a save that could not be made, for the next one.
+    static void decide(const core::Saved &refused, core::Whose holds, LoadedCustomer &loaded,
+                       CustomerRecord &typed);
 
 private:
-    bool show(QLatin1StringView procedure, const QString &index, const QVariant &key);
-    void write(const CustomerRecord &customer);
-    void tell(const QString &textKey);
+    FoundCustomer find(QLatin1StringView procedure, const QString &index, const QVariant &key) const;
+    SavedCustomer SaveCustomer(const LoadedCustomer &loaded, const CustomerRecord &typed) const;
+    static SavedCustomer refused(const QString &column, const QString &message);
 
     Context m_context;
-    CustomerControls &m_controls;
-    CustomerRecord m_asLoaded;
-    QString m_nameOnFile;
 };
 
 } // namespace customers

@@ -4,6 +4,7 @@
 #include <QVariant>
 
 #include <array>
+#include <optional>
 
 namespace customers {
 
@@ -47,8 +48,8 @@ using FieldTexts = std::array<QString, customerFieldCount>;
 /// One customer as the editor shows it.
 struct CustomerRecord
 {
-    qint32 SN = 0; ///< 0: not on file yet
-    FieldTexts shown;
+    std::optional<qint32> SN = {}; ///< none: not on file yet
+    FieldTexts shown = {};
 
     const QString &text(QStringView column) const { return shown.at(static_cast<size_t>(fieldOf(column))); }
     bool operator==(const CustomerRecord &) const = default;

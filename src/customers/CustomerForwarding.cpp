@@ -5,10 +5,10 @@ namespace customers {
 core::CustomerInfo GetCustomerInfo(const CustomerRecord &saved)
 {
     core::CustomerInfo info;
-    const QString *shown = saved.shown.data();
-    for (const CustomerField &field : customerFields()) {
-        info.fields.append(
-            {field.width, storedValue(field, *shown++).toString(), QLatin1StringView(field.column)});
+    for (size_t place = 0; place < saved.shown.size(); ++place) {
+        const CustomerField &field = customerFields().at(place);
+        info.fields.append({field.width, storedValue(field, saved.shown.at(place)).toString(),
+                            QLatin1StringView(field.column)});
     }
     return info;
 }

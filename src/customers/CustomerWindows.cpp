@@ -59,11 +59,11 @@ void CustomerWindows::showList()
     appearance::bringToFront(list());
 }
 
-void CustomerWindows::showList(const QString &query)
+void CustomerWindows::showList(const QString &query, QWidget *editor)
 {
     dropWaitingNumber();
     FrmCustomer &form = list();
-    appearance::bringToFront(form);
+    appearance::showBehind(form, editor);
     form.showQuery(query);
 }
 

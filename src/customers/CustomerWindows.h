@@ -26,8 +26,8 @@ public:
     ~CustomerWindows() override;
 
     void showList();
-    /// Opens the list on the rows of a query in the given words.
-    void showList(const QString &query);
+    /// Opens the list on the rows of a query in the given words, behind the editor where there is one.
+    void showList(const QString &query, QWidget *editor);
     /// Opens the editor for a new customer with that number; with a key word, the list first on what it
     /// finds.
     void addCustomer(const QString &number, const QString &keyWord);

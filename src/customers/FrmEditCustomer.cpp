@@ -3,6 +3,7 @@
 #include "appearance/BringToFront.h"
 #include "appearance/Keys.h"
 #include "appearance/NameInTitle.h"
+#include "appearance/SaveRecord.h"
 #include "appearance/ThemedIcons.h"
 #include "core/TextUtilities.h"
 #include "ui_FrmEditCustomer.h"
@@ -17,10 +18,10 @@ FrmEditCustomer::FrmEditCustomer(const Context &context)
     : m_context(context), m_ui(std::make_unique<Ui::FrmEditCustomer>()), m_setup(context.form.services),
       m_lists(context.form.paths, context.form.log, context.form.services.translator),
       m_editing({context.form.paths, context.form.values, context.form.log, context.form.texts,
-                 context.form.prompts, context.form.server, context.effects},
-                *this)
+                 context.form.server, context.effects})
 {
     m_ui->setupUi(this);
+    m_ownerLine.emplace(*m_ui->lblOwner, *m_ui->cmdOpenOwner, context.form.texts, context.form.navigator);
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowIcon(appearance::programIcon());
     m_setup.load(*this);
@@ -64,36 +65,32 @@ void FrmEditCustomer::setUpButtons()
     appearance::onKeys(*this, QKeySequence::Save, [this] { save(); });
 }
 
-CustomerRecord FrmEditCustomer::shownCustomer() const
+void FrmEditCustomer::begin(Mode mode, const LoadedCustomer &customer)
 {
-    return {core::leadingNumber(m_ui->txtSN->text()), m_controls.texts()};
-}
-
-void FrmEditCustomer::showCustomer(const CustomerRecord &customer)
-{
-    showSN(customer.SN);
-    m_controls.setTexts(customer.shown);
+    m_mode = mode;
+    m_ui->Command1->setEnabled(mode == Mode::ADD);
+    m_controls.setTexts(customer.record.shown);
+    m_ownerOfName.reset();
+    follow(customer);
     m_ui->lblMessage->clear();
     m_ui->SSTab1->setCurrentIndex(0);
     m_ui->txtCustomerName->setFocus();
 }
 
-void FrmEditCustomer::showSN(qint32 sn)
+/// Fills in what the controls do not show already: of a customer just saved, what another desk has changed.
+void FrmEditCustomer::follow(const LoadedCustomer &customer)
 {
-    m_ui->txtSN->setText(sn != 0 ? QString::number(sn) : QString());
+    m_loaded = customer;
+    m_ui->txtSN->setText(customer.record.SN ? QString::number(*customer.record.SN) : QString());
+    m_controls.followTexts(customer.record.shown);
+    m_loaded.record.shown = m_controls.texts();
+    showOwner();
 }
 
 void FrmEditCustomer::startNewCustomer(const QString &number)
 {
-    enter(Mode::ADD);
-    m_editing.showNewCustomer(number);
+    begin(Mode::ADD, CustomerEditing::newCustomer(number));
     m_ui->txtCompanyCall->setModified(true); // the caller may be on file by this number
-}
-
-void FrmEditCustomer::enter(Mode mode)
-{
-    m_mode = mode;
-    m_ui->Command1->setEnabled(mode == Mode::ADD);
 }
 
 void FrmEditCustomer::addCustomer(const QString &number)
@@ -114,16 +111,21 @@ bool FrmEditCustomer::ShowCustomerByName(const QString &name)
     return edit([&] { return m_editing.ShowCustomerByName(name); });
 }
 
-bool FrmEditCustomer::edit(const std::function<bool()> &load)
+bool FrmEditCustomer::edit(const std::function<FoundCustomer()> &find)
 {
-    const bool loaded = settleUnsavedChanges() && load();
-    if (loaded) {
-        enter(Mode::EDIT);
+    FoundCustomer found;
+    if (settleUnsavedChanges()) {
+        found = find();
     }
-    if (loaded || isVisible()) {
+    if (found.customer) {
+        begin(Mode::EDIT, *found.customer);
+    } else if (!found.message.isEmpty()) {
+        m_context.form.prompts.tell(found.message, {}, this);
+    }
+    if (found.customer || isVisible()) {
         appearance::bringToFront(*this);
     }
-    return loaded;
+    return found.customer.has_value();
 }
 
 void FrmEditCustomer::appendNumber(const QString &number)
@@ -136,7 +138,7 @@ void FrmEditCustomer::appendNumber(const QString &number)
 /// False where the operator wants to go on with what stands in the form.
 bool FrmEditCustomer::settleUnsavedChanges()
 {
-    if (!isVisible() || !m_editing.hasUnsavedChanges()) {
+    if (!isVisible() || !hasUnsavedChanges()) {
         return true;
     }
     appearance::bringToFront(*this);
@@ -147,24 +149,44 @@ bool FrmEditCustomer::settleUnsavedChanges()
     return answer == Answer::Discard || (answer == Answer::Save && save());
 }
 
-// A shortcut leaves no field, so what was typed last is checked here.
+// A shortcut leaves no field, so what was typed last is checked here, too. The operator hears of one thing: why
+// nothing was saved, or whose the name or number is.
 bool FrmEditCustomer::save()
 {
     replaceApostrophes();
-    checkName();
-    for (QLineEdit *numbers : numberEdits()) {
-        checkNumbers(*numbers);
-    }
-    const bool saved = m_editing.save();
-    if (saved) {
+    const std::optional<lookup::Owner> owner = uncheckedOwner();
+    CustomerRecord typed = shownCustomer();
+    LoadedCustomer loaded = m_loaded;
+    const SavedCustomer saved = appearance::saveRecord(
+        m_context.form,
+        appearance::recordEditor(*this, typed.text(u"CustomerName"),
+                                 [this](const QString &column) { return controlOf(column); }),
+        [&] { return m_editing.save(loaded, typed); },
+        [&](const core::Saved &refused, core::Whose holds) {
+            CustomerEditing::decide(refused, holds, loaded, typed);
+        });
+    if (saved.dropped) {
+        startNewCustomer({});
+    } else if (saved.written) {
+        m_mode = Mode::EDIT;
+        m_ui->Command1->setEnabled(false);
+        follow(saved.customer);
         m_ui->lblMessage->setText(m_context.form.texts.Lms(u"EntrySaved"_s));
+    } else if (!saved.wrongField.isEmpty()) {
+        turnTo(saved.wrongField);
     }
-    return saved;
+    if (owner && saved.written) {
+        m_context.checks.tell(*owner, this);
+    }
+    return saved.written || saved.dropped;
 }
 
+/// Of a customer on file under the name that the notes are kept under, whatever stands in the box.
 void FrmEditCustomer::viewNotes()
 {
-    m_context.form.navigator.ShowNotePad(m_ui->txtCustomerName->text().trimmed());
+    const QString &onFile = m_loaded.nameOnFile();
+    m_context.form.navigator.ShowNotePad(m_loaded.record.SN ? onFile
+                                                            : m_ui->txtCustomerName->text().trimmed());
 }
 
 void FrmEditCustomer::closeEvent(QCloseEvent *event)

@@ -4,8 +4,9 @@
 #include "appearance/FormContext.h"
 #include "customers/CustomerControlSet.h"
 #include "customers/CustomerEditing.h"
-#include "lookup/ExistenceChecks.h"
+#include "lookup/OwnerLine.h"
 
+#include <QTimer>
 #include <QWidget>
 
 #include <functional>
@@ -20,7 +21,7 @@ class FrmEditCustomer;
 namespace customers {
 
 /// The editor of one customer. Deletes itself when closed.
-class FrmEditCustomer : public QWidget, private CustomerControls
+class FrmEditCustomer : public QWidget
 {
     Q_OBJECT
 
@@ -56,10 +57,12 @@ protected:
 private:
     enum class Mode { ADD, EDIT };
 
-    CustomerRecord shownCustomer() const override;
-    void showCustomer(const CustomerRecord &customer) override;
-    void showSN(qint32 sn) override;
-    void turnTo(QStringView column) override;
+    CustomerRecord shownCustomer() const { return {m_loaded.record.SN, m_controls.texts()}; }
+    bool hasUnsavedChanges() const { return shownCustomer() != m_loaded.record; }
+    void begin(Mode mode, const LoadedCustomer &customer);
+    void follow(const LoadedCustomer &customer);
+    QWidget *controlOf(QStringView column) const;
+    void turnTo(QStringView column);
 
     void setUpCombos();
     void setUpAddresses();
@@ -68,14 +71,15 @@ private:
     void setUpMessage();
     static void mirror(QLineEdit &one, QLineEdit &other);
     QList<QLineEdit *> numberEdits() const;
-    bool wasTyped(QLineEdit &edit) const;
+    bool isUnchecked(const QLineEdit &edit) const;
     void replaceApostrophes();
     void checkName();
     void checkNumbers(QLineEdit &numbers);
+    std::optional<lookup::Owner> uncheckedOwner();
+    void showOwner();
 
-    void enter(Mode mode);
     void startNewCustomer(const QString &number);
-    bool edit(const std::function<bool()> &load);
+    bool edit(const std::function<FoundCustomer()> &find);
     bool settleUnsavedChanges();
     bool save();
     void viewNotes();
@@ -89,6 +93,10 @@ private:
     CustomerControlSet m_controls;
     CustomerEditing m_editing;
     Mode m_mode = Mode::ADD;
+    LoadedCustomer m_loaded;
+    std::optional<lookup::OwnerLine> m_ownerLine;
+    std::optional<lookup::Owner> m_ownerOfName; ///< while the name stands as it was looked up
+    QTimer m_typing;                            ///< runs until the operator pauses in a number
 };
 
 } // namespace customers

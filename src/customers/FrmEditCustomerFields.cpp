@@ -6,12 +6,17 @@
 
 #include <QCompleter>
 #include <QEvent>
-#include <QMetaMethod>
 
 using namespace Qt::StringLiterals;
 
 // What single fields do, apart from being loaded and saved.
 namespace customers {
+
+namespace {
+
+constexpr auto numbersTable = lookup::Owner::Table::Customer;
+
+} // namespace
 
 // A box that completed or chose by itself would change what was typed: a city in other letters is another
 // item.
@@ -59,20 +64,35 @@ void FrmEditCustomer::mirror(QLineEdit &one, QLineEdit &other)
 
 void FrmEditCustomer::setUpChecks()
 {
+    constexpr std::chrono::milliseconds pause{300};
+    m_typing.setSingleShot(true);
+    m_typing.setInterval(pause);
+    connect(&m_typing, &QTimer::timeout, this, &FrmEditCustomer::showOwner);
+    connect(m_ui->txtCustomerName, &QLineEdit::textChanged, this, [this] {
+        if (std::exchange(m_ownerOfName, std::nullopt)) {
+            showOwner();
+        }
+    });
     connect(m_ui->txtCustomerName, &QLineEdit::editingFinished, this, [this] {
         replaceApostrophes();
         appearance::whenReleased(*this, [this] { checkName(); });
     });
     for (QLineEdit *numbers : numberEdits()) {
+        connect(numbers, &QLineEdit::textChanged, &m_typing, qOverload<>(&QTimer::start));
         connect(numbers, &QLineEdit::editingFinished, this, [this, numbers] {
             appearance::whenReleased(*this, [this, numbers] { checkNumbers(*numbers); });
         });
     }
 }
 
+QWidget *FrmEditCustomer::controlOf(QStringView column) const
+{
+    return m_controls.all().at(static_cast<size_t>(fieldOf(column)));
+}
+
 void FrmEditCustomer::turnTo(QStringView column)
 {
-    QWidget *control = m_controls.all().at(static_cast<size_t>(fieldOf(column)));
+    QWidget *control = controlOf(column);
     for (int page = 0; page < m_ui->SSTab1->count(); ++page) {
         if (m_ui->SSTab1->widget(page)->isAncestorOf(control)) {
             m_ui->SSTab1->setCurrentIndex(page);
@@ -84,11 +104,7 @@ void FrmEditCustomer::turnTo(QStringView column)
 /// What was told of the record holds until a field is changed.
 void FrmEditCustomer::setUpMessage()
 {
-    QLabel &message = *m_ui->lblMessage;
-    const QMetaMethod clear = message.metaObject()->method(message.metaObject()->indexOfSlot("clear()"));
-    for (QWidget *control : m_controls.all()) {
-        connect(control, control->metaObject()->userProperty().notifySignal(), &message, clear);
-    }
+    m_controls.onChanged(*this, [this] { m_ui->lblMessage->clear(); });
 }
 
 QList<QLineEdit *> FrmEditCustomer::numberEdits() const
@@ -97,17 +113,19 @@ QList<QLineEdit *> FrmEditCustomer::numberEdits() const
 }
 
 /// Only what has changed since the last check: the warning itself takes the focus from the field.
-bool FrmEditCustomer::wasTyped(QLineEdit &edit) const
+bool FrmEditCustomer::isUnchecked(const QLineEdit &edit) const
 {
-    const bool typed = edit.isModified();
-    edit.setModified(false);
-    return typed && m_mode == Mode::ADD && !edit.text().trimmed().isEmpty();
+    return m_mode == Mode::ADD && edit.isModified() && !edit.text().trimmed().isEmpty();
 }
 
-// An apostrophe would break the statements that hold the name between quotation marks.
+// An apostrophe would break the statements that hold the name between quotation marks. A name that other
+// programs have filed with one is the customer's name all the same until it is changed.
 void FrmEditCustomer::replaceApostrophes()
 {
     QLineEdit &edit = *m_ui->txtCustomerName;
+    if (edit.text() == m_loaded.record.text(u"CustomerName")) {
+        return;
+    }
     const bool typed = edit.isModified();
     const QString name = edit.text().replace(u'\'', QChar(0x2019));
     if (name != edit.text()) {
@@ -116,22 +134,56 @@ void FrmEditCustomer::replaceApostrophes()
     }
 }
 
+/// Whose the first is of what was typed and not checked yet.
+std::optional<lookup::Owner> FrmEditCustomer::uncheckedOwner()
+{
+    if (isUnchecked(*m_ui->txtCustomerName)) {
+        m_ownerOfName = m_context.checks.customerNamed(m_ui->txtCustomerName->text().trimmed());
+        if (m_ownerOfName) {
+            return m_ownerOfName;
+        }
+    }
+    for (const QLineEdit *numbers : numberEdits()) {
+        if (isUnchecked(*numbers)) {
+            if (const auto owner = m_context.checks.ownerOfNumbers(numbersTable, numbers->text(), {})) {
+                return owner;
+            }
+        }
+    }
+    return {};
+}
+
+void FrmEditCustomer::showOwner()
+{
+    std::optional<lookup::Owner> owner = m_ownerOfName;
+    for (const QLineEdit *numbers : numberEdits()) {
+        if (!owner && m_context.checks.knowNumbers()) {
+            owner = m_context.checks.ownerOfNumbers(numbersTable, numbers->text(), m_loaded.record.SN);
+        }
+    }
+    m_ownerLine->show(owner);
+}
+
 void FrmEditCustomer::checkName()
 {
     QLineEdit &edit = *m_ui->txtCustomerName;
-    if (!wasTyped(edit)) {
+    if (!isUnchecked(edit)) {
         return;
     }
-    const QString found = m_context.checks.IfTheCustumerExist(edit.text().trimmed());
-    if (!found.isEmpty() && found != "NO"_L1) {
-        m_context.form.prompts.tell(m_context.form.texts.Lms(u"CustomerExisted"_s));
+    edit.setModified(false);
+    m_ownerOfName = m_context.checks.customerNamed(edit.text().trimmed());
+    showOwner();
+    if (m_ownerOfName) {
+        m_context.checks.tell(*m_ownerOfName, this);
     }
 }
 
 void FrmEditCustomer::checkNumbers(QLineEdit &numbers)
 {
-    if (wasTyped(numbers)) {
-        m_context.checks.IfThePhoneNumberExistInCustomer(numbers.text());
+    if (isUnchecked(numbers)) {
+        numbers.setModified(false);
+        showOwner();
+        m_context.checks.IfThePhoneNumberExistInCustomer(numbers.text(), this);
     }
 }
 

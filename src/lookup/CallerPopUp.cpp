@@ -49,6 +49,13 @@ void CallerPopUp::showNext()
     });
 }
 
+void CallerPopUp::customerRenamed(qint32 sn, const QString &name)
+{
+    if (m_form != nullptr && m_form->isVisible()) {
+        m_form->followName(sn, name);
+    }
+}
+
 void CallerPopUp::close()
 {
     m_next.reset();

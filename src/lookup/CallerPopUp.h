@@ -37,6 +37,8 @@ public:
     void ShowPopup(const core::CallRecord &info);
     /// Another call has come: a card that stands is told apart from it, unless ShowPopup now fills it.
     void nextCall();
+    /// A card that stands for the customer shows the new name.
+    void customerRenamed(qint32 sn, const QString &name);
     /// Closes the card, if one stands.
     void close();
 

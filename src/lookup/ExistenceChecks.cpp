@@ -7,20 +7,102 @@ using namespace Qt::StringLiterals;
 
 namespace lookup {
 
-QString ExistenceChecks::IfNumbersExistInSimplePhoneBook(const QString &numbers) const
+QString ownerText(const core::TextLookup &texts, const Owner &owner)
 {
-    return m_needs.log.trap("IfNumbersExistInSimplePhoneBook"_L1, QString(), [&] {
-        return check(numbers, &NumberIndex::GetSnByPhoneNumber, u"Select * from phonebook where sn = "_s,
-                     &core::Navigator::showPhoneBook);
-    });
+    const auto value = [](const QString &text) { return core::isolated(core::shownText(text)); };
+    const QString text = texts.Lms(owner.number.isEmpty() ? u"NameOnFile"_s : u"NumberBelongsTo"_s);
+    return text.split(u"%1"_s).join(value(owner.number)).split(u"%2"_s).join(value(owner.name));
 }
 
-QString ExistenceChecks::IfThePhoneNumberExistInCustomer(const QString &numbers) const
+std::optional<Owner> ExistenceChecks::ownerOfNumbers(Owner::Table table, const QString &numbers,
+                                                     std::optional<qint32> edited) const
 {
-    return m_needs.log.trap("IfThePhoneNumberExistInCustomer"_L1, QString(), [&] {
-        return check(numbers, &NumberIndex::GetCustomerSnByPhoneNumber,
-                     u"Select * from customer where sn = "_s, &core::Navigator::showCustomerList);
+    if (numbers.isEmpty()) {
+        return {};
+    }
+    for (const QStringView piece : m_needs.index.pieces(numbers)) {
+        const QString digits = core::DigitsOnly(piece);
+        const qint32 sn = table == Owner::Table::PhoneBook ? m_needs.index.GetSnByPhoneNumber(digits)
+                                                           : m_needs.index.GetCustomerSnByPhoneNumber(digits);
+        if (sn != -1 && sn != edited) {
+            return Owner{table, sn, nameOf(table, sn), piece.trimmed().toString()};
+        }
+    }
+    return {};
+}
+
+/// The index does not know the names; a row that cannot be read right now has none.
+QString ExistenceChecks::nameOf(Owner::Table table, qint32 sn) const
+{
+    QString name;
+    m_needs.log.trap("nameOfOwner"_L1, [&] {
+        const bool phoneBook = table == Owner::Table::PhoneBook;
+        store::Database database(phoneBook ? m_needs.paths.PhoneBookFile : m_needs.paths.CustomerFile);
+        database.forEachBoundRow(phoneBook ? u"select simpledes from phonebook where SN=?"_s
+                                           : u"select CustomerName from customer where SN=?"_s,
+                                 {sn}, [&](const store::Row &row) { name = row.text(0); });
     });
+    return name;
+}
+
+std::optional<Owner> ExistenceChecks::customerNamed(const QString &name) const
+{
+    std::optional<Owner> owner;
+    const QString query = IfTheCustumerExist(name);
+    if (query.isEmpty() || query == "NO"_L1) {
+        return owner;
+    }
+    m_needs.log.trap("IfTheCustumerExist"_L1, [&] {
+        store::Database database(m_needs.paths.CustomerFile);
+        const store::Recordset found = database.OpenRecordset(query);
+        if (!found.EOFile()) {
+            owner = Owner{Owner::Table::Customer,
+                          found.value(u"SN"_s).toInt(),
+                          found.value(u"CustomerName"_s).toString(),
+                          {}};
+        }
+    });
+    return owner;
+}
+
+void ExistenceChecks::tell(const Owner &owner, QWidget *editor) const
+{
+    const QString key = owner.number.isEmpty() ? u"CustomerExisted"_s : u"ThePhoneNumberExists"_s;
+    m_needs.prompts.tell(m_needs.texts.Lms(key) + u'\n' + ownerText(m_needs.texts, owner),
+                         core::shownText(owner.number), editor);
+    const QString sn = QString::number(owner.sn);
+    if (owner.number.isEmpty()) {
+        return;
+    }
+    if (owner.table == Owner::Table::PhoneBook) {
+        m_needs.navigator.showPhoneBook(u"Select * from phonebook where sn = "_s + sn, editor);
+    } else {
+        m_needs.navigator.showCustomerList(u"Select * from customer where sn = "_s + sn, editor);
+    }
+}
+
+QString ExistenceChecks::IfNumbersExistInSimplePhoneBook(const QString &numbers, QWidget *editor) const
+{
+    return m_needs.log.trap("IfNumbersExistInSimplePhoneBook"_L1, QString(),
+                            [&] { return check(Owner::Table::PhoneBook, numbers, editor); });
+}
+
+QString ExistenceChecks::IfThePhoneNumberExistInCustomer(const QString &numbers, QWidget *editor) const
+{
+    return m_needs.log.trap("IfThePhoneNumberExistInCustomer"_L1, QString(),
+                            [&] { return check(Owner::Table::Customer, numbers, editor); });
+}
+
+QString ExistenceChecks::check(Owner::Table table, const QString &numbers, QWidget *editor) const
+{
+    if (numbers.isEmpty()) {
+        return {};
+    }
+    const std::optional<Owner> owner = ownerOfNumbers(table, numbers, {});
+    if (owner) {
+        tell(*owner, editor);
+    }
+    return owner ? QString() : u"NO"_s;
 }
 
 // The editor has already turned apostrophes into typographic ones. A name that still holds one breaks the
@@ -35,31 +117,6 @@ QString ExistenceChecks::IfTheCustumerExist(const QString &name) const
         store::Database database(m_needs.paths.CustomerFile);
         return database.OpenRecordset(query).RecordCount() == 0 ? u"NO"_s : query;
     });
-}
-
-QString ExistenceChecks::check(const QString &numbers, Lookup lookUp, const QString &query, Show show) const
-{
-    if (numbers.isEmpty()) {
-        return {};
-    }
-    const Found found = firstOwner(numbers, lookUp);
-    if (found.sn == -1) {
-        return u"NO"_s;
-    }
-    m_needs.prompts.tell(m_needs.texts.Lms(u"ThePhoneNumberExists"_s), core::shownText(found.number));
-    (m_needs.navigator.*show)(query + QString::number(found.sn));
-    return {};
-}
-
-ExistenceChecks::Found ExistenceChecks::firstOwner(const QString &numbers, Lookup lookUp) const
-{
-    for (const QStringView piece : m_needs.index.pieces(numbers)) {
-        const qint32 sn = (m_needs.index.*lookUp)(core::DigitsOnly(piece));
-        if (sn != -1) {
-            return {sn, piece.trimmed().toString()};
-        }
-    }
-    return {};
 }
 
 } // namespace lookup

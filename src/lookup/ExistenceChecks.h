@@ -5,10 +5,26 @@
 #include "core/TextLookup.h"
 #include "lookup/NumberIndex.h"
 
+#include <optional>
+
 namespace lookup {
 
-/// The checks that keep one caller from being filed twice. Their answers: "NO" when nothing is found, empty
-/// for empty input and after a failure. They do not leave out a row that is being edited.
+/// The row on file that holds a number or name that was typed.
+struct Owner
+{
+    enum class Table : quint8 { PhoneBook, Customer };
+    Table table = Table::Customer;
+    qint32 sn = 0;
+    QString name;
+    QString number; ///< as it was typed; empty where it is the name that is on file
+
+    bool operator==(const Owner &) const = default;
+};
+
+/// "555-0144 belongs to Acme.", or that a name is on file.
+QString ownerText(const core::TextLookup &texts, const Owner &owner);
+
+/// The checks that keep one caller from being filed twice.
 class ExistenceChecks
 {
 public:
@@ -24,23 +40,30 @@ public:
     /// All must outlive the checks.
     explicit ExistenceChecks(const Needs &needs) : m_needs(needs) {}
 
-    /// When one of the numbers in the text is on file: tells so, opens the list on its owner, and returns "".
-    QString IfNumbersExistInSimplePhoneBook(const QString &numbers) const;
-    QString IfThePhoneNumberExistInCustomer(const QString &numbers) const;
+    /// Who holds the first of the numbers in the text that is on file in the table; nobody where that is
+    /// `edited`, the row that an editor shows.
+    std::optional<Owner> ownerOfNumbers(Owner::Table table, const QString &numbers,
+                                        std::optional<qint32> edited) const;
+    /// False while the numbers are still being read: a question would wait for the last one.
+    bool knowNumbers() const { return !m_needs.index.isLoading(); }
+    /// The first customer whose name contains `name`, where * ? # [ are wildcards.
+    std::optional<Owner> customerNamed(const QString &name) const;
 
-    /// The query that lists the customers whose name contains `name`, where * ? # [ are wildcards.
+    /// Tells in front of the editor that its number or name is on file, and whose it is; of a number the list
+    /// then shows the owner, behind the editor.
+    void tell(const Owner &owner, QWidget *editor) const;
+
+    /// When one of the numbers in the text is on file: tells so and returns "". "NO" when nothing is found;
+    /// empty for empty input and after a failure. They do not leave out a row that is being edited.
+    QString IfNumbersExistInSimplePhoneBook(const QString &numbers, QWidget *editor) const;
+    QString IfThePhoneNumberExistInCustomer(const QString &numbers, QWidget *editor) const;
+
+    /// The query that lists the customers whose name contains `name`; "NO" and empty as above.
     QString IfTheCustumerExist(const QString &name) const;
 
 private:
-    using Lookup = qint32 (NumberIndex::*)(QStringView);
-    using Show = void (core::Navigator::*)(const QString &);
-    QString check(const QString &numbers, Lookup lookUp, const QString &query, Show show) const;
-    struct Found
-    {
-        qint32 sn = -1;
-        QString number; ///< as it was typed
-    };
-    Found firstOwner(const QString &numbers, Lookup lookUp) const;
+    QString check(Owner::Table table, const QString &numbers, QWidget *editor) const;
+    QString nameOf(Owner::Table table, qint32 sn) const;
 
     const Needs m_needs;
 };

@@ -38,6 +38,11 @@ QString earlierNotice(const PopupInfo &info, core::Standing standing, const core
 
 } // namespace
 
+QString callerLine(const QString &number, const QString &name)
+{
+    return core::shownText(number + u"     "_s + name);
+}
+
 PopupInfo popupInfoOf(const core::CallRecord &record)
 {
     return {.AboutFirst = record.CallerID,
@@ -62,7 +67,7 @@ std::optional<PopUpView> decidePopUp(const PopupInfo &info, bool popupDetail, co
                      .callerName = core::shownText(info.AboutSecond),
                      .txtSN = info.SnText,
                      .txtSnType = info.SnType,
-                     .txtAbout = core::shownText(info.AboutFirst + u"     "_s + info.AboutSecond),
+                     .txtAbout = callerLine(info.AboutFirst, info.AboutSecond),
                      .txtContent = core::shownText(info.Content),
                      .lblBlackListNotice = noticeFor(standing, texts),
                      .earlierNotice = earlierNotice(info, standing, texts)};

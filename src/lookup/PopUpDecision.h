@@ -22,6 +22,9 @@ struct PopupInfo
     QString IfInBlackList; ///< "Y" marks a black-listed caller
 };
 
+/// The line that tells number and name.
+QString callerLine(const QString &number, const QString &name);
+
 PopupInfo popupInfoOf(const core::CallRecord &record);
 
 /// What the popup shows, by the names of its controls, fit to be shown as plain text.

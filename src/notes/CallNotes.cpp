@@ -1,87 +1,187 @@
 #include "notes/CallNotes.h"
 
-#include "store/Database.h"
+#include "core/TextUtilities.h"
+
+#include <algorithm>
+#include <array>
 
 using namespace Qt::StringLiterals;
 
 namespace notes {
 
-bool CallNotes::finds(const QString &select) const
-{
-    store::Database database(m_paths.CustomerFile);
-    return !database.OpenRecordset(select).EOFile();
-}
+namespace {
 
-void CallNotes::execute(const QString &statement) const
-{
-    store::Database(m_paths.CustomerFile).Execute(statement);
-}
+/// Leaves a transaction without a trace of it.
+struct NothingWritten
+{};
 
-/// The first thing wrong with the entry. The texts are the same in every language.
-CallNotes::Complaint CallNotes::complaint(const NoteEntry &entry) const
+/// The columns that are written, and where they stand in the editor.
+struct CallColumn
 {
-    if (entry.customerName.isEmpty()) {
-        return {WrongField::CustomerName, u"CustomerName can not be empty!"_s};
+    QLatin1StringView name;
+    QString CallFields::*field;
+    QString NoteEntry::*typed;
+};
+constexpr std::array callColumns{
+    CallColumn{"CustomerName"_L1, &CallFields::customerName, &NoteEntry::customerName},
+    CallColumn{"Consultant"_L1, &CallFields::consultant, &NoteEntry::consultant},
+    CallColumn{"CallContent"_L1, &CallFields::content, &NoteEntry::content},
+};
+
+QList<core::FieldEdit> editsOf(const CallFields &loaded, const NoteEntry &typed, const CallFields &onFile)
+{
+    QList<core::FieldEdit> edits;
+    for (const CallColumn &column : callColumns) {
+        edits.append({.column = column.name,
+                      .read = loaded.*column.field,
+                      .shown = loaded.*column.field,
+                      .wanted = typed.*column.typed,
+                      .onFile = onFile.*column.field});
     }
-    if (!finds(customerQuery(entry.customerName))) {
-        return {WrongField::CustomerName, u"the customer is not exists!"_s};
-    }
-    if (entry.consultant.isEmpty()) {
-        return {WrongField::Consultant, u"Consultant can not be empty!"_s};
-    }
-    if (entry.request.isEmpty()) {
-        return {WrongField::Request, u"the request can not be empty!"_s};
-    }
-    return entry.response.isEmpty() ? Complaint{WrongField::Response, u"your response can not be empty!"_s}
-                                    : Complaint{};
+    return edits;
 }
 
-bool CallNotes::CheckValues(const NoteEntry &entry)
-{
-    Complaint wrong;
-    const bool checked = m_log.trap("CheckValues"_L1, [&] { wrong = complaint(entry); });
-    m_wrongField = wrong.field;
-    if (!checked || m_wrongField != WrongField::None) {
-        m_prompts.tell(checked ? wrong.text : m_texts.Lms(u"NoteNotSaved"_s), u"Check Values"_s);
-    }
-    return checked && m_wrongField == WrongField::None;
-}
+} // namespace
 
-bool CallNotes::IfCallIDExists(const QString &callId)
+SavedNote CallNotes::refused(const QString &message, const QString &title, const QString &field)
 {
-    return m_log.trap("IfCallIDExists"_L1, false, [&] { return finds(callQuery(callId.trimmed())); });
-}
-
-bool CallNotes::AddNewCall(const NoteEntry &entry)
-{
-    return m_log.trap("AddNewCall"_L1, [&] { execute(callInsert(entry)); });
-}
-
-bool CallNotes::UpdateCall(const NoteEntry &entry)
-{
-    return m_log.trap("UpdateCall"_L1, [&] { execute(callUpdate(entry)); });
-}
-
-bool CallNotes::AddRR(const NoteEntry &entry)
-{
-    return m_log.trap("AddRR"_L1, [&] { execute(requestInsert(entry)); });
-}
-
-bool CallNotes::save(const NoteEntry &entry)
-{
-    const bool called = IfCallIDExists(entry.callId) ? UpdateCall(entry) : AddNewCall(entry);
-    const bool saved = called && AddRR(entry);
-    if (!saved) {
-        m_prompts.tell(m_texts.Lms(u"NoteNotSaved"_s));
-    }
+    SavedNote saved;
+    saved.wrongField = field;
+    saved.message = message;
+    saved.title = title;
     return saved;
 }
 
-bool CallNotes::RefreshNotePad(const QString &oldName, const QString &newName)
+/// The first thing wrong with the entry. The texts are the same in every language.
+std::optional<SavedNote> CallNotes::CheckValues(store::Database &database, const NoteEntry &entry) const
+{
+    const auto wrong = [](const QString &text, const QString &field) {
+        return refused(text, u"Check Values"_s, field);
+    };
+    const auto unread = refused(m_texts.Lms(u"NoteNotSaved"_s), u"Check Values"_s);
+    return m_log.trap("CheckValues"_L1, std::optional(unread), [&]() -> std::optional<SavedNote> {
+        if (entry.customerName.isEmpty()) {
+            return wrong(u"CustomerName can not be empty!"_s, u"CustomerName"_s);
+        }
+        if (database.OpenRecordset(customerQuery(entry.customerName)).EOFile()) {
+            return wrong(u"the customer is not exists!"_s, u"CustomerName"_s);
+        }
+        if (entry.consultant.isEmpty()) {
+            return wrong(u"Consultant can not be empty!"_s, u"Consultant"_s);
+        }
+        if (entry.request.isEmpty()) {
+            return wrong(u"the request can not be empty!"_s, u"Request"_s);
+        }
+        return entry.response.isEmpty()
+                   ? std::optional(wrong(u"your response can not be empty!"_s, u"Response"_s))
+                   : std::nullopt;
+    });
+}
+
+std::optional<CallFields> CallNotes::IfCallIDExists(store::Database &database, const QString &callId) const
+{
+    std::optional<CallFields> call;
+    m_log.trap("IfCallIDExists"_L1, [&] {
+        const store::Recordset found = database.OpenRecordset(callQuery(callId.trimmed()));
+        if (!found.EOFile()) {
+            call.emplace();
+            for (const CallColumn &column : callColumns) {
+                (*call).*column.field = core::NullToEmpty(found.value(column.name)).toString();
+            }
+        }
+    });
+    return call;
+}
+
+bool CallNotes::AddNewCall(store::Database &database, const NoteEntry &entry) const
+{
+    return m_log.trap("AddNewCall"_L1, [&] { database.Execute(callInsert(entry)); });
+}
+
+/// The date and time of the call stay as they are.
+bool CallNotes::UpdateCall(store::Database &database, const NoteEntry &entry) const
+{
+    return m_log.trap("UpdateCall"_L1, [&] { database.Execute(callUpdate(entry)); });
+}
+
+/// Adds a request with its response to a call.
+bool CallNotes::AddRR(store::Database &database, const NoteEntry &entry) const
+{
+    return m_log.trap("AddRR"_L1, [&] { database.Execute(requestInsert(entry)); });
+}
+
+// The call is read again under the lock under which it is written, so that nobody comes in between.
+SavedNote CallNotes::write(store::Database &database, const std::optional<CallFields> &loaded,
+                           const NoteEntry &typed) const
+{
+    NoteEntry entry = typed;
+    SavedNote saved;
+    const std::optional<CallFields> onFile = IfCallIDExists(database, typed.callId);
+    saved.gone = loaded && !onFile;
+    const QList<core::FieldEdit> edits =
+        onFile ? editsOf(loaded.value_or(CallFields()), typed, *onFile) : QList<core::FieldEdit>();
+    saved.disputed = core::disputed(edits);
+    if (saved.gone || !saved.disputed.isEmpty()) {
+        return saved;
+    }
+    for (qsizetype place = 0; place < edits.size(); ++place) {
+        if (edits.at(place).isTakenOver()) {
+            entry.*callColumns.at(static_cast<size_t>(place)).typed = edits.at(place).onFile.toString();
+        }
+    }
+    if (const std::optional<SavedNote> wrong = CheckValues(database, entry)) {
+        return *wrong;
+    }
+    const bool called = onFile ? UpdateCall(database, entry) : AddNewCall(database, entry);
+    if (!called || !AddRR(database, entry)) {
+        return refused(m_texts.Lms(u"NoteNotSaved"_s));
+    }
+    saved.call = {entry.customerName, entry.consultant, entry.content};
+    saved.written = true;
+    return saved;
+}
+
+SavedNote CallNotes::save(const std::optional<CallFields> &loaded, const NoteEntry &typed) const
+{
+    SavedNote saved;
+    const bool succeeded = m_log.trap(loaded ? "UpdateCall"_L1 : "AddNewCall"_L1, [&] {
+        store::Database database(m_paths.CustomerFile);
+        try {
+            database.transaction([&] {
+                saved = write(database, loaded, typed);
+                if (!saved.written) {
+                    throw NothingWritten();
+                }
+            });
+        } catch (const NothingWritten &) { // what stood in the way is told
+        }
+    });
+    return succeeded ? saved : refused(m_texts.Lms(u"NoteNotSaved"_s));
+}
+
+void CallNotes::decide(const core::Saved &refused, core::Whose holds, std::optional<CallFields> &loaded,
+                       NoteEntry &typed)
+{
+    if (refused.gone) {
+        loaded.reset(); // the call is written anew
+        return;
+    }
+    CallFields known = loaded.value_or(CallFields());
+    for (const core::FieldEdit &edit : refused.disputed) {
+        const auto *const column = std::ranges::find(callColumns, edit.column, &CallColumn::name);
+        known.*column->field = edit.onFile.toString();
+        if (holds == core::Whose::Theirs) {
+            typed.*column->typed = edit.onFile.toString();
+        }
+    }
+    loaded = known;
+}
+
+bool CallNotes::RefreshNotePad(const QString &oldName, const QString &newName) const
 {
     return m_log.trap("RefreshNotePad"_L1, [&] {
         if (oldName != newName) {
-            execute(customerRename(oldName, newName));
+            store::Database(m_paths.CustomerFile).Execute(customerRename(oldName, newName));
         }
     });
 }

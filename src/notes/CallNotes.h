@@ -1,56 +1,56 @@
 #pragma once
 
-#include "core/Prompts.h"
+#include "core/Paths.h"
+#include "core/RecordSave.h"
 #include "core/RunLog.h"
+#include "core/TextLookup.h"
 #include "notes/NoteStatements.h"
+#include "store/Database.h"
+
+#include <optional>
 
 namespace notes {
 
-/// The box of the editor that keeps an entry from being saved.
-enum class WrongField { None, CustomerName, Consultant, Request, Response };
+/// What became of an entry, and the call's row as it is after that.
+struct SavedNote : core::Saved
+{
+    CallFields call = {};
+};
 
-/// Writes call notes. Each procedure opens the customer database for itself and closes it again; an error
-/// goes into the run log under the procedure's name, and its result is then false.
+/// Writes call notes. Each procedure logs an error under its name, and its result is then false.
 class CallNotes
 {
 public:
     /// All of them must outlive the notes.
-    CallNotes(core::RunLog &log, const core::Paths &paths, core::Prompts &prompts,
-              const core::TextLookup &texts)
-        : m_log(log), m_paths(paths), m_prompts(prompts), m_texts(texts)
+    CallNotes(core::RunLog &log, const core::Paths &paths, const core::TextLookup &texts)
+        : m_log(log), m_paths(paths), m_texts(texts)
     {}
 
-    /// True when the entry may be saved; else the operator was told what is wrong with it.
-    bool CheckValues(const NoteEntry &entry);
-    /// What the last CheckValues found wrong; none also where it could not read the customers.
-    WrongField wrongField() const { return m_wrongField; }
-    bool IfCallIDExists(const QString &callId);
-    bool AddNewCall(const NoteEntry &entry);
-    /// The date and time of the call stay as they are.
-    bool UpdateCall(const NoteEntry &entry);
-    /// Adds a request with its response to a call.
-    bool AddRR(const NoteEntry &entry);
-    /// Writes the call, new or changed, and the entry, which must have passed CheckValues. The operator is
-    /// told when that fails.
-    bool save(const NoteEntry &entry);
+    /// What the save button does: writes the call, new or changed, and the entry. `loaded` is the call as the
+    /// editor has saved it; none for one that it has not. Of a call on file only those fields are written
+    /// that were typed, unless somebody else has changed them too; what he has changed besides, a renamed
+    /// customer say, is taken over.
+    SavedNote save(const std::optional<CallFields> &loaded, const NoteEntry &typed) const;
+    /// What the operator decided of a save that could not be made, for the next one.
+    static void decide(const core::Saved &refused, core::Whose holds, std::optional<CallFields> &loaded,
+                       NoteEntry &typed);
+
     /// Renames a customer in all call notes.
-    bool RefreshNotePad(const QString &oldName, const QString &newName);
+    bool RefreshNotePad(const QString &oldName, const QString &newName) const;
 
 private:
-    bool finds(const QString &select) const;
-    void execute(const QString &statement) const;
-    struct Complaint
-    {
-        WrongField field = WrongField::None;
-        QString text;
-    };
-    Complaint complaint(const NoteEntry &entry) const;
+    SavedNote write(store::Database &database, const std::optional<CallFields> &loaded,
+                    const NoteEntry &typed) const;
+    static SavedNote refused(const QString &message, const QString &title = {}, const QString &field = {});
+    std::optional<SavedNote> CheckValues(store::Database &database, const NoteEntry &entry) const;
+    std::optional<CallFields> IfCallIDExists(store::Database &database, const QString &callId) const;
+    bool AddNewCall(store::Database &database, const NoteEntry &entry) const;
+    bool UpdateCall(store::Database &database, const NoteEntry &entry) const;
+    bool AddRR(store::Database &database, const NoteEntry &entry) const;
 
     core::RunLog &m_log;
     const core::Paths &m_paths;
-    core::Prompts &m_prompts;
     const core::TextLookup &m_texts;
-    WrongField m_wrongField = WrongField::None;
 };
 
 } // namespace notes

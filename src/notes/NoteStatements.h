@@ -21,6 +21,14 @@ struct NoteEntry
     int ifResolved = 0; ///< the check box's value, 0 or 1
 };
 
+/// The columns of a call's row that change while it is kept.
+struct CallFields
+{
+    QString customerName;
+    QString consultant;
+    QString content;
+};
+
 /// The call identifier minted when an editor opens.
 QString newCallId(const QDateTime &now);
 

@@ -43,11 +43,15 @@ void NoteWindows::showManager()
 
 bool NoteWindows::RefreshNotePad(const QString &oldName, const QString &newName)
 {
-    CallNotes notes(m_context.forms.log, m_context.forms.paths, m_context.forms.prompts,
-                    m_context.forms.texts);
-    const bool renamed = notes.RefreshNotePad(oldName, newName);
-    if (renamed && oldName != newName && m_notePad != nullptr) {
-        m_notePad->followName(oldName, newName);
+    const appearance::FormContext &forms = m_context.forms;
+    const bool renamed = CallNotes(forms.log, forms.paths, forms.texts).RefreshNotePad(oldName, newName);
+    if (renamed && oldName != newName) {
+        if (m_notePad != nullptr) {
+            m_notePad->followName(oldName, newName);
+        }
+        if (m_manager != nullptr) {
+            m_manager->followName(oldName, newName);
+        }
     }
     return renamed;
 }

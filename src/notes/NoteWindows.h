@@ -23,7 +23,7 @@ public:
     bool ShowNotePad(const QString &customerName, int page);
     /// Opens the manager, or brings it to the front.
     void showManager();
-    /// Renames a customer in all call notes and in the open editor.
+    /// Renames a customer in all call notes and in the open windows.
     bool RefreshNotePad(const QString &oldName, const QString &newName);
 
 private:

@@ -3,6 +3,7 @@
 #include "appearance/Keys.h"
 #include "appearance/MemoText.h"
 #include "appearance/NameInTitle.h"
+#include "appearance/SaveRecord.h"
 #include "appearance/ThemedIcons.h"
 #include "notes/ExportText.h"
 #include "notes/PrintNotePad.h"
@@ -18,8 +19,7 @@ using namespace Qt::StringLiterals;
 namespace notes {
 
 frmNotePad::frmNotePad(const NoteContext &context)
-    : m_context(context),
-      m_notes(context.forms.log, context.forms.paths, context.forms.prompts, context.forms.texts),
+    : m_context(context), m_notes(context.forms.log, context.forms.paths, context.forms.texts),
       m_ui(std::make_unique<Ui::frmNotePad>()), m_setup(context.forms.services)
 {
     m_ui->setupUi(this);
@@ -28,6 +28,7 @@ frmNotePad::frmNotePad(const NoteContext &context)
     m_setup.load(*this);
     appearance::nameInTitle(*this, *m_ui->txtCustomerName);
     connectButtons();
+    connectMessage();
     m_ui->cmdExport->setEnabled(false); // until there is a report
     m_context.values.NotePadOpen = true;
 }
@@ -59,6 +60,19 @@ void frmNotePad::connectButtons()
     }
 }
 
+/// What was told of the entry holds until the next one is begun.
+void frmNotePad::connectMessage()
+{
+    const auto clear = [this] { m_ui->lblMessage->clear(); };
+    for (const QPlainTextEdit *box : {m_ui->txtContent, m_ui->txtRequest, m_ui->txtResponse, m_ui->txtNote}) {
+        connect(box, &QPlainTextEdit::textChanged, this, clear);
+    }
+    for (const QLineEdit *box : {m_ui->txtCustomerName, m_ui->txtConsultant}) {
+        connect(box, &QLineEdit::textChanged, this, clear);
+    }
+    connect(m_ui->chkIfResolved, &QCheckBox::stateChanged, this, clear);
+}
+
 void frmNotePad::begin(const QString &customerName, int page)
 {
     const QDateTime now = m_context.forms.clock.now();
@@ -75,6 +89,9 @@ void frmNotePad::begin(const QString &customerName, int page)
 
 void frmNotePad::followName(const QString &oldName, const QString &newName)
 {
+    if (m_call && m_call->customerName == oldName) {
+        m_call->customerName = newName;
+    }
     if (m_ui->txtCustomerName->text().trimmed() == oldName) {
         m_ui->txtCustomerName->setText(newName);
         refreshReport();
@@ -98,32 +115,48 @@ NoteEntry frmNotePad::entry() const
 bool frmNotePad::save()
 {
     m_ui->SSTab1->setCurrentWidget(m_ui->pageEntry);
-    const NoteEntry toSave = entry();
-    const bool mayBeSaved = m_notes.CheckValues(toSave);
-    const bool saved = mayBeSaved && m_notes.save(toSave);
-    if (!mayBeSaved) {
-        focusWrongField();
-    } else if (saved) {
+    NoteEntry typed = entry();
+    std::optional<CallFields> loaded = m_call;
+    const SavedNote saved = appearance::saveRecord(
+        m_context.forms,
+        appearance::recordEditor(*this, typed.customerName,
+                                 [this](const QString &column) { return controlOf(column); }),
+        [&] { return m_notes.save(loaded, typed); },
+        [&](const core::Saved &refused, core::Whose holds) {
+            CallNotes::decide(refused, holds, loaded, typed);
+        });
+    if (saved.written) {
+        follow(saved.call);
         clearEntry();
         refreshReport(); // its page would still say that there are no notes
+        m_ui->lblMessage->setText(m_context.forms.texts.Lms(u"EntrySaved"_s));
+    } else if (saved.dropped) {
+        m_call.reset();
+        clearEntry();
+    } else if (!saved.wrongField.isEmpty()) {
+        controlOf(saved.wrongField)->setFocus(); // what is typed next is meant for it
     }
-    return saved;
+    return saved.written || saved.dropped;
 }
 
-/// What is typed next is meant for the box that the operator has just been told of.
-void frmNotePad::focusWrongField()
+QWidget *frmNotePad::controlOf(const QString &column) const
 {
-    switch (m_notes.wrongField()) {
-    case WrongField::CustomerName:
-        return m_ui->txtCustomerName->setFocus();
-    case WrongField::Consultant:
-        return m_ui->txtConsultant->setFocus();
-    case WrongField::Request:
-        return m_ui->txtRequest->setFocus();
-    case WrongField::Response:
-        return m_ui->txtResponse->setFocus();
-    case WrongField::None:
-        return;
+    return column == "CallContent"_L1 ? m_ui->txtContent : findChild<QWidget *>(u"txt"_s + column);
+}
+
+/// Shows what somebody else has changed in the call; boxes that hold it already stay as they are.
+void frmNotePad::follow(const CallFields &call)
+{
+    m_call = call;
+    const NoteEntry shown = entry();
+    if (shown.customerName != call.customerName) {
+        m_ui->txtCustomerName->setText(call.customerName);
+    }
+    if (shown.consultant != call.consultant) {
+        m_ui->txtConsultant->setText(call.consultant);
+    }
+    if (shown.content != call.content) {
+        m_ui->txtContent->setPlainText(call.content);
     }
 }
 

@@ -38,10 +38,12 @@ protected:
 
 private:
     void connectButtons();
+    void connectMessage();
     NoteEntry entry() const;
     bool isUnsaved() const;
     bool save();
-    void focusWrongField();
+    QWidget *controlOf(const QString &column) const;
+    void follow(const CallFields &call);
     void focusFirstToFill();
     void clearEntry();
     void refreshReport();
@@ -53,6 +55,7 @@ private:
 
     NoteContext m_context;
     CallNotes m_notes;
+    std::optional<CallFields> m_call; ///< as this editor has saved it
     std::unique_ptr<Ui::frmNotePad> m_ui;
     appearance::FormSetup m_setup;
     QPointer<ReportRun> m_refresh; ///< of the report that is shown next

@@ -154,8 +154,26 @@ NoteConditions frmNotePadManager::conditions() const
 
 void frmNotePadManager::ShowResult()
 {
-    m_context.forms.log.trap("ShowResult"_L1, [this] {
-        const QString select = MakeCondition(m_context.forms.log, conditions());
+    search(conditions());
+}
+
+// What is being typed for the next search waits for it, but for the old name.
+void frmNotePadManager::followName(const QString &oldName, const QString &newName)
+{
+    const auto follow = [&](const QString &name) { return name.trimmed() == oldName ? newName : name; };
+    m_fixedCustomer = follow(m_fixedCustomer);
+    m_ui->txtCustomerName->setText(follow(m_ui->txtCustomerName->text()));
+    NoteConditions searched = m_searched;
+    searched.fixedCustomer = m_fixedCustomer;
+    searched.customerName = follow(searched.customerName);
+    search(searched);
+}
+
+void frmNotePadManager::search(const NoteConditions &conditions)
+{
+    m_context.forms.log.trap("ShowResult"_L1, [&] {
+        m_searched = conditions;
+        const QString select = MakeCondition(m_context.forms.log, conditions);
         if (select.isEmpty() || !GetRecordSet(select)) {
             m_ui->lblTotal->setText(m_context.forms.texts.Lms(u"NotesUnreadable"_s));
             return offerReport();

@@ -30,6 +30,8 @@ public:
     ~frmNotePadManager() override;
 
     void ShowResult();
+    /// Goes along with a customer's new name: what was searched for is searched for again.
+    void followName(const QString &oldName, const QString &newName);
 
 Q_SIGNALS:
     void addNoteRequested(const QString &customerName);
@@ -48,6 +50,7 @@ private:
     void translateHeadings();
     void widenColumns();
     NoteConditions conditions() const;
+    void search(const NoteConditions &conditions);
     bool GetRecordSet(const QString &select);
     void showTotal();
     void offerReport();
@@ -59,6 +62,7 @@ private:
 
     NoteContext m_context;
     QString m_fixedCustomer;
+    NoteConditions m_searched;    ///< what the result that is shown was searched by
     QString m_select;             ///< of the result that is shown
     QPointer<ReportRun> m_report; ///< that is being made
     store::Connection m_connection;

@@ -1,6 +1,6 @@
 #include "phonebook/DataPhonebook.h"
 
-#include "phonebook/PhoneBookEntry.h"
+#include "core/TextUtilities.h"
 
 using namespace Qt::StringLiterals;
 
@@ -56,11 +56,39 @@ bool DataPhonebook::setData(const QModelIndex &index, const QVariant &value, int
         Q_EMIT blankRefused();
         return false;
     }
-    const bool written = RecordsetModel::setData(index, text, role);
-    if (!written) {
+    const PhoneBookEntry loaded = entryAt(index.row());
+    const SavedEntry saved = write(index.row(), loaded, withField(loaded, fieldAt(index.column()), text));
+    if (saved.gone || !saved.disputed.isEmpty()) {
+        Q_EMIT changedElsewhere(index, loaded, text);
+    } else if (!saved.written) {
         Q_EMIT writingFailed(index, text);
     }
-    return written;
+    return saved.written;
+}
+
+PhoneBookEntry DataPhonebook::entryAt(int row) const
+{
+    PhoneBookEntry entry{.SN = field(row, u"SN"_s).toInt()};
+    for (const QString &column :
+         {u"Telno"_s, u"simpledes"_s, u"detaildes"_s, u"ifinblacklist"_s, u"IfVIP"_s}) {
+        entry = withField(entry, column, core::NullToEmpty(field(row, column)).toString());
+    }
+    return entry;
+}
+
+// Nothing is written into a file that has taken the place of the one in the list: its rows are others.
+SavedEntry DataPhonebook::write(int row, const PhoneBookEntry &loaded, const PhoneBookEntry &typed)
+{
+    SavedEntry saved;
+    if (isReplaced()) {
+        return saved;
+    }
+    log().trap(name(), [&] { saved = writeTyped(databaseFile(), loaded, typed); });
+    forgetRow(row);
+    if (saved.written) {
+        Q_EMIT changedInPlace();
+    }
+    return saved;
 }
 
 } // namespace phonebook

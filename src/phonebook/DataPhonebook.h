@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/TextLookup.h"
+#include "phonebook/PhoneBookEntry.h"
 #include "store/RecordsetModel.h"
 
 namespace phonebook {
@@ -22,11 +23,19 @@ public:
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
     bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
 
+    /// The entry as the list shows it.
+    PhoneBookEntry entryAt(int row) const;
+    /// Writes what was typed into a row; not written, with an entry in the run log, where the file fails.
+    SavedEntry write(int row, const PhoneBookEntry &loaded, const PhoneBookEntry &typed);
+
 Q_SIGNALS:
     /// A blank number was not taken.
     void blankRefused();
     /// What was typed into a cell could not be written.
     void writingFailed(const QModelIndex &cell, const QString &typed);
+    /// It was not written because somebody else has changed or deleted the entry since the list has shown it.
+    void changedElsewhere(const QModelIndex &cell, const phonebook::PhoneBookEntry &loaded,
+                          const QString &typed);
 
 private:
     const core::TextLookup &m_texts;

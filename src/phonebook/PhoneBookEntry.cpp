@@ -5,6 +5,8 @@
 
 #include <QFileInfo>
 
+#include <array>
+
 using namespace Qt::StringLiterals;
 
 namespace phonebook {
@@ -18,22 +20,92 @@ store::Recordset openTable(store::Database &database)
     return table;
 }
 
-QString writeEntry(const QString &databaseFile, const PhoneBookEntry &entry)
+using StoredFields = std::array<std::pair<QString, QString>, 5>;
+
+/// The columns of an entry as they are written.
+StoredFields storedFields(const PhoneBookEntry &entry)
 {
-    store::Database database(databaseFile);
-    store::Recordset table = openTable(database);
-    if (table.Seek(entry.SN)) {
-        table.Edit();
-    } else {
-        table.AddNew();
+    return {{{u"Telno"_s, entry.Telno.trimmed()},
+             {u"simpledes"_s, entry.simpledes},
+             {u"detaildes"_s, entry.detaildes},
+             {u"ifinblacklist"_s, markLetter(entry.ifinblacklist)},
+             {u"IfVIP"_s, markLetter(entry.IfVIP)}}};
+}
+
+PhoneBookEntry entryOf(const store::Recordset &row)
+{
+    PhoneBookEntry entry{.SN = row.value(u"SN"_s).toInt()};
+    for (const auto &[column, unused] : storedFields({})) {
+        entry = withField(entry, column, core::NullToEmpty(row.value(column)).toString());
     }
-    table.setValue(u"Telno"_s, entry.Telno.trimmed());
-    table.setValue(u"simpledes"_s, entry.simpledes);
-    table.setValue(u"detaildes"_s, entry.detaildes);
-    table.setValue(u"ifinblacklist"_s, markLetter(entry.ifinblacklist));
-    table.setValue(u"IfVIP"_s, markLetter(entry.IfVIP));
-    table.Update();
-    return table.value(u"SN"_s).toString();
+    return entry;
+}
+
+QList<core::FieldEdit> editsOf(const PhoneBookEntry &loaded, const PhoneBookEntry &typed,
+                               const PhoneBookEntry &onFile)
+{
+    const StoredFields read = storedFields(loaded);
+    const StoredFields wanted = storedFields(typed);
+    const StoredFields there = storedFields(typed.SN ? onFile : loaded);
+    QList<core::FieldEdit> edits;
+    for (size_t place = 0; place < read.size(); ++place) {
+        edits.append({.column = read.at(place).first,
+                      .read = read.at(place).second,
+                      .shown = read.at(place).second,
+                      .wanted = wanted.at(place).second,
+                      .onFile = there.at(place).second});
+    }
+    return edits;
+}
+
+enum class Fields { All, Typed };
+
+// The row is read again under the lock under which it is written, so that nobody comes in between.
+SavedEntry write(const QString &databaseFile, const PhoneBookEntry &loaded, const PhoneBookEntry &typed,
+                 Fields fields)
+{
+    SavedEntry saved;
+    store::Database database(databaseFile);
+    database.transaction([&] {
+        store::Recordset table = openTable(database);
+        saved.gone = typed.SN && !table.Seek(*typed.SN);
+        if (saved.gone) {
+            return;
+        }
+        QList<core::FieldEdit> edits = editsOf(loaded, typed, typed.SN ? entryOf(table) : PhoneBookEntry());
+        saved.disputed = core::disputed(edits);
+        if (!saved.disputed.isEmpty()) {
+            return;
+        }
+        if (fields == Fields::Typed && typed.SN) {
+            edits.removeIf([](const core::FieldEdit &edit) { return !edit.isTyped(); });
+        }
+        typed.SN ? table.Edit() : table.AddNew();
+        table.setFields(edits);
+        table.Update();
+        saved.entry = entryOf(table);
+        saved.written = true;
+    });
+    return saved;
+}
+
+// A row that stands in the table is saved, whatever becomes of what follows: telling the operator otherwise
+// would make him save it twice.
+SavedEntry SaveSimplePhoneBook(const Desk &desk, const PhoneBookEntry &loaded, const PhoneBookEntry &typed)
+{
+    SavedEntry saved;
+    const bool succeeded = desk.log.trap("SaveSimplePhoneBook"_L1, [&] {
+        saved = write(desk.paths.PhoneBookFile, loaded, typed, Fields::All);
+        if (saved.written) {
+            desk.rebindList(*saved.entry.SN);
+            desk.server.SendServer(u"REFRESHSIMPLEPHONEBOOK"_s);
+        }
+    });
+    if (!succeeded && !saved.written) {
+        saved.message =
+            desk.texts.Lms(u"EntryNotSaved"_s) + u'\n' + troubleText(desk.texts, desk.paths.PhoneBookFile);
+    }
+    return saved;
 }
 
 } // namespace
@@ -74,32 +146,55 @@ std::optional<PhoneBookEntry> entryBySn(const QString &databaseFile, qint32 sn)
 {
     store::Database database(databaseFile);
     store::Recordset table = openTable(database);
-    if (!table.Seek(sn)) {
-        return {};
-    }
-    const auto text = [&table](const QString &field) {
-        return core::NullToEmpty(table.value(field)).toString();
-    };
-    return PhoneBookEntry{.SN = text(u"SN"_s),
-                          .Telno = text(u"Telno"_s),
-                          .simpledes = text(u"simpledes"_s),
-                          .detaildes = text(u"detaildes"_s),
-                          .ifinblacklist = markState(text(u"ifinblacklist"_s)),
-                          .IfVIP = markState(text(u"IfVIP"_s))};
+    return table.Seek(sn) ? std::optional(entryOf(table)) : std::nullopt;
 }
 
-// A row that stands in the table is saved, whatever becomes of what follows: telling the operator otherwise
-// would make him save it twice.
-QString SaveSimplePhoneBook(core::RunLog &log, const QString &databaseFile, const PhoneBookEntry &entry,
-                            const AfterSave &after)
+SavedEntry save(const Desk &desk, const PhoneBookEntry &loaded, const PhoneBookEntry &typed)
 {
-    QString sn;
-    log.trap("SaveSimplePhoneBook"_L1, [&] {
-        sn = writeEntry(databaseFile, entry);
-        after.rebindList(sn.toInt());
-        after.server.SendServer(u"REFRESHSIMPLEPHONEBOOK"_s);
-    });
-    return sn;
+    if (typed.Telno.trimmed().isEmpty()) {
+        SavedEntry refused;
+        refused.wrongField = u"Telno"_s;
+        refused.message = desk.texts.Lms(u"PhoneNumbersCantbeBlank"_s);
+        return refused;
+    }
+    return SaveSimplePhoneBook(desk, loaded, typed);
+}
+
+SavedEntry writeTyped(const QString &databaseFile, const PhoneBookEntry &loaded, const PhoneBookEntry &typed)
+{
+    return write(databaseFile, loaded, typed, Fields::Typed);
+}
+
+void decide(const core::Saved &refused, core::Whose holds, PhoneBookEntry &loaded, PhoneBookEntry &typed)
+{
+    if (refused.gone && holds == core::Whose::Mine) {
+        typed.SN.reset(); // it is filed anew
+    }
+    for (const core::FieldEdit &edit : refused.disputed) {
+        loaded = withField(loaded, edit.column, edit.onFile.toString());
+        if (holds == core::Whose::Theirs) {
+            typed = withField(typed, edit.column, edit.onFile.toString());
+        }
+    }
+}
+
+PhoneBookEntry withField(PhoneBookEntry entry, const QString &column, const QString &text)
+{
+    const auto is = [&column](QLatin1StringView name) {
+        return name.compare(column, Qt::CaseInsensitive) == 0;
+    };
+    if (is("Telno"_L1)) {
+        entry.Telno = text;
+    } else if (is("simpledes"_L1)) {
+        entry.simpledes = text;
+    } else if (is("detaildes"_L1)) {
+        entry.detaildes = text;
+    } else if (is("ifinblacklist"_L1)) {
+        entry.ifinblacklist = markState(text);
+    } else if (is("IfVIP"_L1)) {
+        entry.IfVIP = markState(text);
+    }
+    return entry;
 }
 
 QString obstacleText(const core::TextLookup &texts, const QString &databaseFile)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/Paths.h"
+#include "core/RecordSave.h"
 #include "core/RunLog.h"
 #include "core/Server.h"
 #include "core/TextLookup.h"
@@ -19,7 +21,7 @@ Qt::CheckState markState(const QString &letter);
 /// One entry as the operator sees it; the members bear the names of the table's columns.
 struct PhoneBookEntry
 {
-    QString SN = {}; ///< empty for an entry that is not in the table yet
+    std::optional<qint32> SN = {}; ///< none for an entry that is not in the table yet
     QString Telno = {};
     QString simpledes = {};
     QString detaildes = {};
@@ -37,17 +39,32 @@ QString searchQuery(const QString &text);
 /// Empty when no row has that SN. Throws core::Error.
 std::optional<PhoneBookEntry> entryBySn(const QString &databaseFile, qint32 sn);
 
-/// Whom a save tells of it.
-struct AfterSave
+/// What saving needs, and whom it tells; all of it must outlive the desk.
+struct Desk
 {
-    std::function<void(qint32 sn)> rebindList; ///< shows the whole phone book anew where its list is open
+    const core::Paths &paths;
+    core::RunLog &log;
+    const core::TextLookup &texts;
     core::Server &server;
+    std::function<void(qint32 sn)> rebindList; ///< shows the whole phone book anew where its list is open
 };
 
-/// Writes the entry into the row of its SN, or into a new row where there is none. The SN of the row; empty,
-/// with an entry in the run log, where nothing was written.
-QString SaveSimplePhoneBook(core::RunLog &log, const QString &databaseFile, const PhoneBookEntry &entry,
-                            const AfterSave &after);
+/// What became of an entry, and how it stands on file after that.
+struct SavedEntry : core::Saved
+{
+    PhoneBookEntry entry = {};
+};
+
+/// All that the save button does. Of a row that is on file only those fields are written that were typed,
+/// unless somebody else has changed them too; what he has changed besides is taken over.
+SavedEntry save(const Desk &desk, const PhoneBookEntry &loaded, const PhoneBookEntry &typed);
+/// Writes what was typed in the list into the row of an entry, and no other field. Throws core::Error.
+SavedEntry writeTyped(const QString &databaseFile, const PhoneBookEntry &loaded, const PhoneBookEntry &typed);
+/// What the operator decided of a save that could not be made, for the next one.
+void decide(const core::Saved &refused, core::Whose holds, PhoneBookEntry &loaded, PhoneBookEntry &typed);
+
+/// The entry with another text in one column, by its name; a mark's text is its letter.
+PhoneBookEntry withField(PhoneBookEntry entry, const QString &column, const QString &text);
 
 /// What keeps the phone book from being used, for the operator; empty where its file is there and not locked.
 QString obstacleText(const core::TextLookup &texts, const QString &databaseFile);

@@ -41,10 +41,10 @@ void PhoneBookWindows::showList()
     appearance::bringToFront(list());
 }
 
-void PhoneBookWindows::showList(const QString &query)
+void PhoneBookWindows::showList(const QString &query, QWidget *editor)
 {
     list().showQuery(query);
-    appearance::bringToFront(list());
+    appearance::showBehind(list(), editor);
 }
 
 // The row is read anew: another desk may have changed it since the list has shown it.

@@ -25,8 +25,8 @@ public:
     Q_DISABLE_COPY_MOVE(PhoneBookWindows)
 
     void showList();
-    /// The list on the rows of a query in the given words.
-    void showList(const QString &query);
+    /// The list on the rows of a query in the given words, behind the editor where there is one.
+    void showList(const QString &query, QWidget *editor);
     /// Opens the editor on an entry; tells the operator where it is gone or cannot be read.
     void editEntry(qint32 sn);
     /// Opens the editor for a new entry.

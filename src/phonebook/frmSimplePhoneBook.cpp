@@ -1,5 +1,6 @@
 #include "phonebook/frmSimplePhoneBook.h"
 
+#include "appearance/SaveRecord.h"
 #include "appearance/ThemedIcons.h"
 #include "phonebook/PhoneBookEntry.h"
 #include "ui_frmSimplePhoneBook.h"
@@ -161,6 +162,31 @@ void frmSimplePhoneBook::showWritingTrouble()
     }
     const bool otherIsShown = replaced && !m_data->isReplaced();
     notice(otherIsShown ? m_context.texts.Lms(u"PhoneBookReplaced"_s) : troubleText(m_context.texts, file));
+}
+
+/// What somebody else has changed meanwhile is put before the operator.
+void frmSimplePhoneBook::settle(const QPersistentModelIndex &cell, PhoneBookEntry loaded,
+                                const QString &typed)
+{
+    if (!cell.isValid() || !isVisible()) {
+        return;
+    }
+    PhoneBookEntry entry = withField(loaded, m_data->fieldAt(cell.column()), typed);
+    const auto captionOf = [this](const QString &column) {
+        return m_data->headerData(m_data->columnOf(column), Qt::Horizontal).toString();
+    };
+    const auto isMark = [this](const QString &column) { return m_data->isMark(m_data->columnOf(column)); };
+    const SavedEntry saved = appearance::saveRecord(
+        m_context, {*this, loaded.simpledes, captionOf, isMark},
+        [&] { return m_data->write(cell.row(), loaded, entry); },
+        [&](const core::Saved &refused, core::Whose holds) { decide(refused, holds, loaded, entry); });
+    if (!saved.written && !saved.dropped) {
+        return editAgain(cell, typed);
+    }
+    if (saved.dropped || saved.entry.SN != currentSn()) { // a row has gone, or come
+        refresh();
+        standOnSn(saved.entry.SN);
+    }
 }
 
 // The grid closes the editor of a cell whatever becomes of its text, so it is opened on the text once more.

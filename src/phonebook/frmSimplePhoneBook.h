@@ -56,6 +56,7 @@ private:
     void showCount();
     void showHint();
     void showWritingTrouble();
+    void settle(const QPersistentModelIndex &cell, PhoneBookEntry loaded, const QString &typed);
     void editAgain(const QPersistentModelIndex &cell, const QString &typed);
     void showMenu(const QPoint &position);
     void notice(const QString &text);

@@ -3,6 +3,7 @@
 #include "appearance/FieldChecks.h"
 #include "appearance/Keys.h"
 #include "appearance/NameInTitle.h"
+#include "appearance/SaveRecord.h"
 #include "appearance/ThemedIcons.h"
 #include "core/TextUtilities.h"
 #include "ui_frmSimplePhoneBookEdit.h"
@@ -23,8 +24,9 @@ frmSimplePhoneBookEdit::frmSimplePhoneBookEdit(const Needs &needs)
     setWindowIcon(appearance::programIcon());
     m_setup.load(*this);
     m_ui->txtTelno->installEventFilter(this);
+    m_ownerLine.emplace(*m_ui->lblOwner, *m_ui->cmdOpenOwner, needs.forms.texts, needs.forms.navigator);
     connectControls();
-    m_asShown = contents();
+    m_loaded = contents();
 }
 
 frmSimplePhoneBookEdit::~frmSimplePhoneBookEdit()
@@ -40,6 +42,11 @@ void frmSimplePhoneBookEdit::connectControls()
     connect(m_ui->txtDetailDes, &QPlainTextEdit::textChanged, this, clearNotice);
     connect(m_ui->chkVIP, &QCheckBox::stateChanged, this, clearNotice);
     connect(m_ui->chkBlackList, &QCheckBox::stateChanged, this, clearNotice);
+    constexpr std::chrono::milliseconds pause{300};
+    m_typing.setSingleShot(true);
+    m_typing.setInterval(pause);
+    connect(m_ui->txtTelno, &QLineEdit::textChanged, &m_typing, qOverload<>(&QTimer::start));
+    connect(&m_typing, &QTimer::timeout, this, &frmSimplePhoneBookEdit::showOwner);
     connect(m_ui->Command1, &QPushButton::clicked, this, &QWidget::close);
     connect(m_ui->Command2, &QPushButton::clicked, this, &frmSimplePhoneBookEdit::save);
     appearance::nameInTitle(*this, *m_ui->txtSimpleDes);
@@ -48,7 +55,7 @@ void frmSimplePhoneBookEdit::connectControls()
 
 void frmSimplePhoneBookEdit::editEntry(const PhoneBookEntry &entry)
 {
-    const bool isThisOne = m_mode == Mode::Edit && m_asShown.SN == entry.SN;
+    const bool isThisOne = m_mode == Mode::Edit && m_loaded.SN == entry.SN;
     if (isThisOne ? !isChanged() : mayDropContents()) {
         fill(entry, Mode::Edit);
     }
@@ -66,24 +73,52 @@ void frmSimplePhoneBookEdit::fill(const PhoneBookEntry &entry, Mode mode)
 {
     m_mode = mode;
     m_checkedNumbers.clear();
-    m_ui->txtSN->setText(entry.SN);
-    m_ui->txtTelno->setText(entry.Telno);
-    m_ui->txtSimpleDes->setText(entry.simpledes);
     m_detailDes.show(*m_ui->txtDetailDes, entry.detaildes);
+    follow(entry);
+    m_ui->txtTelno->setFocus();
+}
+
+/// The controls show the entry; those that hold its texts already keep their cursors.
+void frmSimplePhoneBookEdit::follow(const PhoneBookEntry &entry)
+{
+    const auto show = [](QLineEdit *box, const QString &text) {
+        if (box->text() != text) {
+            box->setText(text);
+        }
+    };
+    show(m_ui->txtSN, entry.SN ? QString::number(*entry.SN) : QString());
+    show(m_ui->txtTelno, entry.Telno);
+    show(m_ui->txtSimpleDes, entry.simpledes);
+    if (m_detailDes.text(*m_ui->txtDetailDes) != entry.detaildes) {
+        m_detailDes.show(*m_ui->txtDetailDes, entry.detaildes);
+    }
     m_ui->chkBlackList->setCheckState(entry.ifinblacklist);
     m_ui->chkVIP->setCheckState(entry.IfVIP);
-    m_asShown = contents();
-    m_ui->txtTelno->setFocus();
+    m_loaded.SN = entry.SN;
+    m_loaded = contents();
+    showOwner();
 }
 
 PhoneBookEntry frmSimplePhoneBookEdit::contents() const
 {
-    return {.SN = m_ui->txtSN->text(),
+    return {.SN = m_loaded.SN,
             .Telno = m_ui->txtTelno->text(),
             .simpledes = m_ui->txtSimpleDes->text(),
             .detaildes = m_detailDes.text(*m_ui->txtDetailDes),
             .ifinblacklist = m_ui->chkBlackList->checkState(),
             .IfVIP = m_ui->chkVIP->checkState()};
+}
+
+QWidget *frmSimplePhoneBookEdit::controlOf(const QString &column) const
+{
+    const QString control = column == "ifinblacklist"_L1 ? u"chkBlackList"_s
+                            : column == "IfVIP"_L1       ? u"chkVIP"_s
+                                                         : u"txt"_s + column;
+    const QList<QWidget *> all = findChildren<QWidget *>();
+    const auto found = std::ranges::find_if(all, [&control](const QWidget *widget) {
+        return widget->objectName().compare(control, Qt::CaseInsensitive) == 0;
+    });
+    return found != all.end() ? *found : nullptr;
 }
 
 bool frmSimplePhoneBookEdit::mayDropContents()
@@ -111,38 +146,60 @@ bool frmSimplePhoneBookEdit::eventFilter(QObject *watched, QEvent *event)
     return QDialog::eventFilter(watched, event);
 }
 
-void frmSimplePhoneBookEdit::checkNumbers()
+bool frmSimplePhoneBookEdit::isUnchecked() const
 {
     const QString numbers = m_ui->txtTelno->text().trimmed();
-    if (m_mode == Mode::Add && !numbers.isEmpty() && numbers != m_checkedNumbers) {
-        m_checkedNumbers = numbers;
-        m_needs.checks.IfNumbersExistInSimplePhoneBook(numbers);
+    return m_mode == Mode::Add && !numbers.isEmpty() && numbers != m_checkedNumbers;
+}
+
+void frmSimplePhoneBookEdit::checkNumbers()
+{
+    if (isUnchecked()) {
+        m_checkedNumbers = m_ui->txtTelno->text().trimmed();
+        showOwner();
+        m_needs.checks.IfNumbersExistInSimplePhoneBook(m_checkedNumbers, this);
     }
 }
 
+void frmSimplePhoneBookEdit::showOwner()
+{
+    m_ownerLine->show(m_needs.checks.knowNumbers()
+                          ? m_needs.checks.ownerOfNumbers(lookup::Owner::Table::PhoneBook,
+                                                          m_ui->txtTelno->text(), m_loaded.SN)
+                          : std::nullopt);
+}
+
 // The numbers are checked here too: Enter saves without leaving the box. What is found does not keep the
-// operator from saving. Once written the entry is edited like any other; saving again adds no second row.
+// operator from saving, and is told once the entry is written. From then on it is edited like any other;
+// saving again adds no second row.
 bool frmSimplePhoneBookEdit::save()
 {
     const appearance::FormContext &forms = m_needs.forms;
-    checkNumbers();
-    if (m_ui->txtTelno->text().trimmed().isEmpty()) {
-        forms.prompts.tell(forms.texts.Lms(u"PhoneNumbersCantbeBlank"_s));
-        m_ui->txtTelno->setFocus();
-        return false;
+    const auto owner = isUnchecked() ? m_needs.checks.ownerOfNumbers(lookup::Owner::Table::PhoneBook,
+                                                                     m_ui->txtTelno->text(), {})
+                                     : std::nullopt;
+    PhoneBookEntry loaded = m_loaded;
+    PhoneBookEntry typed = contents();
+    const Desk desk{forms.paths, forms.log, forms.texts, forms.server, m_needs.rebindList};
+    const SavedEntry saved = appearance::saveRecord(
+        forms,
+        appearance::recordEditor(*this, typed.simpledes,
+                                 [this](const QString &column) { return controlOf(column); }),
+        [&] { return phonebook::save(desk, loaded, typed); },
+        [&](const core::Saved &refused, core::Whose holds) { decide(refused, holds, loaded, typed); });
+    if (saved.dropped) {
+        fill({}, Mode::Add);
+    } else if (saved.written) {
+        m_mode = Mode::Edit;
+        follow(saved.entry);
+        m_ui->lblNotice->setText(forms.texts.Lms(u"EntrySaved"_s));
+    } else if (!saved.wrongField.isEmpty()) {
+        controlOf(saved.wrongField)->setFocus();
     }
-    const QString sn = SaveSimplePhoneBook(forms.log, forms.paths.PhoneBookFile, contents(),
-                                           {m_needs.rebindList, forms.server});
-    if (sn.isEmpty()) {
-        forms.prompts.tell(forms.texts.Lms(u"EntryNotSaved"_s) + u'\n' +
-                           troubleText(forms.texts, forms.paths.PhoneBookFile));
-        return false;
+    if (owner && saved.written) {
+        m_needs.checks.tell(*owner, this);
     }
-    m_mode = Mode::Edit;
-    m_ui->txtSN->setText(sn);
-    m_asShown = contents();
-    m_ui->lblNotice->setText(forms.texts.Lms(u"EntrySaved"_s));
-    return true;
+    return saved.written || saved.dropped;
 }
 
 void frmSimplePhoneBookEdit::closeEvent(QCloseEvent *event)

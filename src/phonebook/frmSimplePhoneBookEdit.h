@@ -2,10 +2,11 @@
 
 #include "appearance/FormContext.h"
 #include "appearance/MemoText.h"
-#include "lookup/ExistenceChecks.h"
+#include "lookup/OwnerLine.h"
 #include "phonebook/PhoneBookEntry.h"
 
 #include <QDialog>
+#include <QTimer>
 
 #include <memory>
 
@@ -25,7 +26,7 @@ public:
     {
         appearance::FormContext forms;
         const lookup::ExistenceChecks &checks;
-        std::function<void(qint32 sn)> rebindList; ///< see AfterSave
+        std::function<void(qint32 sn)> rebindList; ///< see Desk
     };
 
     explicit frmSimplePhoneBookEdit(const Needs &needs);
@@ -47,10 +48,14 @@ private:
 
     void connectControls();
     void fill(const PhoneBookEntry &entry, Mode mode);
+    void follow(const PhoneBookEntry &entry);
     PhoneBookEntry contents() const;
-    bool isChanged() const { return contents() != m_asShown; }
+    bool isChanged() const { return contents() != m_loaded; }
+    QWidget *controlOf(const QString &column) const;
     bool mayDropContents();
+    bool isUnchecked() const;
     void checkNumbers();
+    void showOwner();
     bool save();
 
     const Needs m_needs;
@@ -58,8 +63,10 @@ private:
     appearance::FormSetup m_setup;
     appearance::MemoText m_detailDes;
     Mode m_mode = Mode::Add;
-    PhoneBookEntry m_asShown; ///< the contents before the operator changed them
+    PhoneBookEntry m_loaded;  ///< the contents before the operator changed them
     QString m_checkedNumbers; ///< which the operator knows to be on file, or not
+    std::optional<lookup::OwnerLine> m_ownerLine;
+    QTimer m_typing; ///< runs until the operator pauses in the numbers
 };
 
 } // namespace phonebook

@@ -55,6 +55,12 @@ void frmSimplePhoneBook::connectGrid()
                 QTimer::singleShot(
                     0, this, [this, cell = QPersistentModelIndex(cell), typed] { editAgain(cell, typed); });
             });
+    connect(m_data, &DataPhonebook::changedElsewhere, this,
+            [this](const QModelIndex &cell, const PhoneBookEntry &loaded, const QString &typed) {
+                QTimer::singleShot(0, this, [this, cell = QPersistentModelIndex(cell), loaded, typed] {
+                    settle(cell, loaded, typed);
+                });
+            });
     connect(m_data, &DataPhonebook::changedInPlace, this, [this] {
         notice({});
         m_context.server.SendServer(u"REFRESHSIMPLEPHONEBOOK"_s);

@@ -176,6 +176,15 @@ void Recordset::setValue(const QString &field, const QVariant &value)
     }
 }
 
+void Recordset::setFields(const QList<core::FieldEdit> &edits)
+{
+    for (const core::FieldEdit &edit : edits) {
+        if (!edit.isTakenOver() && value(edit.column) != edit.wanted) {
+            setValue(edit.column, edit.wanted);
+        }
+    }
+}
+
 void Recordset::Update()
 {
     if (m_pending == Pending::Nothing) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/RecordSave.h"
+
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -57,6 +59,8 @@ public:
     void AddNew();
     void Edit();
     void setValue(const QString &field, const QVariant &value);
+    /// Sets what an editor wants, but for what is taken over and what the row holds already.
+    void setFields(const QList<core::FieldEdit> &edits);
     /// Writes the row of AddNew or Edit, every value bound, and stands on it. After a failure nothing is
     /// written and Update may be called again.
     void Update();

@@ -200,6 +200,12 @@ bool RecordsetModel::setData(const QModelIndex &index, const QVariant &value, in
     return written;
 }
 
+void RecordsetModel::forgetRow(int row)
+{
+    m_cache.remove(row);
+    Q_EMIT dataChanged(index(row, 0), index(row, columnCount() - 1));
+}
+
 bool RecordsetModel::removeRows(int row, int count, const QModelIndex &parent)
 {
     if (parent.isValid() || row < 0 || count < 1 || row + count > rowCount()) {

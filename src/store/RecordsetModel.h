@@ -42,6 +42,7 @@ public:
     /// before refresh().
     bool isReplaced() const;
     const QString &recordSource() const { return m_select; }
+    const QString &databaseFile() const { return m_databaseFile; }
 
     /// The fields that make the first columns, whatever their order in the file, from the next select on; the
     /// others stand behind them.
@@ -62,6 +63,8 @@ public:
 
     /// The column of a field name, whatever its case; -1 without one.
     int columnOf(const QString &field) const;
+    /// The field of a column.
+    QString fieldAt(int column) const;
     /// The row with that auto-number; -1 where it is not shown.
     int rowOf(qint64 number) const;
     /// A field of a row; null where there is no such row any more.
@@ -73,12 +76,17 @@ Q_SIGNALS:
     /// All rows are known, or the reading broke off, which was logged; not for what was read at once.
     void readingEnded();
 
+protected:
+    core::RunLog &log() { return m_log; }
+    QLatin1StringView name() const { return m_name; }
+    /// The row was written elsewhere in the program: it is read anew when it is looked at.
+    void forgetRow(int row);
+
 private:
     struct Rows;
     QVariantList rowAt(int row) const;
     void readOn();
     void arrangeColumns();
-    QString fieldAt(int column) const;
 
     core::RunLog &m_log;
     QLatin1StringView m_name;

@@ -1,4 +1,5 @@
 #include "ProgramDesk.h"
+#include "notes/frmNotePad.h"
 #include "support/Rows.h"
 
 #include <QNetworkDatagram>
@@ -48,8 +49,13 @@ private Q_SLOTS:
         fields.match = sn;
         fields.name = u"Old Mill"_s;
         desk.send(sim::callRecord(fields, sim::CodePageChoice()));
+        find<lookup::frmPopUp>("Command2");
+        desk.program->windows().Show_Editor(u"CUSTOMER"_s, sn.toInt());
+        type<FrmEditCustomer>("txtCustomerName", u"New Mill"_s);
+        press<FrmEditCustomer>("Command2");
+        QCOMPARE((find<lookup::frmPopUp, QLabel>("lblCallerName")->text()), u"New Mill"_s);
         press<lookup::frmPopUp>("Command2");
-        QCOMPARE((find<FrmEditCustomer, QLineEdit>("txtCustomerName")->text()), u"Old Mill\u2019s Cheese"_s);
+        QCOMPARE((find<FrmEditCustomer, QLineEdit>("txtCustomerName")->text()), u"New Mill"_s);
     }
 
     void aCustomerSavedWhileAnotherDeskTakesTheFileIsKnownOnceItIsFree()
@@ -74,12 +80,35 @@ private Q_SLOTS:
         QTRY_COMPARE(desk.window().calls().rowCount(), 1);
     }
 
+    // The sample desk has three of them, filed by another program.
+    void aCustomerOnFileWithAnApostropheKeepsNameAndNotes()
+    {
+        ProgramDesk desk;
+        QVERIFY(desk.start());
+        const QString found =
+            support::rowsOf(desk.paths.CustomerFile,
+                            u"select SN, CustomerName from customer where CustomerName like '*''*'"_s);
+        QCOMPARE(found.count(u'\n'), 2);
+        for (const QString &row : found.split(u'\n')) {
+            const QString name = row.section(u'|', 1);
+            desk.program->windows().Show_Editor(u"CUSTOMER"_s, row.section(u'|', 0, 0).toInt());
+            Q_EMIT find<FrmEditCustomer, QLineEdit>("txtCustomerName")->editingFinished();
+            press<FrmEditCustomer>("cmdViewNotePad");
+            QCOMPARE((find<notes::frmNotePad, QLineEdit>("txtCustomerName")->text()), name);
+            for (const char *box : {"txtConsultant", "txtRequest", "txtResponse"}) {
+                type<notes::frmNotePad>(box, u"Ann"_s);
+            }
+            press<notes::frmNotePad>("cmdSave"); // no box
+            QVERIFY(openForm<FrmEditCustomer>()->close());
+        }
+    }
+
     void aDeletedCustomerIsUnknownToTheNextCall()
     {
         ProgramDesk desk;
         QVERIFY(desk.start());
         desk.program->windows().showCustomerList(
-            u"select * from customer where CustomerName='厦门鼓浪书咖'"_s);
+            u"select * from customer where CustomerName='厦门鼓浪书咖'"_s, nullptr);
         desk.prompts.expect(true);
         press<customers::FrmCustomer>("Command5");
         desk.send(call(u"059255500130"_s, u"Deleted"_s));

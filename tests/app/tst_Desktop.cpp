@@ -117,6 +117,35 @@ private Q_SLOTS:
         QTRY_COMPARE(xdotool(u"getwindowgeometry "_s + mainWindow()).section(u'\n', 1), place);
     }
 
+    void whoeverTypesANumberThatIsOnFileKeepsTheKeyboard()
+    {
+        QVERIFY(m_program->start());
+        QTRY_VERIFY(!mainWindow().isEmpty());
+        press(mainWindow(), u"Tab Return"_s); // the toolbar's first button
+        QTRY_COMPARE(activeWindow(), u"Phone book"_s);
+        xdotool(u"key alt+a"_s);
+        QTRY_COMPARE(activeWindow(), u"Phone book entry"_s);
+        for (int round = 0; round < 2; ++round) { // with the list in sight, and with a new one
+            xdotool(u"type 617-555-0201"_s);
+            xdotool(u"key Tab"_s);
+            QTRY_COMPARE(activeWindow(), u"617-555-0201"_s); // the box
+            xdotool(u"key Return"_s);
+            QTRY_COMPARE(activeWindow(), u"Phone book entry"_s);
+            xdotool(u"type Zoe"_s);
+            QTRY_COMPARE(activeWindow(), u"Zoe - Phone book entry"_s);
+            QTRY_VERIFY(xdotool(u"search --onlyvisible --name '^Phone book$'"_s).toInt() != 0);
+            if (round == 0) {
+                const QString list = xdotool(u"search --onlyvisible --name '^Phone book$'"_s);
+                press(list, u"Escape"_s);
+                QTRY_VERIFY(xdotool(u"search --onlyvisible --name '^Phone book$'"_s).isEmpty());
+                xdotool(u"search --name '^Zoe - ' windowactivate"_s);
+                QTRY_COMPARE(activeWindow(), u"Zoe - Phone book entry"_s);
+                xdotool(u"key ctrl+a BackSpace shift+Tab ctrl+a BackSpace"_s);
+                QTRY_COMPARE(activeWindow(), u"Phone book entry"_s);
+            }
+        }
+    }
+
     void withoutATrayTheWindowMinimizes()
     {
         QVERIFY(m_program->start());

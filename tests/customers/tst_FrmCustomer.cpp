@@ -177,7 +177,7 @@ private Q_SLOTS:
         QCOMPARE((find<FrmCustomer, QLineEdit>("txtAddToExist")->text()), u""_s);
         QCOMPARE(forms.names(), u"Zoë Łódź|anna|Bay|Zed|New"_s);
         QCOMPARE(forms.grid()->currentIndex().row(), 2);
-        forms.windowsOfCustomers.showList(u"Select * from customer where sn = 1"_s);
+        forms.windowsOfCustomers.showList(u"Select * from customer where sn = 1"_s, nullptr);
         QCOMPARE(forms.names(), u"Zoë Łódź"_s);
         press<FrmCustomer>("Command3");
         QCOMPARE(forms.navigator.shown, QStringList(u"ShowHelp Popup_CustomerDatabase"_s));

@@ -133,20 +133,102 @@ private Q_SLOTS:
         forms.prompts.expect();
         QTest::mouseRelease(forms.form->windowHandle(), Qt::LeftButton, {}, place);
         QCOMPARE(forms.text("txtSN"), u"2"_s);
-        Q_EMIT forms.find("txtCustomerName")->editingFinished();
+        Q_EMIT forms.find("txtCustomerName")->editingFinished(); // he is edited from now on
+        forms.form->addCustomer({});
         for (const char *name : {"txtCompanyCall", "txtCompanyFax", "txtLinkmanMobile"}) {
             forms.prompts.expect();
             forms.type(name, u"555-0144"_s);
             QCOMPARE(forms.navigator.shown.takeLast(),
                      u"showCustomerList Select * from customer where sn = 1"_s);
         }
-        QCOMPARE(forms.prompts.asked.at(1), u"[CustomerExisted]"_s);
+        QCOMPARE(forms.prompts.asked.at(1), u"[CustomerExisted]\n[NameOnFile]"_s);
         forms.prompts.expectSave(Answer::Discard);
         QVERIFY(forms.form->ShowCustomerBySN(1));
         forms.type("txtCustomerName", u"Acme's"_s);
         forms.type("txtCompanyFax", u"5550144"_s);
         QCOMPARE(forms.text("txtCustomerName"), u"Acme\u2019s"_s);
         QCOMPARE(forms.prompts.asked.size(), 6);
+    }
+
+    // One box for whatever is somebody else's, and none twice; the line stays as long as it is so.
+    void anActBringsOneBoxAndTheLineSaysWhoseItIs()
+    {
+        Forms forms;
+        forms.form->addCustomer({});
+        QVERIFY(QTest::qWaitForWindowActive(forms.form));
+        forms.find("txtCustomerName")->setFocus();
+        QTest::keyClicks(forms.find("txtCustomerName"), u"acme"_s);
+        forms.find("txtCompanyFax")->setText(u"555-0144"_s);
+        forms.find("txtCompanyFax")->setModified(true);
+        const auto *const owner = forms.find<QLabel>("lblOwner");
+        QTRY_COMPARE(owner->text(), u"[NumberBelongsTo]"_s);
+        forms.prompts.expect();
+        QTest::keyClick(forms.form, Qt::Key_S, Qt::ControlModifier);
+        QCOMPARE(forms.prompts.asked, QStringList(u"[CustomerExisted]\n[NameOnFile]"_s));
+        QCOMPARE(forms.text("txtSN"), u"2"_s);
+        QVERIFY(forms.find("txtCustomerName")->hasFocus() && owner->isVisible());
+        QTest::keyClicks(forms.find("txtCustomerName"), u"2"_s);
+        QTest::keyClick(forms.form, Qt::Key_S, Qt::ControlModifier); // not warned about himself
+        QCOMPARE(forms.prompts.asked.size(), 1);
+        QCOMPARE(owner->text(), u"[NumberBelongsTo]"_s);
+        forms.click("cmdOpenOwner");
+        QCOMPARE(forms.navigator.shown, QStringList(u"Show_Editor CUSTOMER 1"_s));
+        forms.find("txtCompanyFax")->clear();
+        QTRY_VERIFY(!owner->isVisible());
+    }
+
+    // A name that another program has filed with an apostrophe is his name until it is changed.
+    void aNameWithAnApostropheOnFileIsLeftAlone()
+    {
+        Forms forms;
+        customerSql(forms, u"update customer set CustomerName='O''Brien'"_s);
+        QVERIFY(forms.form->ShowCustomerBySN(1));
+        Q_EMIT forms.find("txtCustomerName")->editingFinished();
+        forms.click("cmdViewNotePad");
+        QVERIFY(forms.form->close()); // unasked
+        QVERIFY(forms.form->ShowCustomerBySN(1));
+        forms.type("txtCustomerName", u"O'Hara"_s);
+        QCOMPARE(forms.text("txtCustomerName"), u"O\u2019Hara"_s);
+        forms.click("cmdViewNotePad");
+        QCOMPARE(forms.navigator.shown, QStringList(2, u"ShowNotePad O'Brien"_s));
+    }
+
+    void theOperatorDecidesWhatTwoHaveChanged_data()
+    {
+        QTest::addColumn<QString>("elsewhere");
+        QTest::addColumn<int>("answer");
+        QTest::addColumn<QString>("box"); // what stands in it, and on file
+        QTest::addColumn<QString>("onFile");
+        const QString change = u"update customer set quote='8', city='Rome'"_s;
+        QTest::newRow("mine") << change << int(Answer::Save) << u"9"_s << u"9 Rome"_s;
+        QTest::newRow("theirs") << change << int(Answer::Discard) << u"8"_s << u"8 Rome"_s;
+        QTest::newRow("back") << change << int(Answer::Cancel) << u"9"_s << u"8 Rome"_s;
+        const QString deletion = u"delete from customer"_s;
+        QTest::newRow("gone, mine") << deletion << int(Answer::Save) << u"9"_s << u"9 "_s;
+        QTest::newRow("gone, theirs") << deletion << int(Answer::Discard) << u""_s << u""_s;
+    }
+    void theOperatorDecidesWhatTwoHaveChanged()
+    {
+        QFETCH(const QString, elsewhere);
+        QFETCH(const int, answer);
+        Forms forms;
+        QVERIFY(forms.form->ShowCustomerBySN(1));
+        forms.find("txtQuote")->setText(u"9"_s);
+        customerSql(forms, elsewhere);
+        forms.prompts.expectSave(Answer(answer));
+        forms.click("Command2");
+        const bool gone = elsewhere.startsWith(u"delete"_s);
+        const QString values = u"\n\n[Quote]\n[ValueMine] \u20689\u2069\n[ValueTheirs] \u20688\u2069"_s;
+        QCOMPARE(forms.prompts.asked.first(),
+                 u"Acme\n\n"_s + (gone ? u"[RecordGone]"_s : u"[ChangedElsewhere]"_s + values));
+        QTEST(forms.text("txtQuote"), "box");
+        QTEST(customerSql(forms, u"select quote || ' ' || ifnull(city, '') from customer"_s), "onFile");
+        if (Answer(answer) != Answer::Cancel) {
+            QVERIFY(forms.form->close()); // nothing is left to be asked about
+            return;
+        }
+        forms.prompts.expectSave(Answer::Discard);
+        forms.form->close();
     }
 
     void unsavedTextIsAskedAbout()
@@ -179,8 +261,8 @@ private Q_SLOTS:
     {
         Forms forms;
         forms.form->addCustomer({});
-        for (const QString &address :
-             {u" desk.example "_s, u"http://a.example"_s, u"HTTP://B.example"_s, u" "_s}) {
+        for (const QString &address : {u" desk.example "_s, u"http://a.example"_s, u"HTTP://B.example"_s,
+                                       u"HTTPS://c.example"_s, u" "_s}) {
             forms.find("txtHomepage")->setText(address);
             QTest::mouseDClick(forms.find("txtHomepage"), Qt::LeftButton);
         }
@@ -190,7 +272,8 @@ private Q_SLOTS:
         const QString mail = u"startMail o@desk.example"_s;
         QCOMPARE(forms.shell.opened,
                  QStringList({u"openPage http://desk.example"_s, u"openPage http://a.example"_s,
-                              u"openPage http://HTTP://B.example"_s, mail, mail}));
+                              u"openPage http://HTTP://B.example"_s, u"openPage HTTPS://c.example"_s, mail,
+                              mail}));
         forms.click("Command4");
         forms.find("txtCustomerName")->setText(u"Acme"_s);
         forms.click("cmdViewNotePad");

@@ -10,39 +10,58 @@ namespace {
 
 /// Saves customers as the editor does until it is killed: a new one and then a change of him, by turns. Tells
 /// of each save when it is done.
-struct Saver : customers::CustomerControls
+struct Saver
 {
     core::Paths paths;
     support::FakeClock clock;
     core::ProcessValues values;
     core::RunLog log{paths, clock, values};
-    support::FakePrompts prompts;
     support::FakeServer server;
     support::KeyTexts texts;
     FakeCustomerEffects effects;
-    customers::CustomerRecord shown;
-    customers::CustomerEditing editing{{paths, values, log, texts, prompts, server, effects}, *this};
+    customers::LoadedCustomer loaded;
+    customers::CustomerEditing editing{{paths, values, log, texts, server, effects}};
 
     explicit Saver(const core::Paths &desk) : paths(desk) {}
-    customers::CustomerRecord shownCustomer() const override { return shown; }
-    void showCustomer(const customers::CustomerRecord &customer) override { shown = customer; }
-    void showSN(qint32 sn) override { shown.SN = sn; }
-    void turnTo(QStringView) override {}
 
     int run(int number)
     {
         store::UpdateDatabase_Customer_0606191111(log, paths);
         bool going = store::FixCustomerData(log, paths) == 1;
         for (; going; ++number) {
-            shown.SN = number % 2 == 0 ? 0 : shown.SN;
-            shown.shown = fullCustomer(QString::number(number) + u' ' + QString(200, u'x')).shown;
-            going = editing.save();
-            std::printf("%d %d\n", shown.SN, number);
+            loaded = number % 2 == 0 ? customers::LoadedCustomer() : loaded;
+            const QString text = QString::number(number) + u' ' + QString(200, u'x');
+            const customers::SavedCustomer saved =
+                editing.save(loaded, {loaded.record.SN, fullCustomer(text).shown});
+            going = saved.written;
+            loaded = saved.customer;
+            std::printf("%d %d\n", loaded.record.SN.value_or(0), number);
             std::fflush(stdout);
         }
         return 1;
     }
+
+    /// Counts up one field of the first customer, saving each number; the editor stays open all the while.
+    bool countUp(QStringView column, int last)
+    {
+        loaded = editing.ShowCustomerBySN(1).customer.value();
+        for (int number = 1; number <= last; ++number) {
+            customers::CustomerRecord typed = loaded.record;
+            typed.shown.at(size_t(customers::fieldOf(column))) = QString::number(number);
+            customers::SavedCustomer saved = editing.save(loaded, typed);
+            while (!saved.message.isEmpty()) { // the file was locked for too long
+                saved = editing.save(loaded, typed);
+            }
+            if (!saved.written) {
+                return false;
+            }
+            loaded = saved.customer;
+        }
+        return true;
+    }
 };
+
+constexpr int counted = 60;
 
 } // namespace
 
@@ -66,6 +85,19 @@ class tst_KilledSaves : public QObject
     }
 
 private Q_SLOTS:
+    void twoProgramsThatChangeOneCustomerLoseNothingOfEachOther()
+    {
+        const support::TestDesk desk;
+        deliver(u"Customer"_s, desk.paths.CustomerFile);
+        customerSql(desk, u"insert into customer (CustomerName, T3) values ('A', '1')"_s);
+        QProcess other;
+        other.start(QCoreApplication::applicationFilePath(), {u"count"_s, desk.folder.path()});
+        QVERIFY(other.waitForStarted());
+        QVERIFY(Saver(desk.paths).countUp(u"PostalCode", counted));
+        QVERIFY(other.waitForFinished() && other.exitCode() == 0);
+        QCOMPARE(customerSql(desk, u"select SN, Fax, PostalCode from customer"_s), u"1|%1|%1"_s.arg(counted));
+    }
+
     void everyConfirmedSaveOutlivesAKillAtAnyMoment()
     {
         constexpr int kills = 100;
@@ -106,6 +138,12 @@ int main(int argc, char *argv[])
 {
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.value(1) == "count"_L1) {
+        const QString &folder = arguments.at(2);
+        return Saver(core::pathsBelow(folder + u"/start"_s, folder + u"/data"_s)).countUp(u"Fax", counted)
+                   ? 0
+                   : 1;
+    }
     if (arguments.value(1) == "save"_L1) {
         const QString &folder = arguments.at(2);
         return Saver(core::pathsBelow(folder + u"/start"_s, folder + u"/data"_s))

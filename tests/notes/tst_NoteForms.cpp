@@ -57,9 +57,15 @@ private Q_SLOTS:
         QTest::keyClick(form->findChild<QWidget *>(u"txtNote"_s), Qt::Key_S, Qt::ControlModifier);
         QCOMPARE(form->findChild<QPlainTextEdit *>(u"txtRequest"_s)->toPlainText(), QString());
         QVERIFY(!form->findChild<QCheckBox *>(u"chkIfResolved"_s)->isChecked());
+        const auto *const message = form->findChild<QLabel *>(u"lblMessage"_s);
+        QCOMPARE(message->text(), u"[EntrySaved]"_s);
         type<frmNotePad>("txtRequest", u"More"_s);
+        QCOMPARE(message->text(), QString());
         type<frmNotePad>("txtResponse", u"Yes"_s);
+        QTest::keyClick(form->focusWidget(), Qt::Key_Return, Qt::ShiftModifier);
+        QTest::keyClicks(form->focusWidget(), u"No"_s);
         press<frmNotePad>("cmdSave");
+        QCOMPARE(desk.rows(u"select Response from CustomerRequest where Request='More'"_s), u"Yes\r\nNo"_s);
         QCOMPARE(desk.rows(u"select CustomerName,Request,IfResolved from CallInfo as c,CustomerRequest as r "
                            "where c.CallID=r.CallID"_s),
                  u"O'Brien's|can't wait|true\nO'Brien's|More|false"_s);
@@ -125,12 +131,20 @@ private Q_SLOTS:
         QVERIFY(desk.windowsOfNotes.ShowNotePad(u"Acme"_s, 0));
         QVERIFY(desk.values.NotePadOpen);
         QCOMPARE(desk.openForms.count(), 1);
+        desk.windowsOfNotes.showManager();
+        type<frmNotePadManager>("txtCustomerName", u"Acme"_s);
+        press<frmNotePadManager>("cmdShowResult");
         desk.windowsOfNotes.RefreshNotePad(u"Acme"_s, u"O'Brien's"_s);
+        QCOMPARE(grid()->model()->index(0, 1).data().toString(), u"O'Brien's"_s);
+        QCOMPARE((find<frmNotePadManager, QLineEdit>("txtCustomerName")->text()), u"O'Brien's"_s);
         QCOMPARE(editor()->findChildren<notes::ReportRun *>().size(), 1); // not that of the old name as well
         QCOMPARE(editor()->findChild<QLineEdit *>(u"txtCustomerName"_s)->text(), u"O'Brien's"_s);
         QTRY_VERIFY(editor()->findChild<notes::ReportBox *>(u"txtReport"_s)->report().contains(u"Old one"_s));
         desk.windowsOfNotes.RefreshNotePad(u"O'Brien's"_s, QString(10'000, u'x'));
         QCOMPARE(editor()->findChild<QLineEdit *>(u"txtCustomerName"_s)->text().size(), 10'000);
+        manager()->close();
+        editor()->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(editor()));
         QTest::keyClick(editor(), Qt::Key_F1);
         QCOMPARE(desk.navigator.shown, QStringList(u"ShowHelp Popup_Notes"_s));
     }

@@ -16,10 +16,10 @@ class tst_PhoneBook : public QObject
         int rebound = 0;
 
         Desk() { runSql(paths.PhoneBookFile, phoneBookRows); }
-        QString save(const PhoneBookEntry &entry)
+        phonebook::SavedEntry save(const PhoneBookEntry &loaded, const PhoneBookEntry &typed)
         {
-            return phonebook::SaveSimplePhoneBook(log, paths.PhoneBookFile, entry,
-                                                  {[this](qint32 sn) { rebound = sn; }, server});
+            return phonebook::save({paths, log, texts, server, [this](qint32 sn) { rebound = sn; }}, loaded,
+                                   typed);
         }
         bool show(const QString &query) { return list.setRecordSource(paths.PhoneBookFile, query); }
         QString shown() const { return support::columnOf(list, list.columnOf(u"SN"_s)); }
@@ -28,26 +28,65 @@ class tst_PhoneBook : public QObject
 private Q_SLOTS:
     void anEntryIsWrittenIntoItsRowOrANewOneAndReadBack()
     {
-        for (const auto &[sn, key] : {std::pair(u""_s, u"10"_s), {u"5"_s, u"5"_s}, {u"77"_s, u"10"_s}}) {
+        for (const auto &[sn, key] : {std::pair(std::optional<qint32>(), 10), {5, 5}}) {
             Desk desk;
-            const auto rows = [&desk, key = key](const QString &which) {
-                return support::rowsOf(desk.paths.PhoneBookFile,
-                                       u"select * from phonebook where SN "_s + which + key);
+            const QString file = desk.paths.PhoneBookFile;
+            const auto rows = [&file, key = key](const QString &which) {
+                return support::rowsOf(file,
+                                       u"select * from phonebook where SN "_s + which + QString::number(key));
             };
             const QString others = rows(u"<>"_s);
             PhoneBookEntry entry{sn,        u"  7 '8' "_s,        u" O'Neil "_s,
                                  u"a\nb"_s, Qt::PartiallyChecked, Qt::Checked};
-            QCOMPARE(desk.save(entry), key);
+            const auto loaded = sn ? phonebook::entryBySn(file, *sn) : PhoneBookEntry();
+            QCOMPARE(desk.save(*loaded, entry).entry.SN, key);
             QCOMPARE(rows(u"<>"_s), others);
-            QCOMPARE(rows(u"="_s), key + u"|7 '8'| O'Neil |a\nb|G|Y"_s);
+            QCOMPARE(rows(u"="_s), QString::number(key) + u"|7 '8'| O'Neil |a\nb|G|Y"_s);
             entry.SN = key;
             entry.Telno = u"7 '8'"_s;
-            QVERIFY(phonebook::entryBySn(desk.paths.PhoneBookFile, key.toInt()) == entry);
-            QVERIFY(phonebook::entryBySn(desk.paths.PhoneBookFile, 8) == PhoneBookEntry{u"8"_s}); // of Nulls
-            QVERIFY(!phonebook::entryBySn(desk.paths.PhoneBookFile, 4));
-            QCOMPARE(desk.rebound, key.toInt());
+            QVERIFY(phonebook::entryBySn(file, key) == entry);
+            QVERIFY(phonebook::entryBySn(file, 8) == PhoneBookEntry{8}); // of Nulls
+            QVERIFY(!phonebook::entryBySn(file, 4));
+            QCOMPARE(desk.rebound, key);
             QCOMPARE(desk.server.sent, QStringList{u"REFRESHSIMPLEPHONEBOOK"_s});
             QCOMPARE(desk.logMessages(), QStringList());
+        }
+    }
+
+    // What another desk does between reading and saving, in the editor and in the list.
+    void twoDesksLoseNothingOfEachOther_data()
+    {
+        QTest::addColumn<QString>("elsewhere");
+        QTest::addColumn<QString>("refused"); // the column that is disputed
+        QTest::addColumn<QString>("mine");    // the row when the operator's values hold
+        const QString update = u"update phonebook set "_s;
+        QTest::newRow("nobody") << update + u"SN=SN"_s << u""_s << u"3|1|Miller|pays late|Y|G"_s;
+        QTest::newRow("another field") << update + u"IfVIP='N'"_s << u""_s << u"3|1|Miller|pays late|Y|N"_s;
+        QTest::newRow("the same") << update + u"Telno='2' where SN=3"_s << u"Telno"_s
+                                  << u"3|1|Miller|pays late|Y|G"_s;
+        QTest::newRow("deleted") << u"delete from phonebook where SN=3"_s << u"gone"_s
+                                 << u"10|1|Miller|pays late|Y|G"_s;
+    }
+    void twoDesksLoseNothingOfEachOther()
+    {
+        QFETCH(const QString, elsewhere);
+        for (const bool inList : {false, true}) {
+            Desk desk;
+            const QString file = desk.paths.PhoneBookFile;
+            PhoneBookEntry loaded = phonebook::entryBySn(file, 3).value();
+            PhoneBookEntry typed = phonebook::withField(loaded, u"Telno"_s, u"1"_s);
+            desk.runSql(file, elsewhere);
+            const auto save = [&] {
+                return inList ? phonebook::writeTyped(file, loaded, typed) : desk.save(loaded, typed);
+            };
+            phonebook::SavedEntry saved = save();
+            const QString column = saved.disputed.isEmpty() ? u""_s : saved.disputed.constFirst().column;
+            QTEST(saved.gone ? u"gone"_s : column, "refused");
+            phonebook::decide(saved, core::Whose::Mine, loaded, typed);
+            saved = saved.written ? saved : save();
+            QTEST(support::rowsOf(file, u"select * from phonebook where SN="_s +
+                                            QString::number(saved.entry.SN.value())),
+                  "mine");
         }
     }
 

@@ -99,8 +99,9 @@ private Q_SLOTS:
         QCOMPARE(desk.server.sent, QStringList(2, u"REFRESHSIMPLEPHONEBOOK"_s));
         desk.runSql(desk.paths.PhoneBookFile, u"delete from phonebook where SN = 3"_s);
         clickCell(2, 1); // of the row that another desk has deleted just now
+        desk.prompts.expectSave(core::Prompts::Answer::Cancel);
         keys(u"x"_s, Qt::Key_Return);
-        QTRY_COMPARE(label("lblNotice"), u"[PhoneBookUnusable]"_s);
+        QTRY_COMPARE(desk.prompts.asked.join(u' '), u"Miller\n\n[RecordGone]"_s);
         QVERIFY(openForm<frmSimplePhoneBookEdit>() == nullptr); // Enter ended the typing alone
         QCOMPARE(desk.server.sent.size(), 2);
         const auto typed = [] {
@@ -118,6 +119,24 @@ private Q_SLOTS:
         QTRY_COMPARE(typed(), u"5"_s);
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return); // on the file that is there now
         QTRY_COMPARE(desk.row(2), u"9|5|Baker|50% off*|N|G"_s);
+    }
+
+    void aCellThatAnotherDeskHasChangedIsPutBeforeTheOperator()
+    {
+        using Answer = core::Prompts::Answer;
+        for (const auto &[answer, row] : {std::pair(Answer::Save, u"9|7|Baker|50% off*|N|N"_s),
+                                          {Answer::Discard, u"9|6|Baker|50% off*|N|N"_s}}) {
+            Desk desk;
+            desk.showList();
+            clickCell(1, 0);
+            desk.runSql(desk.paths.PhoneBookFile, u"update phonebook set Telno = '6' where SN = 9"_s);
+            desk.prompts.expectSave(answer);
+            keys(u"7"_s, Qt::Key_Return);
+            QTRY_COMPARE(desk.prompts.asked.size(), 1);
+            QVERIFY(desk.prompts.asked.first().startsWith(u"Baker\n\n[ChangedElsewhere]\n\n[Telno]\n"_s));
+            QTRY_COMPARE(desk.row(3), row);
+            QTRY_COMPARE(grid()->model()->index(1, 0).data().toString(), row.section(u'|', 1, 1));
+        }
     }
 
     void deletingAsksAndTellsTheServer()
@@ -146,7 +165,7 @@ private Q_SLOTS:
     void aNewEntryIsCheckedSavedAndThenEdited()
     {
         Desk desk;
-        desk.windows.showList(u"Select * from phonebook where sn = 3"_s);
+        desk.windows.showList(u"Select * from phonebook where sn = 3"_s, nullptr);
         QCOMPARE(grid()->model()->rowCount(), 1);
         press<frmSimplePhoneBook>("cmdPhonebook_Add");
         QVERIFY(QTest::qWaitForWindowActive(openForm<frmSimplePhoneBookEdit>()));
@@ -156,7 +175,8 @@ private Q_SLOTS:
         type<frmSimplePhoneBookEdit>("txtTelno", u"1, 5550144"_s);
         desk.prompts.expect();
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-        QTRY_COMPARE(desk.prompts.asked.join(u' '), u"[ThePhoneNumberExists]"_s);
+        QTRY_COMPARE(desk.prompts.asked.join(u' '), u"[ThePhoneNumberExists]\n[NumberBelongsTo]"_s);
+        QVERIFY((find<frmSimplePhoneBookEdit, QLabel>("lblOwner")->isVisible()));
         QCOMPARE(desk.navigator.shown, QStringList{u"showPhoneBook Select * from phonebook where sn = 3"_s});
         type<frmSimplePhoneBookEdit>("txtSimpleDes", u"Zoe"_s);
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);

@@ -50,9 +50,10 @@ struct FakePrompts : core::Prompts
     /// Announces the question about typed text that was not saved.
     void expectSave(Answer choice) { m_script.append({.choice = choice}); }
 
-    void tell(const QString &text, const QString &) override { answer(text); }
+    using core::Prompts::askSave;
+    void tell(const QString &text, const QString &, QWidget *) override { answer(text); }
     bool askOkCancel(const QString &text, const QString &) override { return answer(text).ok; }
-    Answer askSave(const QString &text, QWidget *) override { return answer(text).choice; }
+    Answer askSave(const QString &text, QWidget *, const SaveWords &) override { return answer(text).choice; }
     QString saveFileName(const QString &proposed, const QString &) override { return answer(proposed).path; }
     bool isOpen() const override { return m_open > 0; }
 
@@ -142,8 +143,11 @@ struct FakeNavigator : core::Navigator
     }
     void ShowCustomerByName(const QString &name) override { record({"ShowCustomerByName"_L1, name}); }
     void ShowNotePad(const QString &customerName) override { record({"ShowNotePad"_L1, customerName}); }
-    void showPhoneBook(const QString &query) override { record({"showPhoneBook"_L1, query}); }
-    void showCustomerList(const QString &query) override { record({"showCustomerList"_L1, query}); }
+    void showPhoneBook(const QString &query, QWidget *) override { record({"showPhoneBook"_L1, query}); }
+    void showCustomerList(const QString &query, QWidget *) override
+    {
+        record({"showCustomerList"_L1, query});
+    }
     void addCaller(const QString &tel, const QString &key) override { record({"addCaller"_L1, tel, key}); }
     void Show_Editor(const QString &source, qint32 sn) override
     {
