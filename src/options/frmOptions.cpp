@@ -149,7 +149,9 @@ void frmOptions::showSenders()
     m_ui->txtSenders->setEnabled(text.has_value());
     m_ui->txtSenders->setPlainText(text.value_or(QString()));
     m_storedSenders = m_ui->txtSenders->toPlainText();
-    m_ui->lblSendersTrouble->setText(m_logic.sendersTrouble());
+    const QString trouble = m_logic.sendersTrouble();
+    m_ui->lblSendersTrouble->setText(trouble);
+    m_ui->lblSendersTrouble->setVisible(!trouble.isEmpty());
 }
 
 // What the operator has chosen here and not saved yet stays chosen.
