@@ -53,6 +53,7 @@ private:
     void readSettings();
     void chooseLanguage();
     void retryLanguage();
+    void tellTroubles();
     void nameProduct();
     void iniVariants();
     void loadNumberIndex();
