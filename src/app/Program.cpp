@@ -82,7 +82,7 @@ bool Program::subMain()
     constexpr Step steps[] = {&Program::iniPath,         &Program::readSettings, &Program::chooseLanguage,
                               &Program::nameProduct,     &Program::iniVariants,  &Program::loadNumberIndex,
                               &Program::setGridDefaults, &Program::showMainForm, &Program::openReception,
-                              &Program::maintainData};
+                              &Program::maintainData,    &Program::tellTroubles};
     for (const Step step : steps) {
         const bool done = m_log.trap("subMain"_L1, [&] { (this->*step)(); });
         if (!done && step == &Program::showMainForm) {
@@ -138,13 +138,17 @@ void Program::chooseLanguage()
 // the right language when they are opened again.
 void Program::retryLanguage()
 {
-    m_languageRetry.stop(); // a file that turns out to be damaged is told, in a box
-    if (!m_language.retry()) {
-        m_languageRetry.start();
-    } else {
+    if (m_language.retry()) {
+        m_languageRetry.stop();
         m_values.ProductDisplayName = core::productName(m_values.OemMark, m_texts);
         m_mainWindow->showTexts();
+        tellTroubles();
     }
+}
+
+void Program::tellTroubles()
+{
+    m_language.tellUnreadable();
 }
 
 void Program::nameProduct()

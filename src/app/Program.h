@@ -50,6 +50,7 @@ private:
     void readSettings();
     void chooseLanguage();
     void retryLanguage();
+    void tellTroubles();
     void nameProduct();
     void iniVariants();
     void loadNumberIndex();

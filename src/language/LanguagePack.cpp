@@ -67,7 +67,12 @@ void LanguagePack::load()
     }
     const QString file = fileOf(m_state.code);
     const bool missingWasTold = file == m_paths.LangFile && !isFile(file);
-    if (!whole && !m_locked && !missingWasTold) {
+    m_unreadable = !whole && !m_locked && !missingWasTold ? file : QString();
+}
+
+void LanguagePack::tellUnreadable()
+{
+    if (const QString file = std::exchange(m_unreadable, {}); !file.isEmpty()) {
         m_prompts.tell(ShownTexts(*this).Lms(u"LanguageFileDamaged"_s) + u'\n' + file);
     }
 }

@@ -22,10 +22,11 @@ public:
                  const core::Settings &settings,
                  quint16 systemLanguageId = core::platform::systemLanguageId());
 
-    /// Decides the language and loads its texts; a missing "Lang.mdb" and a file that cannot be read are told
-    /// to the operator. Afterwards the state is always complete, while texts that could not be read are just
-    /// missing.
+    /// Decides the language and loads its texts; a missing "Lang.mdb" is told to the operator. Afterwards the
+    /// state is always complete, while texts that could not be read are just missing.
     void iniLanguage();
+    /// Tells once of a file that could not be read. Calls wait for the answer, so this comes when they can.
+    void tellUnreadable();
     /// Another program had the texts' file to itself: retry() reads them once it no longer has.
     bool isLocked() const { return m_locked; }
     /// False while the file is still locked.
@@ -58,6 +59,7 @@ private:
     Texts m_texts;
     Texts m_systemTexts; ///< of the system's language, where they stand in
     bool m_locked = false;
+    QString m_unreadable; ///< the file that is still to be told of
 };
 
 } // namespace language

@@ -171,7 +171,7 @@ private Q_SLOTS:
                     desk.runSql(path, u"create table strangers (name text)"_s);
                 }
                 if (file == "Lang.mdb"_L1) {
-                    desk.prompts.expect(); // before anything else, in English
+                    desk.prompts.expect();
                 }
                 QVERIFY(desk.start());
                 desk.showsACall();

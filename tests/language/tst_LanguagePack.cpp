@@ -25,6 +25,7 @@ class tst_LanguagePack : public QObject
         {
             settings.record.LanguageSetting.setText(setting);
             pack.iniLanguage();
+            pack.tellUnreadable();
             return pack.Lms(u"eDIT"_s) + u'|' + pack.Lms(u"Ver"_s) + u'|' + pack.Lms(u"438"_s);
         }
     };
