@@ -60,8 +60,11 @@ void CallerDirectory::turn()
 // Asking first keeps the log quiet for as long as another program has the file to itself.
 void CallerDirectory::look()
 {
+    if (m_index.isLoading()) {
+        return;
+    }
     const std::optional<QByteArray> state = store::stateOf(m_paths.CustomerFile);
-    if (!m_index.isLoading() && state && state != m_state) {
+    if (state && state != m_state) {
         m_state = state;
         if (!m_isFixed) {
             fixCustomers();
@@ -91,7 +94,8 @@ void CallerDirectory::reloadPhoneBook()
 
 void CallerDirectory::customerSaved(qint32 sn)
 {
-    follow(store::FixSavedCustomer(m_log, m_paths, sn) == 1 && m_index.updateCustomer(sn));
+    const bool fixed = store::FixSavedCustomer(m_log, m_paths, sn) == 1;
+    follow(m_index.updateCustomer(sn) && fixed);
 }
 
 void CallerDirectory::customerDeleted(qint32 sn)

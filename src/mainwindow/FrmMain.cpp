@@ -252,6 +252,7 @@ void FrmMain::ShowCallerID_tarn(const core::CallRecord &record)
 void FrmMain::showCallAgain(const core::CallRecord &shown, const core::CallRecord &now)
 {
     m_calls.showCallAgain(shown, now);
+    nameOpening(*m_ui->mnuOpenCaller, m_calls.cell(m_ui->gridCallerId->currentIndex().row(), u"ID"_s));
 }
 
 void FrmMain::showLastCaller(const core::CallRecord &record, const QString &text)

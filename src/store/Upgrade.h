@@ -9,8 +9,8 @@ namespace store {
 /// go through where they are missing. Always true; a failure is logged.
 bool UpdateDatabase_Customer_0606191111(core::RunLog &log, const core::Paths &paths);
 
-/// Repairs the values that the customer editor cannot load. 1, or 0 after a failure, which is logged. What
-/// the pop-up table reads of a row is the same before and after.
+/// Repairs the values that the customer editor cannot load. 1, or 0 after a failure, which is logged. Who
+/// pops up stays the same: a customer without a flag does before it and after.
 qint32 FixCustomerData(core::RunLog &log, const core::Paths &paths);
 
 /// The same for one customer, who may have been deleted meanwhile. Logs under that name, too.
