@@ -73,7 +73,8 @@ void readColumns(benchmark::State &state, const Desk &desk)
         benchmark::DoNotOptimize(readPlainly(desk.paths.PhoneBookFile, "select SN, Telno from phonebook"));
         benchmark::DoNotOptimize(readPlainly(
             desk.paths.CustomerFile,
-            "select SN, WorkPhones, ContactPersonMobile, Fax, ContactPersonHomePhones from customer"));
+            "select SN, WorkPhones, ContactPersonMobile, Fax, ContactPersonHomePhones, CustomerName, note, "
+            "IfVIP, ifinblacklist, T3 from customer"));
     }
 }
 

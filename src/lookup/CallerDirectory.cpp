@@ -95,8 +95,7 @@ void CallerDirectory::reloadPhoneBook()
 
 void CallerDirectory::customerSaved(qint32 sn)
 {
-    const bool fixed = store::FixSavedCustomer(m_log, m_paths, sn) == 1;
-    follow(m_index.updateCustomer(sn) && fixed);
+    follow(m_index.updateCustomer(sn) && store::FixSavedCustomer(m_log, m_paths, sn) == 1);
 }
 
 void CallerDirectory::customerDeleted(qint32 sn)
@@ -104,8 +103,9 @@ void CallerDirectory::customerDeleted(qint32 sn)
     follow(m_index.updateCustomer(sn));
 }
 
-// Another desk may have taken the file to itself just after the customer was saved. The other rows are read
-// again, too: nothing tells whether they were changed by somebody else.
+// Another desk may have taken the file to itself just after the customer was saved: one wait for it is
+// enough, the rest is done later. The other rows are read again, too: nothing tells whether they were changed
+// by somebody else.
 void CallerDirectory::follow(bool saved)
 {
     if (!saved) {

@@ -91,8 +91,8 @@ void KnownCustomers::replace(const Row &row)
 
 void KnownCustomers::remove(qint32 sn)
 {
-    const auto [first, last] = std::ranges::equal_range(m_entries, sn, {}, &Entry::sn);
-    m_entries.erase(first, last);
+    m_entries.erase(std::ranges::lower_bound(m_entries, sn, {}, &Entry::sn),
+                    std::ranges::upper_bound(m_entries, sn, {}, &Entry::sn));
 }
 
 } // namespace lookup

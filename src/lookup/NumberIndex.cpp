@@ -8,6 +8,9 @@ namespace lookup {
 
 namespace {
 
+/// The wait for another program's lock while the operator works: what fails is done again later.
+constexpr std::chrono::milliseconds briefly{20};
+
 /// What an empty table gives.
 bool isBlank(const NumberEntries &entries)
 {
@@ -63,13 +66,19 @@ bool NumberIndex::replaceCustomer(qint32 sn)
     const CallerTable table = customerTable();
     const QString select = u"select %1 from %2 where SN=%3"_s.arg(table.columns(), table.name).arg(sn);
     QString numbers;
+    bool isThere = false;
     bool inOrderOfSn = true;
-    m_known.remove(sn);
-    store::Database(table.file).forEachRow(select, [&](const store::Row &row) {
+    store::Database database(table.file,
+                             {store::Database::Mode::ReadWrite, store::Wildcards::Asterisk, briefly});
+    database.forEachRow(select, [&](const store::Row &row) {
+        isThere = true;
         inOrderOfSn = row.key(0) == sn;
         table.readNumbers(numbers, row);
         m_known.replace(table.customer(row));
     });
+    if (!isThere) {
+        m_known.remove(sn);
+    }
     return inOrderOfSn && m_customers.entries.replace(sn, pieces(numbers));
 }
 
@@ -117,7 +126,7 @@ bool NumberIndex::load(Index &index, const CallerTable &table)
     using std::chrono::milliseconds;
     const NumberReading::Pace pace = index.entries.isEmpty()
                                          ? NumberReading::Pace{.rows = 10000, .patience = milliseconds(500)}
-                                         : NumberReading::Pace{.rows = 500, .patience = milliseconds(20)};
+                                         : NumberReading::Pace{.rows = 500, .patience = briefly};
     index.reading.reset();
     index.failure.reset();
     return attempt(index, [&] { index.reading.emplace(m_log, m_codePage, table, pace); }) && readOn(index);

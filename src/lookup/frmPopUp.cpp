@@ -87,9 +87,9 @@ void frmPopUp::showAsEarlier()
 {
     CardColors colors = colorsOf(m_view.standing);
     colors.ground = palette().color(QPalette::Disabled, QPalette::Base);
-    colors.text = palette().color(QPalette::Disabled, QPalette::Text);
+    colors.heading = QPalette::PlaceholderText; // pale, but to be read
+    colors.text = palette().color(colors.heading);
     colors.iconColor = colors.text;
-    colors.heading = QPalette::PlaceholderText;
     color(colors);
     m_ui->lblBlackListNotice->setText(m_view.earlierNotice);
     m_ui->lblBlackListNotice->show();
