@@ -133,12 +133,12 @@ private Q_SLOTS:
             QTRY_COMPARE(activeWindow(), u"Phone book entry"_s);
             xdotool(u"type Zoe"_s);
             QTRY_COMPARE(activeWindow(), u"Zoe - Phone book entry"_s);
-            QTRY_VERIFY(xdotool(u"search --onlyvisible --name '^Phone book$'"_s).toInt() != 0);
+            QTRY_VERIFY(xdotool(u"search --onlyvisible --name \"^Phone book$\""_s).toInt() != 0);
             if (round == 0) {
-                const QString list = xdotool(u"search --onlyvisible --name '^Phone book$'"_s);
+                const QString list = xdotool(u"search --onlyvisible --name \"^Phone book$\""_s);
                 press(list, u"Escape"_s);
-                QTRY_VERIFY(xdotool(u"search --onlyvisible --name '^Phone book$'"_s).isEmpty());
-                xdotool(u"search --name '^Zoe - ' windowactivate"_s);
+                QTRY_VERIFY(xdotool(u"search --onlyvisible --name \"^Phone book$\""_s).isEmpty());
+                xdotool(u"search --name \"^Zoe - \" windowactivate"_s);
                 QTRY_COMPARE(activeWindow(), u"Zoe - Phone book entry"_s);
                 xdotool(u"key ctrl+a BackSpace shift+Tab ctrl+a BackSpace"_s);
                 QTRY_COMPARE(activeWindow(), u"Phone book entry"_s);
