@@ -84,8 +84,7 @@ private:
 
 int searchOurs(bench::CustomerDesk &desk, const QString &word)
 {
-    store::RecordsetModel model(desk.log, "Ado1"_L1);
-    model.setReadsInSlices(true);
+    store::ResultModel model(desk.log, "Ado1"_L1);
     model.setRecordSource(desk.paths.CustomerFile, customers::searchQuery(word));
     while (model.isReading()) {
         QCoreApplication::processEvents();

@@ -24,7 +24,6 @@ FrmCustomer::FrmCustomer(const appearance::FormContext &context, CustomerListCom
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowIcon(appearance::programIcon());
     m_setup.load(*this);
-    Ado1.setReadsInSlices(true);
     setUpCommands();
     translateHeadings();
     setUpGrid();

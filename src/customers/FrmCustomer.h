@@ -2,7 +2,7 @@
 
 #include "appearance/FormContext.h"
 #include "appearance/SearchWhileTyping.h"
-#include "store/RecordsetModel.h"
+#include "store/ResultModel.h"
 
 #include <QWidget>
 
@@ -78,7 +78,7 @@ private:
     CustomerListCommands &m_commands;
     std::unique_ptr<Ui::FrmCustomer> m_ui;
     appearance::FormSetup m_setup;
-    store::RecordsetModel Ado1;
+    store::ResultModel Ado1;
     appearance::SearchWhileTyping m_typing;
     int m_sortedColumn = 0;
     bool m_columnsLaidOut = false;

@@ -97,7 +97,7 @@ void FrmCustomer::setUpCommands()
     appearance::onKeys(*this, QKeySequence::Refresh, [this] { refresh(); });
     appearance::onHelpKey(*this, m_context.navigator, u"Popup_CustomerDatabase"_s);
     connect(m_ui->txtAddToExist, &QLineEdit::textChanged, this, [this] { showMessage({}); });
-    connect(&Ado1, &store::RecordsetModel::readingEnded, this, &FrmCustomer::showSearchCount);
+    connect(&Ado1, &store::ResultModel::readingEnded, this, &FrmCustomer::showSearchCount);
 }
 
 void FrmCustomer::showMenu(const QPoint &position)

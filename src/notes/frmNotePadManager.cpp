@@ -112,7 +112,7 @@ void frmNotePadManager::setUpGrid()
     connect(&grid, &QWidget::customContextMenuRequested, this, &frmNotePadManager::showMenu);
     connect(&grid, &appearance::RecordGrid::recordActivated, this, &frmNotePadManager::openCustomer);
     connect(&m_result, &QAbstractItemModel::rowsInserted, this, &frmNotePadManager::showTotal);
-    connect(&m_result, &store::JoinModel::readingEnded, this, [this] {
+    connect(&m_result, &store::ResultModel::readingEnded, this, [this] {
         showTotal();
         if (!m_result.isComplete()) {
             m_ui->lblTotal->setText(m_context.forms.texts.Lms(u"NotesUnreadable"_s));
@@ -160,7 +160,6 @@ void frmNotePadManager::ShowResult()
             m_ui->lblTotal->setText(m_context.forms.texts.Lms(u"NotesUnreadable"_s));
             return offerReport();
         }
-        m_select = select;
         if (m_ui->DataGrid1->model() == nullptr) {
             translateHeadings();
             appearance::ConnectDatabase(m_context.forms.log, m_result, *m_ui->DataGrid1);
@@ -172,6 +171,11 @@ void frmNotePadManager::ShowResult()
     });
 }
 
+std::optional<QString> frmNotePadManager::onlyCustomer() const
+{
+    return m_fixedCustomer.isEmpty() ? std::nullopt : std::optional(m_fixedCustomer);
+}
+
 bool frmNotePadManager::GetRecordSet(const QString &select)
 {
     core::RunLog &log = m_context.forms.log;
@@ -181,10 +185,7 @@ bool frmNotePadManager::GetRecordSet(const QString &select)
         m_connection.close();
     }
     return store::ConnectDatabase(log, m_connection, m_context.forms.paths.CustomerFile) &&
-           log.trap("GetRecordSet"_L1, [&] {
-               m_result.show(m_connection.database(), store::takeApart(select, noteTables()),
-                             m_fixedCustomer.isEmpty() ? std::nullopt : std::optional(m_fixedCustomer));
-           });
+           m_result.setRecordSource(m_connection.database(), select, noteTables(onlyCustomer()));
 }
 
 void frmNotePadManager::showTotal()
@@ -237,8 +238,8 @@ void frmNotePadManager::readReport(const std::function<void(const QString &)> &u
     if (m_report != nullptr) {
         return;
     }
-    m_report = new ReportRun(m_context.forms.log, m_context.forms.paths.CustomerFile, m_select,
-                             m_fixedCustomer.isEmpty() ? std::nullopt : std::optional(m_fixedCustomer), this);
+    m_report = new ReportRun(m_context.forms.log, m_context.forms.paths.CustomerFile, m_result.recordSource(),
+                             onlyCustomer(), this);
     setCursor(Qt::BusyCursor);
     connect(m_report, &ReportRun::finished, this, [this, use](const QString &report) {
         unsetCursor();

@@ -3,7 +3,7 @@
 #include "notes/NoteConditions.h"
 #include "notes/NoteContext.h"
 #include "store/Connection.h"
-#include "store/JoinModel.h"
+#include "store/ResultModel.h"
 
 #include <QPointer>
 #include <QWidget>
@@ -48,6 +48,7 @@ private:
     void translateHeadings();
     void widenColumns();
     NoteConditions conditions() const;
+    std::optional<QString> onlyCustomer() const;
     bool GetRecordSet(const QString &select);
     void showTotal();
     void offerReport();
@@ -59,10 +60,9 @@ private:
 
     NoteContext m_context;
     QString m_fixedCustomer;
-    QString m_select;             ///< of the result that is shown
     QPointer<ReportRun> m_report; ///< that is being made
     store::Connection m_connection;
-    store::JoinModel m_result;
+    store::ResultModel m_result;
     std::unique_ptr<Ui::frmNotePadManager> m_ui;
     appearance::FormSetup m_setup;
 };

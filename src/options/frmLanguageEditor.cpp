@@ -14,7 +14,7 @@ namespace options {
 
 namespace {
 
-bool isLanguageTable(const store::RecordsetModel &rows)
+bool isLanguageTable(const store::ResultModel &rows)
 {
     return rows.columnOf(u"Item"_s) >= 0 && rows.columnOf(u"UserLanguage"_s) >= 0 &&
            rows.columnOf(u"english"_s) >= 0;

@@ -2,7 +2,7 @@
 
 #include "appearance/FormContext.h"
 #include "core/Settings.h"
-#include "store/RecordsetModel.h"
+#include "store/ResultModel.h"
 
 #include <QDialog>
 
@@ -49,7 +49,7 @@ private:
     core::Settings &m_settings;
     std::function<void()> m_languageChosen;
     std::unique_ptr<Ui::frmLanguageEditor> m_ui;
-    store::RecordsetModel Data1;
+    store::ResultModel Data1;
     appearance::FormSetup m_setup;
     bool m_textRefused = false;
 };

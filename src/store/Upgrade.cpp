@@ -8,15 +8,6 @@ namespace store {
 
 namespace {
 
-/// Both procedures run one behind the other at start and nobody waits for their outcome, so that both
-/// together keep the window waiting for less than half a second when another program has locked the file.
-constexpr std::chrono::milliseconds patience{200};
-
-Database openCustomers(const core::Paths &paths)
-{
-    return Database(paths.CustomerFile, {Database::Mode::ReadWrite, Wildcards::Asterisk, patience});
-}
-
 CustomerPopUpTable readPopUpTable(Database &database)
 {
     CustomerPopUpTable table;
@@ -60,7 +51,7 @@ void indexCallNotes(Database &database)
 bool UpdateDatabase_Customer_0606191111(core::RunLog &log, const core::Paths &paths)
 {
     log.trap("UpdateDatabase_Customer_0606191111"_L1, [&] {
-        Database database = openCustomers(paths);
+        Database database(paths.CustomerFile);
         const QStringList tables = database.tableNames();
         const bool calls = tables.contains(u"CallInfo"_s);
         const bool requests = tables.contains(u"CustomerRequest"_s);
@@ -78,7 +69,7 @@ bool UpdateDatabase_Customer_0606191111(core::RunLog &log, const core::Paths &pa
 qint32 FixCustomerData(core::RunLog &log, const core::Paths &paths, CustomerPopUpTable &table)
 {
     return log.trap("FixCustomerData"_L1, 0, [&] {
-        Database database = openCustomers(paths);
+        Database database(paths.CustomerFile);
         table = readPopUpTable(database);
         database.Execute(u"update customer set T3='1' where T3=' ' or T3='' or isnull(T3)"_s);
         database.Execute(u"update customer set customerid='' where customerid=' '"_s);
@@ -89,7 +80,7 @@ qint32 FixCustomerData(core::RunLog &log, const core::Paths &paths, CustomerPopU
 qint32 FixSavedCustomer(core::RunLog &log, const core::Paths &paths, CustomerPopUpTable &table, qint32 sn)
 {
     return log.trap("FixCustomerData"_L1, 0, [&] {
-        Database database = openCustomers(paths);
+        Database database(paths.CustomerFile);
         std::optional<QByteArray> t3;
         database.forEachRow(u"select T3 from customer where SN="_s + QString::number(sn),
                             [&](const Row &row) { t3 = row.bytes(0).toByteArray(); });
