@@ -1,14 +1,12 @@
 #include "notes/NoteStatements.h"
 
+#include "store/SqlDialect.h"
+
 using namespace Qt::StringLiterals;
 
 namespace notes {
 
-QString quoted(const QString &value)
-{
-    QString doubled = value;
-    return doubled.replace(u"'"_s, u"''"_s);
-}
+using store::quoted;
 
 QString newCallId(const QDateTime &now)
 {

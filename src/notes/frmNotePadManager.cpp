@@ -115,9 +115,11 @@ void frmNotePadManager::setUpGrid()
     connect(&m_result, &store::ResultModel::readingEnded, this, [this] {
         showTotal();
         if (!m_result.isComplete()) {
-            m_ui->lblTotal->setText(m_context.forms.texts.Lms(u"NotesUnreadable"_s));
+            showTrouble();
         }
     });
+    connect(&m_result, &store::ResultModel::readingHeldUp, this, &frmNotePadManager::showTrouble);
+    connect(&m_result, &store::ResultModel::lockEnded, this, &frmNotePadManager::ShowResult);
 }
 
 void frmNotePadManager::translateHeadings()
@@ -157,7 +159,7 @@ void frmNotePadManager::ShowResult()
     m_context.forms.log.trap("ShowResult"_L1, [this] {
         const QString select = MakeCondition(m_context.forms.log, conditions());
         if (select.isEmpty() || !GetRecordSet(select)) {
-            m_ui->lblTotal->setText(m_context.forms.texts.Lms(u"NotesUnreadable"_s));
+            showTrouble();
             return offerReport();
         }
         if (m_ui->DataGrid1->model() == nullptr) {
@@ -179,13 +181,25 @@ std::optional<QString> frmNotePadManager::onlyCustomer() const
 bool frmNotePadManager::GetRecordSet(const QString &select)
 {
     core::RunLog &log = m_context.forms.log;
+    const QString &file = m_context.forms.paths.CustomerFile;
     const bool open = m_connection.state() == store::Connection::State::Open;
     if (open && m_connection.database().isReplaced()) {
         m_result.clear();
         m_connection.close();
     }
-    return store::ConnectDatabase(log, m_connection, m_context.forms.paths.CustomerFile) &&
-           m_result.setRecordSource(m_connection.database(), select, noteTables(onlyCustomer()));
+    if (!store::ConnectDatabase(log, m_connection, file)) {
+        if (store::isLocked(file)) {
+            m_result.awaitLock();
+        }
+        return false;
+    }
+    return m_result.setRecordSource(m_connection.database(), select, noteTables(onlyCustomer()));
+}
+
+void frmNotePadManager::showTrouble()
+{
+    m_ui->lblTotal->setText(
+        m_context.forms.texts.Lms(store::troubleKey(m_result.trouble(), u"NotesUnreadable"_s)));
 }
 
 void frmNotePadManager::showTotal()

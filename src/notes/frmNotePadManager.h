@@ -51,6 +51,7 @@ private:
     std::optional<QString> onlyCustomer() const;
     bool GetRecordSet(const QString &select);
     void showTotal();
+    void showTrouble();
     void offerReport();
     void openCustomer(int row);
     void showMenu(const QPoint &position);

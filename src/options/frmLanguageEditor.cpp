@@ -60,6 +60,10 @@ void frmLanguageEditor::loadGrid()
     Data1.setHeading(u"Item"_s, m_context.texts.Lms(u"LanguageEditorKey"_s));
     Data1.setHeading(u"UserLanguage"_s, m_context.texts.Lms(u"LanguageEditorOwn"_s));
     Data1.setHeading(u"english"_s, m_context.texts.Lms(u"LanguageEditorEnglish"_s));
+    connect(&Data1, &store::ResultModel::readingEnded, this, [this] { showRows(Data1.isComplete()); });
+    connect(&Data1, &store::ResultModel::readingHeldUp, this, [this] { showRows(false); });
+    connect(&Data1, &store::ResultModel::lockEnded, this,
+            [this] { isLanguageTable(Data1) ? search() : loadRows(); });
     m_ui->DBGrid1->setModel(&Data1);
     m_ui->DBGrid1->setHint(m_context.texts.Lms(u"LanguageEditorHint"_s));
     connect(m_ui->DBGrid1, &appearance::RecordGrid::recordActivated, this,
@@ -90,7 +94,7 @@ void frmLanguageEditor::loadRows()
             throw core::Error(0, u"these are no texts of a language: "_s + m_context.paths.UserLangFile);
         }
     });
-    showRows(read, m_context.texts.Lms(u"LanguageFileUnreadable"_s));
+    showRows(read);
 }
 
 // The file may have been put right since it could not be read.
@@ -99,24 +103,23 @@ void frmLanguageEditor::refresh()
     if (!isLanguageTable(Data1)) {
         loadRows();
     } else {
-        showRows(Data1.refresh(), m_context.texts.Lms(u"LanguageFileUnreadable"_s));
+        showRows(Data1.refresh());
     }
 }
 
 void frmLanguageEditor::search()
 {
     const QString rows = languageRows(m_ui->txtCondition->text());
-    showRows(
-        Data1.setRecordSource(m_context.paths.UserLangFile, rows),
-        m_context.texts.Lms(isLanguageTable(Data1) ? u"SearchTextUnusable"_s : u"LanguageFileUnreadable"_s));
+    showRows(Data1.setRecordSource(m_context.paths.UserLangFile, rows));
 }
 
-void frmLanguageEditor::showRows(bool read, const QString &failure)
+void frmLanguageEditor::showRows(bool read)
 {
     const QString separator = m_context.values.WordSeparator;
+    const QString trouble = store::troubleKey(Data1.trouble(), u"LanguageFileUnreadable"_s);
     m_ui->lblState->setText(read ? m_context.texts.Lms(u"LanguageEditorCount"_s) + separator +
                                        QString::number(Data1.rowCount())
-                                 : failure);
+                                 : m_context.texts.Lms(trouble));
     SetGrid();
 }
 

@@ -39,7 +39,7 @@ private:
     void loadRows();
     /// Whether a text could not be written, which the operator has not been told of before.
     bool tellRefusal();
-    void showRows(bool read, const QString &failure);
+    void showRows(bool read);
     void SetGrid();
     void refresh();
     void search();

@@ -123,16 +123,6 @@ QStringList damageOf(const QString &path)
     return findings;
 }
 
-bool isReadable(const QString &path)
-{
-    try {
-        const Database database(path, {Database::Mode::ReadOnly, Wildcards::Asterisk, false});
-        return true;
-    } catch (const core::Error &) {
-        return false;
-    }
-}
-
 bool tellsOfLock(const core::Error &error)
 {
     constexpr int primaryCode = 0xFF; // an extended code tells more in its upper bits

@@ -98,9 +98,6 @@ bool tellsOfLock(const core::Error &error);
 /// A file that is missing or damaged is not locked.
 bool isLocked(const QString &path);
 
-/// Whether the file is a database that can be read right now; does not wait for another program's lock.
-bool isReadable(const QString &path);
-
 /// What the engine finds wrong with a file's pages and indexes, one finding each; empty for a sound file.
 /// Reads all of it. Throws core::Error where it cannot be opened.
 QStringList damageOf(const QString &path);

@@ -140,12 +140,12 @@ bool ResultModel::show(const std::function<std::unique_ptr<Rows>()> &open)
     return !m_selectFailed;
 }
 
-bool ResultModel::setRecordSource(const QString &databaseFile, const QString &tableOrSelect)
+bool ResultModel::setRecordSource(QString databaseFile, QString tableOrSelect)
 {
     const bool shown = show([&] { return std::make_unique<Rows>(Database(databaseFile), tableOrSelect); });
     if (shown) {
-        m_databaseFile = databaseFile;
-        m_source = tableOrSelect;
+        m_databaseFile = std::move(databaseFile);
+        m_source = std::move(tableOrSelect);
     }
     return shown;
 }
@@ -157,6 +157,13 @@ bool ResultModel::setRecordSource(Database &database, const QString &select, con
         m_source = select;
     }
     return shown;
+}
+
+void ResultModel::awaitLock()
+{
+    m_trouble = Trouble::Locked;
+    m_selectFailed = true;
+    m_pause.start(pauseAfterLock);
 }
 
 void ResultModel::clear()
@@ -172,8 +179,7 @@ void ResultModel::clear()
 
 bool ResultModel::refresh()
 {
-    const QString source = m_source; // which is about to be set anew
-    return setRecordSource(QString(m_databaseFile), source);
+    return setRecordSource(m_databaseFile, m_source);
 }
 
 bool ResultModel::isReplaced() const
@@ -358,6 +364,13 @@ int ResultModel::rowOf(qint64 number) const
     }
     const auto found = std::ranges::find(m_rows->keys, number, &Rows::Keys::first);
     return found != m_rows->keys.end() ? static_cast<int>(found - m_rows->keys.begin()) : -1;
+}
+
+QString troubleKey(ResultModel::Trouble trouble, const QString &unreadable)
+{
+    return trouble == ResultModel::Trouble::Locked    ? u"FileInUse"_s
+           : trouble == ResultModel::Trouble::TooLong ? u"SearchTextUnusable"_s
+                                                      : unreadable;
 }
 
 QVariant ResultModel::field(int row, const QString &name) const

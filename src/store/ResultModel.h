@@ -37,9 +37,11 @@ public:
 
     /// Shows the rows of a table, or of a select in the given words. False, with an entry in the run log,
     /// where that fails: the model then shows what it showed before.
-    bool setRecordSource(const QString &databaseFile, const QString &tableOrSelect);
+    bool setRecordSource(QString databaseFile, QString tableOrSelect);
     /// The same for a select over two joined tables. The file stays open until clear().
     bool setRecordSource(Database &database, const QString &select, const JoinTables &tables);
+    /// A lock kept the file from being opened: lockEnded() comes as after a select that failed by it.
+    void awaitLock();
     /// Shows nothing.
     void clear();
     /// Runs the last select on a file anew, as that now is.
@@ -53,7 +55,7 @@ public:
     bool isReading() const;
     /// False while rows are still to be found, and where that broke off.
     bool isComplete() const;
-    /// Of the last select, or of the reading of its rows.
+    /// Of what was last tried.
     Trouble trouble() const { return m_trouble; }
 
     /// The fields that make the first columns, whatever their order in the file, from the next select on; the
@@ -119,5 +121,8 @@ private:
     QList<int> m_fieldOf; ///< of each column: the field's place in the row
     bool m_editable = false;
 };
+
+/// The key of the text that tells the operator; `unreadable` where neither a lock nor his text is to blame.
+QString troubleKey(ResultModel::Trouble trouble, const QString &unreadable);
 
 } // namespace store

@@ -21,6 +21,11 @@ QString toSqlite(QStringView sql, Wildcards wildcards)
     return SqliteEmitter(tokenize(sql), wildcards).emitted();
 }
 
+QString quoted(const QString &value)
+{
+    return QString(value).replace(u"'"_s, u"''"_s);
+}
+
 QStringList statementsOf(QStringView schemaSql)
 {
     const std::vector<SqlToken> tokens = tokenize(schemaSql);

@@ -11,6 +11,9 @@ namespace store {
 /// than one statement.
 QString toSqlite(QStringView sql, Wildcards wildcards);
 
+/// A value as it stands between single quotes.
+QString quoted(const QString &value);
+
 /// The statements of a schema text, cut at their semicolons.
 QStringList statementsOf(QStringView schemaSql);
 

@@ -83,15 +83,54 @@ private Q_SLOTS:
         QCOMPARE(forms.logMessages(), QStringList());
     }
 
+    void sortingAndSavingKeepTheSearch()
+    {
+        Forms forms;
+        forms.run(u"insert into customer(SN,CustomerName,CustomerID) values(4,'O''Brien b','9'),"
+                  "(5,'O\u2019Brien a',null),(6,'o\u2018brien c','8')"_s);
+        for (const QString &apostrophe : {u"'"_s, u"\u2019"_s}) {
+            forms.search(u"O"_s + apostrophe + u"Brien"_s);
+            QCOMPARE(forms.names(), u"O'Brien b|O\u2019Brien a|o\u2018brien c"_s);
+        }
+        forms.clickHeading(0);
+        QCOMPARE(forms.names(), u"O'Brien b|o\u2018brien c|O\u2019Brien a"_s);
+        forms.clickHeading(1); // who has no ID comes first
+        QCOMPARE(forms.names(), u"O\u2019Brien a|o\u2018brien c|O'Brien b"_s);
+        forms.grid()->setCurrentIndex(forms.grid()->model()->index(1, 0));
+        forms.run(u"update customer set CustomerID='A' where SN=6"_s);
+        forms.windowsOfCustomers.refreshCustomerList();
+        QCOMPARE(forms.names(), u"O\u2019Brien a|O'Brien b|o\u2018brien c"_s);
+        QCOMPARE(forms.grid()->currentIndex().row(), 2);
+        QCOMPARE(forms.grid()->horizontalHeader()->sortIndicatorSection(), 1);
+        QCOMPARE(forms.shown("lblCount"), u"[Totalcount]:3"_s);
+        QCOMPARE(forms.checks.IfTheCustumerExist(u"nobody's"_s), u"NO"_s);
+        QVERIFY(forms.checks.IfTheCustumerExist(u"o'brien c"_s).startsWith(u"Select"_s));
+        QCOMPARE(forms.logMessages(), QStringList());
+    }
+
+    void aSearchThatFailsIsNoHit()
+    {
+        Forms forms;
+        std::optional<store::Database> other(forms.paths.CustomerFile);
+        other->Execute(u"begin exclusive"_s);
+        forms.windowsOfCustomers.addCustomer(u"4444"_s, u"Bay"_s);
+        QCOMPARE(forms.names().section(u'|', 0, 0), u"anna"_s);
+        QCOMPARE((find<FrmCustomer, QLineEdit>("txtAddToExist")->text()), u""_s);
+        QCOMPARE(forms.shown("lblMessage"), u"[FileInUse]"_s);
+        other.reset();
+        QTRY_COMPARE(forms.names(), u"Bay"_s); // by itself
+        QCOMPARE(forms.shown("lblMessage"), u""_s);
+    }
+
     void aBrokenQueryOrFileLeavesTheListAndSaysSo()
     {
         Forms forms;
-        forms.search(u"O'Brien"_s);
+        forms.search(QString(20'000, u'\u6885'));
         QTest::keyClick(find<FrmCustomer, QLineEdit>("txtSearch"), Qt::Key_Return);
         QTest::keyClick(find<FrmCustomer, QLineEdit>("txtSearch"), Qt::Key_Return);
         QVERIFY(!forms.grid()->hasFocus()); // it shows something else
         QCOMPARE(forms.names(), u"anna|Bay|Zoë Łódź"_s);
-        QCOMPARE(forms.shown("lblMessage"), u"[SearchNotUnderstood]"_s);
+        QCOMPARE(forms.shown("lblMessage"), u"[SearchTextUnusable]"_s);
         QVERIFY(forms.logMessages().value(0).startsWith(u"!Ado1 "_s));
         forms.run(u"delete from customer where SN=2"_s); // at another desk
         forms.prompts.expect();
@@ -173,6 +212,9 @@ private Q_SLOTS:
         QCOMPARE((find<FrmCustomer, QLineEdit>("txtAddToExist")->text()), u""_s);
         forms.run(u"insert into customer(SN,CustomerName) values(9,'New')"_s);
         find<FrmCustomer, QLineEdit>("txtAddToExist")->setText(u"5"_s);
+        find<FrmCustomer, QLineEdit>("txtSearch")->setFocus();
+        QTest::keyClick(find<FrmCustomer, QLineEdit>("txtSearch"), Qt::Key_Escape);
+        forms.grid()->setCurrentIndex(forms.grid()->model()->index(2, 0));
         forms.windowsOfCustomers.refreshCustomerList();
         QCOMPARE((find<FrmCustomer, QLineEdit>("txtAddToExist")->text()), u""_s);
         QCOMPARE(forms.names(), u"Zoë Łódź|anna|Bay|Zed|New"_s);
