@@ -39,7 +39,7 @@ SlicedReading::SlicedReading(std::shared_ptr<Database::Handle> handle, const Sel
         m_runs = {{u"true"_s, {}, {rowid}}};
     } else {
         const QString column = table + bracketed(select.orderColumn);
-        m_runs = {{column + u" is not null"_s, {}, {column, rowid}}, {column + u" is null"_s, {}, {rowid}}};
+        m_runs = {{column + u" is not null"_s, {}, {column}, true}, {column + u" is null"_s, {}, {rowid}}};
     }
 }
 
@@ -166,28 +166,35 @@ QString SlicedReading::rows(const QString &condition) const
 /// The last row of the next slice; nothing when fewer are left than a slice takes.
 std::optional<QVariantList> SlicedReading::endOfSlice(const Run &run, qint64 count) const
 {
-    const QString beyond = m_from.isEmpty() ? QString() : u" and "_s + tuple(run.by) + u'>' + marks(run.by);
+    const QString beyond = run.from.isEmpty() ? QString() : u" and "_s + tuple(run.by) + u'>' + marks(run.by);
     const QString by = run.by.join(u',');
     Statement statement(m_handle->engine(), u"select "_s + by + u" from "_s + bracketed(m_tables.first()) +
                                                 u" where "_s + run.condition + beyond + u" order by "_s + by +
                                                 u" limit 1 offset ?"_s);
-    statement.bind(run.bound + m_from + QVariantList{count});
+    statement.bind(run.bound + run.from + QVariantList{count});
     return statement.step() ? std::optional(statement.row()) : std::nullopt;
 }
 
+// Where rows share a value, the slice ends before the value that it would cut, and that one's rows make a run
+// of their own: the engine finds a row by a value and its key, but not all that lie beyond the two.
 void SlicedReading::readRun(const Visit &visit)
 {
-    const Run &run = m_runs.back();
+    Run &run = m_runs.back();
     const std::optional<QVariantList> to = endOfSlice(run, m_pace.begin());
     const QString place = u" and "_s + tuple(run.by);
-    const QString condition = run.condition + (m_from.isEmpty() ? QString() : place + u'>' + marks(run.by)) +
-                              (to ? place + u"<="_s + marks(run.by) : QString());
-    const QString order = m_tables.size() > 1 ? QString() : u" order by "_s + run.by.join(u',');
-    m_handle->forEach(rows(condition) + order, run.bound + m_from + to.value_or(QVariantList()), visit);
-    m_pace.end();
-    m_from = to.value_or(QVariantList());
+    const QString upTo = run.shared ? u"<"_s : u"<="_s;
+    const QString condition = run.condition +
+                              (run.from.isEmpty() ? QString() : place + u'>' + marks(run.by)) +
+                              (to ? place + upTo + marks(run.by) : QString());
+    const QString order = m_tables.size() > 1 ? QString() : u" order by "_s + run.by.join(u',') + u",rowid"_s;
+    m_handle->forEach(rows(condition) + order, run.bound + run.from + to.value_or(QVariantList()), visit);
     if (!to) {
-        m_runs.pop_back();
+        return m_runs.pop_back();
+    }
+    m_pace.end();
+    run.from = *to;
+    if (run.shared) {
+        m_runs.push_back({run.by.first() + u"=?"_s, *to, {bracketed(m_tables.first()) + u".rowid"_s}});
     }
 }
 

@@ -42,12 +42,14 @@ public:
     bool readOn(const Visit &visit);
 
 private:
-    /// Rows of the leading table that are gone through by some of its columns, the last one unique.
+    /// Rows of the leading table that are gone through by some of its columns.
     struct Run
     {
         QString condition;
         QVariantList bound;
         QStringList by;
+        bool shared = false;    ///< rows may have the same values in these
+        QVariantList from = {}; ///< where the slice before ended; empty at first
     };
     /// One of two tables, and the conditions that it can answer without the other.
     struct Alone
@@ -73,7 +75,6 @@ private:
     std::vector<qint64> m_hits;
     qint64 m_lastHit = std::numeric_limits<qint64>::min();
     std::vector<Run> m_runs; ///< still to be read; the last one first
-    QVariantList m_from;     ///< where the slice before ended; empty at first
     Pace m_pace;
 };
 

@@ -261,13 +261,26 @@ private Q_SLOTS:
     void aLongSearchShowsItsRowsAsTheyAreFound()
     {
         const Forms forms;
-        forms.run(u"insert into customer(SN,CustomerName) with recursive counted(i) as (select 10 union all "
-                  "select i + 1 from counted where i < 150000) select i, 'many ' || i from counted"_s);
+        forms.run(
+            u"insert into customer(SN,CustomerName,CustomerID,CustomerType) with recursive counted(i) as "
+            "(select 10 union all select i + 1 from counted where i < 150000) select i, 'many ' || i, "
+            "case when i < 60000 then null else 'x' end, 'type ' || (i / 50000) from counted"_s);
         const QSignalSpy moreFound(forms.grid()->model(), &QAbstractItemModel::rowsInserted);
         forms.search(u"many"_s);
         QTRY_COMPARE(forms.shown("lblCount"), u"[Totalcount]:149991"_s);
         QVERIFY(!moreFound.isEmpty());
         QCOMPARE(forms.grid()->model()->index(149990, 0).data().toString(), u"many 150000"_s);
+        const auto row = [&forms](int row, int column) {
+            return forms.grid()->model()->index(row, column).data().toString();
+        };
+        for (const auto &[column, place, name] : {std::tuple(0, 149990, u"many 99999"_s), // as a text
+                                                  {1, 59990, u"many 60000"_s}, // the first that has one
+                                                  {3, 99990, u"many 100000"_s},
+                                                  {3, 149990, u"many 150000"_s}}) {
+            forms.clickHeading(column);
+            QTRY_COMPARE(forms.grid()->model()->rowCount(), 149991);
+            QCOMPARE(row(place, 0), name);
+        }
         const QModelIndex first = forms.grid()->model()->index(0, 0);
         forms.grid()->selectionModel()->select({first, first.siblingAtRow(4999)},
                                                QItemSelectionModel::Select | QItemSelectionModel::Rows);
