@@ -81,13 +81,14 @@ const std::array<ExportField, exportFieldCount> &exportFields()
 
 QString exportQuery(const QList<int> &chosen, const QString &first)
 {
-    QString query = u"select "_s + first;
+    QString fields;
     for (const int place : chosen) {
         const ExportField &field = fieldTable.at(static_cast<size_t>(place));
-        query += u'[' + QLatin1StringView(field.column) + "] as ["_L1 + QLatin1StringView(field.labelKey) +
-                 "],"_L1;
+        fields += u'[' + QLatin1StringView(field.column) + "] as ["_L1 + QLatin1StringView(field.labelKey) +
+                  "],"_L1;
     }
-    return query.chopped(1) + " from customer"_L1;
+    fields.chop(1);
+    return u"select "_s + first + fields + u" from customer"_s;
 }
 
 } // namespace customers

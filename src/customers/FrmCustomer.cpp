@@ -45,13 +45,13 @@ FrmCustomer::Asked FrmCustomer::allByName()
 bool FrmCustomer::show(const Asked &asked, std::optional<qint64> sn)
 {
     m_asked = asked;
+    m_wanted = sn;
     if (!Ado1.setRecordSource(m_context.paths.CustomerFile, asked.query)) {
         showMessage(store::troubleKey(Ado1.trouble(), u"CustomerListUnavailable"_s));
         showSortArrow();
         return false;
     }
     m_shown = asked;
-    m_wanted = sn;
     if (!asked.searched) {
         m_typing.rowsShown();
     }

@@ -100,7 +100,7 @@ void FrmCustomer::setUpCommands()
     connect(&Ado1, &QAbstractItemModel::rowsInserted, this, &FrmCustomer::standOnWanted);
     connect(&Ado1, &store::ResultModel::readingEnded, this, &FrmCustomer::showAllFound);
     connect(&Ado1, &store::ResultModel::readingHeldUp, this, [this] { showMessage(u"FileInUse"_s); });
-    connect(&Ado1, &store::ResultModel::lockEnded, this, [this] { show(m_asked); });
+    connect(&Ado1, &store::ResultModel::lockEnded, this, [this] { show(m_asked, m_wanted); });
 }
 
 void FrmCustomer::showMenu(const QPoint &position)

@@ -16,22 +16,24 @@ constexpr milliseconds longestWait{500};
 
 struct Patience
 {
-    milliseconds left{longestWait};
+    Clock::duration left{longestWait};
     Clock::time_point since = Clock::now();
+    bool none = false;
 
     // Slower than time passes: the work between two waits of one turn must not allow the second.
     void recover()
     {
         constexpr int slower = 4;
-        const auto passed = std::chrono::duration_cast<milliseconds>(Clock::now() - since);
-        left = std::min(longestWait, left + passed / slower);
+        const Clock::time_point now = Clock::now();
+        left = std::min<Clock::duration>(longestWait, left + (now - since) / slower);
+        since = now;
     }
     void use(milliseconds pause)
     {
         const Clock::time_point begin = Clock::now();
         sqlite3_sleep(static_cast<int>(pause.count()));
         since = Clock::now();
-        left -= std::chrono::duration_cast<milliseconds>(since - begin);
+        left -= since - begin;
     }
 };
 
@@ -45,10 +47,11 @@ int waitOnce(void *, int times)
     if (times == 0) {
         patience.recover();
     }
-    if (patience.left <= milliseconds(0)) {
+    const auto left = std::chrono::duration_cast<milliseconds>(patience.left);
+    if (patience.none || left <= milliseconds(0)) {
         return 0;
     }
-    patience.use(std::min(patience.left, milliseconds(std::min(1 + times * 2, longestPause))));
+    patience.use(std::min(left, milliseconds(std::min(1 + times * 2, longestPause))));
     return 1;
 }
 
@@ -57,6 +60,16 @@ int waitOnce(void *, int times)
 void waitForLocks(sqlite3 *engine)
 {
     sqlite3_busy_handler(engine, waitOnce, nullptr);
+}
+
+NoWaiting::NoWaiting()
+{
+    patience.none = true;
+}
+
+NoWaiting::~NoWaiting()
+{
+    patience.none = false;
 }
 
 } // namespace store

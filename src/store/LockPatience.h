@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtGlobal>
+
 struct sqlite3;
 
 namespace store {
@@ -9,5 +11,14 @@ namespace store {
 /// the other and on however many files, the window stands still for half a second, and not for half a second
 /// each.
 void waitForLocks(sqlite3 *engine);
+
+/// As long as it lives, its thread does not wait: for what nobody has asked for just now.
+class NoWaiting
+{
+public:
+    NoWaiting();
+    ~NoWaiting();
+    Q_DISABLE_COPY_MOVE(NoWaiting)
+};
 
 } // namespace store

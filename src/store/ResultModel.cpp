@@ -1,5 +1,6 @@
 #include "store/ResultModel.h"
 
+#include "store/LockPatience.h"
 #include "store/TableSource.h"
 
 #include <sqlite3.h>
@@ -86,6 +87,15 @@ struct ResultModel::Rows
         TableSource table(handle, Select::wholeTable(select.table()), {});
         table.standOnKey(keys[static_cast<size_t>(row)].first);
         return table;
+    }
+    bool isLocked() const
+    {
+        try {
+            handle->forEach(u"select 1 from sqlite_schema limit 1"_s, {}, [](const Row &) {});
+            return false;
+        } catch (const core::Error &error) {
+            return tellsOfLock(error);
+        }
     }
     int known() const { return static_cast<int>(keys.size()); }
 
@@ -202,13 +212,14 @@ void ResultModel::readOn()
 {
     std::vector<Rows::Keys> found;
     const bool read = attempt([&] { m_rows->readOn(found, std::numeric_limits<size_t>::max()); });
+    const bool heldUp = m_trouble == Trouble::Locked; // before the views read rows
     if (!found.empty()) {
         const int first = rowCount();
         beginInsertRows({}, first, first + static_cast<int>(found.size()) - 1);
         m_rows->keys.insert(m_rows->keys.end(), found.begin(), found.end());
         endInsertRows();
     }
-    if (m_trouble == Trouble::Locked) {
+    if (heldUp) {
         m_reading.stop();
         Q_EMIT readingHeldUp();
     } else if (!read || !isReading()) {
@@ -219,8 +230,13 @@ void ResultModel::readOn()
     }
 }
 
+// What the operator has not asked for just now does not keep him waiting.
 void ResultModel::endPause()
 {
+    const NoWaiting atOnce;
+    if (m_rows != nullptr && m_rows->isLocked()) {
+        return m_pause.start(pauseAfterLock);
+    }
     if (isReading()) {
         m_reading.start(0);
     }
