@@ -8,6 +8,7 @@
 #include "appearance/RecordGrid.h"
 #include "customers/CustomerExport.h"
 #include "customers/CustomerQueries.h"
+#include "store/ResultModel.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -84,8 +85,7 @@ private:
 
 int searchOurs(bench::CustomerDesk &desk, const QString &word)
 {
-    store::RecordsetModel model(desk.log, "Ado1"_L1);
-    model.setReadsInSlices(true);
+    store::ResultModel model(desk.log, "Ado1"_L1);
     model.setRecordSource(desk.paths.CustomerFile, customers::searchQuery(word));
     while (model.isReading()) {
         QCoreApplication::processEvents();
@@ -152,6 +152,15 @@ bool measureList(bench::CustomerDesk &desk)
                             .figure = msOf([&] { form = openList(desk); }),
                             .maxFigure = 100});
     auto *grid = form->findChild<appearance::RecordGrid *>();
+    const auto *rows = static_cast<const store::ResultModel *>(grid->model());
+    ok = bench::print({.name = "all rows of the list behind that, ms",
+                       .figure = msOf([rows] {
+                           while (rows->isReading()) {
+                               QCoreApplication::processEvents();
+                           }
+                       }),
+                       .maxFigure = 300}) &&
+         ok;
     std::mt19937 random(7);
     double jump = 0;
     for (int i = 0; i < 200; ++i) {
@@ -244,8 +253,8 @@ void exportOurs(bench::CustomerDesk &desk, const QString &target, double &memory
     for (const customers::ExportField &field : customers::exportFields()) {
         headings.append(QString::fromLatin1(field.labelKey));
     }
-    customers::CustomerExport running(desk.paths.CustomerFile, customers::exportQuery(allFields()), headings,
-                                      target);
+    customers::CustomerExport running(desk.paths.CustomerFile,
+                                      customers::exportQuery(allFields(), u"rowid,"_s), headings, target);
     QEventLoop loop;
     QTimer slices;
     QObject::connect(&slices, &QTimer::timeout, &loop, [&] {

@@ -88,7 +88,7 @@ double firstPage(notes::frmNotePadManager &form)
     auto *grid = form.findChild<appearance::RecordGrid *>();
     return milliseconds([&] {
         form.ShowResult();
-        const auto *result = static_cast<const store::JoinModel *>(grid->model());
+        const auto *result = static_cast<const store::ResultModel *>(grid->model());
         while (result->rowCount() == 0 && !result->isComplete()) {
             QApplication::processEvents();
         }

@@ -12,7 +12,7 @@ class CustomerEffects
 public:
     virtual ~CustomerEffects() = default;
 
-    /// The customer list, where it is open, shows "select * from customer " anew.
+    /// The customer list, where it is open, shows "select * from customer ", or what is searched for, anew.
     virtual void refreshCustomerList() = 0;
     /// Forwards the record to the unit or server.
     virtual void SendTDRData(const core::CustomerInfo &info) = 0;

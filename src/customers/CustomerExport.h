@@ -3,6 +3,7 @@
 #include "core/AtomicFile.h"
 #include "customers/SpreadsheetWriter.h"
 #include "store/Database.h"
+#include "store/Pace.h"
 
 #include <atomic>
 #include <chrono>
@@ -19,7 +20,7 @@ namespace customers {
 class CustomerExport
 {
 public:
-    /// `query` is one of exportQuery(), with as many fields as there are headings.
+    /// `query` is one of exportQuery(), with the "rowid" and then as many fields as there are headings.
     CustomerExport(const QString &databaseFile, const QString &query, const QStringList &headings,
                    const QString &target);
     /// Waits for a packing that has begun.
@@ -40,7 +41,8 @@ private:
     void startPacking();
 
     store::Database m_database;
-    QString m_select;          ///< of one run of rows, but for where they begin and how many
+    QString m_select; ///< of the next rows; asks for the key before them, and how many
+    store::Pace m_pace;
     core::FileBeside m_beside; ///< beside the target
     std::optional<SpreadsheetWriter> m_writer;
     int m_columnCount;

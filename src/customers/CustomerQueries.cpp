@@ -1,5 +1,7 @@
 #include "customers/CustomerQueries.h"
 
+#include "store/SqlDialect.h"
+
 using namespace Qt::StringLiterals;
 
 namespace customers {
@@ -50,7 +52,7 @@ QString searchQuery(QStringView typed)
         " or [CustomerType] like '*",
         " or [Note] like '*",
     };
-    const QString words = typed.trimmed().toString();
+    const QString words = store::quoted(typed.trimmed().toString());
     QString query;
     for (const char *piece : pieces) {
         query += QString::fromLatin1(piece) + words + u"*'"_s;
@@ -58,15 +60,15 @@ QString searchQuery(QStringView typed)
     return query;
 }
 
-QString sortQuery(int column)
+QString sortQuery(int column, const QString &rows)
 {
     switch (column) {
     case 0:
-        return u"select * from customer order by Customername"_s;
+        return rows + u" order by Customername"_s;
     case 1:
-        return u"select * from customer order by CustomerID"_s;
+        return rows + u" order by CustomerID"_s;
     case 3:
-        return u"select * from customer order by CustomerType"_s;
+        return rows + u" order by CustomerType"_s;
     default:
         return {};
     }
@@ -77,15 +79,16 @@ const std::array<ExportField, exportFieldCount> &exportFields()
     return fieldTable;
 }
 
-QString exportQuery(const QList<int> &chosen)
+QString exportQuery(const QList<int> &chosen, const QString &first)
 {
-    QString query = u"select "_s;
+    QString fields;
     for (const int place : chosen) {
         const ExportField &field = fieldTable.at(static_cast<size_t>(place));
-        query += u'[' + QLatin1StringView(field.column) + "] as ["_L1 + QLatin1StringView(field.labelKey) +
-                 "],"_L1;
+        fields += u'[' + QLatin1StringView(field.column) + "] as ["_L1 + QLatin1StringView(field.labelKey) +
+                  "],"_L1;
     }
-    return query.chopped(1) + " from customer"_L1;
+    fields.chop(1);
+    return u"select "_s + first + fields + u" from customer"_s;
 }
 
 } // namespace customers

@@ -7,12 +7,13 @@
 
 namespace customers {
 
-/// The queries of the customer list. Typed words stand in them as they are: an apostrophe breaks the query.
+/// The queries of the customer list.
 inline constexpr char16_t listQuery[] = u"select * from customer order by CustomerName";
 inline constexpr char16_t refreshQuery[] = u"select * from customer ";
 QString searchQuery(QStringView typed);
-/// The query of a click on a heading of the list; empty for one that does not sort.
-QString sortQuery(int column);
+/// The query of a click on a heading of the list, which sorts the rows of another query, or else all; empty
+/// for a heading that does not sort.
+QString sortQuery(int column, const QString &rows = QStringLiteral("select * from customer"));
 
 /// A column that can be exported, and the text key that titles it.
 struct ExportField
@@ -22,7 +23,8 @@ struct ExportField
 };
 inline constexpr int exportFieldCount = 27;
 const std::array<ExportField, exportFieldCount> &exportFields();
-/// The chosen fields of all customers, each named by its key. Without a field it is no query.
-QString exportQuery(const QList<int> &chosen);
+/// The chosen fields of all customers, each named by its key, behind the columns of `first`, each with a
+/// comma. Without a field it is no query.
+QString exportQuery(const QList<int> &chosen, const QString &first = {});
 
 } // namespace customers

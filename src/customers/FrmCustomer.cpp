@@ -24,11 +24,10 @@ FrmCustomer::FrmCustomer(const appearance::FormContext &context, CustomerListCom
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowIcon(appearance::programIcon());
     m_setup.load(*this);
-    Ado1.setReadsInSlices(true);
     setUpCommands();
     translateHeadings();
     setUpGrid();
-    showRows(QString::fromUtf16(listQuery), 0);
+    show(allByName());
     m_ui->txtSearch->setFocus();
 }
 
@@ -37,21 +36,33 @@ FrmCustomer::~FrmCustomer()
     m_setup.unload();
 }
 
-/// False, with the list as it was, where the query fails.
-bool FrmCustomer::showRows(const QString &query, int sortedColumn)
+FrmCustomer::Asked FrmCustomer::allByName()
 {
-    if (!Ado1.setRecordSource(m_context.paths.CustomerFile, query)) {
-        showMessage(store::isReadable(m_context.paths.CustomerFile) ? u"SearchNotUnderstood"_s
-                                                                    : u"CustomerListUnavailable"_s);
+    return {QString::fromUtf16(listQuery), QString::fromUtf16(refreshQuery), 0};
+}
+
+/// False, with the list as it was, where the query fails. Without an SN it stands on the first row.
+bool FrmCustomer::show(const Asked &asked, std::optional<qint64> sn)
+{
+    m_asked = asked;
+    m_wanted = sn;
+    if (!Ado1.setRecordSource(m_context.paths.CustomerFile, asked.query)) {
+        showMessage(store::troubleKey(Ado1.trouble(), u"CustomerListUnavailable"_s));
         showSortArrow();
         return false;
     }
-    m_sortedColumn = sortedColumn;
-    m_typing.rowsShown();
+    m_shown = asked;
+    if (!asked.searched) {
+        m_typing.rowsShown();
+    }
     layOutColumns();
     showMessage({});
     showSortArrow();
     makeCurrent(0);
+    standOnWanted();
+    if (!Ado1.isReading()) {
+        showAllFound();
+    }
     return true;
 }
 
@@ -59,16 +70,17 @@ void FrmCustomer::showQuery(const QString &query)
 {
     m_ui->txtSearch->clear(); // its words would not be what is shown
     m_typing.settle();
-    if (showRows(query, -1)) {
-        showCount(u' ');
-    }
+    show({query, query});
 }
 
 bool FrmCustomer::searchFor(const QString &keyWord, const QString &number)
 {
+    dropNumber(); // unless the rows are those of the search, it is nobody's
     m_ui->txtSearch->setText(keyWord);
+    if (!search()) {
+        return false;
+    }
     m_ui->txtAddToExist->setText(number);
-    search();
     if (Ado1.rowCount() == 0 && Ado1.isReading()) {
         const auto comeForward = [this] {
             if (hasNumber()) {
@@ -91,52 +103,65 @@ void FrmCustomer::dropNumber()
     m_ui->txtAddToExist->clear();
 }
 
-void FrmCustomer::search()
+bool FrmCustomer::search()
 {
     m_typing.settle();
-    if (showRows(searchQuery(m_ui->txtSearch->text().trimmed()), -1) && !Ado1.isReading()) {
-        showSearchCount();
+    const QString query = searchQuery(m_ui->txtSearch->text().trimmed());
+    const bool shown = show({query, query, -1, true});
+    if (shown) {
+        m_typing.rowsShown();
     }
+    return shown;
 }
 
 /// A search without hits leaves the count of the one before.
-void FrmCustomer::showSearchCount()
+void FrmCustomer::showAllFound()
 {
-    if (!Ado1.isComplete()) {
-        showMessage(u"CustomerListUnavailable"_s);
-    }
-    if (Ado1.rowCount() > 0) {
-        showCount(u':');
-        makeCurrent(std::max(m_ui->DataGrid1->currentIndex().row(), 0));
+    showMessage(Ado1.isComplete() ? QString()
+                                  : store::troubleKey(Ado1.trouble(), u"CustomerListUnavailable"_s));
+    if (Ado1.rowCount() > 0 || !m_shown.searched) {
+        showCount(m_shown.searched ? u':' : u' ');
     }
 }
 
 void FrmCustomer::sort(int column)
 {
-    const QString query = sortQuery(column);
+    const QString rows = m_shown.unsorted.isEmpty() ? allByName().unsorted : m_shown.unsorted;
+    const QString query = sortQuery(column, rows.trimmed());
     if (query.isEmpty()) {
         showSortArrow(); // the heading has put it where it was clicked
     } else {
-        showRows(query, column);
+        show({query, rows, column, m_shown.searched});
     }
 }
 
 void FrmCustomer::refresh()
 {
-    const qint64 sn = Ado1.field(m_ui->DataGrid1->currentIndex().row(), u"SN"_s).toLongLong();
-    const QString shown = Ado1.recordSource();
-    if (showRows(shown.isEmpty() ? QString::fromUtf16(listQuery) : shown, m_sortedColumn)) {
-        makeCurrent(std::max(Ado1.rowOf(sn), 0));
-        showCount(u' ');
-    }
+    show(m_shown.query.isEmpty() ? allByName() : m_shown, currentSn());
 }
 
 void FrmCustomer::refreshCustomerList()
 {
-    const qint64 sn = Ado1.field(m_ui->DataGrid1->currentIndex().row(), u"SN"_s).toLongLong();
     dropNumber(); // whoever was saved has the caller's number now, or it is not wanted
-    if (showRows(QString::fromUtf16(refreshQuery), -1)) {
-        makeCurrent(std::max(Ado1.rowOf(sn), 0));
+    const QString all = QString::fromUtf16(refreshQuery);
+    show(m_shown.searched ? m_shown : Asked{all, all}, currentSn());
+}
+
+qint64 FrmCustomer::currentSn() const
+{
+    return Ado1.field(m_ui->DataGrid1->currentIndex().row(), u"SN"_s).toLongLong();
+}
+
+/// Rows that are found later do not take the operator from the one that he has gone to.
+void FrmCustomer::standOnWanted()
+{
+    const int current = m_ui->DataGrid1->currentIndex().row();
+    const int wanted = m_wanted ? Ado1.rowOf(*m_wanted) : -1;
+    if (current <= 0 && (wanted >= 0 || current < 0)) {
+        makeCurrent(std::max(wanted, 0));
+    }
+    if (wanted >= 0) {
+        m_wanted.reset();
     }
 }
 
@@ -199,12 +224,12 @@ void FrmCustomer::showMessage(const QString &key)
 
 void FrmCustomer::showSortArrow()
 {
-    m_ui->DataGrid1->horizontalHeader()->setSortIndicator(m_sortedColumn, Qt::AscendingOrder);
+    m_ui->DataGrid1->horizontalHeader()->setSortIndicator(m_shown.sortedColumn, Qt::AscendingOrder);
 }
 
 bool FrmCustomer::event(QEvent *event)
 {
-    if (event->type() == QEvent::WindowActivate) {
+    if (event->type() == QEvent::WindowActivate && !Ado1.isReading()) {
         showCount(u' ');
     }
     return QWidget::event(event);

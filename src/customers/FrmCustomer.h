@@ -2,7 +2,7 @@
 
 #include "appearance/FormContext.h"
 #include "appearance/SearchWhileTyping.h"
-#include "store/RecordsetModel.h"
+#include "store/ResultModel.h"
 
 #include <QWidget>
 
@@ -46,7 +46,8 @@ public:
     bool hasNumber() const;
     /// The caller's number goes another way.
     void dropNumber();
-    /// Shows all customers anew after one was saved, with the same one current.
+    /// Shows the list anew after a customer was saved, with the same one current: what is searched for, or
+    /// else all customers.
     void refreshCustomerList();
 
 protected:
@@ -61,8 +62,20 @@ private:
     void translateHeadings();
     void showMenu(const QPoint &position);
 
-    bool showRows(const QString &query, int sortedColumn);
-    void search();
+    /// What the list is asked to show.
+    struct Asked
+    {
+        QString query;
+        QString unsorted;      ///< the same without its order
+        int sortedColumn = -1; ///< -1: the rows are not sorted
+        bool searched = false; ///< it is the words in the search box
+    };
+    static Asked allByName();
+    bool show(const Asked &asked, std::optional<qint64> sn = {});
+    bool search();
+    void showAllFound();
+    void standOnWanted();
+    qint64 currentSn() const;
     void sort(int column);
     void refresh();
     void makeCurrent(int row);
@@ -70,7 +83,6 @@ private:
     void deleteCurrent();
 
     void showCount(QChar separator);
-    void showSearchCount();
     void showMessage(const QString &key);
     void showSortArrow();
 
@@ -78,9 +90,11 @@ private:
     CustomerListCommands &m_commands;
     std::unique_ptr<Ui::FrmCustomer> m_ui;
     appearance::FormSetup m_setup;
-    store::RecordsetModel Ado1;
+    store::ResultModel Ado1;
     appearance::SearchWhileTyping m_typing;
-    int m_sortedColumn = 0;
+    Asked m_asked; ///< last
+    Asked m_shown;
+    std::optional<qint64> m_wanted; ///< the SN to stand on once it is found
     bool m_columnsLaidOut = false;
 };
 

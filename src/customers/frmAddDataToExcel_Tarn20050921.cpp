@@ -109,8 +109,8 @@ void frmAddDataToExcel_Tarn20050921::exportTicked()
     showRunning(true);
     const bool begun = m_context.log.trap("cmdAddToExcel"_L1, [this] {
         const QList<int> fields = tickedFields();
-        m_export = std::make_unique<CustomerExport>(m_context.paths.CustomerFile, exportQuery(fields),
-                                                    headings(fields), m_target);
+        m_export = std::make_unique<CustomerExport>(
+            m_context.paths.CustomerFile, exportQuery(fields, u"rowid,"_s), headings(fields), m_target);
     });
     if (begun) {
         m_slices.start(0);

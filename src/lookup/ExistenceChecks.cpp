@@ -2,6 +2,7 @@
 
 #include "core/TextUtilities.h"
 #include "store/Database.h"
+#include "store/SqlDialect.h"
 
 using namespace Qt::StringLiterals;
 
@@ -105,15 +106,14 @@ QString ExistenceChecks::check(Owner::Table table, const QString &numbers, QWidg
     return owner ? QString() : u"NO"_s;
 }
 
-// The editor has already turned apostrophes into typographic ones. A name that still holds one breaks the
-// query, which is logged and answered like any other failure.
 QString ExistenceChecks::IfTheCustumerExist(const QString &name) const
 {
     return m_needs.log.trap("IfTheCustumerExist"_L1, QString(), [&] {
         if (name.isEmpty()) {
             return QString();
         }
-        const QString query = u"Select * from customer where  customername like '*"_s + name + u"*'"_s;
+        const QString query =
+            u"Select * from customer where  customername like '*"_s + store::quoted(name) + u"*'"_s;
         store::Database database(m_needs.paths.CustomerFile);
         return database.OpenRecordset(query).RecordCount() == 0 ? u"NO"_s : query;
     });

@@ -1,5 +1,7 @@
 #include "lookup/NumberIndex.h"
 
+#include "store/LockPatience.h"
+
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -7,9 +9,6 @@ using namespace Qt::StringLiterals;
 namespace lookup {
 
 namespace {
-
-/// The wait for another program's lock while the operator works: what fails is done again later.
-constexpr std::chrono::milliseconds briefly{20};
 
 /// What an empty table gives.
 bool isBlank(const NumberEntries &entries)
@@ -68,8 +67,8 @@ bool NumberIndex::replaceCustomer(qint32 sn)
     QString numbers;
     bool isThere = false;
     bool inOrderOfSn = true;
-    store::Database database(table.file,
-                             {store::Database::Mode::ReadWrite, store::Wildcards::Asterisk, briefly});
+    const store::NoWaiting atOnce;
+    store::Database database(table.file);
     database.forEachRow(select, [&](const store::Row &row) {
         isThere = true;
         inOrderOfSn = row.key(0) == sn;
@@ -123,13 +122,11 @@ bool NumberIndex::attempt(Index &index, const std::function<void()> &work)
 // At first nothing else is to be done. Later the operator works, and a lock is waited for in between.
 bool NumberIndex::load(Index &index, const CallerTable &table)
 {
-    using std::chrono::milliseconds;
-    const NumberReading::Pace pace = index.entries.isEmpty()
-                                         ? NumberReading::Pace{.rows = 10000, .patience = milliseconds(500)}
-                                         : NumberReading::Pace{.rows = 500, .patience = briefly};
+    using Start = NumberReading::Start;
+    const Start start = index.entries.isEmpty() ? Start::AtOnce : Start::InBetween;
     index.reading.reset();
     index.failure.reset();
-    return attempt(index, [&] { index.reading.emplace(m_log, m_codePage, table, pace); }) && readOn(index);
+    return attempt(index, [&] { index.reading.emplace(m_log, m_codePage, table, start); }) && readOn(index);
 }
 
 // Read aside, so that a reading that breaks off leaves the old index whole.

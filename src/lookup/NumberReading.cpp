@@ -2,8 +2,6 @@
 
 #include "lookup/PhoneNumbers.h"
 
-#include <QElapsedTimer>
-
 #include <algorithm>
 #include <limits>
 
@@ -15,16 +13,16 @@ namespace {
 
 constexpr int firstNumberColumn = 2;
 
-store::Database openWhatIsLeft(const QString &file, std::chrono::milliseconds patience)
+store::Database openWhatIsLeft(const QString &file, bool waitsForLocks)
 {
     using store::Database;
     try {
-        return Database(file, {Database::Mode::ReadWrite, store::Wildcards::Asterisk, patience});
+        return Database(file, {Database::Mode::ReadWrite, store::Wildcards::Asterisk, waitsForLocks});
     } catch (const core::Error &error) {
         if (!store::tellsOfDamage(error)) {
             throw;
         }
-        return Database(file, {Database::Mode::Salvage, store::Wildcards::Asterisk, patience});
+        return Database(file, {Database::Mode::Salvage, store::Wildcards::Asterisk, waitsForLocks});
     }
 }
 
@@ -59,10 +57,10 @@ KnownCustomers::Row CallerTable::customer(const store::Row &row) const
 }
 
 NumberReading::NumberReading(core::RunLog &log, const core::CodePage &codePage, CallerTable table,
-                             const Pace &pace)
+                             Start start)
     : m_log(log), m_codePage(codePage), m_table(std::move(table)),
-      m_database(openWhatIsLeft(m_table.file, pace.patience)), m_rowsAtOnce(pace.rows),
-      m_lastKey(std::numeric_limits<qint64>::min())
+      m_database(openWhatIsLeft(m_table.file, start == Start::AtOnce)),
+      m_pace(start == Start::AtOnce ? 10'000 : 500), m_lastKey(std::numeric_limits<qint64>::min())
 {}
 
 NumberReading::Progress NumberReading::readOn()
@@ -80,12 +78,8 @@ NumberReading::Progress NumberReading::readOn()
     return m_rowsEnded && m_entries.finishSome() ? Progress::Ended : Progress::More;
 }
 
-// How many rows make a piece depends on how long their texts are.
 void NumberReading::readRows()
 {
-    constexpr qint64 pieceNs = 8'000'000;
-    QElapsedTimer timer;
-    timer.start();
     try {
         readPiece();
     } catch (const core::Error &error) {
@@ -95,8 +89,6 @@ void NumberReading::readRows()
         m_damage = m_damage ? m_damage : error;
         m_rowsEnded = !skipDamage();
     }
-    const qint64 took = std::max<qint64>(timer.nsecsElapsed(), 1);
-    m_rowsAtOnce = int(std::clamp<qint64>(m_rowsAtOnce * pieceNs / took, 20, 10000));
     if (m_rowsEnded) {
         finishRows();
     }
@@ -104,14 +96,16 @@ void NumberReading::readRows()
 
 void NumberReading::readPiece()
 {
-    int rows = 0;
+    qint64 rows = 0;
+    const qint64 wanted = m_pace.begin();
     const QString select = u"select %1 from %2 where rowid>%3 order by rowid limit %4"_s;
-    m_database.forEachRow(select.arg(m_table.columns(), m_table.name).arg(m_lastKey).arg(m_rowsAtOnce),
+    m_database.forEachRow(select.arg(m_table.columns(), m_table.name).arg(m_lastKey).arg(wanted),
                           [&](const store::Row &row) {
                               ++rows;
                               append(row);
                           });
-    m_rowsEnded = rows < m_rowsAtOnce;
+    m_pace.end();
+    m_rowsEnded = rows < wanted;
 }
 
 void NumberReading::append(const store::Row &row)

@@ -5,6 +5,7 @@
 #include "lookup/KnownCustomers.h"
 #include "lookup/NumberEntries.h"
 #include "store/Database.h"
+#include "store/Pace.h"
 
 #include <QStringList>
 
@@ -34,15 +35,11 @@ struct CallerTable
 class NumberReading
 {
 public:
-    struct Pace
-    {
-        int rows = 0; ///< of the first piece; the others find their own
-        std::chrono::milliseconds patience{0};
-    };
+    enum class Start { AtOnce, InBetween }; ///< with nothing else to be done, or while the operator works
     enum class Progress { More, Locked, Ended };
 
     /// Throws core::Error where nothing of the file can be read.
-    NumberReading(core::RunLog &log, const core::CodePage &codePage, CallerTable table, const Pace &pace);
+    NumberReading(core::RunLog &log, const core::CodePage &codePage, CallerTable table, Start start);
 
     /// Reads one piece; while another program has locked the file, nothing. Throws core::Error, also when no
     /// row holds a number.
@@ -68,7 +65,7 @@ private:
     const core::CodePage &m_codePage;
     CallerTable m_table;
     store::Database m_database;
-    int m_rowsAtOnce;
+    store::Pace m_pace;
     qint64 m_lastKey;
     bool m_hasRows = false;
     bool m_rowsEnded = false;

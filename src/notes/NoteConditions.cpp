@@ -1,7 +1,7 @@
 #include "notes/NoteConditions.h"
 
-#include "notes/NoteStatements.h"
 #include "store/Database.h"
+#include "store/SqlDialect.h"
 
 #include <algorithm>
 
@@ -14,7 +14,8 @@ namespace {
 QString like(QLatin1StringView column, const QString &text)
 {
     const QString wanted = text.trimmed();
-    return wanted.isEmpty() ? QString() : u" and "_s + column + u" like '%"_s + quoted(wanted) + u"%'"_s;
+    return wanted.isEmpty() ? QString()
+                            : u" and "_s + column + u" like '%"_s + store::quoted(wanted) + u"%'"_s;
 }
 
 QString moment(const QDateTime &time)
@@ -38,7 +39,7 @@ QString joined(const NoteConditions &asked)
            " where CallInfo.CallID = CustomerRequest.CallID"_s +
            (asked.fixedCustomer.isEmpty()
                 ? QString()
-                : u" and [CustomerName]='"_s + quoted(asked.fixedCustomer) + u'\'') +
+                : u" and [CustomerName]='"_s + store::quoted(asked.fixedCustomer) + u'\'') +
            like("CustomerRequest.[CallID]"_L1, asked.callId) + like("[CustomerName]"_L1, asked.customerName) +
            like("[Consultant]"_L1, asked.consultant) + u" and [DateAndTime]>='"_s + moment(asked.start) +
            u"' and [DateAndTime]<='"_s + moment(asked.end) + u'\'' + like("[CallContent]"_L1, asked.content) +

@@ -2,8 +2,6 @@
 
 #include "notes/NoteStatements.h"
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace notes {
@@ -21,12 +19,11 @@ constexpr std::array<QLatin1StringView, 8> fields = {"callid"_L1,      "Customer
 
 int columnOf(const QStringList &names, QLatin1StringView field)
 {
-    const auto found = std::ranges::find_if(
-        names, [&](const QString &name) { return name.compare(field, Qt::CaseInsensitive) == 0; });
-    if (found == names.end()) {
+    const qsizetype place = store::placeOfField(names, field);
+    if (place < 0) {
         throw core::Error(0, u"no such field: "_s + field);
     }
-    return static_cast<int>(found - names.begin());
+    return static_cast<int>(place);
 }
 
 } // namespace
@@ -93,11 +90,12 @@ NoteReport::NoteReport(core::RunLog &log, const QString &customerFile, const QSt
 
 void NoteReport::open(const QString &select, const std::optional<QString> &customer)
 {
-    const store::JoinSelect apart = store::takeApart(select, noteTables());
+    const auto &handle = m_connection.database().handle();
+    const store::Select apart = store::selectOf(select, handle->wildcards(), 2);
     for (size_t i = 0; i < fields.size(); ++i) {
         m_columns[i] = columnOf(apart.names, fields[i]);
     }
-    m_reading.emplace(m_connection.database(), apart, store::JoinReading::Columns::Given, customer);
+    m_reading.emplace(handle, apart, noteTables(customer), store::SlicedReading::Columns::Given);
 }
 
 bool NoteReport::GetExportContent()

@@ -2,7 +2,7 @@
 
 #include "core/RunLog.h"
 #include "store/Connection.h"
-#include "store/JoinReading.h"
+#include "store/SlicedReading.h"
 
 #include <QString>
 
@@ -70,7 +70,7 @@ private:
     core::RunLog &m_log;
     store::Connection m_connection;
     ReportLines m_lines;
-    std::optional<store::JoinReading> m_reading;
+    std::optional<store::SlicedReading> m_reading;
     std::array<int, 8> m_columns = {}; ///< the places of an entry's fields in the select, in its order
     bool m_failed = false;
 };

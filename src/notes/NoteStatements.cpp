@@ -1,14 +1,12 @@
 #include "notes/NoteStatements.h"
 
+#include "store/SqlDialect.h"
+
 using namespace Qt::StringLiterals;
 
 namespace notes {
 
-QString quoted(const QString &value)
-{
-    QString doubled = value;
-    return doubled.replace(u"'"_s, u"''"_s);
-}
+using store::quoted;
 
 QString newCallId(const QDateTime &now)
 {
@@ -66,9 +64,13 @@ QString customerRename(const QString &oldName, const QString &newName)
            quoted(oldName) + u'\'';
 }
 
-store::JoinTables noteTables()
+store::JoinTables noteTables(const std::optional<QString> &customer)
 {
-    return {u"CustomerRequest"_s, u"CallInfo"_s, u"CustomerName"_s, u"CallID"_s};
+    return {.details = u"CustomerRequest"_s,
+            .masters = u"CallInfo"_s,
+            .group = u"CustomerName"_s,
+            .key = u"CallID"_s,
+            .onlyGroup = customer};
 }
 
 } // namespace notes

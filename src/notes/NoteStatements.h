@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/JoinSelect.h"
+#include "store/SlicedReading.h"
 
 #include <QDateTime>
 #include <QString>
@@ -43,10 +43,7 @@ QString callUpdate(const NoteEntry &entry);
 QString requestInsert(const NoteEntry &entry);
 QString customerRename(const QString &oldName, const QString &newName);
 
-/// A value as it stands between single quotes.
-QString quoted(const QString &value);
-
-/// How the two tables of call notes belong together.
-store::JoinTables noteTables();
+/// How the two tables of call notes belong together; with a customer where a query asks for him alone.
+store::JoinTables noteTables(const std::optional<QString> &customer);
 
 } // namespace notes

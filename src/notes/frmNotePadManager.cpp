@@ -112,12 +112,14 @@ void frmNotePadManager::setUpGrid()
     connect(&grid, &QWidget::customContextMenuRequested, this, &frmNotePadManager::showMenu);
     connect(&grid, &appearance::RecordGrid::recordActivated, this, &frmNotePadManager::openCustomer);
     connect(&m_result, &QAbstractItemModel::rowsInserted, this, &frmNotePadManager::showTotal);
-    connect(&m_result, &store::JoinModel::readingEnded, this, [this] {
+    connect(&m_result, &store::ResultModel::readingEnded, this, [this] {
         showTotal();
         if (!m_result.isComplete()) {
-            m_ui->lblTotal->setText(m_context.forms.texts.Lms(u"NotesUnreadable"_s));
+            showTrouble();
         }
     });
+    connect(&m_result, &store::ResultModel::readingHeldUp, this, &frmNotePadManager::showTrouble);
+    connect(&m_result, &store::ResultModel::lockEnded, this, [this] { search(m_searched); });
 }
 
 void frmNotePadManager::translateHeadings()
@@ -175,10 +177,9 @@ void frmNotePadManager::search(const NoteConditions &conditions)
         m_searched = conditions;
         const QString select = MakeCondition(m_context.forms.log, conditions);
         if (select.isEmpty() || !GetRecordSet(select)) {
-            m_ui->lblTotal->setText(m_context.forms.texts.Lms(u"NotesUnreadable"_s));
+            showTrouble();
             return offerReport();
         }
-        m_select = select;
         if (m_ui->DataGrid1->model() == nullptr) {
             translateHeadings();
             appearance::ConnectDatabase(m_context.forms.log, m_result, *m_ui->DataGrid1);
@@ -190,19 +191,33 @@ void frmNotePadManager::search(const NoteConditions &conditions)
     });
 }
 
+std::optional<QString> frmNotePadManager::onlyCustomer() const
+{
+    return m_fixedCustomer.isEmpty() ? std::nullopt : std::optional(m_fixedCustomer);
+}
+
 bool frmNotePadManager::GetRecordSet(const QString &select)
 {
     core::RunLog &log = m_context.forms.log;
+    const QString &file = m_context.forms.paths.CustomerFile;
     const bool open = m_connection.state() == store::Connection::State::Open;
     if (open && m_connection.database().isReplaced()) {
         m_result.clear();
         m_connection.close();
     }
-    return store::ConnectDatabase(log, m_connection, m_context.forms.paths.CustomerFile) &&
-           log.trap("GetRecordSet"_L1, [&] {
-               m_result.show(m_connection.database(), store::takeApart(select, noteTables()),
-                             m_fixedCustomer.isEmpty() ? std::nullopt : std::optional(m_fixedCustomer));
-           });
+    if (!store::ConnectDatabase(log, m_connection, file)) {
+        if (store::isLocked(file)) {
+            m_result.awaitLock();
+        }
+        return false;
+    }
+    return m_result.setRecordSource(m_connection.database(), select, noteTables(onlyCustomer()));
+}
+
+void frmNotePadManager::showTrouble()
+{
+    m_ui->lblTotal->setText(
+        m_context.forms.texts.Lms(store::troubleKey(m_result.trouble(), u"NotesUnreadable"_s)));
 }
 
 void frmNotePadManager::showTotal()
@@ -255,8 +270,8 @@ void frmNotePadManager::readReport(const std::function<void(const QString &)> &u
     if (m_report != nullptr) {
         return;
     }
-    m_report = new ReportRun(m_context.forms.log, m_context.forms.paths.CustomerFile, m_select,
-                             m_fixedCustomer.isEmpty() ? std::nullopt : std::optional(m_fixedCustomer), this);
+    m_report = new ReportRun(m_context.forms.log, m_context.forms.paths.CustomerFile, m_result.recordSource(),
+                             onlyCustomer(), this);
     setCursor(Qt::BusyCursor);
     connect(m_report, &ReportRun::finished, this, [this, use](const QString &report) {
         unsetCursor();

@@ -3,7 +3,7 @@
 #include "notes/NoteConditions.h"
 #include "notes/NoteContext.h"
 #include "store/Connection.h"
-#include "store/JoinModel.h"
+#include "store/ResultModel.h"
 
 #include <QPointer>
 #include <QWidget>
@@ -51,8 +51,10 @@ private:
     void widenColumns();
     NoteConditions conditions() const;
     void search(const NoteConditions &conditions);
+    std::optional<QString> onlyCustomer() const;
     bool GetRecordSet(const QString &select);
     void showTotal();
+    void showTrouble();
     void offerReport();
     void openCustomer(int row);
     void showMenu(const QPoint &position);
@@ -63,10 +65,9 @@ private:
     NoteContext m_context;
     QString m_fixedCustomer;
     NoteConditions m_searched;    ///< what the result that is shown was searched by
-    QString m_select;             ///< of the result that is shown
     QPointer<ReportRun> m_report; ///< that is being made
     store::Connection m_connection;
-    store::JoinModel m_result;
+    store::ResultModel m_result;
     std::unique_ptr<Ui::frmNotePadManager> m_ui;
     appearance::FormSetup m_setup;
 };

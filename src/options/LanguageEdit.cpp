@@ -1,5 +1,7 @@
 #include "options/LanguageEdit.h"
 
+#include "store/SqlDialect.h"
+
 using namespace Qt::StringLiterals;
 
 namespace options {
@@ -11,7 +13,7 @@ QString languageRows(const QString &condition)
     if (text.isEmpty()) {
         return all + u"1=1;"_s;
     }
-    const QString pattern = u"'*"_s + text + u"*'"_s;
+    const QString pattern = u"'*"_s + store::quoted(text) + u"*'"_s;
     return all + u"[Item] like "_s + pattern + u" or [UserLanguage] like "_s + pattern +
            u" or [english] like "_s + pattern + u" order by [Item];"_s;
 }

@@ -13,23 +13,10 @@ namespace options {
 
 namespace {
 
-bool isLanguageTable(const store::RecordsetModel &rows)
+bool isLanguageTable(const store::ResultModel &rows)
 {
     return rows.columnOf(u"Item"_s) >= 0 && rows.columnOf(u"UserLanguage"_s) >= 0 &&
            rows.columnOf(u"english"_s) >= 0;
-}
-
-/// Whether each row can be read: where a search fails all the same, what was searched for is the reason.
-bool isWhole(const QString &file)
-{
-    try {
-        store::Database(file, store::Database::Mode::ReadOnly)
-            .forEachRow(u"select item,userlanguage,english from language"_s,
-                        [](const store::Row &row) { return row.text(2).isEmpty(); });
-        return true;
-    } catch (const core::Error &) {
-        return false;
-    }
 }
 
 } // namespace
@@ -69,6 +56,10 @@ void frmLanguageEditor::loadGrid()
     Data1.setHeading(u"Item"_s, m_context.texts.Lms(u"LanguageEditorKey"_s));
     Data1.setHeading(u"UserLanguage"_s, m_context.texts.Lms(u"LanguageEditorOwn"_s));
     Data1.setHeading(u"english"_s, m_context.texts.Lms(u"LanguageEditorEnglish"_s));
+    connect(&Data1, &store::ResultModel::readingEnded, this, [this] { showRows(Data1.isComplete()); });
+    connect(&Data1, &store::ResultModel::readingHeldUp, this, [this] { showRows(false); });
+    connect(&Data1, &store::ResultModel::lockEnded, this,
+            [this] { isLanguageTable(Data1) ? search() : loadRows(); });
     m_ui->DBGrid1->setModel(&Data1);
     m_ui->DBGrid1->setHint(m_context.texts.Lms(u"LanguageEditorHint"_s));
     connect(m_ui->DBGrid1, &appearance::RecordGrid::recordActivated, this, &frmLanguageEditor::editRow);
@@ -112,7 +103,8 @@ void frmLanguageEditor::loadRows()
         if (!shown || !isLanguageTable(Data1)) {
             throw core::Error(0, u"these are no texts of a language: "_s + m_context.paths.UserLangFile);
         }
-    }));
+    });
+    showRows(read);
 }
 
 // The file may have been put right since it could not be read.
@@ -131,8 +123,8 @@ void frmLanguageEditor::refresh()
 void frmLanguageEditor::search()
 {
     if (keepTyped()) {
-        showRows(
-            Data1.setRecordSource(m_context.paths.UserLangFile, languageRows(m_ui->txtCondition->text())));
+        const QString rows = languageRows(m_ui->txtCondition->text());
+        showRows(Data1.setRecordSource(m_context.paths.UserLangFile, rows));
     }
 }
 
@@ -140,17 +132,9 @@ void frmLanguageEditor::showRows(bool read)
 {
     const QString count = m_context.texts.Lms(u"LanguageEditorCount"_s) + m_context.values.WordSeparator +
                           QString::number(Data1.rowCount());
-    m_ui->lblState->setText(read ? count : m_context.texts.Lms(failureKey()));
+    const QString trouble = store::troubleKey(Data1.trouble(), u"LanguageFileUnreadable"_s);
+    m_ui->lblState->setText(read ? count : m_context.texts.Lms(trouble));
     SetGrid();
-}
-
-QString frmLanguageEditor::failureKey() const
-{
-    const QString &file = m_context.paths.UserLangFile;
-    if (store::isLocked(file)) {
-        return u"LanguageFileLocked"_s;
-    }
-    return isLanguageTable(Data1) && isWhole(file) ? u"SearchTextUnusable"_s : u"LanguageFileUnreadable"_s;
 }
 
 void frmLanguageEditor::SetGrid()

@@ -3,7 +3,7 @@
 #include "appearance/FormContext.h"
 #include "core/Settings.h"
 #include "options/LanguageEdit.h"
-#include "store/RecordsetModel.h"
+#include "store/ResultModel.h"
 
 #include <QDialog>
 #include <QPersistentModelIndex>
@@ -47,7 +47,6 @@ private:
     /// Writes the text that is being typed; false where that fails: the operator was told, and types on.
     bool keepTyped();
     void showRows(bool read);
-    QString failureKey() const;
     void SetGrid();
     void refresh();
     void search();
@@ -57,7 +56,7 @@ private:
     appearance::FormContext m_context;
     core::Settings &m_settings;
     std::unique_ptr<Ui::frmLanguageEditor> m_ui;
-    store::RecordsetModel Data1;
+    store::ResultModel Data1;
     appearance::FormSetup m_setup;
     OwnTexts m_storedTexts;              ///< as the settings hold the choice
     QPersistentModelIndex m_refusedCell; ///< could not be written, which the operator was not told yet

@@ -7,7 +7,7 @@ using namespace Qt::StringLiterals;
 namespace phonebook {
 
 DataPhonebook::DataPhonebook(core::RunLog &log, const core::TextLookup &texts, QObject *parent)
-    : RecordsetModel(log, "DataPhonebook"_L1, parent), m_texts(texts)
+    : ResultModel(log, "DataPhonebook"_L1, parent), m_texts(texts)
 {
     setObjectName(u"DataPhonebook"_s);
     setEditable(true);
@@ -39,7 +39,7 @@ QString DataPhonebook::markWord(const QString &letter) const
 
 QVariant DataPhonebook::data(const QModelIndex &index, int role) const
 {
-    QVariant value = RecordsetModel::data(index, role);
+    QVariant value = ResultModel::data(index, role);
     const bool asWord = role == Qt::DisplayRole && index.isValid() && isMark(index.column());
     return asWord ? markWord(value.toString()) : value;
 }

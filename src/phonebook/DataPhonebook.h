@@ -2,13 +2,13 @@
 
 #include "core/TextLookup.h"
 #include "phonebook/PhoneBookEntry.h"
-#include "store/RecordsetModel.h"
+#include "store/ResultModel.h"
 
 namespace phonebook {
 
 /// The data control of the phone book list. Marks are shown and copied as words; what is edited and written
 /// are their letters.
-class DataPhonebook : public store::RecordsetModel
+class DataPhonebook : public store::ResultModel
 {
     Q_OBJECT
 

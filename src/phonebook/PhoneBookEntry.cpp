@@ -2,6 +2,7 @@
 
 #include "core/TextUtilities.h"
 #include "store/Database.h"
+#include "store/SqlDialect.h"
 
 #include <QFileInfo>
 
@@ -138,8 +139,9 @@ QString allEntriesQuery()
 
 QString searchQuery(const QString &text)
 {
-    return u"Select * from phonebook where  telno like '*"_s + text + u"*'"_s + u" or simpledes like '*"_s +
-           text + u"*'"_s + u" or detaildes like '*"_s + text + u"*'"_s;
+    const QString words = store::quoted(text);
+    return u"Select * from phonebook where  telno like '*"_s + words + u"*' or simpledes like '*"_s + words +
+           u"*' or detaildes like '*"_s + words + u"*'"_s;
 }
 
 std::optional<PhoneBookEntry> entryBySn(const QString &databaseFile, qint32 sn)

@@ -33,7 +33,7 @@ struct PhoneBookEntry
 
 /// The whole phone book, sorted by description.
 QString allEntriesQuery();
-/// The entries that hold `text`, unescaped, in their number or in one of their descriptions.
+/// The entries that hold `text` in their number or in one of their descriptions.
 QString searchQuery(const QString &text);
 
 /// Empty when no row has that SN. Throws core::Error.

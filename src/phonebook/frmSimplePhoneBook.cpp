@@ -38,64 +38,69 @@ void frmSimplePhoneBook::showAll(std::optional<qint32> sn)
 {
     m_ui->txtSearch->clear();
     m_typing.settle();
-    if (bind(allEntriesQuery())) {
-        standOnSn(sn);
-        showCount();
-    }
-    showHint();
+    bind(allEntriesQuery(), sn);
 }
 
 void frmSimplePhoneBook::showQuery(const QString &query)
 {
     m_ui->txtSearch->clear(); // its words would not be what is shown
     m_typing.settle();
-    if (bind(query)) {
-        standOn(0);
-        showCount();
-    }
-    showHint();
+    bind(query);
 }
 
 // What is being typed into a cell is written first: new rows take its box away.
-bool frmSimplePhoneBook::bind(const QString &query)
+void frmSimplePhoneBook::bind(const QString &query, std::optional<qint32> sn)
 {
     auto *grid = m_ui->DbgPhoneBook;
     if (grid->indexWidget(grid->currentIndex()) != nullptr) {
         grid->setFocus();
     }
-    const bool bound = m_data->setRecordSource(m_context.paths.PhoneBookFile, query);
-    notice(bound ? QString() : troubleText(m_context.texts, m_context.paths.PhoneBookFile));
-    if (bound) {
+    m_asked = query;
+    m_wanted = sn;
+    if (m_data->setRecordSource(m_context.paths.PhoneBookFile, query)) {
         m_typing.rowsShown();
         layOutColumns();
+        notice({});
+        standOn(0);
+        standOnWanted();
+        if (!m_data->isReading()) {
+            showAllFound();
+        }
+    } else {
+        showReadingTrouble();
     }
-    return bound;
+    showHint();
 }
 
-// While the file can be read, it is the words of the search that the query broke on.
 void frmSimplePhoneBook::search()
 {
     m_typing.settle();
-    if (bind(searchQuery(m_ui->txtSearch->text().trimmed()))) {
-        standOn(0);
-        if (m_data->rowCount() > 0) {
-            showCount();
-        }
-    } else if (store::isReadable(m_context.paths.PhoneBookFile)) {
-        notice(m_context.texts.Lms(u"SearchNotPossible"_s));
-    }
-    showHint();
+    bind(searchQuery(m_ui->txtSearch->text().trimmed()));
 }
 
 void frmSimplePhoneBook::refresh()
 {
-    const std::optional<qint32> sn = currentSn();
     const QString shown = m_data->recordSource();
-    if (bind(shown.isEmpty() ? allEntriesQuery() : shown)) {
-        standOnSn(sn);
+    bind(shown.isEmpty() ? allEntriesQuery() : shown, currentSn());
+}
+
+/// A search without hits leaves the count of the one before.
+void frmSimplePhoneBook::showAllFound()
+{
+    const bool searched = m_data->recordSource() == searchQuery(m_ui->txtSearch->text().trimmed());
+    if (m_data->rowCount() > 0 || !searched) {
         showCount();
     }
-    showHint();
+    if (!m_data->isComplete()) {
+        showReadingTrouble();
+    }
+}
+
+void frmSimplePhoneBook::showReadingTrouble()
+{
+    const QString key = store::troubleKey(m_data->trouble(), {});
+    notice(key.isEmpty() ? troubleText(m_context.texts, m_context.paths.PhoneBookFile)
+                         : m_context.texts.Lms(key));
 }
 
 // The button sends the command of the customer list and not of the phone book: servers know the deletion of
@@ -126,10 +131,17 @@ void frmSimplePhoneBook::standOn(int row)
     m_ui->DbgPhoneBook->setCurrentIndex(m_data->index(std::min(row, m_data->rowCount() - 1), column));
 }
 
-/// On the first row, where there is no such entry.
-void frmSimplePhoneBook::standOnSn(std::optional<qint32> sn)
+/// Entries that are found later do not take the operator from the one that he has gone to.
+void frmSimplePhoneBook::standOnWanted()
 {
-    standOn(std::max(sn ? m_data->rowOf(*sn) : 0, 0));
+    const int current = m_ui->DbgPhoneBook->currentIndex().row();
+    const int wanted = m_wanted ? m_data->rowOf(*m_wanted) : -1;
+    if (current <= 0 && (wanted >= 0 || current < 0)) {
+        standOn(std::max(wanted, 0));
+    }
+    if (wanted >= 0) {
+        m_wanted.reset();
+    }
 }
 
 std::optional<qint32> frmSimplePhoneBook::currentSn() const
@@ -220,7 +232,7 @@ void frmSimplePhoneBook::notice(const QString &text)
 
 bool frmSimplePhoneBook::event(QEvent *event)
 {
-    if (event->type() == QEvent::WindowActivate) {
+    if (event->type() == QEvent::WindowActivate && !m_data->isReading()) {
         showCount();
     }
     return QWidget::event(event);

@@ -47,14 +47,16 @@ private:
     void connectControls();
     void connectGrid();
     void layOutColumns();
-    bool bind(const QString &query);
+    void bind(const QString &query, std::optional<qint32> sn = {});
     void search();
     void refresh();
     void deleteCurrent(DeletedBy means);
     void standOn(int row);
-    void standOnSn(std::optional<qint32> sn);
+    void standOnWanted();
     void showCount();
+    void showAllFound();
     void showHint();
+    void showReadingTrouble();
     void showWritingTrouble();
     void settle(const QPersistentModelIndex &cell, PhoneBookEntry loaded, const QString &typed);
     void editAgain(const QPersistentModelIndex &cell, const QString &typed);
@@ -66,6 +68,8 @@ private:
     appearance::FormSetup m_setup;
     DataPhonebook *m_data; ///< a child
     appearance::SearchWhileTyping m_typing;
+    QString m_asked;                ///< the query last asked for
+    std::optional<qint32> m_wanted; ///< the SN to stand on, once it is found
 };
 
 } // namespace phonebook

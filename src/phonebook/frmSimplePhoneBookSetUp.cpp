@@ -61,6 +61,10 @@ void frmSimplePhoneBook::connectGrid()
                     settle(cell, loaded, typed);
                 });
             });
+    connect(m_data, &QAbstractItemModel::rowsInserted, this, &frmSimplePhoneBook::standOnWanted);
+    connect(m_data, &DataPhonebook::readingEnded, this, &frmSimplePhoneBook::showAllFound);
+    connect(m_data, &DataPhonebook::readingHeldUp, this, &frmSimplePhoneBook::showReadingTrouble);
+    connect(m_data, &DataPhonebook::lockEnded, this, [this] { bind(m_asked, m_wanted); });
     connect(m_data, &DataPhonebook::changedInPlace, this, [this] {
         notice({});
         m_context.server.SendServer(u"REFRESHSIMPLEPHONEBOOK"_s);

@@ -2,6 +2,8 @@
 
 #include <QChar>
 
+#include <algorithm>
+
 namespace store {
 
 namespace {
@@ -12,6 +14,10 @@ char32_t foldedAlone(char32_t c)
 {
     constexpr char32_t dottedCapital = 0x130;
     constexpr char32_t dotlessSmall = 0x131;
+    static constexpr char32_t apostrophes[] = {0x2BC, 0x2018, 0x2019, 0xFF07};
+    if (std::ranges::find(apostrophes, c) != std::end(apostrophes)) {
+        return U'\'';
+    }
     return c == dottedCapital || c == dotlessSmall ? U'i' : QChar::toCaseFolded(c);
 }
 

@@ -6,9 +6,9 @@
 
 namespace store {
 
-/// Unicode case folding by code point, as searches use it. One addition: both Turkish letters i fold to "i"
+/// Unicode case folding by code point, as searches use it. Two additions: both Turkish letters i fold to "i"
 /// with their capitals, since in Turkish texts "I" is the capital of the dotless one and "I" with a dot that
-/// of the other.
+/// of the other; and every apostrophe folds to that of the keyboard, since names are stored with either.
 class CaseFolding
 {
 public:

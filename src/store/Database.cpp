@@ -2,7 +2,8 @@
 
 #include "store/Handle.h"
 #include "store/RecordsetSource.h"
-#include "store/SqlDialect.h"
+#include "store/Select.h"
+#include "store/SqliteEmitter.h"
 
 #include <QDateTime>
 #include <QFileInfo>
@@ -77,11 +78,6 @@ Recordset Database::OpenRecordset(const QString &tableOrSelect, const QVariantLi
     return Recordset(openSource(m_handle, tableOrSelect, bound));
 }
 
-Recordset Database::OpenSliced(const QString &select)
-{
-    return Recordset(openSliced(m_handle, select));
-}
-
 qint64 Database::Execute(const QString &sql, const QVariantList &bound)
 {
     return m_handle->execute(sql, bound);
@@ -95,13 +91,12 @@ void Database::forEachRow(const QString &select, const std::function<void(const 
 void Database::forEachBoundRow(const QString &select, const QVariantList &bound,
                                const std::function<void(const Row &)> &visit)
 {
-    const std::optional<TableSelect> table = asTableSelect(select);
-    Statement statement = m_handle->prepare(table ? table->inOrder() : select);
-    statement.bind(bound);
-    const Row row(statement.raw());
-    while (statement.step()) {
-        visit(row);
-    }
+    const std::vector<SqlToken> tokens = tokenize(select);
+    const std::optional<Select> apart = parseSelect(tokens, m_handle->wildcards());
+    m_handle->forEach(apart && apart->tables.size() == 1
+                          ? apart->inOrder(apart->columns)
+                          : SqliteEmitter(tokens, m_handle->wildcards()).emitted(),
+                      bound, visit);
 }
 
 void Database::forEachRow(const QString &table, const QStringList &columns,
@@ -128,9 +123,7 @@ void Database::transaction(const std::function<void()> &work)
 
 bool Database::isReplaced() const
 {
-    int moved = 0;
-    sqlite3_file_control(m_handle->engine(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);
-    return moved != 0;
+    return m_handle->isReplaced();
 }
 
 QByteArray Database::changeMark() const
@@ -171,17 +164,6 @@ QStringList damageOf(const QString &path)
     return findings;
 }
 
-bool isReadable(const QString &path)
-{
-    constexpr std::chrono::milliseconds noPatience{0};
-    try {
-        const Database database(path, {Database::Mode::ReadOnly, Wildcards::Asterisk, noPatience});
-        return true;
-    } catch (const core::Error &) {
-        return false;
-    }
-}
-
 bool tellsOfLock(const core::Error &error)
 {
     const int code = primaryCode(error);
@@ -202,8 +184,7 @@ core::Error damageError(const QString &description)
 bool isLocked(const QString &path)
 {
     try {
-        Database database(path,
-                          {Database::Mode::ReadWrite, Wildcards::Asterisk, std::chrono::milliseconds(0)});
+        Database database(path, {Database::Mode::ReadWrite, Wildcards::Asterisk, false});
         database.transaction([] {});
         return false;
     } catch (const core::Error &error) {

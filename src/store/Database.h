@@ -9,7 +9,6 @@
 #include <QStringList>
 #include <QVariantList>
 
-#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -48,7 +47,7 @@ public:
     {
         Mode mode = Mode::ReadWrite;
         Wildcards wildcards = Wildcards::Asterisk;
-        std::chrono::milliseconds patience{500}; ///< the longest wait for another program's lock
+        bool waitsForLocks = true; ///< of other programs, for half a second
     };
 
     /// Opens an existing database file; never creates one. Throws core::Error when it is missing, no
@@ -62,11 +61,6 @@ public:
 
     /// A cursor over a table (its name alone) or over the result of a select. Throws core::Error.
     Recordset OpenRecordset(const QString &tableOrSelect, const QVariantList &bound = {});
-
-    /// A cursor over a long search, in the order of the table's rows, whose rows are found slice by slice as
-    /// Recordset::readOn is called; between two slices the file is not locked. A select that gives an order,
-    /// or has no condition, is read at once. Throws core::Error.
-    Recordset OpenSliced(const QString &select);
 
     /// Runs one statement; the number of rows changed. Throws core::Error.
     qint64 Execute(const QString &sql, const QVariantList &bound = {});
@@ -93,7 +87,9 @@ public:
     /// The part of the file's head that every save changes.
     QByteArray changeMark() const;
 
-    class Handle; // the driver's side, shared with the open recordsets
+    class Handle; // the driver's side, shared with the open recordsets and the readings
+    const std::shared_ptr<Handle> &handle() const { return m_handle; }
+
 private:
     friend void createDatabase(const QString &, const QString &, const std::function<void(Database &)> &);
     explicit Database(std::shared_ptr<Handle> handle);

@@ -30,7 +30,7 @@ void isLike(sqlite3_context *context, int, sqlite3_value **arguments)
     }
     constexpr int patternLimit = 50000; // the engine's own
     if (sqlite3_value_bytes(arguments[0]) > patternLimit) {
-        return sqlite3_result_error(context, "the search text is too long", -1);
+        return sqlite3_result_error_toobig(context);
     }
     const auto *kept = static_cast<const TextMatcher *>(sqlite3_get_auxdata(context, 0));
     std::unique_ptr<TextMatcher> made;

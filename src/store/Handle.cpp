@@ -1,6 +1,7 @@
 #include "store/Handle.h"
 
 #include "store/EngineFunctions.h"
+#include "store/LockPatience.h"
 #include "store/SqlDialect.h"
 #include "store/TextOrder.h"
 
@@ -83,14 +84,16 @@ void Database::Handle::openDriver(const QString &path, File file)
     const QLatin1StringView mode = file == File::New ? "rwc"_L1 : readOnly ? "ro"_L1 : "rw"_L1;
     QSqlDatabase driver = QSqlDatabase::addDatabase(u"QSQLITE"_s, m_driver.name);
     driver.setDatabaseName(address(path, mode));
-    driver.setConnectOptions(u"QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT="_s +
-                             QString::number(m_options.patience.count()));
+    driver.setConnectOptions(u"QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=0"_s);
     if (!driver.open()) {
         const QSqlError error = driver.lastError();
         throw core::Error(error.nativeErrorCode().toInt(), error.text() + u": "_s + path);
     }
     checkSameEngine(driver);
     m_engine = *static_cast<sqlite3 *const *>(driver.driver()->handle().constData());
+    if (m_options.waitsForLocks) {
+        waitForLocks(m_engine);
+    }
 }
 
 /// A file may come from anywhere: its schema runs none of our functions that could do harm, no triggers, no
@@ -149,6 +152,17 @@ Statement Database::Handle::prepare(const QString &sql) const
     return Statement(m_engine, toSqlite(sql, m_options.wildcards));
 }
 
+void Database::Handle::forEach(const QString &select, const QVariantList &bound,
+                               const std::function<void(const Row &)> &visit) const
+{
+    Statement statement(m_engine, select);
+    statement.bind(bound);
+    const Row row(statement.raw());
+    while (statement.step()) {
+        visit(row);
+    }
+}
+
 Statement &Database::Handle::preparedOnce(const QString &sql)
 {
     if (!m_lastStatement || m_lastSql != sql) {
@@ -167,6 +181,13 @@ qint64 Database::Handle::execute(const QString &sql, const QVariantList &bound)
     while (statement.step()) {
     }
     return sqlite3_total_changes(m_engine) - before;
+}
+
+bool Database::Handle::isReplaced() const
+{
+    int moved = 0;
+    sqlite3_file_control(m_engine, "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+    return moved != 0;
 }
 
 void Database::Handle::transaction(const std::function<void()> &work)

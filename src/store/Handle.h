@@ -21,9 +21,16 @@ public:
     ~Handle() = default;
 
     sqlite3 *engine() const { return m_engine; }
+    Wildcards wildcards() const { return m_options.wildcards; }
+    /// A statement in the given words.
     Statement prepare(const QString &sql) const;
+    /// Calls `visit` for each row of a select in the engine's own words.
+    void forEach(const QString &select, const QVariantList &bound,
+                 const std::function<void(const Row &)> &visit) const;
     /// Runs one statement in the given words; the number of rows changed.
     qint64 execute(const QString &sql, const QVariantList &bound = {});
+    /// Another file stands under the path now, or none.
+    bool isReplaced() const;
     /// All of `work` or nothing of it; inside another transaction it becomes a part of that one.
     void transaction(const std::function<void()> &work);
 

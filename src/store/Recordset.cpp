@@ -75,16 +75,6 @@ void Recordset::Move(qint64 rows)
     moveTo(position() + rows);
 }
 
-bool Recordset::readOn(std::chrono::milliseconds time)
-{
-    return m_source->readOn(time);
-}
-
-qint64 Recordset::positionOf(qint64 number) const
-{
-    return m_source->positionOf(number);
-}
-
 QStringList Recordset::fieldNames() const
 {
     return m_source->names();

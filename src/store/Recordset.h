@@ -7,7 +7,6 @@
 #include <QStringList>
 #include <QVariant>
 
-#include <chrono>
 #include <memory>
 #include <utility>
 
@@ -37,12 +36,6 @@ public:
     void MovePrevious();
     /// Moves by so many rows, at most to before the first or behind the last.
     void Move(qint64 rows);
-
-    /// Where the rows are read in slices: reads on for about that long; true when all are known. The count
-    /// is that of the rows known so far.
-    bool readOn(std::chrono::milliseconds time);
-    /// Where the row of a table with that auto-number stands, from 0; -1 where it is not among the rows.
-    qint64 positionOf(qint64 number) const;
 
     QStringList fieldNames() const;
     /// The current row's field, or what setValue has given it; a null QVariant for Null. Between AddNew and

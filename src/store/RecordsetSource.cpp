@@ -1,7 +1,6 @@
 #include "store/RecordsetSource.h"
 
-#include "store/SlicedSource.h"
-#include "store/SqlDialect.h"
+#include "store/SqliteEmitter.h"
 #include "store/TableSource.h"
 
 #include <sqlite3.h>
@@ -42,12 +41,6 @@ private:
     qint64 m_position = 0;
 };
 
-bool isSelect(const QString &text)
-{
-    const std::vector<SqlToken> tokens = tokenize(text);
-    return !tokens.empty() && tokens.front().is("select"_L1);
-}
-
 } // namespace
 
 void Recordset::Source::setIndex(const QString &)
@@ -83,25 +76,17 @@ void Recordset::Source::remove()
 std::unique_ptr<Recordset::Source> openSource(const std::shared_ptr<Database::Handle> &handle,
                                               const QString &tableOrSelect, const QVariantList &bound)
 {
-    if (!isSelect(tableOrSelect)) {
-        return std::make_unique<TableSource>(handle, TableSelect{tableOrSelect, u"*"_s, {}, false}, bound);
+    const std::vector<SqlToken> tokens = tokenize(tableOrSelect);
+    if (tokens.empty() || !tokens.front().is("select"_L1)) {
+        return std::make_unique<TableSource>(handle, Select::wholeTable(tableOrSelect), bound);
     }
-    if (const std::optional<TableSelect> select = asTableSelect(tableOrSelect)) {
+    const std::optional<Select> select = parseSelect(tokens, handle->wildcards());
+    if (select && select->tables.size() == 1) {
         return std::make_unique<TableSource>(handle, *select, bound);
     }
-    Statement statement = handle->prepare(tableOrSelect);
+    Statement statement(handle->engine(), SqliteEmitter(tokens, handle->wildcards()).emitted());
     statement.bind(bound);
     return std::make_unique<ResultSource>(std::move(statement));
-}
-
-std::unique_ptr<Recordset::Source> openSliced(const std::shared_ptr<Database::Handle> &handle,
-                                              const QString &select)
-{
-    const std::optional<TableSelect> search = asTableSelect(select);
-    if (!search || search->ordered || search->tail.isEmpty()) {
-        return openSource(handle, select, {});
-    }
-    return std::make_unique<SlicedSource>(handle, *search);
 }
 
 } // namespace store

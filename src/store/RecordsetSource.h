@@ -2,9 +2,6 @@
 
 #include "store/Handle.h"
 
-#include <chrono>
-#include <optional>
-
 namespace store {
 
 /// A field name and the value it is to get.
@@ -21,9 +18,6 @@ public:
     virtual qint64 count() = 0;
     virtual qint64 position() = 0;
     virtual void standOn(qint64 position) = 0;
-    virtual qint64 positionOf(qint64) { return -1; }
-    /// Reads more of the rows where they are read in slices; true when all are known.
-    virtual bool readOn(std::chrono::milliseconds) { return true; }
     /// The row at hand, nothing when there is none.
     virtual const QVariantList *row() = 0;
 
@@ -40,8 +34,4 @@ public:
 /// The source for a table's name, or for a select.
 std::unique_ptr<Recordset::Source> openSource(const std::shared_ptr<Database::Handle> &handle,
                                               const QString &tableOrSelect, const QVariantList &bound);
-/// The same for a select whose rows are to be read in slices, where it can be cut into such.
-std::unique_ptr<Recordset::Source> openSliced(const std::shared_ptr<Database::Handle> &handle,
-                                              const QString &select);
-
 } // namespace store

@@ -1,12 +1,9 @@
 #pragma once
 
-#include "store/SqlTokens.h"
 #include "store/Wildcards.h"
 
 #include <QString>
 #include <QStringList>
-
-#include <optional>
 
 namespace store {
 
@@ -14,24 +11,10 @@ namespace store {
 /// than one statement.
 QString toSqlite(QStringView sql, Wildcards wildcards);
 
+/// A value as it stands between single quotes.
+QString quoted(const QString &value);
+
 /// The statements of a schema text, cut at their semicolons.
 QStringList statementsOf(QStringView schemaSql);
-
-/// A select over the rows of a single table, taken apart so that its rows can be found again by their keys.
-struct TableSelect
-{
-    QString table;
-    QString columns; ///< the select list
-    QString tail;    ///< from "where" or "order by" on, "" without either
-    bool ordered = false;
-
-    /// The select of `columnList` instead; where the words give no order, in the order of the table's rows,
-    /// which the engine would else swap for that of an index.
-    QString inOrder(const QString &columnList) const;
-    QString inOrder() const { return inOrder(columns); }
-};
-
-/// Nothing when `sql` is a join, a grouping or otherwise more than the rows of one table.
-std::optional<TableSelect> asTableSelect(QStringView sql);
 
 } // namespace store

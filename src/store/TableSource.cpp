@@ -8,13 +8,13 @@ using namespace Qt::StringLiterals;
 
 namespace store {
 
-TableSource::TableSource(std::shared_ptr<Database::Handle> handle, TableSelect select, QVariantList bound)
+TableSource::TableSource(std::shared_ptr<Database::Handle> handle, Select select, QVariantList bound)
     : m_handle(std::move(handle)), m_select(std::move(select)), m_bound(std::move(bound)),
-      m_rowByKey(m_handle->prepare(u"select "_s + m_select.columns + u" from "_s + bracketedTable() +
-                                   u" where rowid = ?"_s)),
+      m_rowByKey(m_handle->engine(),
+                 u"select "_s + m_select.columns + u" from "_s + bracketedTable() + u" where rowid = ?"_s),
       m_names(m_rowByKey.columnNames())
 {
-    if (!m_select.tail.isEmpty()) {
+    if (!m_select.isWholeTable()) {
         readKeys(); // a wrong condition is an error of opening, not of the first move
         m_position = 0;
     }
@@ -26,27 +26,14 @@ void TableSource::readKeys()
         return;
     }
     // All keys of a table stand in any index, which is a tenth of it, but in another order.
-    const bool all = m_select.tail.isEmpty();
-    Statement statement =
-        m_handle->prepare(all ? u"select rowid from "_s + bracketedTable() : m_select.inOrder(u"rowid"_s));
-    statement.bind(m_bound);
+    const bool all = m_select.isWholeTable();
     std::vector<qint64> keys;
-    while (statement.step()) {
-        keys.push_back(sqlite3_column_int64(statement.raw(), 0));
-    }
+    m_handle->forEach(all ? u"select rowid from "_s + bracketedTable() : m_select.inOrder(u"rowid"_s),
+                      m_bound, [&](const Row &row) { keys.push_back(row.key(0)); });
     if (all) {
         std::ranges::sort(keys);
     }
     m_keys = std::move(keys);
-}
-
-void TableSource::appendKeys(const std::vector<qint64> &keys)
-{
-    if (!m_keys) {
-        m_keys.emplace();
-        m_position = 0;
-    }
-    m_keys->insert(m_keys->end(), keys.begin(), keys.end());
 }
 
 qint64 TableSource::count()
@@ -58,7 +45,8 @@ qint64 TableSource::count()
 /// Where a key stands, or would stand, among the keys.
 std::vector<qint64>::iterator TableSource::placeOf(qint64 key)
 {
-    return m_select.ordered ? std::ranges::find(*m_keys, key) : std::ranges::lower_bound(*m_keys, key);
+    return !m_select.order.isEmpty() ? std::ranges::find(*m_keys, key)
+                                     : std::ranges::lower_bound(*m_keys, key);
 }
 
 qint64 TableSource::position()
@@ -75,13 +63,6 @@ void TableSource::standOn(qint64 position)
     const bool onRow = position >= 0 && position < count();
     standOnKey(onRow ? std::optional(m_keys->at(static_cast<size_t>(position))) : std::nullopt);
     m_position = position;
-}
-
-qint64 TableSource::positionOf(qint64 key)
-{
-    readKeys();
-    const auto place = placeOf(key);
-    return place != m_keys->end() && *place == key ? place - m_keys->begin() : -1;
 }
 
 void TableSource::standOnKey(std::optional<qint64> key)
@@ -112,11 +93,11 @@ const QVariantList *TableSource::row()
 /// An index of the given name bears its table's name in front; a file made by other means may lack that.
 void TableSource::setIndex(const QString &name)
 {
-    if (!m_select.tail.isEmpty()) {
+    if (!m_select.isWholeTable()) {
         return Source::setIndex(name); // a seek would leave the rows chosen
     }
     Statement columns = m_handle->prepare(u"select name from pragma_index_info(?)"_s);
-    for (const QString &index : {m_select.table + u'_' + name, name}) {
+    for (const QString &index : {m_select.table() + u'_' + name, name}) {
         const StatementReset reset(columns);
         columns.bind({index});
         if (columns.step()) {
@@ -125,13 +106,13 @@ void TableSource::setIndex(const QString &name)
             return;
         }
     }
-    throw core::Error(SQLITE_ERROR, u"no such index: "_s + name + u" of "_s + m_select.table);
+    throw core::Error(SQLITE_ERROR, u"no such index: "_s + name + u" of "_s + m_select.table());
 }
 
 bool TableSource::seek(const QVariant &key)
 {
     if (!m_seek) {
-        throw core::Error(SQLITE_MISUSE, u"no index is chosen for "_s + m_select.table);
+        throw core::Error(SQLITE_MISUSE, u"no index is chosen for "_s + m_select.table());
     }
     const StatementReset reset(*m_seek);
     m_seek->bind({key});
@@ -142,7 +123,7 @@ bool TableSource::seek(const QVariant &key)
 
 QString TableSource::autoNumber() const
 {
-    const QByteArray table = m_select.table.toUtf8();
+    const QByteArray table = m_select.table().toUtf8();
     for (const QString &name : m_names) {
         int isAutoNumber = 0;
         sqlite3_table_column_metadata(m_handle->engine(), "main", table.constData(),
@@ -164,14 +145,14 @@ qint64 TableSource::reserveNumber()
     m_handle->transaction([&] {
         const qint64 changed = m_handle->execute(u"update sqlite_sequence set seq=max(seq,"_s + last +
                                                      u")+1 where lower(name)=lower(?)"_s,
-                                                 {m_select.table});
+                                                 {m_select.table()});
         if (changed == 0) {
             m_handle->execute(u"insert into sqlite_sequence(name,seq) select name,"_s + last +
                                   u"+1 from sqlite_schema where lower(name)=lower(?) and type='table'"_s,
-                              {m_select.table});
+                              {m_select.table()});
         }
         Statement taken = m_handle->prepare(u"select seq from sqlite_sequence where lower(name)=lower(?)"_s);
-        taken.bind({m_select.table});
+        taken.bind({m_select.table()});
         number = taken.step() ? taken.value(0).toLongLong() : 0;
     });
     return number;
@@ -192,7 +173,7 @@ void TableSource::insert(const QList<Field> &fields)
                       values);
     const qint64 key = sqlite3_last_insert_rowid(m_handle->engine());
     if (m_keys) {
-        m_keys->insert(m_select.ordered ? m_keys->end() : placeOf(key), key);
+        m_keys->insert(!m_select.order.isEmpty() ? m_keys->end() : placeOf(key), key);
     }
     standOnKey(key);
 }
@@ -212,7 +193,7 @@ void TableSource::update(const QList<Field> &fields)
     const QString sql =
         u"update "_s + bracketedTable() + u" set "_s + assignments.join(u',') + u" where rowid=?"_s;
     if (m_handle->execute(sql, values) == 0) {
-        throw core::Error(SQLITE_NOTFOUND, u"the row was deleted meanwhile in "_s + m_select.table);
+        throw core::Error(SQLITE_NOTFOUND, u"the row was deleted meanwhile in "_s + m_select.table());
     }
     m_row.reset();
 }
@@ -233,7 +214,7 @@ void TableSource::remove()
 qint64 TableSource::currentKey()
 {
     if (row() == nullptr) {
-        throw core::Error(SQLITE_NOTFOUND, u"no current row in "_s + m_select.table);
+        throw core::Error(SQLITE_NOTFOUND, u"no current row in "_s + m_select.table());
     }
     return *m_key;
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "store/RecordsetSource.h"
-#include "store/SqlDialect.h"
+#include "store/Select.h"
 
 #include <limits>
 #include <optional>
@@ -15,14 +15,15 @@ namespace store {
 class TableSource : public Recordset::Source
 {
 public:
-    TableSource(std::shared_ptr<Database::Handle> handle, TableSelect select, QVariantList bound);
+    TableSource(std::shared_ptr<Database::Handle> handle, Select select, QVariantList bound);
 
     const QStringList &names() const override { return m_names; }
     qint64 count() override;
     qint64 position() override;
     void standOn(qint64 position) override;
-    qint64 positionOf(qint64 key) override;
     const QVariantList *row() override;
+    /// Stands on the row of that key, wherever it is; nothing: on none.
+    void standOnKey(std::optional<qint64> key);
 
     void setIndex(const QString &name) override;
     bool seek(const QVariant &key) override;
@@ -32,19 +33,14 @@ public:
     void update(const QList<Field> &fields) override;
     void remove() override;
 
-protected:
-    /// Rows behind those known so far.
-    void appendKeys(const std::vector<qint64> &keys);
-
 private:
     void readKeys();
     std::vector<qint64>::iterator placeOf(qint64 key);
-    void standOnKey(std::optional<qint64> key);
     qint64 currentKey();
-    QString bracketedTable() const { return u'[' + m_select.table + u']'; }
+    QString bracketedTable() const { return u'[' + m_select.table() + u']'; }
 
     std::shared_ptr<Database::Handle> m_handle; // before the statements, which must go first
-    TableSelect m_select;
+    Select m_select;
     QVariantList m_bound;
     Statement m_rowByKey;
     QStringList m_names;

@@ -8,15 +8,6 @@ namespace store {
 
 namespace {
 
-/// Both procedures run one behind the other at start and nobody waits for their outcome, so that both
-/// together keep the window waiting for less than half a second when another program has locked the file.
-constexpr std::chrono::milliseconds patience{200};
-
-Database openCustomers(const core::Paths &paths)
-{
-    return Database(paths.CustomerFile, {Database::Mode::ReadWrite, Wildcards::Asterisk, patience});
-}
-
 /// Both tables or none: either of them alone counts as already upgraded.
 void createCallNoteTables(Database &database)
 {
@@ -52,7 +43,7 @@ void indexCallNotes(Database &database)
 bool UpdateDatabase_Customer_0606191111(core::RunLog &log, const core::Paths &paths)
 {
     log.trap("UpdateDatabase_Customer_0606191111"_L1, [&] {
-        Database database = openCustomers(paths);
+        Database database(paths.CustomerFile);
         const QStringList tables = database.tableNames();
         const bool calls = tables.contains(u"CallInfo"_s);
         const bool requests = tables.contains(u"CustomerRequest"_s);
@@ -70,7 +61,7 @@ bool UpdateDatabase_Customer_0606191111(core::RunLog &log, const core::Paths &pa
 qint32 FixCustomerData(core::RunLog &log, const core::Paths &paths)
 {
     return log.trap("FixCustomerData"_L1, 0, [&] {
-        Database database = openCustomers(paths);
+        Database database(paths.CustomerFile);
         database.Execute(u"update customer set T3='1' where T3=' ' or T3='' or isnull(T3)"_s);
         database.Execute(u"update customer set customerid='' where customerid=' '"_s);
         return 1;
@@ -80,7 +71,7 @@ qint32 FixCustomerData(core::RunLog &log, const core::Paths &paths)
 qint32 FixSavedCustomer(core::RunLog &log, const core::Paths &paths, qint32 sn)
 {
     return log.trap("FixCustomerData"_L1, 0, [&] {
-        Database database = openCustomers(paths);
+        Database database(paths.CustomerFile);
         database.Execute(u"update customer set T3='1' where SN=? and (T3=' ' or T3='' or isnull(T3))"_s,
                          {sn});
         database.Execute(u"update customer set customerid='' where SN=? and customerid=' '"_s, {sn});

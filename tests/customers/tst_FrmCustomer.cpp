@@ -83,15 +83,56 @@ private Q_SLOTS:
         QCOMPARE(forms.logMessages(), QStringList());
     }
 
+    void sortingAndSavingKeepTheSearch()
+    {
+        Forms forms;
+        forms.run(u"insert into customer(SN,CustomerName,CustomerID) values(4,'O''Brien b','9'),"
+                  "(5,'O\u2019Brien a',null),(6,'o\u2018brien c','8')"_s);
+        for (const QString &apostrophe : {u"'"_s, u"\u2019"_s}) {
+            forms.search(u"O"_s + apostrophe + u"Brien"_s);
+            QCOMPARE(forms.names(), u"O'Brien b|O\u2019Brien a|o\u2018brien c"_s);
+        }
+        forms.clickHeading(0);
+        QCOMPARE(forms.names(), u"O'Brien b|o\u2018brien c|O\u2019Brien a"_s);
+        forms.clickHeading(1); // who has no ID comes first
+        QCOMPARE(forms.names(), u"O\u2019Brien a|o\u2018brien c|O'Brien b"_s);
+        forms.grid()->setCurrentIndex(forms.grid()->model()->index(1, 0));
+        forms.run(u"update customer set CustomerID='A' where SN=6"_s);
+        forms.windowsOfCustomers.refreshCustomerList();
+        QCOMPARE(forms.names(), u"O\u2019Brien a|O'Brien b|o\u2018brien c"_s);
+        QCOMPARE(forms.grid()->currentIndex().row(), 2);
+        QCOMPARE(forms.grid()->horizontalHeader()->sortIndicatorSection(), 1);
+        QCOMPARE(forms.shown("lblCount"), u"[Totalcount]:3"_s);
+        QCOMPARE(forms.checks.IfTheCustumerExist(u"nobody's"_s), u"NO"_s);
+        QVERIFY(forms.checks.IfTheCustumerExist(u"o'brien c"_s).startsWith(u"Select"_s));
+        QCOMPARE(forms.logMessages(), QStringList());
+    }
+
+    void aSearchThatFailsIsNoHit()
+    {
+        Forms forms;
+        std::optional<store::Database> other(forms.paths.CustomerFile);
+        other->Execute(u"begin exclusive"_s);
+        forms.windowsOfCustomers.addCustomer(u"4444"_s, u"Bay"_s);
+        QCOMPARE(forms.names().section(u'|', 0, 0), u"anna"_s);
+        QCOMPARE((find<FrmCustomer, QLineEdit>("txtAddToExist")->text()), u""_s);
+        QCOMPARE(forms.shown("lblMessage"), u"[FileInUse]"_s);
+        other.reset();
+        QTRY_COMPARE(forms.names(), u"Bay"_s); // by itself
+        QCOMPARE(forms.shown("lblMessage"), u""_s);
+    }
+
     void aBrokenQueryOrFileLeavesTheListAndSaysSo()
     {
         Forms forms;
-        forms.search(u"O'Brien"_s);
+        forms.run(u"alter table customer rename to elsewhere"_s);
+        forms.search(u"Bay"_s);
         QTest::keyClick(find<FrmCustomer, QLineEdit>("txtSearch"), Qt::Key_Return);
         QTest::keyClick(find<FrmCustomer, QLineEdit>("txtSearch"), Qt::Key_Return);
         QVERIFY(!forms.grid()->hasFocus()); // it shows something else
+        forms.run(u"alter table elsewhere rename to customer"_s);
         QCOMPARE(forms.names(), u"anna|Bay|Zoë Łódź"_s);
-        QCOMPARE(forms.shown("lblMessage"), u"[SearchNotUnderstood]"_s);
+        QCOMPARE(forms.shown("lblMessage"), u"[CustomerListUnavailable]"_s);
         QVERIFY(forms.logMessages().value(0).startsWith(u"!Ado1 "_s));
         forms.run(u"delete from customer where SN=2"_s); // at another desk
         forms.prompts.expect();
@@ -173,6 +214,9 @@ private Q_SLOTS:
         QCOMPARE((find<FrmCustomer, QLineEdit>("txtAddToExist")->text()), u""_s);
         forms.run(u"insert into customer(SN,CustomerName) values(9,'New')"_s);
         find<FrmCustomer, QLineEdit>("txtAddToExist")->setText(u"5"_s);
+        find<FrmCustomer, QLineEdit>("txtSearch")->setFocus();
+        QTest::keyClick(find<FrmCustomer, QLineEdit>("txtSearch"), Qt::Key_Escape);
+        forms.grid()->setCurrentIndex(forms.grid()->model()->index(2, 0));
         forms.windowsOfCustomers.refreshCustomerList();
         QCOMPARE((find<FrmCustomer, QLineEdit>("txtAddToExist")->text()), u""_s);
         QCOMPARE(forms.names(), u"Zoë Łódź|anna|Bay|Zed|New"_s);
@@ -219,13 +263,26 @@ private Q_SLOTS:
     void aLongSearchShowsItsRowsAsTheyAreFound()
     {
         const Forms forms;
-        forms.run(u"insert into customer(SN,CustomerName) with recursive counted(i) as (select 10 union all "
-                  "select i + 1 from counted where i < 150000) select i, 'many ' || i from counted"_s);
+        forms.run(
+            u"insert into customer(SN,CustomerName,CustomerID,CustomerType) with recursive counted(i) as "
+            "(select 10 union all select i + 1 from counted where i < 150000) select i, 'many ' || i, "
+            "case when i < 60000 then null else 'x' end, 'type ' || (i / 50000) from counted"_s);
         const QSignalSpy moreFound(forms.grid()->model(), &QAbstractItemModel::rowsInserted);
         forms.search(u"many"_s);
         QTRY_COMPARE(forms.shown("lblCount"), u"[Totalcount]:149991"_s);
         QVERIFY(!moreFound.isEmpty());
         QCOMPARE(forms.grid()->model()->index(149990, 0).data().toString(), u"many 150000"_s);
+        const auto row = [&forms](int place, int column) {
+            return forms.grid()->model()->index(place, column).data().toString();
+        };
+        for (const auto &[column, place, name] : {std::tuple(0, 149990, u"many 99999"_s), // as a text
+                                                  {1, 59990, u"many 60000"_s}, // the first that has one
+                                                  {3, 99990, u"many 100000"_s},
+                                                  {3, 149990, u"many 150000"_s}}) {
+            forms.clickHeading(column);
+            QTRY_COMPARE(forms.grid()->model()->rowCount(), 149991);
+            QCOMPARE(row(place, 0), name);
+        }
         const QModelIndex first = forms.grid()->model()->index(0, 0);
         forms.grid()->selectionModel()->select({first, first.siblingAtRow(4999)},
                                                QItemSelectionModel::Select | QItemSelectionModel::Rows);

@@ -51,9 +51,12 @@ private Q_SLOTS:
             QCOMPARE(desk.keys(), keys);
         }
         QCOMPARE(desk.logMessages(), QStringList());
-        desk.find<QLineEdit>("txtCondition")->setText(u"O'B"_s);
+        desk.find<QLineEdit>("txtCondition")->setText(u"O\u2019B"_s);
         desk.press("cmdSearch");
-        QCOMPARE(desk.keys(), u"Save|Copy|Ann"_s);
+        QCOMPARE(desk.keys(), u"Ann"_s);
+        desk.find<QLineEdit>("txtCondition")->setText(QString(20'000, u'\u6885'));
+        desk.press("cmdSearch");
+        QCOMPARE(desk.keys(), u"Ann"_s);
         QCOMPARE(desk.logMessages().size(), 1);
         QCOMPARE(desk.find<QLabel>("lblState")->text(), u"[SearchTextUnusable]"_s);
         const QHeaderView *columns = desk.grid()->horizontalHeader();
@@ -167,7 +170,7 @@ private Q_SLOTS:
             other.Execute(u"begin exclusive"_s);
             desk.find<QLineEdit>("txtCondition")->setText(u"x"_s);
             desk.press("cmdSearch");
-            QCOMPARE(desk.reason(), u"[LanguageFileLocked]"_s);
+            QCOMPARE(desk.reason(), u"[FileInUse]"_s);
         }
         desk.press("cmdSearch");
         QVERIFY(desk.reason().startsWith("[LanguageEditorCount]"_L1));

@@ -108,11 +108,11 @@ private Q_SLOTS:
         }
         QVERIFY(desk.show(phonebook::allEntriesQuery()));
         QCOMPARE(desk.logMessages(), QStringList());
-        for (const QString &broken : {u"O'Neil"_s, u"'; delete from phonebook; --"_s}) {
-            QVERIFY(!desk.show(phonebook::searchQuery(broken)));
-            QCOMPARE(desk.shown(), u"8|9|3|5"_s);
+        for (const QString &quote : {u"O'Neil"_s, u"'; delete from phonebook; --"_s}) {
+            QVERIFY(desk.show(phonebook::searchQuery(quote)));
+            QCOMPARE(desk.shown(), u""_s);
         }
-        QCOMPARE(desk.logMessages().size(), 2);
+        QCOMPARE(desk.logMessages(), QStringList());
         QCOMPARE(tableRows(desk).size(), 4);
     }
 

@@ -1,4 +1,5 @@
 #include "core/Error.h"
+#include "store/Select.h"
 #include "store/SqlDialect.h"
 #include "store/TextMatcher.h"
 #include "store/TextOrder.h"
@@ -40,6 +41,11 @@ class tst_SqlDialect : public QObject
                walks(text.sliced(1), pattern.sliced(1));
     }
 
+    static std::optional<store::Select> parsed(QStringView sql)
+    {
+        return store::parseSelect(store::tokenize(sql), Wildcards::Asterisk);
+    }
+
     static int signOfOrder(const QByteArray &left, const QByteArray &right)
     {
         const int order = store::compareJet(left, right);
@@ -79,20 +85,43 @@ private Q_SLOTS:
         }
     }
 
-    void onlyTheRowsOfOneTableAreFoundByTheirKeys()
+    void onlyTheRowsOfTablesAreFoundByTheirKeys()
     {
         for (const QString &whole :
              {u"select count(*) from t"_s, u"select a as b from t"_s, u"select distinct a from t"_s,
-              u"select * from t limit 5"_s, u"select * from t, u where t.a=u.a"_s,
-              u"select a from t where b in (select b from u)"_s, u"update t set a=1"_s}) {
-            QVERIFY2(!store::asTableSelect(whole), qPrintable(whole));
+              u"select * from t limit 5"_s, u"select * from t x where a=1"_s, u"select * from t, u, v"_s,
+              u"select a from t where b in (select b from u)"_s, u"update t set a=1"_s,
+              u"select a from t where b=1) or (c=1"_s, u"select a from t where (b=1"_s, u"select"_s,
+              QString()}) {
+            QVERIFY2(!parsed(whole), qPrintable(whole));
         }
-        const auto keysOf = [](QStringView sql) {
-            return store::asTableSelect(sql).value().inOrder(u"rowid"_s);
-        };
-        QCOMPARE(keysOf(u"select * from customer "), u"select rowid from [customer]  order by rowid"_s);
-        QCOMPARE(keysOf(u"select a, b from [t] where c='from x' order by d;"),
-                 u"select rowid from [t] where c='from x' order by d"_s);
+        const auto keysOf = [](QStringView sql) { return parsed(sql).value().inOrder(u"rowid"_s); };
+        QCOMPARE(keysOf(u"select * from customer "), u"select rowid from [customer] order by rowid"_s);
+        QCOMPARE(keysOf(u"select a, b from [t] where c like 'from x' order by d desc;"),
+                 u"select rowid from [t] where (c GLOB 'from x') order by d desc"_s);
+        QCOMPARE(parsed(u"select a from t order by [d]")->orderColumn, u"d"_s);
+        QCOMPARE(parsed(u"select a from t order by d desc")->orderColumn, QString());
+    }
+
+    void aConditionIsThatOfTheTableWhoseColumnsItNames()
+    {
+        const QStringList calls{u"CallID"_s, u"Name"_s};
+        const QStringList requests{u"CallID"_s, u"Note"_s, u"Done"_s};
+        for (const auto &[where, words, ofCalls, ofRequests] :
+             {std::tuple(u"Calls.CallID = Requests.CallID"_s, 1, false, false),
+              {u"[name] like 'and*' and note='x' or Done = True"_s, 1, false, false}, // "or" binds less
+              {u"[NAME] like '*or*'"_s, 1, true, false},
+              {u"Requests.[CallID]='Name'"_s, 1, false, true},
+              {u"(name='a' or calls.name='b')"_s, 1, true, false},
+              {u"done = True and not isnull([note])"_s, 2, false, true},
+              {u"name between 'a' and 'b'"_s, 1, true, false}}) {
+            const auto select = parsed(u"select Calls.Name from Requests,Calls where "_s + where);
+            QVERIFY2(select && select->conditions.size() == size_t(words), qPrintable(where));
+            for (const store::Select::Condition &each : select->conditions) {
+                QVERIFY2(isAbout(each, u"calls"_s, calls, requests) == ofCalls, qPrintable(where));
+                QVERIFY2(isAbout(each, u"requests"_s, requests, calls) == ofRequests, qPrintable(where));
+            }
+        }
     }
 
     void patternsMatch()

@@ -1,0 +1,403 @@
+#include "store/ResultModel.h"
+
+#include "store/LockPatience.h"
+#include "store/TableSource.h"
+
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <limits>
+
+using namespace Qt::StringLiterals;
+
+namespace store {
+
+namespace {
+
+constexpr int rowsKept = 500;     // a few screens full
+constexpr size_t firstPage = 100; // rows of a large screen
+constexpr qint64 oneTurnMs = 20;
+constexpr std::chrono::seconds pauseAfterLock{2};
+
+ResultModel::Trouble troubleOf(const core::Error &error)
+{
+    return tellsOfLock(error)                ? ResultModel::Trouble::Locked
+           : error.number() == SQLITE_TOOBIG ? ResultModel::Trouble::TooLong
+                                             : ResultModel::Trouble::Unreadable;
+}
+
+} // namespace
+
+/// The opened file, the keys of the rows found in it, and the reading of those that are still to be found.
+struct ResultModel::Rows
+{
+    struct Keys
+    {
+        qint64 first;
+        qint64 second; ///< of the other table, where there are two
+    };
+
+    Rows(const Database &database, const QString &tableOrSelect)
+        : handle(database.handle()),
+          select(tableOrSelect.contains(u' ') ? selectOf(tableOrSelect, handle->wildcards(), 1)
+                                              : Select::wholeTable(tableOrSelect)),
+          rowByKeys(handle->engine(),
+                    u"select "_s + select.columns + u" from ["_s + select.table() + u"] where rowid=?"_s),
+          names(rowByKeys.columnNames()), reading(SlicedReading(handle, select))
+    {
+        readOn(keys, firstPage);
+    }
+    Rows(const Database &database, const QString &joined, const JoinTables &tables)
+        : handle(database.handle()), select(selectOf(joined, handle->wildcards(), 2)),
+          rowByKeys(handle->engine(), u"select "_s + select.columns + u" from ["_s + tables.details +
+                                          u"],["_s + tables.masters + u"] where ["_s + tables.details +
+                                          u"].rowid=? and ["_s + tables.masters + u"].rowid=?"_s),
+          names(rowByKeys.columnNames()),
+          reading(SlicedReading(handle, select, tables, SlicedReading::Columns::Keys)), joins(true)
+    {
+        readOn(keys, firstPage);
+    }
+
+    /// Adds what is found in one turn; ends early with so many rows.
+    void readOn(std::vector<Keys> &found, size_t enough)
+    {
+        QElapsedTimer timer;
+        timer.start();
+        bool more = true;
+        while (more && found.size() < enough && timer.elapsed() < oneTurnMs) {
+            more = reading->readOn([&](const Row &row) {
+                found.push_back({row.key(0), joins ? row.key(1) : 0});
+            });
+        }
+        if (!more) {
+            reading.reset();
+        }
+    }
+    /// The row as it now is; empty where it is gone.
+    QVariantList read(int row)
+    {
+        const Keys &key = keys[static_cast<size_t>(row)];
+        const StatementReset reset(rowByKeys);
+        rowByKeys.bind(joins ? QVariantList{key.first, key.second} : QVariantList{key.first});
+        return rowByKeys.step() ? rowByKeys.row() : QVariantList();
+    }
+    /// A cursor on the row, to change it by.
+    TableSource at(int row) const
+    {
+        TableSource table(handle, Select::wholeTable(select.table()), {});
+        table.standOnKey(keys[static_cast<size_t>(row)].first);
+        return table;
+    }
+    bool isLocked() const
+    {
+        try {
+            handle->forEach(u"select 1 from sqlite_schema limit 1"_s, {}, [](const Row &) {});
+            return false;
+        } catch (const core::Error &error) {
+            return tellsOfLock(error);
+        }
+    }
+    int known() const { return static_cast<int>(keys.size()); }
+
+    std::shared_ptr<Database::Handle> handle; // before the statement, which must go first
+    Select select;
+    Statement rowByKeys;
+    QStringList names;
+    std::optional<SlicedReading> reading;
+    bool joins = false;
+    bool brokenOff = false;
+    std::vector<Keys> keys;
+};
+
+ResultModel::ResultModel(core::RunLog &log, QLatin1StringView name, QObject *parent)
+    : QAbstractTableModel(parent), m_log(log), m_name(name), m_cache(rowsKept)
+{
+    m_pause.setSingleShot(true);
+    connect(&m_pause, &QTimer::timeout, this, &ResultModel::endPause);
+    connect(&m_reading, &QTimer::timeout, this, &ResultModel::readOn);
+}
+
+ResultModel::~ResultModel() = default;
+
+bool ResultModel::attempt(const std::function<void()> &work) const
+{
+    m_trouble = Trouble::None;
+    return m_log.trap(m_name, [&] {
+        try {
+            work();
+        } catch (const core::Error &error) {
+            m_trouble = troubleOf(error);
+            if (m_trouble == Trouble::Locked) {
+                m_pause.start(pauseAfterLock);
+            }
+            throw;
+        }
+    });
+}
+
+bool ResultModel::show(const std::function<std::unique_ptr<Rows>()> &open)
+{
+    m_selectFailed = !attempt([&] {
+        std::unique_ptr<Rows> rows = open();
+        m_pause.stop();
+        beginResetModel();
+        m_rows = std::move(rows);
+        m_cache.clear();
+        arrangeColumns();
+        endResetModel();
+        isReading() ? m_reading.start(0) : m_reading.stop();
+    });
+    return !m_selectFailed;
+}
+
+bool ResultModel::setRecordSource(QString databaseFile, QString tableOrSelect)
+{
+    const bool shown = show([&] { return std::make_unique<Rows>(Database(databaseFile), tableOrSelect); });
+    if (shown) {
+        m_databaseFile = std::move(databaseFile);
+        m_source = std::move(tableOrSelect);
+    }
+    return shown;
+}
+
+bool ResultModel::setRecordSource(Database &database, const QString &select, const JoinTables &tables)
+{
+    const bool shown = show([&] { return std::make_unique<Rows>(database, select, tables); });
+    if (shown) {
+        m_source = select;
+    }
+    return shown;
+}
+
+void ResultModel::awaitLock()
+{
+    m_trouble = Trouble::Locked;
+    m_selectFailed = true;
+    m_pause.start(pauseAfterLock);
+}
+
+void ResultModel::clear()
+{
+    m_reading.stop();
+    m_pause.stop();
+    m_selectFailed = false;
+    beginResetModel();
+    m_rows.reset();
+    m_cache.clear();
+    endResetModel();
+}
+
+bool ResultModel::refresh()
+{
+    return setRecordSource(m_databaseFile, m_source);
+}
+
+bool ResultModel::isReplaced() const
+{
+    return m_rows != nullptr && m_rows->handle->isReplaced();
+}
+
+bool ResultModel::isReading() const
+{
+    return m_rows != nullptr && m_rows->reading.has_value();
+}
+
+bool ResultModel::isComplete() const
+{
+    return m_rows != nullptr && !m_rows->reading && !m_rows->brokenOff;
+}
+
+/// A slice that a lock kept from being read is read when that is over: nothing of it was taken.
+void ResultModel::readOn()
+{
+    std::vector<Rows::Keys> found;
+    const bool read = attempt([&] { m_rows->readOn(found, std::numeric_limits<size_t>::max()); });
+    const bool heldUp = m_trouble == Trouble::Locked; // before the views read rows
+    if (!found.empty()) {
+        const int first = rowCount();
+        beginInsertRows({}, first, first + static_cast<int>(found.size()) - 1);
+        m_rows->keys.insert(m_rows->keys.end(), found.begin(), found.end());
+        endInsertRows();
+    }
+    if (heldUp) {
+        m_reading.stop();
+        Q_EMIT readingHeldUp();
+    } else if (!read || !isReading()) {
+        m_reading.stop();
+        m_rows->reading.reset();
+        m_rows->brokenOff = !read;
+        Q_EMIT readingEnded();
+    }
+}
+
+// What the operator has not asked for just now does not keep him waiting.
+void ResultModel::endPause()
+{
+    const NoWaiting atOnce;
+    if (m_rows != nullptr && m_rows->isLocked()) {
+        return m_pause.start(pauseAfterLock);
+    }
+    if (isReading()) {
+        m_reading.start(0);
+    }
+    if (rowCount() > 0) {
+        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
+    }
+    if (m_selectFailed) {
+        Q_EMIT lockEnded();
+    }
+}
+
+void ResultModel::arrangeColumns()
+{
+    m_fieldOf.clear();
+    for (const QString &field : std::as_const(m_leading)) {
+        if (const qsizetype place = placeOfField(m_rows->names, field); place >= 0) {
+            m_fieldOf.append(int(place));
+        }
+    }
+    for (int place = 0; place < m_rows->names.size(); ++place) {
+        if (!m_fieldOf.contains(place)) {
+            m_fieldOf.append(place);
+        }
+    }
+}
+
+QString ResultModel::fieldAt(int column) const
+{
+    return m_rows->names.value(m_fieldOf.value(column, -1));
+}
+
+void ResultModel::setHeading(const QString &field, const QString &heading)
+{
+    m_headings.insert(field.toLower(), heading.isEmpty() ? field : heading);
+    Q_EMIT headerDataChanged(Qt::Horizontal, 0, std::max(columnCount() - 1, 0));
+}
+
+void ResultModel::setYesNo(const QString &yes, const QString &no)
+{
+    m_yes = yes;
+    m_no = no;
+}
+
+int ResultModel::rowCount(const QModelIndex &parent) const
+{
+    return m_rows == nullptr || parent.isValid() ? 0 : m_rows->known();
+}
+
+int ResultModel::columnCount(const QModelIndex &parent) const
+{
+    return m_rows == nullptr || parent.isValid() ? 0 : static_cast<int>(m_rows->names.size());
+}
+
+/// A row that another desk has deleted meanwhile reads as one of empty cells until the next refresh.
+QVariantList ResultModel::rowAt(int row) const
+{
+    if (const QVariantList *kept = m_cache.object(row)) {
+        return *kept;
+    }
+    QVariantList fields;
+    attempt([&] { fields = m_rows->read(row); });
+    fields.resize(m_rows->names.size());
+    if (m_trouble != Trouble::Locked) {
+        m_cache.insert(row, new QVariantList(fields));
+    }
+    return fields;
+}
+
+QVariant ResultModel::data(const QModelIndex &index, int role) const
+{
+    const bool waits = m_pause.isActive() && !m_cache.contains(index.row());
+    if (!index.isValid() || waits || (role != Qt::DisplayRole && role != Qt::EditRole)) {
+        return {};
+    }
+    const QVariant value = rowAt(index.row()).value(m_fieldOf.value(index.column()));
+    if (role == Qt::EditRole) {
+        return value;
+    }
+    return value.typeId() == QMetaType::Bool ? (value.toBool() ? m_yes : m_no) : value.toString();
+}
+
+QVariant ResultModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole || m_rows == nullptr) {
+        return {};
+    }
+    const QString name = fieldAt(section);
+    return m_headings.value(name.toLower(), name);
+}
+
+Qt::ItemFlags ResultModel::flags(const QModelIndex &index) const
+{
+    const Qt::ItemFlags usual = QAbstractTableModel::flags(index);
+    return m_editable ? usual | Qt::ItemIsEditable : usual;
+}
+
+bool ResultModel::setData(const QModelIndex &index, const QVariant &value, int role)
+{
+    if (!index.isValid() || role != Qt::EditRole || value == data(index, Qt::EditRole)) {
+        return false;
+    }
+    const bool written = m_log.trap(m_name, [&] {
+        m_rows->at(index.row()).update({{fieldAt(index.column()), value}});
+    });
+    m_cache.remove(index.row());
+    if (written) {
+        Q_EMIT dataChanged(index, index);
+        Q_EMIT changedInPlace();
+    }
+    return written;
+}
+
+void ResultModel::forgetRow(int row)
+{
+    m_cache.remove(row);
+    Q_EMIT dataChanged(index(row, 0), index(row, columnCount() - 1));
+}
+
+bool ResultModel::removeRows(int row, int count, const QModelIndex &parent)
+{
+    if (parent.isValid() || row < 0 || count < 1 || row + count > rowCount()) {
+        return false;
+    }
+    for (int i = 0; i < count; ++i) {
+        if (!m_log.trap(m_name, [&] { m_rows->at(row).remove(); })) {
+            return false;
+        }
+        m_cache.clear();
+        beginRemoveRows({}, row, row);
+        m_rows->keys.erase(m_rows->keys.begin() + row);
+        m_cache.clear();
+        endRemoveRows();
+    }
+    return true;
+}
+
+int ResultModel::columnOf(const QString &field) const
+{
+    const qsizetype place = m_rows == nullptr ? -1 : placeOfField(m_rows->names, field);
+    return static_cast<int>(m_fieldOf.indexOf(place));
+}
+
+int ResultModel::rowOf(qint64 number) const
+{
+    if (m_rows == nullptr) {
+        return -1;
+    }
+    const auto found = std::ranges::find(m_rows->keys, number, &Rows::Keys::first);
+    return found != m_rows->keys.end() ? static_cast<int>(found - m_rows->keys.begin()) : -1;
+}
+
+QString troubleKey(ResultModel::Trouble trouble, const QString &unreadable)
+{
+    return trouble == ResultModel::Trouble::Locked    ? u"FileInUse"_s
+           : trouble == ResultModel::Trouble::TooLong ? u"SearchTextUnusable"_s
+                                                      : unreadable;
+}
+
+QVariant ResultModel::field(int row, const QString &name) const
+{
+    return row >= 0 && row < rowCount() ? rowAt(row).value(placeOfField(m_rows->names, name)) : QVariant();
+}
+
+} // namespace store
