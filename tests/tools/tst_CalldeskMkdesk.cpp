@@ -17,7 +17,7 @@ class tst_CalldeskMkdesk : public QObject
         QVERIFY(QDir().mkpath(QFileInfo(below(path)).path()));
         m_desk->writeFile(below(path), content);
     }
-    void compareRows(const QString &file, const QString &table, const mkdesk::TsvTable &expected) const
+    void compareRows(const QString &file, const QString &table, const core::TsvTable &expected) const
     {
         QVERIFY(m_desk->fileBytes(below(file)).startsWith("SQLite format 3"));
         store::Database database(below(file), store::Database::Mode::ReadOnly);
@@ -44,7 +44,7 @@ private Q_SLOTS:
             const ToolRun result = run(folder + (sample ? u" --sample"_s : u""_s));
             QVERIFY2(result.status == 0, qPrintable(result.errors));
             const auto rowsOf = [&](const char *path) {
-                return sample ? sources.table(QLatin1String(path)) : mkdesk::TsvTable();
+                return sample ? sources.table(QLatin1String(path)) : core::TsvTable();
             };
             compareRows(folder + u"Customer.ccsm"_s, u"customer"_s, rowsOf("sample/customers.tsv"));
             compareRows(folder + u"SimplePhoneBook.cpbk"_s, u"phonebook"_s, rowsOf("sample/phonebook.tsv"));
@@ -54,7 +54,7 @@ private Q_SLOTS:
                 compareRows(folder + code + u".lan"_s, u"Language"_s, sources.languageFile(code));
             }
             for (const QString &code : sources.helpLanguages()) {
-                mkdesk::TsvTable pages{{u"HelpID"_s, u"Help"_s}, {}};
+                core::TsvTable pages{{u"HelpID"_s, u"Help"_s}, {}};
                 for (const QString &id : sources.helpIds(code)) {
                     pages.rows.append({id, sources.text(u"help/%1/%2.txt"_s.arg(code, id))});
                 }
