@@ -311,7 +311,7 @@ QVariant ResultModel::data(const QModelIndex &index, int role) const
     if (!index.isValid() || waits || (role != Qt::DisplayRole && role != Qt::EditRole)) {
         return {};
     }
-    const QVariant value = rowAt(index.row()).value(m_fieldOf.value(index.column()));
+    QVariant value = rowAt(index.row()).value(m_fieldOf.value(index.column()));
     if (role == Qt::EditRole) {
         return value;
     }
