@@ -1,6 +1,7 @@
 #include "store/Database.h"
 
 #include "store/Handle.h"
+#include "store/LockPatience.h"
 #include "store/RecordsetSource.h"
 #include "store/Select.h"
 #include "store/SqliteEmitter.h"
@@ -141,12 +142,12 @@ QByteArray Database::changeMark() const
 
 std::optional<QByteArray> stateOf(const QString &path)
 {
-    constexpr std::chrono::milliseconds noPatience{0};
+    const NoWaiting atOnce;
     const QFileInfo file(path);
     QByteArray state =
         QByteArray::number(file.size()) + ' ' + QByteArray::number(file.lastModified().toMSecsSinceEpoch());
     try {
-        state += Database(path, {Database::Mode::ReadOnly, Wildcards::Asterisk, noPatience}).changeMark();
+        state += Database(path, Database::Mode::ReadOnly).changeMark();
     } catch (const core::Error &error) {
         if (tellsOfLock(error)) {
             return {};
