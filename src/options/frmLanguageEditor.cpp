@@ -98,7 +98,7 @@ bool frmLanguageEditor::keepTyped()
 
 void frmLanguageEditor::loadRows()
 {
-    showRows(m_context.log.trap("frmLanguageEditor_Load"_L1, [&] {
+    const bool read = m_context.log.trap("frmLanguageEditor_Load"_L1, [&] {
         const bool shown = Data1.setRecordSource(m_context.paths.UserLangFile, u"language"_s);
         if (!shown || !isLanguageTable(Data1)) {
             throw core::Error(0, u"these are no texts of a language: "_s + m_context.paths.UserLangFile);

@@ -196,8 +196,7 @@ void frmSimplePhoneBook::settle(const QPersistentModelIndex &cell, PhoneBookEntr
         return editAgain(cell, typed);
     }
     if (saved.dropped || saved.entry.SN != currentSn()) { // a row has gone, or come
-        refresh();
-        standOnSn(saved.entry.SN);
+        bind(m_data->recordSource(), saved.entry.SN);
     }
 }
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 namespace store {
 
@@ -62,14 +63,11 @@ void waitForLocks(sqlite3 *engine)
     sqlite3_busy_handler(engine, waitOnce, nullptr);
 }
 
-NoWaiting::NoWaiting()
-{
-    patience.none = true;
-}
+NoWaiting::NoWaiting() : m_before(std::exchange(patience.none, true)) {}
 
 NoWaiting::~NoWaiting()
 {
-    patience.none = false;
+    patience.none = m_before;
 }
 
 } // namespace store

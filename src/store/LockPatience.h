@@ -19,6 +19,9 @@ public:
     NoWaiting();
     ~NoWaiting();
     Q_DISABLE_COPY_MOVE(NoWaiting)
+
+private:
+    bool m_before;
 };
 
 } // namespace store
