@@ -1,5 +1,6 @@
 #include "app/Program.h"
 
+#include "conversion/DeskConversion.h"
 #include "core/ProductName.h"
 #include "core/TextUtilities.h"
 #include "core/platform.h"
@@ -97,6 +98,11 @@ void Program::iniPath()
     for (const QString &folder : {m_paths.DataFolder, m_paths.SmsFolder, m_paths.PopUserDataFolder}) {
         m_log.trap("iniPath"_L1, [&] { core::makeFolder(folder); });
     }
+    m_log.trap("completeConversion"_L1, [&] {
+        if (conversion::completeConversion(m_paths.StartFolder)) {
+            m_log.WriteRunLog(u"The conversion of the old databases is completed."_s);
+        }
+    });
     m_values.CustomerDbExists = QFileInfo(m_paths.CustomerFile).isFile();
 }
 

@@ -74,26 +74,38 @@ class Conversion
 public:
     explicit Conversion(const QString &folder) : m_folder(folder) {}
 
-    /// Brings what was broken off to its end, or back to its beginning. True where there was an end to bring
-    /// it to.
-    bool tidyUp() const
+    /// Keeps every other process from converting the folder until the result is gone.
+    auto lock() const
     {
-        remove(inProgress);
-        static const QRegularExpression date(u"^\\d{4}-\\d\\d-\\d\\d( \\(\\d+\\))?$"_s);
-        bool any = false;
-        for (const QString &name : m_folder.entryList({ready + u"*"_s}, QDir::Dirs, QDir::Name)) {
-            const QString of = name.sliced(ready.size());
-            if (date.match(of).hasMatch()) {
-                changePlaces(of);
-                any = true;
-            }
+        const QString path = m_folder.filePath(lockName);
+        if (!core::platform::takeProcessLock(path)) {
+            throw core::Error(0, u"this folder is being converted already: "_s + m_folder.path());
         }
-        return any;
+        return qScopeGuard([path] { QFile::remove(path); });
+    }
+
+    /// The dates of conversions that were broken off while the files changed places.
+    QStringList unfinished() const
+    {
+        static const QRegularExpression date(u"^\\d{4}-\\d\\d-\\d\\d( \\(\\d+\\))?$"_s);
+        QStringList dates = m_folder.entryList({ready + u"*"_s}, QDir::Dirs, QDir::Name);
+        dates.replaceInStrings(ready, QString());
+        return dates.filter(date);
+    }
+
+    bool complete() const
+    {
+        const QStringList dates = unfinished();
+        for (const QString &date : dates) {
+            changePlaces(date);
+        }
+        return !dates.isEmpty();
     }
 
     QList<ConvertedFile> make(const QStringList &paths) const
     {
         QList<ConvertedFile> files;
+        remove(inProgress); // of one that was broken off before anything else was touched
         try {
             for (const QString &path : paths) {
                 files.append(makeOne(path));
@@ -212,14 +224,10 @@ QStringList oldDatabasesIn(const QString &folder)
 
 Report convertDesk(const QString &folder, const QDate &today)
 {
-    const QString lock = QDir(folder).filePath(lockName);
-    if (!core::platform::takeProcessLock(lock)) {
-        throw core::Error(0, u"this folder is being converted already: "_s + folder);
-    }
-    const auto unlock = qScopeGuard([&] { QFile::remove(lock); });
     const Conversion conversion(folder);
+    const auto only = conversion.lock();
     Report report;
-    report.resumed = conversion.tidyUp();
+    report.resumed = conversion.complete();
     const QStringList paths = oldDatabasesIn(folder);
     for (const QString &path : paths) {
         refuseOpenElsewhere(QDir(folder).filePath(path));
@@ -232,6 +240,16 @@ Report convertDesk(const QString &folder, const QDate &today)
         report.oldFiles = oldFiles + date;
     }
     return report;
+}
+
+bool completeConversion(const QString &folder)
+{
+    const Conversion conversion(folder);
+    if (conversion.unfinished().isEmpty()) { // nothing is written to the folder of a desk that has none
+        return false;
+    }
+    const auto only = conversion.lock();
+    return conversion.complete();
 }
 
 } // namespace conversion

@@ -34,4 +34,8 @@ QStringList oldDatabasesIn(const QString &folder);
 /// The one step between the first and the second is the renaming of the folder.
 Report convertDesk(const QString &folder, const QDate &today);
 
+/// Brings a conversion to its end that was broken off while the files changed places; true where there was
+/// one. Throws core::Error.
+bool completeConversion(const QString &folder);
+
 } // namespace conversion

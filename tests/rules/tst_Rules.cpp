@@ -23,7 +23,8 @@ Rule rule(const QString &path, const QString &line)
 QList<Rule> arrows()
 {
     const QString allowed =
-        u"core|store|oldfiles|reception: core, areas|language: core|store, conversion: core|store|oldfiles, appearance: core|language, "
+        u"core|store|oldfiles|reception: core, areas|language: core|store, "
+        "conversion: core|store|oldfiles, appearance: core|language, "
         "mainwindow: core|appearance, lookup: core|store|appearance, "
         "phonebook|customers|notes|messages|options|help: core|store|lookup|language|appearance"_s;
     const QString forbidden = u"^\\s*#\\s*include\\s*\"(?!(%1)/[^/]*\")[^\"]*/"_s;

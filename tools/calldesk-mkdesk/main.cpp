@@ -45,7 +45,7 @@ void complain(const QString &text)
 
 void describeOptions(QCommandLineParser &parser)
 {
-    parser.setApplicationDescription(u"Makes the database files that CallDesk is delivered with."_s);
+    parser.setApplicationDescription(u"Makes the database files that CallDesk is delivered with, or converts those of an old installation."_s);
     parser.addPositionalArgument(u"FOLDER"_s, u"Where the files are made: the program's start folder."_s);
     parser.addOption({u"sample"_s, u"With invented customers and phone book entries, to try the program."_s});
     parser.addOption(
