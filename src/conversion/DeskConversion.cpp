@@ -222,6 +222,11 @@ QStringList oldDatabasesIn(const QString &folder)
     return found;
 }
 
+bool isAmongOldFiles(const QString &path)
+{
+    return path.contains(u'/' + oldFiles);
+}
+
 Report convertDesk(const QString &folder, const QDate &today)
 {
     const Conversion conversion(folder);

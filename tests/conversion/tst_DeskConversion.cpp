@@ -2,6 +2,7 @@
 #include "support/JetWriter.h"
 #include "support/Rows.h"
 #include "support/TestDesk.h"
+#include "tools/ToolRun.h"
 
 #include <QDirIterator>
 #include <QProcess>
@@ -166,9 +167,13 @@ private Q_SLOTS:
     void everythingComesOverAsItWas()
     {
         write(m_folder, m_old);
+        const ToolRun before = runTool(PROGRAM, u"desk --check"_s, m_desk.folder.path());
+        QVERIFY2(before.status == 1 && before.output.contains(u"--convert"_s), qPrintable(before.output));
         const conversion::Report report = conversion::convertDesk(m_folder, QDate(2026, 11, 22));
         verifyConverted({});
         QVERIFY(isTidy());
+        const ToolRun after = runTool(PROGRAM, u"desk --check"_s, m_desk.folder.path());
+        QVERIFY2(after.status == 0 && after.output.count(u": ok\n"_s) == 6, qPrintable(after.output));
         QCOMPARE(report.oldFiles, u"Old files 2026-11-22"_s);
         QCOMPARE(report.files.size(), 6);
         QCOMPARE(report.files.at(1).path, u"Customer.ccsm"_s);

@@ -3,6 +3,7 @@
 #include "conversion/DeskConversion.h"
 #include "core/Error.h"
 #include "core/QtClock.h"
+#include "oldfiles/OldDatabase.h"
 #include "store/Database.h"
 
 #include <QCommandLineParser>
@@ -45,7 +46,8 @@ void complain(const QString &text)
 
 void describeOptions(QCommandLineParser &parser)
 {
-    parser.setApplicationDescription(u"Makes the database files that CallDesk is delivered with, or converts those of an old installation."_s);
+    parser.setApplicationDescription(
+        u"Makes the database files that CallDesk is delivered with, or converts those of an old installation."_s);
     parser.addPositionalArgument(u"FOLDER"_s, u"Where the files are made: the program's start folder."_s);
     parser.addOption({u"sample"_s, u"With invented customers and phone book entries, to try the program."_s});
     parser.addOption(
@@ -84,6 +86,9 @@ ExitStatus makeDesk(const QCommandLineParser &parser)
 /// What is wrong with a file, also where it is no database at all; empty for a sound one.
 QString damageOf(const QString &path)
 {
+    if (oldfiles::isOldDatabase(path)) {
+        return u"a database of an old installation; --convert makes it one of CallDesk's"_s;
+    }
     try {
         return store::damageOf(path).join(u"; "_s);
     } catch (const core::Error &error) {
@@ -100,6 +105,9 @@ ExitStatus checkDesk(const QString &folder)
     }
     while (files.hasNext()) {
         const QString path = files.next();
+        if (conversion::isAmongOldFiles(path)) {
+            continue;
+        }
         const QString damage = damageOf(path);
         write(stdout, path + u": "_s + (damage.isEmpty() ? u"ok"_s : damage));
         status = damage.isEmpty() ? status : Failed;
