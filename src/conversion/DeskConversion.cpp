@@ -102,23 +102,27 @@ public:
         return !dates.isEmpty();
     }
 
-    QList<ConvertedFile> make(const QStringList &paths) const
+    /// Makes and checks the new files. With the last step it is decided: from then on a conversion that is
+    /// broken off is completed.
+    QList<ConvertedFile> make(const QStringList &paths, const QString &date) const
     {
         QList<ConvertedFile> files;
         remove(inProgress); // of one that was broken off before anything else was touched
         try {
             for (const QString &path : paths) {
+                refuseOpenElsewhere(m_folder.filePath(path));
                 files.append(makeOne(path));
             }
+            for (const QString &path : paths) { // nor opened since
+                refuseOpenElsewhere(m_folder.filePath(path));
+            }
+            move(inProgress, ready + date);
         } catch (...) {
             remove(inProgress);
             throw;
         }
         return files;
     }
-
-    /// From here on a conversion that is broken off is completed.
-    void release(const QString &date) const { move(inProgress, ready + date); }
 
     /// Every file to its place, or every one back.
     void changePlaces(const QString &date) const
@@ -224,7 +228,7 @@ QStringList oldDatabasesIn(const QString &folder)
 
 bool isAmongOldFiles(const QString &path)
 {
-    return path.contains(u'/' + oldFiles);
+    return path.startsWith(oldFiles);
 }
 
 Report convertDesk(const QString &folder, const QDate &today)
@@ -234,13 +238,9 @@ Report convertDesk(const QString &folder, const QDate &today)
     Report report;
     report.resumed = conversion.complete();
     const QStringList paths = oldDatabasesIn(folder);
-    for (const QString &path : paths) {
-        refuseOpenElsewhere(QDir(folder).filePath(path));
-    }
     if (!paths.isEmpty()) {
-        report.files = conversion.make(paths);
         const QString date = conversion.nameFor(today);
-        conversion.release(date);
+        report.files = conversion.make(paths, date);
         conversion.changePlaces(date);
         report.oldFiles = oldFiles + date;
     }

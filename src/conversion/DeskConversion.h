@@ -24,7 +24,7 @@ struct Report
 /// The old databases of a desk's folder and its folder of help files, as paths below it.
 QStringList oldDatabasesIn(const QString &folder);
 
-/// Whether a path leads into a folder where conversions put the old files.
+/// Whether a path below a desk's folder leads into one where conversions put the old files.
 bool isAmongOldFiles(const QString &path);
 
 /// Converts all of them, or none: a failure leaves the folder as it was and throws core::Error. Where the

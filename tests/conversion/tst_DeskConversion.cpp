@@ -52,7 +52,8 @@ Files oldDesk()
     const JetTable requests = {u"CustomerRequest"_s,
                                {{u"CallID"_s}, {u"IfResolved"_s, ColumnType::YesNo}},
                                {{u"1"_s, true}, {u"1"_s, false}}};
-    const JetTable own = {u"Our own list"_s, {{u"a column"_s}}, {{u"kept"_s}}};
+    const JetTable own = {
+        u"Our own list"_s, {{u"a column"_s}}, {{u"kept"_s}, {u"KEPT"_s}}, {{u"own"_s, u"a column"_s, true}}};
     const JetTable phoneBook = {u"phonebook"_s,
                                 {{u"SN"_s, ColumnType::Long, false, true}, {u"Telno"_s}, {u"IfVIP"_s}},
                                 {{3, u"+49 30 1"_s, u"Y"_s}},
@@ -190,7 +191,7 @@ private Q_SLOTS:
         QCOMPARE(support::rowsOf(customer, u"select hex(photo) from customer where SN=7"_s), u"000102"_s);
         QCOMPARE(support::rowsOf(customer, u"select CallID,IfResolved from CustomerRequest"_s),
                  u"1|true\n1|false"_s);
-        QCOMPARE(support::rowsOf(customer, u"select * from [Our own list]"_s), u"kept"_s);
+        QCOMPARE(support::rowsOf(customer, u"select * from [Our own list]"_s), u"kept\nKEPT"_s);
         QCOMPARE(support::rowsOf(file(u"UserLang.lan"_s), u"select * from Language"_s), u"Edit|编辑"_s);
 
         store::Database database(customer);

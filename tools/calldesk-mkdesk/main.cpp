@@ -73,6 +73,7 @@ ExitStatus makeDesk(const QCommandLineParser &parser)
     if (parser.isSet(u"areas"_s)) {
         files.append(mkdesk::areaFile(sources, parser.value(u"areas"_s)));
     }
+    conversion::completeConversion(folder); // its files would else seem to be missing
     for (const mkdesk::DeskFile &file : std::as_const(files)) {
         if (mkdesk::makeDeskFile(file, folder) == mkdesk::Made::New) {
             write(stdout, file.path);
@@ -105,7 +106,7 @@ ExitStatus checkDesk(const QString &folder)
     }
     while (files.hasNext()) {
         const QString path = files.next();
-        if (conversion::isAmongOldFiles(path)) {
+        if (conversion::isAmongOldFiles(QDir(folder).relativeFilePath(path))) {
             continue;
         }
         const QString damage = damageOf(path);
