@@ -72,7 +72,7 @@ void refuseOpenElsewhere(const QString &path)
 class Conversion
 {
 public:
-    explicit Conversion(const QString &folder) : m_folder(folder) {}
+    explicit Conversion(const QString &folder) : m_folder(QDir(folder).absolutePath()) {}
 
     /// Keeps every other process from converting the folder until the result is gone.
     auto lock() const
@@ -116,7 +116,7 @@ public:
             for (const QString &path : paths) { // nor opened since
                 refuseOpenElsewhere(m_folder.filePath(path));
             }
-            move(inProgress, ready + date);
+            moveFolder(inProgress, ready + date);
         } catch (...) {
             remove(inProgress);
             throw;
@@ -186,7 +186,7 @@ private:
                 move(oldFiles + date + u'/' + path, path);
             }
             removeEmpty(oldFiles + date);
-            move(ready + date, inProgress);
+            moveFolder(ready + date, inProgress);
             remove(inProgress);
         } catch (const core::Error &) { // the failure that led here is the one to tell
         }
@@ -197,6 +197,13 @@ private:
     {
         makeFolder(QFileInfo(m_folder.filePath(to)).path());
         core::platform::replaceFile(m_folder.filePath(from), m_folder.filePath(to));
+    }
+    /// Not as files are moved: no system puts a folder in the place of another.
+    void moveFolder(const QString &from, const QString &to) const
+    {
+        if (!QDir(m_folder).rename(from, to)) {
+            throw core::Error(0, u"cannot rename the folder "_s + m_folder.filePath(from));
+        }
     }
     /// A folder that holds nothing but an empty folder of help files; any other stays.
     void removeEmpty(const QString &path) const

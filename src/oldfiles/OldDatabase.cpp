@@ -20,27 +20,25 @@ core::Error damageOf(const QString &table, const Damage &damage)
     return core::Error(0, u"the table %1 is damaged: "_s.arg(table) + damage.description());
 }
 
-/// Where the columns that are read stand in the catalogue.
-struct CatalogueColumns
+/// What is read of the catalogue, in this order. Its other columns may be damaged without harm.
+enum CatalogueColumn { Id, Name, Type, Flags };
+
+TableDefinition catalogueOf(const Pages &pages)
 {
-    explicit CatalogueColumns(const QList<Column> &columns)
-        : id(placeOf(columns, u"Id"_s)), name(placeOf(columns, u"Name"_s)), type(placeOf(columns, u"Type"_s)),
-          flags(placeOf(columns, u"Flags"_s))
-    {}
-    static qsizetype placeOf(const QList<Column> &columns, const QString &name)
-    {
-        for (qsizetype i = 0; i < columns.size(); ++i) {
-            if (columns.at(i).name.compare(name, Qt::CaseInsensitive) == 0) {
-                return i;
-            }
+    TableDefinition catalogue = readDefinition(pages, cataloguePage);
+    QList<Column> columns;
+    for (const QString &name : {u"Id"_s, u"Name"_s, u"Type"_s, u"Flags"_s}) {
+        const auto found = std::ranges::find_if(catalogue.columns, [&](const Column &column) {
+            return column.name.compare(name, Qt::CaseInsensitive) == 0;
+        });
+        if (found == catalogue.columns.end()) {
+            throw Damage(u"it has no column "_s + name);
         }
-        throw Damage(u"it has no column "_s + name);
+        columns.append(*found);
     }
-    qsizetype id;
-    qsizetype name;
-    qsizetype type;
-    qsizetype flags;
-};
+    catalogue.columns = columns;
+    return catalogue;
+}
 
 QByteArray wholeFile(const QString &path)
 {
@@ -73,13 +71,11 @@ OldDatabase OldDatabase::fromFile(const QString &path)
 
 void OldDatabase::readCatalogue()
 {
-    const TableDefinition catalogue = readDefinition(m_pages, cataloguePage);
-    const CatalogueColumns at(catalogue.columns);
+    const TableDefinition catalogue = catalogueOf(m_pages);
     QSet<quint32> seen;
     TableRows(m_pages, catalogue).forEach([&](const QVariantList &row) {
-        addObject(row.at(at.name).toString(), row.at(at.type).toInt(),
-                  static_cast<quint32>(row.at(at.flags).toInt()), static_cast<quint32>(row.at(at.id).toInt()),
-                  seen);
+        addObject(row.at(Name).toString(), row.at(Type).toInt(), static_cast<quint32>(row.at(Flags).toInt()),
+                  static_cast<quint32>(row.at(Id).toInt()), seen);
     });
 }
 

@@ -93,24 +93,26 @@ Bytes Pages::page(quint32 number, PageType type) const
 
 int Pages::rowsOn(const Bytes &page) const
 {
-    return page.u16(m_version == Version::Jet4 ? 12 : 8);
+    return page.u16(rowListAt() - 2);
+}
+
+quint16 Pages::flagsOn(const Bytes &page, int row) const
+{
+    return page.u16(rowListAt() + 2LL * row) & Deleted;
 }
 
 Pages::Row Pages::rowOn(const Bytes &page, int row) const
 {
     constexpr quint16 place = 0x1FFF;
-    const qint64 offsets = m_version == Version::Jet4 ? 14 : 10;
-    const qint64 firstByte = offsets + 2LL * rowsOn(page);
     if (row >= rowsOn(page)) {
         throw Damage(u"a row is missing"_s);
     }
-    const quint16 entry = page.u16(offsets + 2LL * row);
-    const qint64 start = entry & place;
-    const qint64 end = row == 0 ? pageSize() : page.u16(offsets + 2LL * (row - 1)) & place;
-    if (start < firstByte) {
+    const qint64 start = page.u16(rowListAt() + 2LL * row) & place;
+    const qint64 end = row == 0 ? pageSize() : page.u16(rowListAt() + 2LL * (row - 1)) & place;
+    if (start < rowListAt() + 2LL * rowsOn(page)) {
         throw Damage(u"a row lies over the list of rows"_s);
     }
-    return {static_cast<quint16>(entry & Deleted), page.slice(start, end - start)};
+    return {flagsOn(page, row), page.slice(start, end - start)};
 }
 
 Pages::Row Pages::row(RowPointer pointer) const

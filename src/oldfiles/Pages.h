@@ -42,6 +42,7 @@ public:
     };
     enum RowFlags : quint16 { Pointer = 0x4000, Moved = 0x8000, Deleted = 0xC000 };
     int rowsOn(const Bytes &page) const;
+    quint16 flagsOn(const Bytes &page, int row) const;
     Row rowOn(const Bytes &page, int row) const;
     Row row(RowPointer pointer) const;
 
@@ -52,6 +53,7 @@ public:
 
 private:
     static constexpr qint64 ownerAt = 4;
+    qint64 rowListAt() const { return m_version == Version::Jet4 ? 14 : 10; }
     qint64 pageCount() const { return m_file.size() / pageSize(); }
     void readHeader();
     void addBits(const Bytes &bitmap, qint64 firstPage, QList<quint32> &pages) const;

@@ -228,7 +228,8 @@ private:
             const QString name = nextName();
             const quint32 number = block.u32(m_places.realNumber);
             require(number < real.size() && !name.isEmpty(), u"its indexes are impossible"_s);
-            if (block.u8(m_places.indexType) != servesRelation) {
+            const bool ours = block.u8(m_places.indexType) != servesRelation;
+            if (ours && !real.at(number).keys.isEmpty()) {
                 m_table.indexes.append(real.at(number));
                 m_table.indexes.last().name = name;
             }
@@ -247,7 +248,9 @@ private:
                 continue;
             }
             const auto column = std::ranges::find(m_table.columns, int(number), &Column::number);
-            require(column != m_table.columns.end(), u"its indexes are impossible"_s);
+            if (column == m_table.columns.end()) { // an index can be done without, unlike a row
+                return {};
+            }
             index.keys.append({column->name, block.u8(m_places.keys + 3 * i + 2) == 1});
         }
         index.unique = (block.u8(m_places.indexFlags) & unique) != 0;

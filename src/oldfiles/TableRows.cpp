@@ -134,8 +134,8 @@ void TableRows::readPage(quint32 number, const std::function<void(const QVariant
     }
     const int rows = m_pages.rowsOn(page);
     for (int i = 0; i < rows; ++i) {
-        const Pages::Row row = m_pages.rowOn(page, i);
-        if ((row.flags & Pages::Moved) == 0) { // neither deleted nor read where something points at it
+        if ((m_pages.flagsOn(page, i) & Pages::Moved) == 0) { // neither deleted nor read by a pointer to it
+            const Pages::Row row = m_pages.rowOn(page, i);
             readRow(row.flags == Pages::Pointer ? followed(row) : row.bytes);
             ++m_rows;
             visit(m_values);
@@ -169,19 +169,24 @@ void TableRows::readRow(const Bytes &row)
         throw Damage(u"a row has too many columns"_s);
     }
     for (qsizetype i = 0; i < m_table.columns.size(); ++i) {
-        const Column &column = m_table.columns.at(i);
-        QVariant value;
-        if (column.type == ColumnType::YesNo) {
-            value = shape.bit(column.number);
-        } else if (!shape.bit(column.number)) { // Null, or the row is older than the column
-        } else if (column.fixed) {
-            const int size = sizeOf(column) == anyLength ? column.length : sizeOf(column);
-            value = fixedValue(column, shape.fixed(column.fixedOffset, size));
-        } else if (shape.hasVariable(column.variableIndex)) {
-            value = variableValue(column, shape.variable(column.variableIndex));
-        }
-        m_values[i] = value;
+        m_values[i] = value(shape, m_table.columns.at(i));
     }
+}
+
+QVariant TableRows::value(const Shape &row, const Column &column)
+{
+    if (column.type == ColumnType::YesNo) {
+        return row.bit(column.number);
+    }
+    if (!row.bit(column.number)) { // Null, or the row is older than the column
+        return {};
+    }
+    if (column.fixed) {
+        const int size = sizeOf(column) == anyLength ? column.length : sizeOf(column);
+        return fixedValue(column, row.fixed(column.fixedOffset, size));
+    }
+    return row.hasVariable(column.variableIndex) ? variableValue(column, row.variable(column.variableIndex))
+                                                 : QVariant();
 }
 
 QVariant TableRows::variableValue(const Column &column, const Bytes &value)

@@ -24,6 +24,7 @@ private:
     void readPage(quint32 number, const std::function<void(const QVariantList &)> &visit);
     Bytes followed(Pages::Row row);
     void readRow(const Bytes &row);
+    QVariant value(const Shape &row, const Column &column);
     QVariant fixedValue(const Column &column, const Bytes &value) const;
     QVariant variableValue(const Column &column, const Bytes &value);
     QVariant longValue(const Column &column, const Bytes &field);

@@ -135,7 +135,8 @@ class tst_DeskConversion : public QObject
             environment.insert(u"ASAN_OPTIONS"_s, u"verify_asan_link_order=0"_s);
         }
         process.setProcessEnvironment(environment);
-        process.start(QStringLiteral(PROGRAM), {m_folder, u"--convert"_s});
+        process.setWorkingDirectory(m_desk.folder.path());
+        process.start(QStringLiteral(PROGRAM), {u"desk"_s, u"--convert"_s});
         process.waitForFinished();
         return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
     }

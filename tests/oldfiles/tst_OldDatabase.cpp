@@ -183,6 +183,16 @@ private Q_SLOTS:
         compareWithMdbJson(file.fileName(), table.columns, rows);
     }
 
+    void aColumnThatCameLaterIsNullInTheRowsBefore()
+    {
+        const QList<JetColumn> columns = {{u"SN"_s, ColumnType::Long}, {u"a"_s}, {u"b"_s, ColumnType::Memo}};
+        const JetTable table{u"T"_s, columns, {{0x00FF00FF}, {2, u"x"_s}, {3, u"y"_s, u"z"_s}}};
+        for (const Version version : {Version::Jet3, Version::Jet4}) {
+            QCOMPARE(rowsOf(OldDatabase(fileWith(table, version)), u"T"_s),
+                     (QList<QVariantList>{{0x00FF00FF, {}, {}}, {2, u"x"_s, {}}, {3, u"y"_s, u"z"_s}}));
+        }
+    }
+
     void textsOfTheOldestVersionStandInTheCodePageOfTheFile()
     {
         // Four bytes that would be UTF-8, too; and rows of more than 256 bytes, whose ends need two.

@@ -298,7 +298,7 @@ private:
 
     QByteArray row(const JetTable &table, const QVariantList &values)
     {
-        const int columns = int(table.columns.size());
+        const int columns = int(values.size()); // fewer than the table has: the row is older than the others
         QByteArray mask((columns + 7) / 8, '\0');
         JetBytes fixed;
         QList<QByteArray> variable;

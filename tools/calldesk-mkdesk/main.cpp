@@ -100,13 +100,14 @@ QString damageOf(const QString &path)
 ExitStatus checkDesk(const QString &folder)
 {
     ExitStatus status = Done;
-    QDirIterator files(folder, mkdesk::databasePatterns(), QDir::Files, QDirIterator::Subdirectories);
+    const QDir desk(QDir(folder).absolutePath());
+    QDirIterator files(desk.path(), mkdesk::databasePatterns(), QDir::Files, QDirIterator::Subdirectories);
     if (!files.hasNext()) {
         throw core::Error(0, u"there is no database file below "_s + folder);
     }
     while (files.hasNext()) {
         const QString path = files.next();
-        if (conversion::isAmongOldFiles(QDir(folder).relativeFilePath(path))) {
+        if (conversion::isAmongOldFiles(desk.relativeFilePath(path))) {
             continue;
         }
         const QString damage = damageOf(path);
