@@ -120,7 +120,7 @@ class tst_DeskConversion : public QObject
 
     support::TestDesk m_desk;
     const QString m_folder = m_desk.folder.filePath(u"desk"_s);
-    const Files m_old = oldDesk();
+    Files m_old = oldDesk();
 
     QString file(const QString &name) const { return m_folder + u'/' + name; }
 
@@ -140,8 +140,11 @@ class tst_DeskConversion : public QObject
         process.waitForFinished();
         return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
     }
-    int callsOfAConversion() const
+    /// Of fewer files, which have the same kinds of moments.
+    int callsOfAConversion()
     {
+        m_old.removeIf(
+            [](const auto &file) { return file.key().contains("Lan"_L1) || file.key().endsWith(".mdb"_L1); });
         write(m_folder, m_old);
         const QString path = m_desk.folder.filePath(u"count"_s);
         return convertWith(u"count "_s + path) == 0 ? m_desk.fileBytes(path).toInt() : 0;
@@ -219,7 +222,8 @@ private Q_SLOTS:
         QTest::addColumn<QString>("told");
         JetWriter encoded;
         encoded.encodingKey = 5;
-        QTest::newRow("damaged") << u"UserLang.lan"_s << m_old.value(u"UserLang.lan"_s).chopped(4096 * 2)
+        QTest::newRow("damaged") << u"UserLang.lan"_s
+                                 << m_old.value(u"UserLang.lan"_s).chopped(qsizetype(2) * 4096)
                                  << u"UserLang.lan: the table"_s;
         QTest::newRow("encoded") << u"SimplePhoneBook.cpbk"_s << encoded.file() << u"is encoded"_s;
         QTest::newRow("without its table")
@@ -256,7 +260,7 @@ private Q_SLOTS:
     void killedAtAnyMomentItLosesNothingAndIsCompletedNextTime()
     {
         const int calls = callsOfAConversion();
-        QVERIFY(calls > 100);
+        QVERIFY(calls > 60);
         QRandomGenerator random(50);
         int ready = 0;
         for (int i = 0; i < 50; ++i) {

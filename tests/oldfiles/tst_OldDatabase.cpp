@@ -235,7 +235,7 @@ private Q_SLOTS:
         JetWriter linked;
         linked.add({u"far away"_s, {}, {}, {}, {}, {}, 6});
         QTest::newRow("a link") << linked.file() << u"far away is a link"_s;
-        QTest::newRow("cut off") << fileWith(table).chopped(3 * 4096) << u"is damaged"_s;
+        QTest::newRow("cut off") << fileWith(table).chopped(qsizetype(3) * 4096) << u"is damaged"_s;
         JetWriter locked;
         locked.password = "secret";
         locked.add(table);

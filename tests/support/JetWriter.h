@@ -138,7 +138,7 @@ private:
     {
         const int rows = rowsOn(number);
         return rows == 0 ? m_size
-                         : qFromLittleEndian<quint16>(page(number).data() + rowsAt() + 2 * rows) & 0x1FFF;
+                         : qFromLittleEndian<quint16>(page(number).data() + rowsAt() + 2LL * rows) & 0x1FFF;
     }
     bool fits(quint32 number, qsizetype size)
     {
