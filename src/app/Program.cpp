@@ -1,5 +1,6 @@
 #include "app/Program.h"
 
+#include "conversion/DeskConversion.h"
 #include "core/AtomicFile.h"
 #include "core/ProductName.h"
 #include "core/TextUtilities.h"
@@ -112,6 +113,11 @@ void Program::iniPath()
     for (const QString &written : {m_paths.SettingsFile, m_paths.WindowsFile}) {
         core::removeLeftBeside(written);
     }
+    m_log.trap("completeConversion"_L1, [&] {
+        if (conversion::completeConversion(m_paths.StartFolder)) {
+            m_log.WriteRunLog(u"The conversion of the old databases is completed."_s);
+        }
+    });
     m_values.CustomerDbExists = QFileInfo(m_paths.CustomerFile).isFile();
 }
 

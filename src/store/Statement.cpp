@@ -69,6 +69,12 @@ void Statement::bindOne(int position, const QVariant &value)
     case QMetaType::Double:
         result = sqlite3_bind_double(raw(), position, value.toDouble());
         break;
+    case QMetaType::QByteArray: {
+        const QByteArray bytes = value.toByteArray();
+        const auto size = static_cast<sqlite3_uint64>(bytes.size());
+        result = sqlite3_bind_blob64(raw(), position, bytes.constData(), size, SQLITE_TRANSIENT);
+        break;
+    }
     default: {
         const QByteArray text = value.toString().toUtf8();
         const auto size = static_cast<sqlite3_uint64>(text.size());
@@ -122,6 +128,9 @@ QVariant Statement::value(int column) const
     }
     case SQLITE_FLOAT:
         return sqlite3_column_double(raw(), column);
+    case SQLITE_BLOB:
+        return QByteArray(static_cast<const char *>(sqlite3_column_blob(raw(), column)),
+                          sqlite3_column_bytes(raw(), column));
     default:
         const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(raw(), column));
         return QString::fromUtf8(text, sqlite3_column_bytes(raw(), column));

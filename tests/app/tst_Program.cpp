@@ -139,6 +139,22 @@ private Q_SLOTS:
         }
     }
 
+    // The operator's patience ended while the old files made place for the new ones.
+    void aConversionThatWasBrokenOffIsCompletedFirst()
+    {
+        Desk desk;
+        QDir folder(desk.paths.StartFolder);
+        QVERIFY(folder.mkdir(u"Old files 2026-11-21"_s) && folder.mkdir(u"Conversion ready 2026-11-21"_s));
+        desk.writeFile(folder.filePath(u"Old files 2026-11-21/Customer.ccsm"_s), "old");
+        QVERIFY(folder.rename(u"Customer.ccsm"_s, u"Conversion ready 2026-11-21/Customer.ccsm"_s));
+        QVERIFY(desk.start());
+        QCOMPARE(desk.logged("conversion of the old databases is completed"), 1);
+        QCOMPARE(desk.logged(">  !"), 0);
+        QCOMPARE(folder.entryList({u"Conversion*"_s}), QStringList());
+        QCOMPARE(desk.fileBytes(folder.filePath(u"Old files 2026-11-21/Customer.ccsm"_s)), "old"_ba);
+        desk.showsACall(); // of a customer on file
+    }
+
     void aTakenPortIsToldAndHeardOnceItIsFree()
     {
         Desk desk;

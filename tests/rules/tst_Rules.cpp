@@ -23,6 +23,8 @@ Rule rule(const QString &path, const QString &line)
 const QMap<QString, QStringList> mayInclude{
     {u"core"_s, {}},
     {u"store"_s, {u"core"_s}},
+    {u"oldfiles"_s, {u"core"_s}},
+    {u"conversion"_s, {u"core"_s, u"store"_s, u"oldfiles"_s}},
     {u"reception"_s, {u"core"_s}},
     {u"areas"_s, {u"core"_s, u"store"_s}},
     {u"language"_s, {u"core"_s, u"store"_s}},

@@ -1,6 +1,9 @@
 #include "DeskFiles.h"
 
+#include "conversion/DeskConversion.h"
 #include "core/Error.h"
+#include "core/QtClock.h"
+#include "oldfiles/OldDatabase.h"
 #include "store/Database.h"
 
 #include <QCommandLineParser>
@@ -20,8 +23,13 @@ Customer.ccsm, SimplePhoneBook.cpbk, Lang.mdb, UserLang.lan, the language files 
 FOLDER, which is made too when it is missing. A file that exists is kept as it is. Standard output names the files
 that were made, one a line.
 
-Example:
+Examples:
     calldesk-mkdesk MyDesk --sample
+    calldesk-mkdesk MyDesk --convert && calldesk-mkdesk MyDesk
+
+With --convert, the databases of an old installation (Jet 3 and Jet 4 files under the names above) are converted in
+one step: all or, where anything fails, none. They are compared cell by cell, and the old files stand in
+FOLDER/Old files <date> afterwards. If it is broken off, start it again: it is then completed.
 
 Exit status: 0 done, 1 a file could not be made or is damaged, 2 wrong use.
 )"_L1;
@@ -38,7 +46,8 @@ void complain(const QString &text)
 
 void describeOptions(QCommandLineParser &parser)
 {
-    parser.setApplicationDescription(u"Makes the database files that CallDesk is delivered with."_s);
+    parser.setApplicationDescription(
+        u"Makes the database files that CallDesk is delivered with, or converts those of an old installation."_s);
     parser.addPositionalArgument(u"FOLDER"_s, u"Where the files are made: the program's start folder."_s);
     parser.addOption({u"sample"_s, u"With invented customers and phone book entries, to try the program."_s});
     parser.addOption(
@@ -50,6 +59,7 @@ void describeOptions(QCommandLineParser &parser)
         {u"data"_s, u"Take the text sources from this folder, not from the program."_s, u"folder"_s});
     parser.addOption(
         {u"check"_s, u"Make nothing; check every database file below FOLDER for damage instead."_s});
+    parser.addOption({u"convert"_s, u"Convert the databases of an old installation in FOLDER."_s});
     parser.addOption({{u"h"_s, u"help"_s}, u"This text."_s});
     parser.addOption({{u"v"_s, u"version"_s}, u"The version."_s});
 }
@@ -63,6 +73,7 @@ ExitStatus makeDesk(const QCommandLineParser &parser)
     if (parser.isSet(u"areas"_s)) {
         files.append(mkdesk::areaFile(sources, parser.value(u"areas"_s)));
     }
+    conversion::completeConversion(folder); // its files would else seem to be missing
     for (const mkdesk::DeskFile &file : std::as_const(files)) {
         if (mkdesk::makeDeskFile(file, folder) == mkdesk::Made::New) {
             write(stdout, file.path);
@@ -76,6 +87,9 @@ ExitStatus makeDesk(const QCommandLineParser &parser)
 /// What is wrong with a file, also where it is no database at all; empty for a sound one.
 QString damageOf(const QString &path)
 {
+    if (oldfiles::isOldDatabase(path)) {
+        return u"a database of an old installation; --convert makes it one of CallDesk's"_s;
+    }
     try {
         return store::damageOf(path).join(u"; "_s);
     } catch (const core::Error &error) {
@@ -86,17 +100,41 @@ QString damageOf(const QString &path)
 ExitStatus checkDesk(const QString &folder)
 {
     ExitStatus status = Done;
-    QDirIterator files(folder, mkdesk::databasePatterns(), QDir::Files, QDirIterator::Subdirectories);
+    const QDir desk(QDir(folder).absolutePath());
+    QDirIterator files(desk.path(), mkdesk::databasePatterns(), QDir::Files, QDirIterator::Subdirectories);
     if (!files.hasNext()) {
         throw core::Error(0, u"there is no database file below "_s + folder);
     }
     while (files.hasNext()) {
         const QString path = files.next();
+        if (conversion::isAmongOldFiles(desk.relativeFilePath(path))) {
+            continue;
+        }
         const QString damage = damageOf(path);
         write(stdout, path + u": "_s + (damage.isEmpty() ? u"ok"_s : damage));
         status = damage.isEmpty() ? status : Failed;
     }
     return status;
+}
+
+ExitStatus convertDesk(const QString &folder)
+{
+    if (!QFileInfo(folder).isDir()) {
+        throw core::Error(0, u"there is no folder "_s + folder);
+    }
+    const conversion::Report report = conversion::convertDesk(folder, core::QtClock().now().date());
+    if (report.resumed) {
+        write(stdout, u"An earlier conversion that was broken off is completed."_s);
+    }
+    for (const conversion::ConvertedFile &file : report.files) {
+        write(stdout, file.path);
+        for (const conversion::ConvertedTable &table : file.tables) {
+            write(stdout, u"    %1: %2 rows"_s.arg(table.name, QString::number(table.rows)));
+        }
+    }
+    write(stdout, report.files.isEmpty() ? u"There are no old databases in "_s + folder
+                                         : u"The old files stand in "_s + folder + u'/' + report.oldFiles);
+    return Done;
 }
 
 ExitStatus run(QCommandLineParser &parser, const QStringList &arguments)
@@ -115,6 +153,9 @@ ExitStatus run(QCommandLineParser &parser, const QStringList &arguments)
         complain((understood ? u"one folder is wanted"_s : parser.errorText()) +
                  u"\nTry calldesk-mkdesk --help"_s);
         return WrongUse;
+    }
+    if (parser.isSet(u"convert"_s)) {
+        return convertDesk(parser.positionalArguments().constFirst());
     }
     return parser.isSet(u"check"_s) ? checkDesk(parser.positionalArguments().constFirst()) : makeDesk(parser);
 }

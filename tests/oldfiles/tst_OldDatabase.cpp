@@ -1,0 +1,364 @@
+#include "oldfiles/OldDatabase.h"
+#include "support/JetWriter.h"
+
+#include <QElapsedTimer>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+
+using oldfiles::ColumnType;
+using oldfiles::OldDatabase;
+using oldfiles::Version;
+using support::JetColumn;
+using support::JetTable;
+using support::JetWriter;
+
+namespace {
+
+QList<QVariantList> rowsOf(const OldDatabase &database, const QString &name)
+{
+    QList<QVariantList> rows;
+    for (const oldfiles::Table &table : database.tables()) {
+        if (table.name == name) {
+            database.forEachRow(table, [&](const QVariantList &row) { rows.append(row); });
+        }
+    }
+    return rows;
+}
+
+/// What opening the file and reading all of it throws; "" when nothing.
+QString errorOf(const QByteArray &file)
+{
+    try {
+        const OldDatabase database(file);
+        for (const oldfiles::Table &table : database.tables()) {
+            database.forEachRow(table, [](const QVariantList &) {});
+        }
+        return {};
+    } catch (const core::Error &error) {
+        return error.description();
+    }
+}
+
+/// Texts of every script, of one byte a character and of two, mixed, and with line breaks.
+const QStringList scripts = {u"Ann Smith"_s,      u"Łódź, żółć"_s,     u"客户名称"_s,     u"客戶 mixed 中"_s,
+                             u"かな カナ 漢字"_s, u"한국어"_s,         u"عميل"_s,         u"לקוח"_s,
+                             u"Việt Nam"_s,       u"Ünlü ığİ"_s,       u"two\r\nlines"_s, u" blanks  "_s,
+                             u"quotes \"'"_s,     u"\U0001F4DE call"_s};
+
+/// A table as large desks have them: a key, texts, memos, and one of each other kind.
+JetTable deskTable(int rows, int longestMemo)
+{
+    JetTable table{u"customer"_s, {{u"SN"_s, ColumnType::Long, false, true}}, {}};
+    for (int i = 1; i <= 39; ++i) {
+        table.columns.append({u"text%1"_s.arg(i), ColumnType::Text, i % 2 == 0});
+    }
+    for (int i = 1; i <= 4; ++i) {
+        table.columns.append({u"备注%1"_s.arg(i), ColumnType::Memo, i % 2 == 0});
+    }
+    table.columns += {{u"flag"_s, ColumnType::YesNo},
+                      {u"made"_s, ColumnType::Integer},
+                      {u"small"_s, ColumnType::Byte},
+                      {u"Real number"_s, ColumnType::Double}};
+    for (int i = 0; i < rows; ++i) {
+        QVariantList row{i + 1};
+        for (int column = 1; column <= 39; ++column) {
+            const bool isNull = (i + column) % 5 == 0;
+            row.append(isNull ? QVariant() : QVariant(scripts.at((i * 7 + column) % scripts.size())));
+        }
+        for (int memo = 0; memo < 4; ++memo) {
+            const int length = memo == 0 ? 1 + i : memo * 1000 + (i == 3 ? longestMemo / 2 : i);
+            row.append(scripts.at((i + memo) % scripts.size()).repeated(length).left(length));
+        }
+        row << (i % 3 == 0) << -i << i % 256 << i / 4.0;
+        table.rows.append(row);
+    }
+    return table;
+}
+
+QByteArray fileWith(const JetTable &table, Version version = Version::Jet4)
+{
+    JetWriter writer(version);
+    writer.add(table);
+    return writer.file();
+}
+
+} // namespace
+
+/// The reader of old databases, by files that tests/support/JetWriter.h makes.
+class tst_OldDatabase : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyKindOfValueIsReadAsItIs_data()
+    {
+        QTest::addColumn<ColumnType>("type");
+        QTest::addColumn<QVariant>("written");
+        QTest::addColumn<QVariant>("read");
+        const auto row = [](const char *name, ColumnType type, const QVariant &written,
+                            const QVariant &read) { QTest::newRow(name) << type << written << read; };
+        row("yes", ColumnType::YesNo, true, true);
+        row("no", ColumnType::YesNo, false, false);
+        row("byte", ColumnType::Byte, 255, 255);
+        row("integer", ColumnType::Integer, -32768, -32768);
+        row("long", ColumnType::Long, -2147483647 - 1, -2147483647 - 1);
+        row("currency", ColumnType::Currency, -9223372036854775807LL - 1, u"-922337203685477.5808"_s);
+        row("currency without a fraction", ColumnType::Currency, 1000000, u"100"_s);
+        row("small currency", ColumnType::Currency, -500, u"-0.05"_s);
+        row("single", ColumnType::Single, 0.5F, 0.5);
+        row("double", ColumnType::Double, 1e300, 1e300);
+        row("no number", ColumnType::Double, qQNaN(), u"nan"_s);
+        row("date", ColumnType::Date, 38852.75, u"2006-05-15 18:00:00"_s);
+        row("date before the epoch", ColumnType::Date, -1.25, u"1899-12-29 06:00:00"_s);
+        row("date of another century", ColumnType::Date, -49141.53125, u"1765-06-14 12:45:00"_s);
+        row("a second that is rounded up", ColumnType::Date, 1.9999999, u"1900-01-01 00:00:00"_s);
+        row("no date", ColumnType::Date, 1e100, u"1e+100"_s);
+        row("binary", ColumnType::Binary, "\0\1\xFF"_ba, "\0\1\xFF"_ba);
+        row("empty text", ColumnType::Text, u""_s, u""_s);
+        row("text that looks like a number", ColumnType::Text, u"007"_s, u"007"_s);
+        row("object", ColumnType::Ole, QByteArray(5000, 'x'), QByteArray(5000, 'x'));
+        QByteArray decimal(17, '\0');
+        decimal[0] = char(0x80);
+        decimal[9] = 1; // 2^32 and 5
+        decimal[13] = 5;
+        row("decimal", ColumnType::Decimal, decimal, u"-4294967.301"_s);
+        row("GUID", ColumnType::Guid, QByteArray::fromHex("33221100554477668899aabbccddeeff"),
+            u"{00112233-4455-6677-8899-AABBCCDDEEFF}"_s);
+        row("unknown kind", ColumnType(0x11), QVariant(), QVariant());
+        for (const int length : {1, 31, 32, 33, 2037, 2040, 2041, 4080, 150000}) {
+            const QString memo = u"中"_s.repeated(length);
+            QTest::addRow("memo of %d bytes", length * 2)
+                << ColumnType::Memo << QVariant(memo) << QVariant(memo);
+        }
+    }
+    void everyKindOfValueIsReadAsItIs()
+    {
+        QFETCH(ColumnType, type);
+        QFETCH(QVariant, written);
+        QFETCH(QVariant, read);
+        const QVariant no = type == ColumnType::YesNo ? QVariant(false) : QVariant();
+        const JetTable table{u"a table"_s,
+                             {{u"before"_s, ColumnType::Text},
+                              {u"value"_s, type, false, false, 3},
+                              {u"after"_s, ColumnType::Memo}},
+                             {{u"x"_s, written, u"y"_s}, {{}, no, {}}}};
+        for (const Version version : {Version::Jet3, Version::Jet4}) {
+            const OldDatabase database(fileWith(table, version));
+            QCOMPARE(rowsOf(database, table.name),
+                     (QList<QVariantList>{{u"x"_s, read, u"y"_s}, {{}, no, {}}}));
+        }
+    }
+
+    void aLargeTableIsReadWholeAndAsAnotherReaderDoes()
+    {
+        JetTable table = deskTable(300, 300000);
+        table.deleted = {5, 100, 101};
+        table.moved = {0, 7, 250};
+        table.lastAutoNumber = 400;
+        table.indexes = {{u"SN"_s, u"SN"_s, true}, {u"by memo"_s, u"备注1"_s, false}};
+        QTemporaryDir folder;
+        QFile file(folder.filePath(u"a.ccsm"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(fileWith(table));
+        file.close();
+
+        const OldDatabase database = OldDatabase::fromFile(file.fileName());
+        QCOMPARE(database.tables().size(), 1);
+        const oldfiles::TableDefinition &definition = database.tables().first().definition;
+        QCOMPARE(definition.lastAutoNumber, 400);
+        QCOMPARE(definition.rows, 297);
+        QCOMPARE(definition.indexes.size(), 2);
+        QVERIFY(definition.indexes.at(0).name == u"SN"_s && definition.indexes.at(0).unique);
+        QVERIFY(definition.indexes.at(1).keys.first().column == u"备注1"_s &&
+                !definition.indexes.at(1).unique);
+        QList<QVariantList> expected = table.rows;
+        for (const int row : {101, 100, 5}) {
+            expected.removeAt(row);
+        }
+        const QList<QVariantList> rows = rowsOf(database, u"customer"_s);
+        QCOMPARE(rows, expected);
+        compareWithMdbJson(file.fileName(), table.columns, rows);
+    }
+
+    void aColumnThatCameLaterIsNullInTheRowsBefore()
+    {
+        const QList<JetColumn> columns = {{u"SN"_s, ColumnType::Long}, {u"a"_s}, {u"b"_s, ColumnType::Memo}};
+        const JetTable table{u"T"_s, columns, {{0x00FF00FF}, {2, u"x"_s}, {3, u"y"_s, u"z"_s}}};
+        for (const Version version : {Version::Jet3, Version::Jet4}) {
+            QCOMPARE(rowsOf(OldDatabase(fileWith(table, version)), u"T"_s),
+                     (QList<QVariantList>{{0x00FF00FF, {}, {}}, {2, u"x"_s, {}}, {3, u"y"_s, u"z"_s}}));
+        }
+    }
+
+    void textsOfTheOldestVersionStandInTheCodePageOfTheFile()
+    {
+        // Four bytes that would be UTF-8, too; and rows of more than 256 bytes, whose ends need two.
+        JetTable table{u"客户"_s, {{u"名"_s}, {u"b"_s}, {u"c"_s}, {u"number"_s, ColumnType::Long}}, {}};
+        for (const int length : {1, 100, 127, 128, 250}) {
+            table.rows.append(
+                {u"联通"_s, u"中"_s.repeated(length).left(255), u"x"_s.repeated(length), length});
+        }
+        table.moved = {1};
+        const OldDatabase database(fileWith(table, Version::Jet3));
+        QCOMPARE(rowsOf(database, table.name), table.rows);
+    }
+
+    void aFileOfManyPagesAndADefinitionOfSeveralAreReadWhole()
+    {
+        JetTable table{u"many"_s, {}, {}};
+        for (int i = 0; i < 120; ++i) {
+            table.columns.append({u"a column with a rather long name, number %1"_s.arg(i), ColumnType::Long});
+        }
+        for (int row = 0; row < 6000; ++row) { // more pages than the short form of a list of pages holds
+            table.rows.append(QVariantList(120, row));
+        }
+        QCOMPARE(rowsOf(OldDatabase(fileWith(table)), table.name), table.rows);
+    }
+
+    void whatCannotBeReadIsRefusedWithAClearText_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<QString>("told");
+        const JetTable table{u"T"_s, {{u"a"_s}}, {{u"x"_s}}};
+        QTest::newRow("nothing") << QByteArray() << u"no Jet database"_s;
+        QTest::newRow("another kind of file")
+            << QByteArray("SQLite format 3").leftJustified(8192) << u"no Jet database"_s;
+        JetWriter encoded;
+        encoded.encodingKey = 7;
+        QTest::newRow("encoded") << encoded.file() << u"is encoded"_s;
+        JetWriter later;
+        later.versionByte = 2;
+        QTest::newRow("newer") << later.file() << u"newer version"_s;
+        JetWriter linked;
+        linked.add({u"far away"_s, {}, {}, {}, {}, {}, 6});
+        QTest::newRow("a link") << linked.file() << u"far away is a link"_s;
+        QTest::newRow("cut off") << fileWith(table).chopped(qsizetype(3) * 4096) << u"is damaged"_s;
+        JetWriter locked;
+        locked.password = "secret";
+        locked.add(table);
+        QTest::newRow("a password, which hides nothing") << locked.file() << QString();
+    }
+    void whatCannotBeReadIsRefusedWithAClearText()
+    {
+        QFETCH(QByteArray, file);
+        QFETCH(QString, told);
+        const QString error = errorOf(file);
+        QVERIFY2(told.isEmpty() ? error.isEmpty() : error.contains(told), qPrintable(error));
+    }
+
+    // Memos that lead into themselves, definitions that go on in themselves, rows that point at each other.
+    void nothingGoesRoundInACircle()
+    {
+        const QByteArray file = fileWith(deskTable(20, 20000));
+        for (qsizetype page = 1; page < file.size() / 4096; ++page) {
+            QByteArray circle = file;
+            const quint32 self = quint32(page) << 8;
+            const bool memos = file.mid(page * 4096 + 4, 4) == "LVAL";
+            if (memos) {
+                const auto row = qFromLittleEndian<quint16>(file.constData() + page * 4096 + 14);
+                support::JetBytes::put<quint32>(circle, page * 4096 + row, self);
+            } else if (file.at(page * 4096) == 2) {
+                support::JetBytes::put<quint32>(circle, page * 4096 + 4, quint32(page));
+            } else {
+                continue;
+            }
+            const QString error = errorOf(circle);
+            QVERIFY2(memos || error.contains(u"no end"_s), qPrintable(error));
+        }
+    }
+
+    void damagedCopiesNeverGiveAPartForTheWhole()
+    {
+        constexpr int copies = 2000;
+        JetTable table = deskTable(12, 6000);
+        table.moved = {2, 4};
+        table.deleted = {8};
+        JetWriter writer;
+        writer.add(table);
+        writer.add({u"other"_s, {{u"a"_s, ColumnType::Long}}, QList<QVariantList>(100, {5})});
+        const QByteArray file = writer.file();
+        const QMap<QString, qsizetype> whole = {{u"customer"_s, 11}, {u"other"_s, 100}};
+        QRandomGenerator random(20061115);
+        int refused = 0;
+        for (int copy = 0; copy < copies; ++copy) {
+            QByteArray damaged = file;
+            damage(damaged, random);
+            QElapsedTimer time;
+            time.start();
+            try {
+                const OldDatabase database(damaged);
+                for (const oldfiles::Table &found : database.tables()) {
+                    const qsizetype rows = rowsOf(database, found.name).size();
+                    const bool short_ = rows < whole.value(found.name, 0);
+                    QVERIFY2(!short_,
+                             qPrintable(u"copy %1: %2 rows of %3"_s.arg(copy).arg(rows).arg(found.name)));
+                }
+            } catch (const core::Error &) {
+                ++refused;
+            }
+            QVERIFY2(time.elapsed() < 1000, qPrintable(QString::number(copy)));
+        }
+        QVERIFY2(refused > copies / 10, qPrintable(QString::number(refused)));
+    }
+
+private:
+    // Where every number of the format stands: the beginnings and ends of pages get most of it.
+    static void damage(QByteArray &file, QRandomGenerator &random)
+    {
+        const qsizetype pages = file.size() / 4096;
+        if (random.bounded(20) == 0) {
+            file.truncate(random.bounded(file.size()));
+            return;
+        }
+        for (int i = random.bounded(1, 5); i > 0; --i) {
+            const qsizetype page = random.bounded(pages) * 4096;
+            const int within = random.bounded(3);
+            const qsizetype at = page + (within == 0   ? random.bounded(100)
+                                         : within == 1 ? 4095 - random.bounded(100)
+                                                       : random.bounded(4096));
+            const int kind = random.bounded(4);
+            file[at] = kind == 0   ? char(0xFF)
+                       : kind == 1 ? '\0'
+                       : kind == 2 ? char(file.at(at) ^ (1 << random.bounded(8)))
+                                   : char(random.bounded(256));
+        }
+    }
+
+    /// An independent reader. It leaves out what is Null or empty, knows no characters beyond the first
+    /// 65,536 of Unicode, and cuts the longest memos.
+    static void compareWithMdbJson(const QString &path, const QList<JetColumn> &columns,
+                                   const QList<QVariantList> &rows)
+    {
+        constexpr qsizetype itsLongestText = 199900;
+        QProcess reader;
+        reader.start(u"mdb-json"_s, {path, u"customer"_s});
+        QVERIFY2(reader.waitForFinished(), "mdb-json (package mdbtools) is missing");
+        const QList<QByteArray> lines = reader.readAllStandardOutput().trimmed().split('\n');
+        QCOMPARE(lines.size(), rows.size());
+        QMap<int, QJsonObject> bySn; // moved rows come in another order
+        for (const QByteArray &line : lines) {
+            const QJsonObject object = QJsonDocument::fromJson(line).object();
+            bySn.insert(object.value(u"SN"_s).toInt(), object);
+        }
+        for (const QVariantList &row : rows) {
+            const QJsonObject object = bySn.value(row.first().toInt());
+            for (qsizetype i = 0; i < columns.size(); ++i) {
+                const QString ours = row.at(i).toString();
+                const QVariant theirs = object.value(columns.at(i).name).toVariant();
+                const bool isText = row.at(i).typeId() == QMetaType::QString;
+                if (isText && !ours.contains(u"\U0001F4DE"_s)) {
+                    const bool cut = theirs.toString().toUtf8().size() > itsLongestText;
+                    QCOMPARE(theirs.toString(), cut ? ours.left(theirs.toString().size()) : ours);
+                } else if (!isText && !row.at(i).isNull()) {
+                    QCOMPARE(theirs.toDouble(), row.at(i).toDouble());
+                }
+            }
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_OldDatabase)
+#include "tst_OldDatabase.moc"
