@@ -147,10 +147,10 @@ double sendCalls(quint16 port, int count, int rate)
     return static_cast<double>(now() - start) / nanosecondsASecond;
 }
 
-void sendStranger(quint16 port)
+void sendCallFrom(quint16 port, const QString &number)
 {
     sim::CallFields fields;
-    fields.number = u"1"_s;
+    fields.number = number;
     fields.rawCid = u"1"_s;
     LoopbackSender(port).send(sim::callRecord(fields, sim::CodePageChoice()));
 }

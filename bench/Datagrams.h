@@ -18,8 +18,8 @@ inline constexpr int idDigits = 8;
 /// fourth with a Chinese name. `rate` a second, each at its own time; 0 sends them as fast as it can. The
 /// result is how many seconds it took.
 double sendCalls(quint16 port, int count, int rate);
-/// The call of a number that nobody holds.
-void sendStranger(quint16 port);
+/// A call from a number, whose sender knows nothing else of the caller.
+void sendCallFrom(quint16 port, const QString &number);
 /// Ends whoever listens on the port.
 void sendShutDown(quint16 port);
 

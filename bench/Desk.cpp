@@ -203,6 +203,11 @@ int readThrough(sqlite3 *engine, const QString &statement)
     });
 }
 
+double mbOfFile(const QString &path)
+{
+    return double(QFileInfo(path).size()) / (1 << 20);
+}
+
 QString textOf(sqlite3_stmt *row, int column)
 {
     const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(row, column));

@@ -44,6 +44,7 @@ Connection openPlain(const QString &path);
 int forEachRow(sqlite3 *engine, const QString &statement, const std::function<void(sqlite3_stmt *)> &visit);
 /// The same, reading every column as text.
 int readThrough(sqlite3 *engine, const QString &statement);
+double mbOfFile(const QString &path);
 QString textOf(sqlite3_stmt *row, int column);
 
 } // namespace bench

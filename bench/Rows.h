@@ -10,15 +10,15 @@ inline constexpr int usualDesk = 100'000;
 inline constexpr int largestDesk = 1'000'000;
 inline constexpr int smallDesk = 10'000;
 
-/// The rows of each area at a size of the desk. What they measure starts when a row is asked for; the
-/// stations must outlive the rows.
+/// The rows of each area. What they measure starts when a row is asked for; the stations must outlive them.
 Rows lookupRows(int customers);
 Rows customerRows(Stations &stations, int customers);
+Rows exportRows(Stations &stations, int customers);
 Rows noteRows(Stations &stations);
+Rows languageRows(Stations &stations);
 Rows receptionRows();
 /// With the starts at these sizes.
 Rows startRows(const std::vector<int> &sizes);
-Rows languageRows(Stations &stations);
 /// What grows with the desk, at the largest against the small one.
 Rows growthRows(Stations &stations);
 

@@ -48,7 +48,7 @@ RunningProgram::RunningProgram(const core::Paths &paths, quint16 port, std::func
 // A call is logged only once the last piece of the numbers is there.
 void RunningProgram::waitUntilReceiving()
 {
-    sendStranger(m_port);
+    sendCallFrom(m_port, u"1"_s);
     waitUntil([&] {
         QFile log(m_paths.RunLogFile);
         return log.open(QIODevice::ReadOnly) && log.readAll().contains(idBlock);
@@ -85,6 +85,20 @@ void closeWindow(QLatin1StringView name)
 {
     shownWindow(name).close();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void paint(QWidget &window)
+{
+    QCoreApplication::processEvents();
+    window.grab();
+}
+
+QWidget &openList(Station &station)
+{
+    station.program.windows().show(core::Window::CustomerList);
+    QWidget &list = shownWindow(listName);
+    paint(list);
+    return list;
 }
 
 } // namespace bench

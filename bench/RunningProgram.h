@@ -60,6 +60,11 @@ quint16 freePort();
 QWidget &shownWindow(QLatin1StringView name);
 /// Closes and deletes it.
 void closeWindow(QLatin1StringView name);
+void paint(QWidget &window);
+
+/// The customer list, opened and painted.
+inline constexpr QLatin1StringView listName("FrmCustomer");
+QWidget &openList(Station &station);
 
 template <typename Control>
 Control &control(QWidget &window, const char *name)

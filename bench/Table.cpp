@@ -54,6 +54,11 @@ Sample taken(int turns, const std::function<Sample()> &measure, double (*choose)
 
 } // namespace
 
+std::string sized(const char *name, int customers)
+{
+    return std::string(name) + ", " + std::to_string(customers) + " customers";
+}
+
 double median(std::vector<double> values)
 {
     std::sort(values.begin(), values.end());

@@ -7,8 +7,8 @@
 #include "customers/CustomerQueries.h"
 #include "store/RecordsetModel.h"
 
-#include <QApplication>
-#include <QFileInfo>
+#include <QCoreApplication>
+#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -16,7 +16,6 @@
 #include <algorithm>
 #include <numeric>
 #include <random>
-#include <xlsxwriter.h>
 
 using namespace Qt::StringLiterals;
 
@@ -24,30 +23,13 @@ namespace bench {
 
 namespace {
 
-constexpr auto listName = "FrmCustomer"_L1;
 constexpr auto editorName = "FrmEditCustomer"_L1;
-constexpr auto exportName = "frmAddDataToExcel_Tarn20050921"_L1;
-
-void paint(QWidget &window)
-{
-    QCoreApplication::processEvents();
-    window.grab();
-}
-
-QWidget &openList(Station &station)
-{
-    station.program.windows().show(core::Window::CustomerList);
-    QWidget &list = shownWindow(listName);
-    paint(list);
-    return list;
-}
 
 QTableView &gridOf(QWidget &list)
 {
     return control<QTableView>(list, "DataGrid1");
 }
 
-// A list that was shown before may still be read on.
 double msOfOpening(Station &station)
 {
     const double ms = msOf([&] { openList(station); });
@@ -55,18 +37,16 @@ double msOfOpening(Station &station)
     return ms;
 }
 
-Sample opening(Station &station, MemoryModel &model)
+Sample opening(Station &station)
 {
-    return {msOfOpening(station), msOf([&] {
-                MemoryList list(model);
-                list.show();
-                paint(list);
-            })};
-}
-
-double mbOfFile(const QString &path)
-{
-    return double(QFileInfo(path).size()) / (1 << 20);
+    MemoryModel model(station.desk);
+    return least(9, [&] {
+        return Sample{msOfOpening(station), msOf([&] {
+                          MemoryList list(model);
+                          list.show();
+                          paint(list);
+                      })};
+    });
 }
 
 /// What the open list holds, beside the file that it shows.
@@ -191,37 +171,23 @@ QString plainSearch(const QString &columns, const QString &word)
     return sql.replace(u"like '*"_s, u"like '%"_s).replace(u"*'"_s, u"%'"_s);
 }
 
-/// The greatest ratio among those of many patterns, each at its least.
-Sample worstPattern(const std::function<Sample(const QString &)> &measure, int turns)
-{
-    Sample worst;
-    for (const QString &word : patterns()) {
-        const Sample sample = least(turns, [&] { return measure(word); });
-        if (worst.floor == 0 || sample.figure / sample.floor > worst.figure / worst.floor) {
-            worst = sample;
-        }
-    }
-    return worst;
-}
-
 Sample searching(Station &station, int turns)
 {
     const Connection plain = openPlain(station.desk.paths().CustomerFile);
     Search search(openList(station));
-    const Sample worst = worstPattern(
-        [&](const QString &word) {
+    const Sample slowest = worst(patterns(), [&](const QString &word) {
+        return least(turns, [&] {
             return Sample{search.msOfAllRows(word),
                           msOf([&] { readThrough(plain.get(), plainSearch(u"rowid"_s, word)); })};
-        },
-        turns);
+        });
+    });
     closeWindow(listName);
-    return worst;
+    return slowest;
 }
 
 /// The floor reads what then stands in the list: as many keys, and a screen full of rows, painted.
 Sample findingFirstRows(Station &station, int turns)
 {
-    constexpr int screen = 30;
     const Connection plain = openPlain(station.desk.paths().CustomerFile);
     QWidget &list = openList(station);
     MemoryModel model(station.desk);
@@ -229,19 +195,22 @@ Sample findingFirstRows(Station &station, int turns)
     inMemory.takeShape(list, gridOf(list));
     inMemory.show();
     Search search(list);
-    const Sample worst = worstPattern(
-        [&](const QString &word) {
+    const auto msOfFloor = [&](const QString &word) {
+        const QString limit = u" limit %1"_s.arg(std::max(search.rows(), 1));
+        return msOf([&] {
+            readThrough(plain.get(), plainSearch(u"rowid"_s, word) + limit);
+            readThrough(plain.get(), u"select * from customer limit 30"_s);
+            inMemory.grid().grab();
+        });
+    };
+    const Sample slowest = worst(patterns(), [&](const QString &word) {
+        return least(turns, [&] {
             const double ms = search.msOfFirstRows(word);
-            const QString limit = u" limit %1"_s.arg(std::max(search.rows(), 1));
-            return Sample{ms, msOf([&] {
-                              readThrough(plain.get(), plainSearch(u"rowid"_s, word) + limit);
-                              readThrough(plain.get(), u"select * from customer limit %1"_s.arg(screen));
-                              inMemory.grid().grab();
-                          })};
-        },
-        turns);
+            return Sample{ms, msOfFloor(word)};
+        });
+    });
     closeWindow(listName);
-    return worst;
+    return slowest;
 }
 
 /// Searches that find other rows than the reference, of all.
@@ -339,132 +308,43 @@ Sample saving(Station &station, bool readsTable)
     return save;
 }
 
-void exportPlainly(const QString &file, const QString &target)
-{
-    QList<int> fields(customers::exportFieldCount);
-    std::iota(fields.begin(), fields.end(), 0);
-    lxw_workbook_options options = {};
-    options.constant_memory = LXW_TRUE;
-    lxw_workbook *book = workbook_new_opt(target.toUtf8().constData(), &options);
-    lxw_worksheet *sheet = workbook_add_worksheet(book, nullptr);
-    lxw_row_t line = 1;
-    forEachRow(openPlain(file).get(), customers::exportQuery(fields), [&](sqlite3_stmt *row) {
-        for (int column = 0; column < sqlite3_column_count(row); ++column) {
-            const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(row, column));
-            if (text != nullptr) {
-                worksheet_write_string(sheet, line, static_cast<lxw_col_t>(column), text, nullptr);
-            }
-        }
-        ++line;
-    });
-    workbook_close(book);
-}
-
-struct Exported
-{
-    Sample ms;
-    Sample waitMs;
-    Sample memoryMb;
-};
-
-/// The export as the operator starts it, in its own window.
-Exported exportAll(Station &station)
-{
-    Doors &doors = station.program.doors;
-    const core::Paths &paths = station.desk.paths();
-    doors.expected = u"Success!"_s;
-    doors.namedFile = paths.DataFolder + u"/ours.xlsx"_s;
-    doors.opened.clear();
-    control<QPushButton>(openList(station), "cmdExport").click();
-    auto &begin = control<QPushButton>(shownWindow(exportName), "cmdAddToExcel");
-    const double before = residentMb();
-    double held = 0;
-    QTimer looking; // rarely: what it asks for takes its time
-    QObject::connect(&looking, &QTimer::timeout, &looking, [&] { held = std::max(held, residentMb()); });
-    looking.start(1000);
-    const Waits waits;
-    Exported exported;
-    exported.ms.figure = msOf([&] {
-        begin.click();
-        waitUntil([&] { return !doors.opened.isEmpty(); });
-    });
-    exported.waitMs = waits.longestMs();
-    exported.memoryMb = {std::max(held, residentMb()) - before, mbOfFile(paths.CustomerFile)};
-    closeWindow(exportName);
-    closeWindow(listName);
-    exported.ms.floor = msOf([&] { exportPlainly(paths.CustomerFile, paths.DataFolder + u"/floor.xlsx"_s); });
-    return exported;
-}
-
-std::vector<Exported> exports(Station &station, int turns)
-{
-    std::vector<Exported> all;
-    std::generate_n(std::back_inserter(all), turns, [&] { return exportAll(station); });
-    return all;
-}
-
-/// One of the samples of several exports, a turn at a time.
-std::function<Sample()> inTurns(const std::vector<Exported> &all, Sample Exported::*sample)
-{
-    return [&all, sample, turn = size_t(0)]() mutable { return all.at(turn++).*sample; };
-}
-
 } // namespace
 
 Rows customerRows(Stations &stations, int customers)
 {
     const bool largest = customers == largestDesk;
-    const int exportTurns = largest ? 1 : 3;
-    const int searchTurns = largest ? 1 : 5;
-    const auto station = [&stations, customers]() -> Station & { return stations.of(customers); };
-    const auto exported = once<std::vector<Exported>>([=] { return exports(station(), exportTurns); });
-    const std::string size = ", " + std::to_string(customers) + " customers";
+    const int turns = largest ? 1 : 5;
+    const auto row = [&stations, customers](const char *name, Reach reach,
+                                            const std::function<Sample(Station &)> &measure) {
+        return Row{sized(name, customers), reach, [=, &stations] { return measure(stations.of(customers)); }};
+    };
     return {
-        {"opening the customer list until painted, ms" + size,
-         {.times = 3},
-         [=] {
-             MemoryModel model(station().desk);
-             return least(9, [&] { return opening(station(), model); });
-         }},
-        {"memory of the open list, MB, to that of the file" + size,
-         {.times = 0.2},
-         [=] { return memoryOfList(station()); }},
-        {"jump to any place of the sorted list, ms" + size, {.times = 3}, [=] { return jumping(station()); }},
-        {"all rows of a search, the worst of 40, ms" + size,
-         {.times = largest ? 1.3 : 2},
-         [=] { return searching(station(), searchTurns); }},
-        {"first rows of a search, the worst of 40, ms" + size,
-         {.times = 3},
-         [=] { return findingFirstRows(station(), searchTurns); }},
-        {"searches that find other rows than a reference" + size,
-         {.times = 0},
-         [=] { return wrongSearches(station()); }},
-        {"opening the editor on a customer, ms" + size, {.times = 1.5}, [=] { return loading(station()); }},
-        {"saving a customer with all that follows, ms" + size,
-         {.times = 4},
-         [=] { return saving(station(), !largest); }},
-        {"export of 27 columns, ms" + size,
-         {.times = 1.4},
-         [=] { return least(exportTurns, inTurns(exported(), &Exported::ms)); }},
-        {"longest turn of the event loop meanwhile, ms" + size,
-         {.more = 50},
-         [=] { return median(exportTurns, inTurns(exported(), &Exported::waitMs)); }},
-        {"memory of the export, MB, to that of the file" + size, {.times = 0.2}, [=] {
-             return median(exportTurns, inTurns(exported(), &Exported::memoryMb));
-         }}};
+        row("opening the customer list until painted, ms", {.times = 3}, opening),
+        row("memory of the open list, MB, to that of the file", {.times = 0.2}, memoryOfList),
+        row("jump to any place of the sorted list, ms", {.times = 3}, jumping),
+        row("all rows of a search, the worst of 40, ms", {.times = largest ? 1.3 : 2},
+            [=](Station &station) { return searching(station, turns); }),
+        row("first rows of a search, the worst of 40, ms", {.times = 3},
+            [=](Station &station) { return findingFirstRows(station, turns); }),
+        row("searches that find other rows than a reference", {.times = 0}, wrongSearches),
+        row("opening the editor on a customer, ms", {.times = 1.5}, loading),
+        row("saving a customer with all that follows, ms", {.times = 4},
+            [=](Station &station) { return saving(station, !largest); }),
+    };
 }
 
 Rows growthRows(Stations &stations)
 {
-    const auto both = [&stations](const std::function<double(Station &)> &ms) {
-        return Sample{ms(stations.of(largestDesk)), ms(stations.of(smallDesk))};
+    const auto row = [&stations](const char *name, const std::function<double(Station &)> &ms) {
+        return Row{name, {.times = 1.5}, [=, &stations] {
+                       return Sample{ms(stations.of(largestDesk)), ms(stations.of(smallDesk))};
+                   }};
     };
-    return {{"opening the customer list, 1000000 to 10000 customers, ms",
-             {.times = 1.5},
-             [=] { return least(5, [=] { return both(msOfOpening); }); }},
-            {"saving a customer, 1000000 to 10000 customers, ms", {.times = 1.5}, [=] {
-                 return both([](Station &station) { return saving(station, false).figure; });
-             }}};
+    return {
+        row("opening the customer list, 1000000 to 10000 customers, ms",
+            [](Station &station) { return least(5, [&] { return Sample{msOfOpening(station)}; }).figure; }),
+        row("saving a customer, 1000000 to 10000 customers, ms",
+            [](Station &station) { return saving(station, false).figure; })};
 }
 
 } // namespace bench

@@ -39,19 +39,15 @@ Sample slowestLanguage(Station &station)
     const core::ProcessValues values;
     core::RunLog log(paths, clock, values);
     core::Settings settings(paths, log);
-    Sample slowest;
-    for (const char *code :
-         {"ENG", "CHS", "CHT", "SPN", "ARA", "FRN", "HBR", "TUK", "KOR", "POL", "PTG", "VN"}) {
-        settings.record.LanguageSetting.setText(QLatin1String(code));
+    const QStringList codes{u"ENG"_s, u"CHS"_s, u"CHT"_s, u"SPN"_s, u"ARA"_s, u"FRN"_s,
+                            u"HBR"_s, u"TUK"_s, u"KOR"_s, u"POL"_s, u"PTG"_s, u"VN"_s};
+    return worst(codes, [&](const QString &code) {
+        settings.record.LanguageSetting.setText(code);
         language::LanguagePack pack(paths, log, station.program.doors, settings);
         pack.iniLanguage();
         const language::FormTranslator translator(pack, pack.state(), log);
-        const Sample sample = least(9, [&] { return translating(station, translator); });
-        if (sample.figure > slowest.figure) {
-            slowest = sample;
-        }
-    }
-    return slowest;
+        return least(9, [&] { return translating(station, translator); });
+    });
 }
 
 } // namespace

@@ -91,12 +91,14 @@ int measure(const QStringList &arguments)
     if (large) {
         add(bench::lookupRows(bench::largestDesk));
         add(bench::customerRows(stations, bench::largestDesk));
+        add(bench::exportRows(stations, bench::largestDesk));
         add(bench::growthRows(stations));
         add(bench::startRows({bench::largestDesk}));
     } else {
         add(bench::lookupRows(bench::smallDesk));
         add(bench::lookupRows(bench::usualDesk));
         add(bench::customerRows(stations, bench::usualDesk));
+        add(bench::exportRows(stations, bench::usualDesk));
         add(bench::noteRows(stations));
         add(bench::languageRows(stations));
         add(bench::receptionRows());

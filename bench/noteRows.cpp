@@ -90,19 +90,16 @@ Sample searching(Station &station)
     const Connection plain = openPlain(station.desk.paths().CustomerFile);
     station.program.windows().show(core::Window::CallNotes);
     QWidget &form = shownWindow(managerName);
-    Sample worst;
-    for (const Search &search : searches()) {
+    const Sample slowest = worst(searches(), [&](const Search &search) {
         enter(form, search, false);
         const Sample sample = least(5, [&] {
             return Sample{msOfFirstPage(form), msOfPlainPage(plain.get(), search, form)};
         });
         enter(form, search, true);
-        if (worst.floor == 0 || sample.figure / sample.floor > worst.figure / worst.floor) {
-            worst = sample;
-        }
-    }
+        return sample;
+    });
     closeWindow(managerName);
-    return worst;
+    return slowest;
 }
 
 struct Report
