@@ -267,23 +267,34 @@ quint32 transactionsOf(const QString &path)
                            [](quint32 sum, char byte) { return sum << 8 | quint8(byte); });
 }
 
-/// One save with all that follows, the list standing open, and as many bare transactions as it wrote. What
-/// the save reads belongs to the floor as long as it looks through the whole table.
+/// A new number of a customer, typed into his editor and saved, the list standing open.
+double msOfSave(Station &station, int sn, const QString &number)
+{
+    station.program.windows().Show_Editor(u"CUSTOMER"_s, sn);
+    paint(shownWindow(editorName));
+    QWidget &editor = shownWindow(editorName);
+    control<QLineEdit>(editor, "txtCompanyCall").setText(number);
+    auto &message = control<QLabel>(editor, "lblMessage");
+    message.clear();
+    QCoreApplication::processEvents();
+    const double ms = msOf([&] { control<QPushButton>(editor, "Command2").click(); });
+    if (message.text().isEmpty()) {
+        throw std::runtime_error("nothing was saved");
+    }
+    QCoreApplication::processEvents();
+    closeWindow(editorName);
+    return ms;
+}
+
+/// One save with all that follows, and as many bare transactions as it wrote. What the save reads belongs to
+/// the floor as long as it looks through the whole table.
 Sample oneSave(Station &station, std::mt19937 &random, bool readsTable)
 {
     const QString file = station.desk.paths().CustomerFile;
     const int sn = anyCustomer(station, random);
-    station.program.windows().Show_Editor(u"CUSTOMER"_s, sn);
-    QWidget &editor = shownWindow(editorName);
-    control<QLineEdit>(editor, "txtCompanyCall").setText(QString::number(random()));
-    control<QLabel>(editor, "lblMessage").clear();
     const quint32 before = transactionsOf(file);
-    const double ours = msOf([&] { control<QPushButton>(editor, "Command2").click(); });
+    const double ours = msOfSave(station, sn, QString::number(random()));
     const quint32 written = transactionsOf(file) - before;
-    if (written == 0 || control<QLabel>(editor, "lblMessage").text().isEmpty()) {
-        throw std::runtime_error("nothing was saved");
-    }
-    closeWindow(editorName);
     const Connection plain = openPlain(file);
     const double bare = msOf([&] {
         for (quint32 i = 0; i < written; ++i) {
@@ -308,6 +319,22 @@ Sample saving(Station &station, bool readsTable)
     return save;
 }
 
+/// How long the event loop lets an event wait at the longest while the operator opens the list, searches and
+/// saves.
+Sample waiting(Station &station)
+{
+    std::mt19937 random(13);
+    return median(3, [&] {
+        const Waits waits;
+        Search(openList(station)).msOfAllRows(u"Handels贸易"_s);
+        QCoreApplication::processEvents();
+        msOfSave(station, anyCustomer(station, random), QString::number(random()));
+        QCoreApplication::processEvents();
+        closeWindow(listName);
+        return waits.longestMs();
+    });
+}
+
 } // namespace
 
 Rows customerRows(Stations &stations, int customers)
@@ -330,6 +357,7 @@ Rows customerRows(Stations &stations, int customers)
         row("opening the editor on a customer, ms", {.times = 1.5}, loading),
         row("saving a customer with all that follows, ms", {.times = 4},
             [=](Station &station) { return saving(station, !largest); }),
+        row("longest turn of the event loop in list, search and save, ms", {.more = 50}, waiting),
     };
 }
 

@@ -91,7 +91,7 @@ Rows exportRows(Stations &stations, int customers)
         return Row{sized(name, customers), reach, [=] { return median(runs(), sample); }};
     };
     return {row("export of 27 columns, ms", {.times = 1.4}, &Exported::ms),
-            row("longest turn of the event loop meanwhile, ms", {.more = 50}, &Exported::waitMs),
+            row("longest turn of the event loop in the export, ms", {.more = 50}, &Exported::waitMs),
             row("memory of the export, MB, to that of the file", {.times = 0.2}, &Exported::memoryMb)};
 }
 

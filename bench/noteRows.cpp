@@ -150,7 +150,7 @@ Rows noteRows(Stations &stations)
             {"report of 10000 entries until it stands in the editor, ms",
              {.times = 1.5},
              [=] { return least(5, [=] { return showReport(station()).ms; }); }},
-            {"longest turn of the event loop meanwhile, ms", {.more = 50}, [=] {
+            {"longest turn of the event loop in the report, ms", {.more = 50}, [=] {
                  return median(5, [=] { return showReport(station()).waitMs; });
              }}};
 }
