@@ -17,8 +17,8 @@ Rows exportRows(Stations &stations, int customers);
 Rows noteRows(Stations &stations);
 Rows languageRows(Stations &stations);
 Rows receptionRows();
-/// With the starts at these sizes.
-Rows startRows(const std::vector<int> &sizes);
+/// The start; without customers memory and languages, too.
+Rows startRows(int customers);
 /// What grows with the desk, at the largest against the small one.
 Rows growthRows(Stations &stations);
 

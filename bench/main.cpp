@@ -93,7 +93,7 @@ int measure(const QStringList &arguments)
         add(bench::customerRows(stations, bench::largestDesk));
         add(bench::exportRows(stations, bench::largestDesk));
         add(bench::growthRows(stations));
-        add(bench::startRows({bench::largestDesk}));
+        add(bench::startRows(bench::largestDesk));
     } else {
         add(bench::lookupRows(bench::smallDesk));
         add(bench::lookupRows(bench::usualDesk));
@@ -102,7 +102,8 @@ int measure(const QStringList &arguments)
         add(bench::noteRows(stations));
         add(bench::languageRows(stations));
         add(bench::receptionRows());
-        add(bench::startRows({0, bench::usualDesk}));
+        add(bench::startRows(0));
+        add(bench::startRows(bench::usualDesk));
     }
     return bench::print(rows, word.toStdString()) ? EXIT_SUCCESS : EXIT_FAILURE;
 }
