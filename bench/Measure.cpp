@@ -11,6 +11,7 @@
 #include <ctime>
 #include <malloc.h>
 #include <stdexcept>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -87,15 +88,23 @@ void EventLoopWatch::watch()
             &m_watched,
             [this, posted] {
                 const duration<double, std::milli> waited = steady_clock::now() - posted;
-                m_longestMs = std::max(m_longestMs.load(), waited.count());
-                m_delivered = true;
-                m_delivered.notify_one();
+                delivered(waited.count());
             },
             Qt::QueuedConnection);
         m_delivered.wait(false);
         m_delivered = m_ended.load();
         std::this_thread::sleep_for(milliseconds(1));
     }
+}
+
+// In the watched thread.
+void EventLoopWatch::delivered(double waitedMs)
+{
+    const double queued = queuedMs();
+    const double queuedBefore = std::exchange(m_queuedMs, queued).value_or(queued);
+    m_longestMs = std::max(m_longestMs.load(), waitedMs - (queued - queuedBefore));
+    m_delivered = true;
+    m_delivered.notify_one();
 }
 
 Waits::Waits()

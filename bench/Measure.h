@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <functional>
+#include <optional>
 #include <thread>
 
 namespace bench {
@@ -28,7 +29,8 @@ void waitUntil(const std::function<bool()> &condition);
 
 /// Measures how long an event loop lets an event wait. The dispatcher's own signals do not tell: they do not
 /// say whether timers and sockets ran before or behind them. So another thread posts an event, waits for its
-/// delivery, and posts the next one a millisecond later.
+/// delivery, and posts the next one a millisecond later. What the loop's thread waited for a processor that
+/// others had is left out.
 class EventLoopWatch
 {
 public:
@@ -41,8 +43,10 @@ public:
 
 private:
     void watch();
+    void delivered(double waitedMs);
 
     QObject &m_watched;
+    std::optional<double> m_queuedMs; ///< of the watched thread, at the delivery before
     std::atomic<double> m_longestMs = 0;
     std::atomic<bool> m_delivered = false;
     std::atomic<bool> m_ended = false;

@@ -357,7 +357,6 @@ Rows customerRows(Stations &stations, int customers)
         row("opening the editor on a customer, ms", {.times = 1.5}, loading),
         row("saving a customer with all that follows, ms", {.times = 4},
             [=](Station &station) { return saving(station, !largest); }),
-        row("longest turn of the event loop in list, search and save, ms", {.more = 50}, waiting),
     };
 }
 
