@@ -1,7 +1,6 @@
 #include "Child.h"
 
 #include <QCoreApplication>
-#include <QFile>
 
 #include <stdexcept>
 
@@ -63,14 +62,6 @@ bool Child::ends(int withinMs)
         throw std::runtime_error("failed: " + m_process.arguments().join(u' ').toStdString());
     }
     return true;
-}
-
-double Child::residentMb() const
-{
-    QFile status(u"/proc/%1/status"_s.arg(m_process.processId()));
-    status.open(QIODevice::ReadOnly);
-    const QString text = QString::fromLatin1(status.readAll());
-    return text.section("VmRSS:"_L1, 1).section("kB"_L1, 0, 0).toDouble() / 1024;
 }
 
 } // namespace bench

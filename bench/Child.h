@@ -20,8 +20,7 @@ public:
     double value(QLatin1StringView name);
     /// True when the process ends within that time; throws when it failed.
     bool ends(int withinMs);
-    /// Megabytes of memory that the process holds.
-    double residentMb() const;
+    qint64 id() const { return m_process.processId(); }
 
 private:
     QProcess m_process;
