@@ -18,14 +18,15 @@ public:
     QString namedFile; ///< the answer to the question for a file name
     QString opened;    ///< the file that was opened last
 
-    void tell(const QString &text, const QString &) override
+    using Prompts::askSave;
+    void tell(const QString &text, const QString &, QWidget *) override
     {
         if (text != expected) {
             fail(text);
         }
     }
     bool askOkCancel(const QString &text, const QString &) override { fail(text); }
-    Answer askSave(const QString &text, QWidget *) override { fail(text); }
+    Answer askSave(const QString &text, QWidget *, const SaveWords &) override { fail(text); }
     QString saveFileName(const QString &, const QString &) override { return namedFile; }
     bool isOpen() const override { return false; }
     bool openPage(const QString &) override { return false; }

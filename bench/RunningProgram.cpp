@@ -48,11 +48,16 @@ RunningProgram::RunningProgram(const core::Paths &paths, quint16 port, std::func
 // A call is logged only once the last piece of the numbers is there.
 void RunningProgram::waitUntilReceiving()
 {
-    sendCallFrom(m_port, u"1"_s);
+    call(u"1"_s);
     waitUntil([&] {
         QFile log(m_paths.RunLogFile);
         return log.open(QIODevice::ReadOnly) && log.readAll().contains(idBlock);
     });
+}
+
+void RunningProgram::call(const QString &number) const
+{
+    sendCallFrom(m_port, number);
 }
 
 Station::Station(int customers) : desk(customers), program(desk.paths(), freePort())

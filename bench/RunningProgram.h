@@ -24,6 +24,10 @@ public:
     /// Returns once the numbers of the whole desk are known and calls are shown.
     void waitUntilReceiving();
 
+    /// Sends it a call from a number, whose sender knows nothing else of the caller.
+    void call(const QString &number) const;
+
+    QWidget &mainWindow() { return m_program.mainWindow(); }
     core::Navigator &windows() { return m_program.windows(); }
     Doors doors;
 

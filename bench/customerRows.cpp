@@ -5,13 +5,15 @@
 #include "Rows.h"
 
 #include "customers/CustomerQueries.h"
-#include "store/RecordsetModel.h"
+#include "store/ResultModel.h"
 
 #include <QCoreApplication>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTimer>
 
 #include <algorithm>
 #include <numeric>
@@ -77,6 +79,8 @@ double msOfJump(QTableView &grid)
 Sample jumping(Station &station)
 {
     QWidget &list = openList(station);
+    const auto *rows = static_cast<const store::ResultModel *>(gridOf(list).model());
+    waitUntil([rows] { return rows->isComplete(); });
     MemoryModel model(station.desk);
     MemoryList inMemory(model);
     inMemory.takeShape(list, gridOf(list));
@@ -150,7 +154,7 @@ public:
         m_typed.setText(word);
         return msOf([&] {
             m_button.click();
-            while (static_cast<store::RecordsetModel *>(m_grid.model())->isReading()) {
+            while (static_cast<store::ResultModel *>(m_grid.model())->isReading()) {
                 QCoreApplication::processEvents();
             }
         });
@@ -190,6 +194,8 @@ Sample findingFirstRows(Station &station, int turns)
 {
     const Connection plain = openPlain(station.desk.paths().CustomerFile);
     QWidget &list = openList(station);
+    const auto *rows = static_cast<const store::ResultModel *>(gridOf(list).model());
+    waitUntil([rows] { return rows->isComplete(); });
     MemoryModel model(station.desk);
     MemoryList inMemory(model);
     inMemory.takeShape(list, gridOf(list));
@@ -335,6 +341,29 @@ Sample waiting(Station &station)
     });
 }
 
+/// The longest wait while another desk's save is followed: until a call from the number that it gave a
+/// customer shows his name.
+Sample following(Station &station)
+{
+    std::mt19937 random(17);
+    const Connection other = openPlain(station.desk.paths().CustomerFile);
+    auto &lastCaller = control<QPlainTextEdit>(station.program.mainWindow(), "txtLastCallerID");
+    return median(3, [&] {
+        const QString customer = u" where SN=%1"_s.arg(anyCustomer(station, random));
+        const QString number = QString::number(random());
+        QString name;
+        forEachRow(other.get(), u"select CustomerName from customer"_s + customer,
+                   [&](sqlite3_stmt *row) { name = textOf(row, 0); });
+        QTimer calling;
+        QObject::connect(&calling, &QTimer::timeout, &calling, [&] { station.program.call(number); });
+        calling.start(100);
+        const Waits waits;
+        readThrough(other.get(), u"update customer set WorkPhones='%1'"_s.arg(number) + customer);
+        waitUntil([&] { return lastCaller.toPlainText().contains(name); });
+        return waits.longestMs();
+    });
+}
+
 } // namespace
 
 Rows customerRows(Stations &stations, int customers)
@@ -357,6 +386,8 @@ Rows customerRows(Stations &stations, int customers)
         row("opening the editor on a customer, ms", {.times = 1.5}, loading),
         row("saving a customer with all that follows, ms", {.times = 4},
             [=](Station &station) { return saving(station, !largest); }),
+        row("longest turn of the event loop in re-reading after another desk's save, ms", {.more = 50},
+            following),
     };
 }
 

@@ -97,7 +97,8 @@ void buildIndexes(const Desk &desk)
     const core::QtClock clock;
     const core::ProcessValues values;
     core::RunLog log(desk.paths(), clock, values);
-    lookup::NumberIndex index(desk.paths(), log);
+    const core::CodePage codePage(936);
+    lookup::NumberIndex index(desk.paths(), log, codePage);
     index.LoadPhoneNumberSNArray();
     index.LoadCustomerPhoneNumberSnArray();
     while (index.isLoading()) {
@@ -112,7 +113,8 @@ void readNumbers(const Desk &desk)
 {
     readThrough(openPlain(desk.paths().PhoneBookFile).get(), u"select SN, Telno from phonebook"_s);
     readThrough(openPlain(desk.paths().CustomerFile).get(),
-                u"select SN, WorkPhones, ContactPersonMobile, Fax, ContactPersonHomePhones from customer"_s);
+                u"select SN, WorkPhones, ContactPersonMobile, Fax, ContactPersonHomePhones, CustomerName, note, "
+                "IfVIP, ifinblacklist, T3 from customer"_s);
 }
 
 Sample building(int customers)

@@ -4,7 +4,7 @@
 #include "Measure.h"
 #include "Rows.h"
 
-#include "store/JoinModel.h"
+#include "store/ResultModel.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -66,7 +66,7 @@ double msOfFirstPage(QWidget &form)
     auto &grid = control<QAbstractItemView>(form, "DataGrid1");
     return msOf([&] {
         control<QPushButton>(form, "cmdShowResult").click();
-        const auto *result = static_cast<const store::JoinModel *>(grid.model());
+        const auto *result = static_cast<const store::ResultModel *>(grid.model());
         while (result->rowCount() == 0 && !result->isComplete()) {
             QCoreApplication::processEvents();
         }

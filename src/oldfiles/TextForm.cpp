@@ -87,7 +87,7 @@ QString TextForm::name(QByteArrayView bytes) const
 QString TextForm::fromCodePage(QByteArrayView bytes) const
 {
     const QString text = m_decoder(bytes);
-    return text.isNull() ? m_codePage->decode(bytes) : text;
+    return text.isNull() ? m_codePage->decode(bytes).text : text;
 }
 
 } // namespace oldfiles

@@ -88,7 +88,7 @@ private Q_SLOTS:
 
     void aLanguageThatWasLockedAtTheStartIsShownOnceItIsFree()
     {
-        Operator desk(u"FRN"_s);
+        Operator desk(0x0409, u"FRN"_s);
         std::optional<store::Database> other(desk.paths.StartFolder + u"/FRN.lan"_s);
         other->Execute(u"begin exclusive"_s);
         QVERIFY(desk.start());

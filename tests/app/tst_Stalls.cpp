@@ -60,9 +60,10 @@ private:
 struct Agreeing : core::Prompts
 {
     explicit Agreeing(const QString &folder) : target(folder + u"/target"_s) {}
-    void tell(const QString &, const QString &) override {}
+    using Prompts::askSave;
+    void tell(const QString &, const QString &, QWidget *) override {}
     bool askOkCancel(const QString &, const QString &) override { return true; }
-    Answer askSave(const QString &, QWidget *) override { return Answer::Discard; }
+    Answer askSave(const QString &, QWidget *, const SaveWords &) override { return Answer::Discard; }
     QString saveFileName(const QString &, const QString &) override { return target; }
     bool isOpen() const override { return false; }
     QString target;

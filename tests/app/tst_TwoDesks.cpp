@@ -106,7 +106,7 @@ void carryOut(ProgramDesk &desk, const QStringList &work)
              [] { find<FrmEditCustomer>("ChkPopTheCaller")->setChecked(false); });
     } else {
         desk.program->windows().showCustomerList(
-            u"select * from customer where CustomerName='%1'"_s.arg(work.value(1)));
+            u"select * from customer where CustomerName='%1'"_s.arg(work.value(1)), nullptr);
         desk.prompts.expect(true);
         press<customers::FrmCustomer>("Command5");
     }

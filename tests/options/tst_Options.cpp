@@ -87,9 +87,9 @@ private Q_SLOTS:
         });
         answering.start(0);
         core::QtPrompts prompts;
-        prompts.tell(u"first"_s, {});
+        prompts.tell(u"first"_s, {}, nullptr);
         QApplication::setActiveWindow(nullptr); // a window manager takes its time
-        prompts.tell(u"second"_s, {});
+        prompts.tell(u"second"_s, {}, nullptr);
         QCOMPARE(behind, QList<QObject *>(2, &dialog));
     }
 

@@ -208,7 +208,7 @@ private Q_SLOTS:
     {
         Reception reception;
         reception.prompts.expect();
-        reception.prompts.tell(u"box"_s, {});
+        reception.prompts.tell(u"box"_s, {}, nullptr);
         for (int number = 1; number <= 3; ++number) {
             reception.unit.send(numbers(number, number));
             QTRY_COMPARE(reception.handled, numbers(1, number));
@@ -225,7 +225,7 @@ private Q_SLOTS:
                 letEventsCome();
                 QCOMPARE(reception.handled, numbers(1, 1));
             });
-            reception.prompts.tell(u"box"_s, {});
+            reception.prompts.tell(u"box"_s, {}, nullptr);
         };
         reception.unit.send(numbers(1, 3));
         QTRY_COMPARE(reception.handled, numbers(1, 9));
