@@ -167,8 +167,8 @@ check_step() {
     "A VIP") step_shows_call 6175550101 VIP popup-vip ;;
     "A black-listed caller") step_shows_call 9735550115 black-listed popup-blacklist ;;
     "A customer whose pop-up flag is off") step_shows_call 2145550129 none ;;
-    # Its number stands further left in characters than in columns, and so is not found by position.
-    "A line with a Chinese name") step_shows_call 总机（前台） none && shot "$main" line-chinese ;;
+    # Its number stands further left in characters than in columns: it is found by its column.
+    "A line with a Chinese name") step_shows_call 总机（前台） ordinary popup-line-chinese && shot "$main" line-chinese ;;
     "A short message") step_shows_message "Lunch is here. The second line is free again." ;;
     "A channel status report") step_shows_nothing "Channel 002: on hook" ;;
     *) fail "nobody has said what this step should show" ;;
@@ -206,7 +206,7 @@ end_program() {
     [ "$status" -eq 0 ] || fail "the program ended with status $status"
     local last
     last=$(tail -n 1 "$data/Runlog.txt" | tr -d '\r')
-    awk -F '\t' '$1 == "ExitSys" { for (i = 2; i <= NF; ++i) print $i }' data/lang/*.tsv | grep -qxF "${last#*>  }" ||
+    awk -F '\t' '$1 == "ExitSys" { print $2 }' data/lang/*/*.tsv | grep -qxF "${last#*>  }" ||
         fail "the run log does not end with the end of the program but with: $last"
     before_deadline tray_has "$empty_tray" || fail "something is left in the tray"
     echo "SHUTDOWNALL"
