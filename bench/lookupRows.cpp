@@ -112,9 +112,10 @@ void buildIndexes(const Desk &desk)
 void readNumbers(const Desk &desk)
 {
     readThrough(openPlain(desk.paths().PhoneBookFile).get(), u"select SN, Telno from phonebook"_s);
-    readThrough(openPlain(desk.paths().CustomerFile).get(),
-                u"select SN, WorkPhones, ContactPersonMobile, Fax, ContactPersonHomePhones, CustomerName, note, "
-                "IfVIP, ifinblacklist, T3 from customer"_s);
+    readThrough(
+        openPlain(desk.paths().CustomerFile).get(),
+        u"select SN, WorkPhones, ContactPersonMobile, Fax, ContactPersonHomePhones, CustomerName, note, "
+        "IfVIP, ifinblacklist, T3 from customer"_s);
 }
 
 Sample building(int customers)

@@ -149,8 +149,8 @@ bool FrmEditCustomer::settleUnsavedChanges()
     return answer == Answer::Discard || (answer == Answer::Save && save());
 }
 
-// A shortcut leaves no field, so what was typed last is checked here, too. The operator hears of one thing: why
-// nothing was saved, or whose the name or number is.
+// A shortcut leaves no field, so what was typed last is checked here, too. The operator hears of one thing:
+// why nothing was saved, or whose the name or number is.
 bool FrmEditCustomer::save()
 {
     replaceApostrophes();

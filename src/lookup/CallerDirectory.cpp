@@ -16,8 +16,7 @@ constexpr std::chrono::seconds betweenLooks{2};
 
 } // namespace
 
-CallerDirectory::CallerDirectory(const core::Paths &paths, core::RunLog &log,
-                                 const core::CodePage &codePage)
+CallerDirectory::CallerDirectory(const core::Paths &paths, core::RunLog &log, const core::CodePage &codePage)
     : m_paths(paths), m_log(log), m_index(paths, log, codePage)
 {
     m_next.setSingleShot(true);

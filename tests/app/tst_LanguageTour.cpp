@@ -228,8 +228,8 @@ private Q_SLOTS:
         readTexts(desk);
         takeTextsAway(desk, damagedFile);
         QVERIFY(desk.start());
-        for (const auto &[context, text, english] : {std::tuple("QLineEdit", "&Undo", "ENG ID USER"),
-                                                      {"QFileDialog", "Look in:", "ENG ID USER"}}) {
+        for (const auto &[context, text, english] :
+             {std::tuple("QLineEdit", "&Undo", "ENG ID USER"), {"QFileDialog", "Look in:", "ENG ID USER"}}) {
             const QString shown = QCoreApplication::translate(context, text);
             QCOMPARE(withoutMnemonic(shown) == withoutMnemonic(QLatin1StringView(text)),
                      QByteArray(english).contains(m_code.toLatin1()));
