@@ -254,7 +254,6 @@ private Q_SLOTS:
     }
 };
 
-Q_DECLARE_METATYPE(core::CallRecord)
 
 QTEST_GUILESS_MAIN(tst_CallerDirectory)
 #include "tst_CallerDirectory.moc"
