@@ -254,6 +254,5 @@ private Q_SLOTS:
     }
 };
 
-
 QTEST_GUILESS_MAIN(tst_CallerDirectory)
 #include "tst_CallerDirectory.moc"
