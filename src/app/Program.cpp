@@ -209,7 +209,7 @@ void Program::showMainForm()
 }
 
 // The operator sees the window before the databases are looked after, which takes its time on a large desk.
-// Nothing can come in meanwhile but the window system's own events.
+// No call and no key can come in meanwhile.
 void Program::paintAtOnce()
 {
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);

@@ -138,7 +138,7 @@ void FrmEditCustomer::replaceApostrophes()
 std::optional<lookup::Owner> FrmEditCustomer::uncheckedOwner()
 {
     if (isUnchecked(*m_ui->txtCustomerName)) {
-        m_ownerOfName = m_context.checks.customerNamed(m_ui->txtCustomerName->text().trimmed());
+        m_ownerOfName = m_context.checks.customerNamed(m_ui->txtCustomerName->text().trimmed(), {});
         if (m_ownerOfName) {
             return m_ownerOfName;
         }
@@ -157,7 +157,7 @@ void FrmEditCustomer::showOwner()
 {
     std::optional<lookup::Owner> owner = m_ownerOfName;
     for (const QLineEdit *numbers : numberEdits()) {
-        if (!owner && m_context.checks.knowNumbers()) {
+        if (!owner && m_context.checks.knowNumbers(numbersTable)) {
             owner = m_context.checks.ownerOfNumbers(numbersTable, numbers->text(), m_loaded.record.SN);
         }
     }
@@ -167,13 +167,16 @@ void FrmEditCustomer::showOwner()
 void FrmEditCustomer::checkName()
 {
     QLineEdit &edit = *m_ui->txtCustomerName;
-    if (!isUnchecked(edit)) {
+    const bool adding = isUnchecked(edit);
+    if (!edit.isModified() || edit.text().trimmed().isEmpty()) {
         return;
     }
-    edit.setModified(false);
-    m_ownerOfName = m_context.checks.customerNamed(edit.text().trimmed());
+    if (adding) {
+        edit.setModified(false);
+    }
+    m_ownerOfName = m_context.checks.customerNamed(edit.text().trimmed(), m_loaded.record.SN);
     showOwner();
-    if (m_ownerOfName) {
+    if (adding && m_ownerOfName) {
         m_context.checks.tell(*m_ownerOfName, this);
     }
 }

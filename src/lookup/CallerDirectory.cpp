@@ -83,11 +83,13 @@ void CallerDirectory::readCustomers()
     m_index.LoadCustomerPhoneNumberSnArray();
 }
 
-/// Only where another program's lock has kept it from being read at start.
+/// Only where another program's lock has kept it from being read at start, or no customers were there then.
 void CallerDirectory::reloadPhoneBook()
 {
     const std::optional<core::Error> &failure = m_index.phoneBookFailure();
-    if (failure && store::tellsOfLock(*failure) && store::stateOf(m_paths.PhoneBookFile)) {
+    const bool untried = !failure && !m_index.knowsPhoneBook() && areKnown();
+    const bool wasLocked = failure && store::tellsOfLock(*failure);
+    if ((untried || wasLocked) && store::stateOf(m_paths.PhoneBookFile)) {
         m_index.LoadPhoneNumberSNArray();
     }
 }
@@ -102,9 +104,9 @@ void CallerDirectory::customerDeleted(qint32 sn)
     follow(m_index.updateCustomer(sn));
 }
 
-// Another desk may have taken the file to itself just after the customer was saved: one wait for it is
-// enough, the rest is done later. The other rows are read again, too: nothing tells whether they were changed
-// by somebody else.
+// Another desk may have taken the file to itself just after the customer was saved. Nothing waits for it:
+// what was known answers meanwhile, the status line says so, and the rest is done later. The other rows are
+// read again, too: nothing tells whether they were changed by somebody else.
 void CallerDirectory::follow(bool saved)
 {
     if (!saved) {

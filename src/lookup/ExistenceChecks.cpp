@@ -23,6 +23,9 @@ std::optional<Owner> ExistenceChecks::ownerOfNumbers(Owner::Table table, const Q
     }
     for (const QStringView piece : m_needs.index.pieces(numbers)) {
         const QString digits = core::DigitsOnly(piece);
+        if (digits.isEmpty()) { // a word is nobody's number, though the index holds those of other rows
+            continue;
+        }
         const qint32 sn = table == Owner::Table::PhoneBook ? m_needs.index.GetSnByPhoneNumber(digits)
                                                            : m_needs.index.GetCustomerSnByPhoneNumber(digits);
         if (sn != -1 && sn != edited) {
@@ -32,21 +35,23 @@ std::optional<Owner> ExistenceChecks::ownerOfNumbers(Owner::Table table, const Q
     return {};
 }
 
-/// The index does not know the names; a row that cannot be read right now has none.
+/// Customers stand in memory. An entry of the phone book that cannot be read right now has no name.
 QString ExistenceChecks::nameOf(Owner::Table table, qint32 sn) const
 {
+    if (table == Owner::Table::Customer) {
+        const std::optional<KnownCustomer> customer = m_needs.index.customer(sn);
+        return customer ? customer->name : QString();
+    }
     QString name;
     m_needs.log.trap("nameOfOwner"_L1, [&] {
-        const bool phoneBook = table == Owner::Table::PhoneBook;
-        store::Database database(phoneBook ? m_needs.paths.PhoneBookFile : m_needs.paths.CustomerFile);
-        database.forEachBoundRow(phoneBook ? u"select simpledes from phonebook where SN=?"_s
-                                           : u"select CustomerName from customer where SN=?"_s,
-                                 {sn}, [&](const store::Row &row) { name = row.text(0); });
+        store::Database database(m_needs.paths.PhoneBookFile);
+        database.forEachBoundRow(u"select simpledes from phonebook where SN=?"_s, {sn},
+                                 [&](const store::Row &row) { name = row.text(0); });
     });
     return name;
 }
 
-std::optional<Owner> ExistenceChecks::customerNamed(const QString &name) const
+std::optional<Owner> ExistenceChecks::customerNamed(const QString &name, std::optional<qint32> edited) const
 {
     std::optional<Owner> owner;
     const QString query = IfTheCustumerExist(name);
@@ -55,7 +60,10 @@ std::optional<Owner> ExistenceChecks::customerNamed(const QString &name) const
     }
     m_needs.log.trap("IfTheCustumerExist"_L1, [&] {
         store::Database database(m_needs.paths.CustomerFile);
-        const store::Recordset found = database.OpenRecordset(query);
+        store::Recordset found = database.OpenRecordset(query);
+        while (!found.EOFile() && found.value(u"SN"_s).toInt() == edited) {
+            found.MoveNext();
+        }
         if (!found.EOFile()) {
             owner = Owner{Owner::Table::Customer,
                           found.value(u"SN"_s).toInt(),

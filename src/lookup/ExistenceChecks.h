@@ -40,14 +40,18 @@ public:
     /// All must outlive the checks.
     explicit ExistenceChecks(const Needs &needs) : m_needs(needs) {}
 
-    /// Who holds the first of the numbers in the text that is on file in the table; nobody where that is
-    /// `edited`, the row that an editor shows.
+    /// Who holds the first of the numbers in the text that is on file in the table, the row `edited` left
+    /// out, which an editor shows. A piece without a digit is nobody's.
     std::optional<Owner> ownerOfNumbers(Owner::Table table, const QString &numbers,
                                         std::optional<qint32> edited) const;
-    /// False while the numbers are still being read: a question would wait for the last one.
-    bool knowNumbers() const { return !m_needs.index.isLoading(); }
-    /// The first customer whose name contains `name`, where * ? # [ are wildcards.
-    std::optional<Owner> customerNamed(const QString &name) const;
+    /// False while the numbers are read for the first time: a question would wait for the last one.
+    bool knowNumbers(Owner::Table table) const
+    {
+        return table == Owner::Table::PhoneBook ? m_needs.index.knowsPhoneBook()
+                                                : m_needs.index.knowsCustomers();
+    }
+    /// The first customer but `edited` whose name contains `name`, where * ? # [ are wildcards.
+    std::optional<Owner> customerNamed(const QString &name, std::optional<qint32> edited) const;
 
     /// Tells in front of the editor that its number or name is on file, and whose it is; of a number the list
     /// then shows the owner, behind the editor.

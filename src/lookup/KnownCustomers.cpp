@@ -11,7 +11,7 @@ namespace lookup {
 
 namespace {
 
-constexpr qsizetype shownCharacters = 256; // no window shows more
+constexpr qsizetype shownCharacters = 256; // the card is to be read at a glance
 
 /// The first characters of a text, none of them cut.
 QByteArrayView beginning(QByteArrayView utf8)
@@ -39,7 +39,10 @@ KnownCustomers::Entry KnownCustomers::entryOf(const Row &row)
         throw core::Error(0, u"more customers than can be kept in memory"_s);
     }
     const QByteArrayView name = beginning(row.name);
-    const QByteArrayView note = beginning(row.note);
+    const QByteArrayView noteBegins = beginning(row.note);
+    const QByteArray note = noteBegins.size() < row.note.size()
+                                ? noteBegins.toByteArray() + QStringLiteral("\u2026").toUtf8()
+                                : QByteArray::fromRawData(noteBegins.data(), noteBegins.size());
     m_texts.insert(m_texts.end(), name.begin(), name.end());
     m_texts.insert(m_texts.end(), note.begin(), note.end());
     Entry entry;

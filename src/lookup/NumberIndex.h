@@ -45,6 +45,8 @@ public:
     bool continueLoading();
     /// Some customer's number can be found.
     bool knowsCustomers() const { return !m_customers.entries.isEmpty(); }
+    /// The same of the phone book.
+    bool knowsPhoneBook() const { return !m_phoneBook.entries.isEmpty(); }
     /// Why the last reading of the phone book, or of the customers, failed.
     const std::optional<core::Error> &phoneBookFailure() const { return m_phoneBook.failure; }
     const std::optional<core::Error> &customersFailure() const { return m_customers.failure; }

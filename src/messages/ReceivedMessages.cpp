@@ -4,10 +4,29 @@
 #include "messages/SmsRecord.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 
 namespace messages {
+
+namespace {
+
+/// Throws core::Error where nothing can be added to the file. A byte is written and taken back: to write
+/// nothing at all always succeeds.
+void tryToAppend(const QString &path)
+{
+    const QFileInfo before(path);
+    const qint64 size = before.exists() ? before.size() : -1;
+    core::platform::appendToFile(path, " ");
+    if (size < 0) {
+        QFile::remove(path);
+    } else {
+        QFile::resize(path, size);
+    }
+}
+
+} // namespace
 
 QString filingKey(Filing filing)
 {
@@ -72,8 +91,8 @@ void ReceivedMessages::lookAgain()
         return setFiling(Filing::DiskNearlyFull);
     }
     try {
-        core::platform::appendToFile(m_paths.SmsFile, {});
-        core::platform::appendToFile(monthFile(), {});
+        tryToAppend(m_paths.SmsFile);
+        tryToAppend(monthFile());
         setFiling(Filing::Works);
     } catch (const core::Error &) {
         setFiling(Filing::Fails);

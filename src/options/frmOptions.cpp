@@ -232,7 +232,7 @@ bool frmOptions::saveSystemPage()
 {
     const OptionsLogic::SystemPage page = systemPage();
     const bool saved = m_logic.saveSystemPage(page);
-    const bool sendersSaved = saveSenders();
+    const bool sendersSaved = saved && saveSenders(); // the disk that is full is told once
     const bool whole = saved && sendersSaved && portOf(page.port).has_value();
     m_ui->lblSystemSaved->setText(savedText(whole));
     showPort();

@@ -163,9 +163,9 @@ void frmSimplePhoneBookEdit::checkNumbers()
 
 void frmSimplePhoneBookEdit::showOwner()
 {
-    m_ownerLine->show(m_needs.checks.knowNumbers()
-                          ? m_needs.checks.ownerOfNumbers(lookup::Owner::Table::PhoneBook,
-                                                          m_ui->txtTelno->text(), m_loaded.SN)
+    constexpr auto table = lookup::Owner::Table::PhoneBook;
+    m_ownerLine->show(m_needs.checks.knowNumbers(table)
+                          ? m_needs.checks.ownerOfNumbers(table, m_ui->txtTelno->text(), m_loaded.SN)
                           : std::nullopt);
 }
 

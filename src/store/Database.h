@@ -107,9 +107,6 @@ core::Error damageError(const QString &description);
 /// A file that is missing or damaged is not locked.
 bool isLocked(const QString &path);
 
-/// Whether the file is a database that can be read right now; does not wait for another program's lock.
-bool isReadable(const QString &path);
-
 /// What tells one state of a file from another: changed by every save of any program, and where another file
 /// takes its place. Nothing while another program has it locked, for which this does not wait; a file that is
 /// missing or damaged has a state, too.

@@ -115,6 +115,8 @@ class tst_Stalls : public QObject
         QStringList files{paths.CustomerFile, paths.PhoneBookFile, paths.UserLangFile, paths.LangFile,
                           paths.StartFolder + u"/Help/HelpENG.chlp"_s};
 
+        ~LockedDesk() { program.reset(); } // it speaks to the doors of this desk to the last
+
         bool start()
         {
             program = std::make_unique<app::Program>(

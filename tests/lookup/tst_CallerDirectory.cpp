@@ -85,7 +85,7 @@ private Q_SLOTS:
         QTest::newRow("nobody's number") << call(u"12"_s) << u"|0||||"_s;
         QTest::newRow("no number") << call({}) << u"|0||||"_s;
         QTest::newRow("a long note is cut between characters")
-            << call(u"44"_s) << u"CUSTOMER10|10|Long|%1||"_s.arg(u"张"_s.repeated(256));
+            << call(u"44"_s) << u"CUSTOMER10|10|Long|%1||"_s.arg(u"张"_s.repeated(256) + u"\u2026"_s);
     }
     void aCallIsCompletedFromTheCustomersRow()
     {
