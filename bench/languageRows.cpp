@@ -39,10 +39,8 @@ Sample slowestLanguage(Station &station)
     const core::ProcessValues values;
     core::RunLog log(paths, clock, values);
     core::Settings settings(paths, log);
-    const QStringList codes{u"ENG"_s, u"CHS"_s, u"CHT"_s, u"SPN"_s, u"ARA"_s, u"FRN"_s,
-                            u"HBR"_s, u"TUK"_s, u"KOR"_s, u"POL"_s, u"PTG"_s, u"VN"_s};
-    return worst(codes, [&](const QString &code) {
-        settings.record.LanguageSetting.setText(code);
+    return worst(language::languages(), [&](const language::Language &language) {
+        settings.record.LanguageSetting.setText(language.code);
         language::LanguagePack pack(paths, log, station.program.doors, settings);
         pack.iniLanguage();
         const language::FormTranslator translator(pack, pack.state(), log);

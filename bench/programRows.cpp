@@ -6,6 +6,7 @@
 #include "Rows.h"
 
 #include "core/Settings.h"
+#include "language/Languages.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -189,10 +190,8 @@ Sample startingInLanguages()
         chooseLanguage(desk, code);
         return startOurs(desk).ms();
     };
-    const QStringList codes{u"CHS"_s, u"CHT"_s, u"SPN"_s, u"ARA"_s, u"FRN"_s, u"HBR"_s, u"TUK"_s,
-                            u"KOR"_s, u"POL"_s, u"PTG"_s, u"VN"_s,  u"ID"_s,  u"USER"_s};
-    return worst(codes, [&](const QString &code) {
-        return least(5, [&] { return Sample{startIn(code), startIn(u"ENG"_s)}; });
+    return worst(language::languages(), [&](const language::Language &language) {
+        return least(5, [&] { return Sample{startIn(language.code), startIn(u"ENG"_s)}; });
     });
 }
 

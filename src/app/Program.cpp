@@ -170,8 +170,8 @@ void Program::iniVariants()
     m_log.trap("iniVariants"_L1, [&] {
         m_values.AppVersion = u"1.00C42"_s;
         m_values.MaxGridRows = 300;
-        const QString &code = m_language.state().code;
-        m_values.WordSeparator = core::MyIn(code, u"CHS"_s, u"CHT"_s) ? QString() : u" "_s;
+        const language::Language *language = language::languageOf(m_language.state().code);
+        m_values.WordSeparator = !language || language->separatesWords ? u" "_s : QString();
     });
 }
 

@@ -36,7 +36,7 @@ QFont formFont(const FontChoice &choice)
 {
     QFont font = QApplication::font();
     font.setPointSizeF(std::max<qreal>(choice.pointSize, QFontInfo(font).pointSizeF()));
-    const QStringList families = fontFamilies(choice);
+    const QStringList families = choice.families();
     const auto installed = std::find_if(families.begin(), families.end(), [](const QString &family) {
         return QFontDatabase::hasFamily(family);
     });

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/RunLog.h"
-#include "language/FontChoice.h"
+#include "language/Languages.h"
 
 #include <QString>
 
@@ -15,10 +15,6 @@ struct LanguageState
     QString osLanguageId; ///< its identifier as 4 hexadecimal digits
     FontChoice font;      ///< the font that the current language asks for
 };
-
-/// True for the thirteen codes that have texts of their own, "ID" included; not for "AUTO" and "USER". The
-/// only codes that may become part of a file name.
-bool isLanguageCode(const QString &code);
 
 /// A Windows language identifier as 4 hexadecimal digits, upper case.
 QString languageIdDigits(quint16 systemLanguageId);

@@ -1,6 +1,5 @@
 #include "language/LanguagePack.h"
 
-#include "core/TextUtilities.h"
 #include "language/ShownTexts.h"
 #include "store/Database.h"
 
@@ -21,10 +20,8 @@ bool isFile(const QString &path)
 /// The column of table "Lang" that holds a language's texts.
 QString textColumn(const QString &code)
 {
-    if (code == "ID"_L1) {
-        return u"id"_s; // every text is its own key, for translators
-    }
-    return core::MyIn(code, "CHS"_L1, "CHT"_L1) ? code : u"ENG"_s;
+    const Language *language = languageOf(code);
+    return language && !language->textColumn.isEmpty() ? language->textColumn : u"ENG"_s;
 }
 
 } // namespace
@@ -44,7 +41,8 @@ void LanguagePack::iniLanguage()
         m_state.osLanguage = GetOsDefaultLanguage(m_systemLanguageId, m_log);
         m_state.osLanguageId = languageIdDigits(m_systemLanguageId);
         m_state.code = DecideLanguage(m_state.osLanguage, m_settings.record.LanguageSetting.text());
-        m_state.font = fontChoice(m_state.code);
+        const Language *language = languageOf(m_state.code);
+        m_state.font = language ? language->font : FontChoice();
         load();
     });
 }
@@ -101,7 +99,7 @@ QString LanguagePack::fileOf(const QString &code) const
         return m_paths.UserLangFile;
     }
     const QString path = m_paths.StartFolder + QDir::separator() + code + u".lan"_s;
-    return isLanguageCode(code) && isFile(path) ? path : m_paths.LangFile;
+    return languageOf(code) && isFile(path) ? path : m_paths.LangFile;
 }
 
 void LanguagePack::read(const QString &code, Texts &texts) const

@@ -1,43 +1,19 @@
 #include "language/ToolkitTexts.h"
 
 #include "language/Captions.h"
+#include "language/Languages.h"
 
 #include <QCoreApplication>
 #include <QLibraryInfo>
 #include <QLocale>
 
 #include <algorithm>
-#include <array>
 
 using namespace Qt::StringLiterals;
 
 namespace language {
 
 namespace {
-
-struct ToolkitLanguage
-{
-    QLatin1StringView code;
-    QLatin1StringView locale;
-    QLatin1StringView file; ///< empty where the toolkit has no translation: the language pack holds all texts
-};
-
-// The Arabic of a country that writes dates in the digits of the date boxes. The toolkit's only complete
-// Portuguese is the Brazilian one.
-constexpr std::array toolkitLanguages = {
-    ToolkitLanguage{"ENG"_L1, "en_US"_L1, ""_L1},
-    ToolkitLanguage{"CHS"_L1, "zh_CN"_L1, "qtbase_zh_CN"_L1},
-    ToolkitLanguage{"CHT"_L1, "zh_TW"_L1, "qtbase_zh_TW"_L1},
-    ToolkitLanguage{"SPN"_L1, "es_ES"_L1, "qtbase_es"_L1},
-    ToolkitLanguage{"ARA"_L1, "ar_AE"_L1, "qtbase_ar"_L1},
-    ToolkitLanguage{"FRN"_L1, "fr_FR"_L1, "qtbase_fr"_L1},
-    ToolkitLanguage{"HBR"_L1, "he_IL"_L1, "qtbase_he"_L1},
-    ToolkitLanguage{"TUK"_L1, "tr_TR"_L1, "qtbase_tr"_L1},
-    ToolkitLanguage{"KOR"_L1, "ko_KR"_L1, "qtbase_ko"_L1},
-    ToolkitLanguage{"POL"_L1, "pl_PL"_L1, "qtbase_pl"_L1},
-    ToolkitLanguage{"PTG"_L1, "pt_PT"_L1, ""_L1},
-    ToolkitLanguage{"VN"_L1, "vi_VN"_L1, ""_L1},
-};
 
 constexpr QLatin1StringView sharedTexts[] = {"Cancel"_L1,
                                              "Close"_L1,
@@ -95,13 +71,13 @@ bool isShared(const QString &key)
 
 void ToolkitTexts::install(const QString &code)
 {
-    const auto *const language =
-        std::ranges::find_if(toolkitLanguages, [&code](const auto &known) { return known.code == code; });
-    m_packHoldsAll = language != toolkitLanguages.end() && language->file.isEmpty();
-    if (language != toolkitLanguages.end()) {
+    const Language *language = languageOf(code);
+    const bool isKnown = language && !language->locale.isEmpty();
+    m_packHoldsAll = isKnown && language->toolkitFile.isEmpty();
+    if (isKnown) {
         QLocale::setDefault(QLocale(language->locale));
         // Where it is not installed, the rest stays English.
-        static_cast<void>(load(language->file, QLibraryInfo::path(QLibraryInfo::TranslationsPath)));
+        static_cast<void>(load(language->toolkitFile, QLibraryInfo::path(QLibraryInfo::TranslationsPath)));
     }
     QCoreApplication::installTranslator(this);
 }

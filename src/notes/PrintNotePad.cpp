@@ -9,7 +9,7 @@ void PrintNotePad(core::RunLog &log, core::Printer &printer, const core::TextLoo
 {
     log.trap("PrintNotePad"_L1, [&] {
         if (!report.isEmpty()) {
-            printer.print({texts.Lms(u"438"_s), report, language::fontFamilies(language.font),
+            printer.print({texts.Lms(u"438"_s), report, language.font.families(),
                            language::layoutDirection(language.code) == Qt::RightToLeft},
                           askedBy);
         }

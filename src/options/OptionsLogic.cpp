@@ -1,11 +1,11 @@
 #include "options/OptionsLogic.h"
 
 #include "core/TextUtilities.h"
+#include "language/Languages.h"
 
 #include <QFile>
 #include <QRegularExpression>
 
-#include <array>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -26,30 +26,21 @@ QString codeOf(const QString &text)
 
 const QStringList &languageCodes()
 {
-    static const QStringList codes = {automatic, u"ENG"_s, u"CHS"_s, u"CHT"_s,  u"SPN"_s,
-                                      u"ARA"_s,  u"FRN"_s, u"HBR"_s, u"TUK"_s,  u"KOR"_s,
-                                      u"POL"_s,  u"PTG"_s, u"VN"_s,  u"USER"_s, u"ID"_s};
+    static const QStringList codes = [] {
+        QStringList offered{automatic};
+        for (const language::Language &language : language::languages()) {
+            offered.append(language.code);
+        }
+        offered.insert(offered.size() - 1, u"USER"_s);
+        return offered;
+    }();
     return codes;
 }
 
 QString ownLanguageName(const QString &code)
 {
-    constexpr std::array<std::pair<QLatin1StringView, QStringView>, 12> names = {{
-        {"ENG"_L1, u"English"},
-        {"CHS"_L1, u"简体中文"},
-        {"CHT"_L1, u"繁體中文"},
-        {"SPN"_L1, u"Español"},
-        {"ARA"_L1, u"العربية"},
-        {"FRN"_L1, u"Français"},
-        {"HBR"_L1, u"עברית"},
-        {"TUK"_L1, u"Türkçe"},
-        {"KOR"_L1, u"한국어"},
-        {"POL"_L1, u"Polski"},
-        {"PTG"_L1, u"Português"},
-        {"VN"_L1, u"Tiếng Việt"},
-    }};
-    const auto *found = std::ranges::find_if(names, [&](const auto &name) { return name.first == code; });
-    return found != names.end() ? found->second.toString() : QString();
+    const language::Language *language = language::languageOf(code);
+    return language ? language->ownName : QString();
 }
 
 std::optional<qint32> portOf(const QString &text)

@@ -1,8 +1,7 @@
 #include "DeskSources.h"
 
 #include "core/Error.h"
-#include "core/TextUtilities.h"
-#include "language/LanguageChoice.h"
+#include "language/Languages.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -95,8 +94,8 @@ QStringList DeskSources::languageCodes() const
 {
     QStringList codes = folders(u"lang"_s);
     codes.removeIf([](const QString &code) {
-        const bool inLanguageDatabase = core::MyIn(code, u"ENG"_s, u"CHS"_s, u"CHT"_s);
-        return inLanguageDatabase || !language::isLanguageCode(code);
+        const language::Language *language = language::languageOf(code);
+        return !language || !language->textColumn.isEmpty(); // else "Lang.mdb" holds its texts
     });
     return codes;
 }
