@@ -25,14 +25,14 @@ bool goesOn(const QTextBlock &block)
 /// How much of a line stands in its first block: up to where a word may be wrapped, else all of a character
 /// with its marks, else at least no half of a pair. A line a little too long is halved, which leaves room for
 /// typing on.
-qsizetype firstPiece(QStringView line)
+qsizetype firstPiece(QStringView line, int longest)
 {
     constexpr qsizetype wordSize = 200;
     constexpr qsizetype context = 64; // what stands behind a place decides on it, too
-    if (line.size() <= MemoBox::longestBlock) {
+    if (line.size() <= longest) {
         return line.size();
     }
-    const qsizetype aim = std::min<qsizetype>(MemoBox::longestBlock, line.size() / 2);
+    const qsizetype aim = std::min<qsizetype>(longest, line.size() / 2);
     const QStringView seen = line.first(std::min(line.size(), aim + context));
     for (const auto &[kind, least] :
          {std::pair(QTextBoundaryFinder::Line, aim - wordSize), {QTextBoundaryFinder::Grapheme, 1}}) {
@@ -45,24 +45,30 @@ qsizetype firstPiece(QStringView line)
     return line.at(aim).isLowSurrogate() && line.at(aim - 1).isHighSurrogate() ? aim - 1 : aim;
 }
 
-void breakLine(const QTextBlock &block)
+/// A line separator would keep two lines in one block.
+QString inBlocks(QString text)
+{
+    return text.replace(QChar(QChar::LineSeparator), u'\n');
+}
+
+void breakLine(const QTextBlock &block, int longest)
 {
     QTextCharFormat soft;
     soft.setProperty(softBreak, true);
     const QString line = block.text();
     QTextCursor cursor(block);
     const int start = block.position();
-    qsizetype taken = firstPiece(line);
+    qsizetype taken = firstPiece(line, longest);
     for (int breaks = 0; taken < line.size(); ++breaks) {
         cursor.setPosition(start + breaks + int(taken));
         cursor.insertBlock({}, soft);
-        taken += firstPiece(QStringView(line).sliced(taken));
+        taken += firstPiece(QStringView(line).sliced(taken), longest);
     }
 }
 
 } // namespace
 
-MemoBox::MemoBox(QWidget *parent) : QPlainTextEdit(parent)
+MemoBox::MemoBox(QWidget *parent, int longest) : QPlainTextEdit(parent), m_longest(longest)
 {
     connect(document(), &QTextDocument::contentsChange, this,
             [this](int from, int /*removed*/, int added) { noteChange(from, added); });
@@ -74,7 +80,7 @@ void MemoBox::setText(const QString &text)
     setUndoRedoEnabled(false);
     QTextCursor all(document());
     all.select(QTextCursor::Document);
-    insert(all, text);
+    insert(all, inBlocks(text));
     setUndoRedoEnabled(true);
     setTextCursor(QTextCursor(document()));
     document()->setModified(false);
@@ -107,7 +113,7 @@ QString MemoBox::lines(int from, int to) const
         const int end = std::min(block.length() - 1, to - block.position());
         lines += QStringView(block.text()).sliced(start, end - start);
     }
-    return lines.replace(QChar(QChar::LineSeparator), u'\n');
+    return inBlocks(lines);
 }
 
 /// In one step, so that the toolkit sees no long line. Without the format of what stands around, or a line
@@ -118,7 +124,7 @@ void MemoBox::insert(QTextCursor cursor, const QString &text)
     cursor.beginEditBlock();
     cursor.removeSelectedText();
     const int from = cursor.position();
-    cursor.insertText(QString(text).replace(QChar(QChar::LineSeparator), u'\n'), QTextCharFormat());
+    cursor.insertText(text, QTextCharFormat());
     breakLines(from, cursor.position());
     cursor.endEditBlock();
 }
@@ -147,8 +153,8 @@ void MemoBox::breakChangedLines()
 /// between two short blocks, which would look like lines; then what is too long is broken anew.
 void MemoBox::breakLines(int from, int to)
 {
-    const auto isShort = [](const QTextBlock &block) {
-        return block.length() + block.previous().length() < longestBlock / 2;
+    const auto isShort = [this](const QTextBlock &block) {
+        return block.length() + block.previous().length() < m_longest / 2;
     };
     const QTextBlock last = document()->findBlock(to);
     if (goesOn(last.next()) && (to == last.next().position() - 1 || isShort(last.next()))) {
@@ -163,8 +169,8 @@ void MemoBox::breakLines(int from, int to)
     QTextBlock block = document()->findBlock(to);
     while (block.isValid() && block.position() + block.length() > from) {
         const QTextBlock previous = block.previous();
-        if (block.length() - 1 > longestBlock) {
-            breakLine(block);
+        if (block.length() - 1 > m_longest) {
+            breakLine(block, m_longest);
         }
         block = previous;
     }
@@ -201,7 +207,7 @@ void MemoBox::undoOrRedo(bool back)
     do {
         back ? undo() : redo();
     } while ((back ? document()->isUndoAvailable() : document()->isRedoAvailable()) &&
-             (typedText() == before || textCursor().block().length() - 1 > longestBlock));
+             (typedText() == before || textCursor().block().length() - 1 > m_longest));
 }
 
 void MemoBox::keyPressEvent(QKeyEvent *event)
@@ -232,7 +238,7 @@ void MemoBox::keyPressEvent(QKeyEvent *event)
 void MemoBox::insertFromMimeData(const QMimeData *source)
 {
     if (!isReadOnly() && !source->text().isEmpty()) {
-        insert(textCursor(), source->text());
+        insert(textCursor(), inBlocks(source->text()));
         ensureCursorVisible();
     }
 }
