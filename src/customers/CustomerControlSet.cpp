@@ -1,9 +1,10 @@
 #include "customers/CustomerControlSet.h"
 
+#include "appearance/MemoBox.h"
+
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 
 #include <algorithm>
 #include <limits>
@@ -35,6 +36,37 @@ void setCheckValue(QCheckBox &box, int value)
     box.setCheckState(value == 0 ? Qt::Unchecked : value == grey ? Qt::PartiallyChecked : Qt::Checked);
 }
 
+QString textOf(const QWidget &control)
+{
+    if (const auto *const box = qobject_cast<const QCheckBox *>(&control)) {
+        return QString::number(checkValue(*box));
+    }
+    if (const auto *const combo = qobject_cast<const QComboBox *>(&control)) {
+        return combo->currentText();
+    }
+    if (const auto *const memo = qobject_cast<const appearance::MemoBox *>(&control)) {
+        return memo->text();
+    }
+    const auto *const line = qobject_cast<const QLineEdit *>(&control);
+    return line != nullptr ? line->text() : QString();
+}
+
+void setText(QWidget &control, const QString &text)
+{
+    if (auto *const box = qobject_cast<QCheckBox *>(&control)) {
+        setCheckValue(*box, text.toInt());
+    } else if (auto *const combo = qobject_cast<QComboBox *>(&control)) {
+        combo->setCurrentIndex(-1);
+        combo->setEditText(text);
+        combo->lineEdit()->setCursorPosition(0);
+    } else if (auto *const memo = qobject_cast<appearance::MemoBox *>(&control)) {
+        memo->setText(text);
+    } else if (auto *const line = qobject_cast<QLineEdit *>(&control)) {
+        line->setText(text);
+        line->setCursorPosition(0);
+    }
+}
+
 } // namespace
 
 CustomerControlSet::CustomerControlSet(const QWidget &form)
@@ -53,7 +85,8 @@ CustomerControlSet::CustomerControlSet(const QWidget &form)
 FieldTexts CustomerControlSet::texts() const
 {
     FieldTexts texts;
-    std::ranges::transform(m_controls, texts.begin(), [this](QWidget *control) { return text(*control); });
+    std::ranges::transform(m_controls, texts.begin(),
+                           [](const QWidget *control) { return textOf(*control); });
     return texts;
 }
 
@@ -67,7 +100,7 @@ void CustomerControlSet::setTexts(const FieldTexts &texts)
 void CustomerControlSet::followTexts(const FieldTexts &texts)
 {
     for (size_t place = 0; place < m_controls.size(); ++place) {
-        if (text(*m_controls.at(place)) != texts.at(place)) {
+        if (textOf(*m_controls.at(place)) != texts.at(place)) {
             setText(*m_controls.at(place), texts.at(place));
         }
     }
@@ -80,42 +113,11 @@ void CustomerControlSet::onChanged(QObject &receiver, const std::function<void()
             QObject::connect(box, &QCheckBox::stateChanged, &receiver, changed);
         } else if (const auto *const combo = qobject_cast<const QComboBox *>(control)) {
             QObject::connect(combo, &QComboBox::currentTextChanged, &receiver, changed);
-        } else if (const auto *const memo = qobject_cast<const QPlainTextEdit *>(control)) {
-            QObject::connect(memo, &QPlainTextEdit::textChanged, &receiver, changed);
+        } else if (const auto *const memo = qobject_cast<const appearance::MemoBox *>(control)) {
+            QObject::connect(memo, &appearance::MemoBox::textChanged, &receiver, changed);
         } else if (const auto *const line = qobject_cast<const QLineEdit *>(control)) {
             QObject::connect(line, &QLineEdit::textChanged, &receiver, changed);
         }
-    }
-}
-
-QString CustomerControlSet::text(QWidget &control) const
-{
-    if (const auto *const box = qobject_cast<const QCheckBox *>(&control)) {
-        return QString::number(checkValue(*box));
-    }
-    if (const auto *const combo = qobject_cast<const QComboBox *>(&control)) {
-        return combo->currentText();
-    }
-    if (const auto *const memo = qobject_cast<const QPlainTextEdit *>(&control)) {
-        return m_memos.value(memo).text(*memo);
-    }
-    const auto *const line = qobject_cast<const QLineEdit *>(&control);
-    return line != nullptr ? line->text() : QString();
-}
-
-void CustomerControlSet::setText(QWidget &control, const QString &text)
-{
-    if (auto *const box = qobject_cast<QCheckBox *>(&control)) {
-        setCheckValue(*box, text.toInt());
-    } else if (auto *const combo = qobject_cast<QComboBox *>(&control)) {
-        combo->setCurrentIndex(-1);
-        combo->setEditText(text);
-        combo->lineEdit()->setCursorPosition(0);
-    } else if (auto *const memo = qobject_cast<QPlainTextEdit *>(&control)) {
-        m_memos[memo].show(*memo, text);
-    } else if (auto *const line = qobject_cast<QLineEdit *>(&control)) {
-        line->setText(text);
-        line->setCursorPosition(0);
     }
 }
 

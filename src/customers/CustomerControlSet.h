@@ -1,9 +1,7 @@
 #pragma once
 
-#include "appearance/MemoText.h"
 #include "customers/CustomerFields.h"
 
-#include <QHash>
 #include <QWidget>
 
 #include <functional>
@@ -27,11 +25,7 @@ public:
     void onChanged(QObject &receiver, const std::function<void()> &changed) const;
 
 private:
-    QString text(QWidget &control) const;
-    void setText(QWidget &control, const QString &text);
-
     std::array<QWidget *, customerFieldCount> m_controls{};
-    QHash<const QWidget *, appearance::MemoText> m_memos;
 };
 
 } // namespace customers

@@ -2,6 +2,7 @@
 
 #include "appearance/FieldChecks.h"
 #include "appearance/Keys.h"
+#include "appearance/MemoBox.h"
 #include "appearance/ThemedIcons.h"
 #include "core/TextUtilities.h"
 #include "ui_frmSendSMS.h"
@@ -29,7 +30,7 @@ frmSendSMS::frmSendSMS(const appearance::FormContext &context, const core::CodeP
     m_ui->txtSendTo->completer()->setCaseSensitivity(Qt::CaseSensitive);
     m_ui->txtSendTo->setEditText(m_draft.sendTo);
     m_ui->txtSendTo->lineEdit()->selectAll(); // another name is typed over it
-    m_ui->txtSMS->setPlainText(m_draft.text);
+    m_ui->txtSMS->setText(m_draft.text);
     m_ui->txtSMS->moveCursor(QTextCursor::End);
     m_ui->txtSendTo->installEventFilter(this);
     connect(m_ui->Command6, &QPushButton::clicked, this, &frmSendSMS::send);
@@ -61,7 +62,8 @@ bool frmSendSMS::eventFilter(QObject *watched, QEvent *event)
 
 Draft frmSendSMS::typed() const
 {
-    return {m_ui->txtSendTo->currentText(), m_ui->txtSMS->toPlainText()};
+    // Not every code page has blanks that keep a line together.
+    return {m_ui->txtSendTo->currentText(), m_ui->txtSMS->text().replace(QChar::Nbsp, u' ')};
 }
 
 void frmSendSMS::txtSendTo_LostFocus()

@@ -12,7 +12,8 @@ namespace notes {
 
 namespace {
 
-constexpr qsizetype pieceSize = 200'000; // characters, laid out and drawn within some 15 milliseconds
+constexpr qsizetype pieceSize = 100'000; // characters, laid out and drawn within some 15 milliseconds
+constexpr int longestLine = 500;         // a line is drawn to its end, in view or not
 
 /// The desktop's own family with even characters, or a usual one where that is only a nickname.
 QString fixedFamily()
@@ -40,21 +41,28 @@ QString inParagraphs(QStringView text)
     constexpr int linesOfParagraph = 12;
     QString joined;
     joined.reserve(text.size());
+    qsizetype paragraph = 0;
     int lines = 0;
-    for (const QChar character : text) {
-        if (character == u'\n') {
-            ++lines;
-            joined += lines % linesOfParagraph == 0 ? character : QChar(QChar::LineSeparator);
-        } else if (character != u'\r') {
-            joined += character;
+    for (const QStringView line : text.tokenize(u'\n')) {
+        const bool isLast = line.end() == text.end();
+        const bool isFull =
+            lines == linesOfParagraph || joined.size() + line.size() - paragraph > longestLine;
+        if (line.begin() != text.begin()) {
+            joined += isFull || isLast ? QChar(u'\n') : QChar(QChar::LineSeparator);
         }
+        if (isFull) {
+            paragraph = joined.size();
+            lines = 0;
+        }
+        joined += line;
+        ++lines;
     }
-    return joined;
+    return joined.remove(u'\r');
 }
 
 } // namespace
 
-ReportBox::ReportBox(QWidget *parent) : QPlainTextEdit(parent)
+ReportBox::ReportBox(QWidget *parent) : MemoBox(parent, longestLine)
 {
     setReadOnly(true);
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
@@ -62,7 +70,7 @@ ReportBox::ReportBox(QWidget *parent) : QPlainTextEdit(parent)
     setTabChangesFocus(true);
     setLineWrapMode(NoWrap);
     setLayoutDirection(Qt::LeftToRight); // the columns are filled up with blanks on their right
-    connect(this, &QPlainTextEdit::textChanged, this, [this] { moveCursor(QTextCursor::End); });
+    connect(this, &ReportBox::textChanged, this, [this] { moveCursor(QTextCursor::End); });
     connect(&m_timer, &QTimer::timeout, this, &ReportBox::fillOn);
     evenColumns();
 }
@@ -83,7 +91,7 @@ void ReportBox::fillOn()
     m_filled = end;
     QTextCursor cursor(document());
     cursor.movePosition(QTextCursor::End);
-    cursor.insertText(piece);
+    insert(cursor, piece);
     if (m_filled == m_report.size()) {
         m_timer.stop();
         Q_EMIT filled();
@@ -105,13 +113,13 @@ void ReportBox::keyPressEvent(QKeyEvent *event)
     if (types || removes) {
         event->accept();
     } else {
-        QPlainTextEdit::keyPressEvent(event);
+        MemoBox::keyPressEvent(event);
     }
 }
 
 void ReportBox::paintEvent(QPaintEvent *event)
 {
-    QPlainTextEdit::paintEvent(event);
+    MemoBox::paintEvent(event);
     if (m_report.isEmpty() && !m_hint.isEmpty()) {
         constexpr int margin = 32;
         QPainter painter(viewport());
@@ -123,7 +131,7 @@ void ReportBox::paintEvent(QPaintEvent *event)
 
 void ReportBox::changeEvent(QEvent *event)
 {
-    QPlainTextEdit::changeEvent(event);
+    MemoBox::changeEvent(event);
     if (event->type() == QEvent::FontChange) {
         evenColumns();
     }

@@ -1,13 +1,14 @@
 #pragma once
 
-#include <QPlainTextEdit>
+#include "appearance/MemoBox.h"
+
 #include <QTimer>
 
 namespace notes {
 
 /// The box of a report: lines in even columns, the newest in view, to be selected and copied but not typed
 /// into. A long report is filled in over several turns of the event loop.
-class ReportBox : public QPlainTextEdit
+class ReportBox : public appearance::MemoBox
 {
     Q_OBJECT
 

@@ -1,7 +1,7 @@
 #include "notes/frmNotePad.h"
 
 #include "appearance/Keys.h"
-#include "appearance/MemoText.h"
+#include "appearance/MemoBox.h"
 #include "appearance/NameInTitle.h"
 #include "appearance/SaveRecord.h"
 #include "appearance/ThemedIcons.h"
@@ -64,8 +64,9 @@ void frmNotePad::connectButtons()
 void frmNotePad::connectMessage()
 {
     const auto clear = [this] { m_ui->lblMessage->clear(); };
-    for (const QPlainTextEdit *box : {m_ui->txtContent, m_ui->txtRequest, m_ui->txtResponse, m_ui->txtNote}) {
-        connect(box, &QPlainTextEdit::textChanged, this, clear);
+    for (const appearance::MemoBox *box :
+         {m_ui->txtContent, m_ui->txtRequest, m_ui->txtResponse, m_ui->txtNote}) {
+        connect(box, &appearance::MemoBox::textChanged, this, clear);
     }
     for (const QLineEdit *box : {m_ui->txtCustomerName, m_ui->txtConsultant}) {
         connect(box, &QLineEdit::textChanged, this, clear);
@@ -100,15 +101,14 @@ void frmNotePad::followName(const QString &oldName, const QString &newName)
 
 NoteEntry frmNotePad::entry() const
 {
-    const auto text = [](const QPlainTextEdit *box) { return appearance::MemoText().text(*box).trimmed(); };
     return {.callId = m_ui->txtCallID->text().trimmed(),
             .customerName = m_ui->txtCustomerName->text().trimmed(),
             .dateAndTime = QDateTime(m_ui->dtpDate->date(), m_ui->dtpTime->time(), Qt::UTC),
             .consultant = m_ui->txtConsultant->text().trimmed(),
-            .content = text(m_ui->txtContent),
-            .request = text(m_ui->txtRequest),
-            .response = text(m_ui->txtResponse),
-            .note = text(m_ui->txtNote),
+            .content = m_ui->txtContent->text().trimmed(),
+            .request = m_ui->txtRequest->text().trimmed(),
+            .response = m_ui->txtResponse->text().trimmed(),
+            .note = m_ui->txtNote->text().trimmed(),
             .ifResolved = m_ui->chkIfResolved->isChecked() ? 1 : 0};
 }
 
@@ -156,7 +156,7 @@ void frmNotePad::follow(const CallFields &call)
         m_ui->txtConsultant->setText(call.consultant);
     }
     if (shown.content != call.content) {
-        m_ui->txtContent->setPlainText(call.content);
+        m_ui->txtContent->setText(call.content);
     }
 }
 
@@ -174,7 +174,7 @@ void frmNotePad::focusFirstToFill()
 /// Ready for the next entry of the same call.
 void frmNotePad::clearEntry()
 {
-    for (QPlainTextEdit *box : {m_ui->txtRequest, m_ui->txtResponse, m_ui->txtNote}) {
+    for (appearance::MemoBox *box : {m_ui->txtRequest, m_ui->txtResponse, m_ui->txtNote}) {
         box->clear();
     }
     m_ui->chkIfResolved->setChecked(false);

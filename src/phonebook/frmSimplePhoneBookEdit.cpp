@@ -2,6 +2,7 @@
 
 #include "appearance/FieldChecks.h"
 #include "appearance/Keys.h"
+#include "appearance/MemoBox.h"
 #include "appearance/NameInTitle.h"
 #include "appearance/SaveRecord.h"
 #include "appearance/ThemedIcons.h"
@@ -39,7 +40,7 @@ void frmSimplePhoneBookEdit::connectControls()
     const auto clearNotice = [this] { m_ui->lblNotice->clear(); };
     connect(m_ui->txtTelno, &QLineEdit::textChanged, this, clearNotice);
     connect(m_ui->txtSimpleDes, &QLineEdit::textChanged, this, clearNotice);
-    connect(m_ui->txtDetailDes, &QPlainTextEdit::textChanged, this, clearNotice);
+    connect(m_ui->txtDetailDes, &appearance::MemoBox::textChanged, this, clearNotice);
     connect(m_ui->chkVIP, &QCheckBox::stateChanged, this, clearNotice);
     connect(m_ui->chkBlackList, &QCheckBox::stateChanged, this, clearNotice);
     constexpr std::chrono::milliseconds pause{300};
@@ -73,7 +74,7 @@ void frmSimplePhoneBookEdit::fill(const PhoneBookEntry &entry, Mode mode)
 {
     m_mode = mode;
     m_checkedNumbers.clear();
-    m_detailDes.show(*m_ui->txtDetailDes, entry.detaildes);
+    m_ui->txtDetailDes->setText(entry.detaildes);
     follow(entry);
     m_ui->txtTelno->setFocus();
 }
@@ -89,8 +90,8 @@ void frmSimplePhoneBookEdit::follow(const PhoneBookEntry &entry)
     show(m_ui->txtSN, entry.SN ? QString::number(*entry.SN) : QString());
     show(m_ui->txtTelno, entry.Telno);
     show(m_ui->txtSimpleDes, entry.simpledes);
-    if (m_detailDes.text(*m_ui->txtDetailDes) != entry.detaildes) {
-        m_detailDes.show(*m_ui->txtDetailDes, entry.detaildes);
+    if (m_ui->txtDetailDes->text() != entry.detaildes) {
+        m_ui->txtDetailDes->setText(entry.detaildes);
     }
     m_ui->chkBlackList->setCheckState(entry.ifinblacklist);
     m_ui->chkVIP->setCheckState(entry.IfVIP);
@@ -104,7 +105,7 @@ PhoneBookEntry frmSimplePhoneBookEdit::contents() const
     return {.SN = m_loaded.SN,
             .Telno = m_ui->txtTelno->text(),
             .simpledes = m_ui->txtSimpleDes->text(),
-            .detaildes = m_detailDes.text(*m_ui->txtDetailDes),
+            .detaildes = m_ui->txtDetailDes->text(),
             .ifinblacklist = m_ui->chkBlackList->checkState(),
             .IfVIP = m_ui->chkVIP->checkState()};
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "appearance/FormContext.h"
-#include "appearance/MemoText.h"
 #include "lookup/OwnerLine.h"
 #include "phonebook/PhoneBookEntry.h"
 
@@ -61,7 +60,6 @@ private:
     const Needs m_needs;
     std::unique_ptr<Ui::frmSimplePhoneBookEdit> m_ui;
     appearance::FormSetup m_setup;
-    appearance::MemoText m_detailDes;
     Mode m_mode = Mode::Add;
     PhoneBookEntry m_loaded;  ///< the contents before the operator changed them
     QString m_checkedNumbers; ///< which the operator knows to be on file, or not
