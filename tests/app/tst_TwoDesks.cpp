@@ -35,7 +35,7 @@ class tst_TwoDesks : public QObject
     private:
         bool told(const QByteArray &answer)
         {
-            return (m_process.canReadLine() || m_process.waitForReadyRead(20000)) &&
+            return (m_process.canReadLine() || m_process.waitForReadyRead(60000)) &&
                    m_process.readLine().trimmed() == answer;
         }
         QTemporaryDir m_folder;
@@ -53,7 +53,7 @@ class tst_TwoDesks : public QObject
         for (const QString &caller : {number, stranger}) {
             desk.send(call(caller, {}, u"5550100"_s, {}, {}));
         }
-        if (!QTest::qWaitFor([&] { return desk.lastCaller().contains(stranger); })) {
+        if (!QTest::qWaitFor([&] { return desk.lastCaller().contains(stranger); }, 30000)) {
             return u"not received"_s;
         }
         calls.publish();
