@@ -1,4 +1,5 @@
 #include "ProgramDesk.h"
+#include "support/Rows.h"
 
 #include <QProcess>
 
@@ -107,6 +108,7 @@ void carryOut(ProgramDesk &desk, const QStringList &work)
     } else {
         desk.program->windows().showCustomerList(
             u"select * from customer where CustomerName='%1'"_s.arg(work.value(1)), nullptr);
+        support::columnOf(*find<customers::FrmCustomer, QTableView>("DataGrid1")->model());
         desk.prompts.expect(true);
         press<customers::FrmCustomer>("Command5");
     }
