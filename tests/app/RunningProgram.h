@@ -2,6 +2,7 @@
 
 #include "reception/Endpoint.h"
 #include "support/Calls.h"
+#include "support/Rows.h"
 #include "support/TestDesk.h"
 
 #include <QDeadlineTimer>
@@ -9,14 +10,15 @@
 #include <QProcess>
 #include <QUdpSocket>
 
-/// The built program as a process of its own, in a copy of the sample desk. It always listens on UDP port
-/// 1972, so no two of them run at a time.
+/// The built program as a process of its own, in a copy of the sample desk, or on the databases of another
+/// one. It always takes UDP port 1972, so only the first of several hears calls.
 class RunningProgram : support::TestDesk
 {
 public:
-    RunningProgram()
+    explicit RunningProgram(const RunningProgram *other = nullptr)
     {
-        paths = core::pathsBelow(paths.StartFolder, folder.filePath(u"CallDesk"_s));
+        const QString desk = other != nullptr ? other->paths.StartFolder : paths.StartFolder;
+        paths = core::pathsBelow(desk, folder.filePath(u"CallDesk"_s));
         const QDir sample(QStringLiteral(SAMPLE_DESK));
         for (const QString &name : sample.entryList(QDir::Files)) {
             QFile::copy(sample.filePath(name), paths.StartFolder + u'/' + name);
@@ -25,12 +27,13 @@ public:
     ~RunningProgram() { kill(); }
     Q_DISABLE_COPY_MOVE(RunningProgram)
 
-    /// Starts and waits until calls can be received; false when that does not come about.
-    bool start()
+    /// Starts and waits until calls can be received, or until they are found to go to another program; false
+    /// when that does not come about.
+    bool start(const QByteArray &logged = ">  loca port ")
     {
         QFile::remove(paths.RunLogFile);
         startProcess(m_process);
-        return QTest::qWaitFor([this] { return log().contains(">  loca port "); }, patienceMs) && isRunning();
+        return QTest::qWaitFor([&] { return log().contains(logged); }, patienceMs) && isRunning();
     }
     /// Only starts, in the same folders: also a second instance beside the first.
     void startProcess(QProcess &process) const
@@ -78,6 +81,17 @@ public:
     }
     /// A call of the sample desk's first customer, who pops up.
     void sendCall(int unit = 1) { send(support::call(u"6175550101"_s, u"Harbor Lantern Hotel"_s), unit); }
+    /// Columns of that customer's row, which a program may just have to itself.
+    QString firstCustomer(const QString &columns) const
+    {
+        try {
+            return support::rowsOf(
+                paths.CustomerFile,
+                u"select %1 from customer where CustomerName like 'Harbor*'"_s.arg(columns));
+        } catch (const core::Error &error) {
+            return error.description();
+        }
+    }
 
     QByteArray log() const { return fileBytes(paths.RunLogFile); }
     QByteArray settings() const { return fileBytes(paths.SettingsFile); }
@@ -93,7 +107,7 @@ public:
     }
 
 private:
-    static constexpr int patienceMs = 20000;
+    static constexpr int patienceMs = 60000;
 
     void kill()
     {

@@ -110,6 +110,8 @@ private Q_SLOTS:
         QVERIFY(desk.start());
         desk.program->windows().showCustomerList(
             u"select * from customer where CustomerName='厦门鼓浪书咖'"_s, nullptr);
+        QCOMPARE(support::columnOf(*find<customers::FrmCustomer, QTableView>("DataGrid1")->model()),
+                 u"厦门鼓浪书咖"_s);
         desk.prompts.expect(true);
         press<customers::FrmCustomer>("Command5");
         desk.send(call(u"059255500130"_s, u"Deleted"_s));

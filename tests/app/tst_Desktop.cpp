@@ -24,6 +24,22 @@ QStringList windowsOf(qint64 process)
     return xdotool(u"search --onlyvisible --pid %1"_s.arg(process)).split(u'\n', Qt::SkipEmptyParts);
 }
 
+QString windowOfType(const RunningProgram &program, const QString &type)
+{
+    const QRegularExpression first(u"= [A-Z_]*_TYPE_"_s + type);
+    const QStringList windows = windowsOf(program.processId());
+    const auto found = std::ranges::find_if(windows, [&](const QString &window) {
+        return propertyOf(window, u"_NET_WM_WINDOW_TYPE"_s).contains(first);
+    });
+    return found != windows.end() ? *found : QString();
+}
+
+QString windowTitled(const RunningProgram &program, const QString &title)
+{
+    return xdotool(
+        u"search --onlyvisible --all --pid %1 --name \"%2\""_s.arg(program.processId()).arg(title));
+}
+
 void press(const QString &window, const QString &key)
 {
     QTRY_VERIFY(xdotool(u"windowactivate %1 getactivewindow"_s.arg(window)) == window);
@@ -39,6 +55,43 @@ void clickOn(const QString &window, int button)
 {
     xdotool(u"mousemove --window %1 8 8 click %2"_s.arg(window).arg(button));
 }
+
+/// Answers the question that a program puts, or will put, by these keys.
+void answer(const RunningProgram &program, const QString &keys)
+{
+    QTRY_VERIFY(!windowOfType(program, u"DIALOG"_s).isEmpty());
+    const QString question = windowOfType(program, u"DIALOG"_s);
+    press(question, keys);
+    QTRY_VERIFY(windowOfType(program, u"DIALOG"_s) != question);
+}
+
+/// What an operator does to the sample desk's first customer.
+struct CustomerEditor
+{
+    const RunningProgram &program;
+
+    void open() const
+    {
+        QTRY_VERIFY(!windowOfType(program, u"NORMAL"_s).isEmpty());
+        press(windowOfType(program, u"NORMAL"_s), u"Tab Tab Return"_s); // the toolbar's second button
+        QTRY_VERIFY(!windowTitled(program, u"^Customers$"_s).isEmpty());
+        press(windowTitled(program, u"^Customers$"_s), u"h a r b o r Down Return"_s);
+        QTRY_VERIFY(!windowTitled(program, u"^Harbor "_s).isEmpty());
+    }
+    /// Into the field that is so many places behind the one that has the keyboard.
+    void typeAndSave(int tabs, const QString &text) const
+    {
+        press(windowTitled(program, u"^Harbor "_s), u"Tab "_s.repeated(tabs) + u"ctrl+a"_s);
+        xdotool(u"type "_s + text);
+        xdotool(u"key ctrl+s"_s);
+    }
+    void deleteHim() const
+    {
+        press(windowTitled(program, u"^Customers$"_s), u"Delete"_s);
+        answer(program, u"Left Return"_s);
+    }
+    QString phoneAndPostalCode() const { return program.firstCustomer(u"WorkPhones,PostalCode"_s); }
+};
 
 } // namespace
 
@@ -91,12 +144,8 @@ private Q_SLOTS:
         clickOn(trayIcon(), 3);
         QTRY_COMPARE(windowsOf(m_program->processId()).size(), windows + 1);
         xdotool(u"key Up Return"_s); // its last line ends the program, after questions
-        QTRY_VERIFY(!windowOfType(u"= _NET_WM_WINDOW_TYPE_DIALOG"_s).isEmpty());
-        const QString question = windowOfType(u"= _NET_WM_WINDOW_TYPE_DIALOG"_s);
-        press(question, u"Left Return"_s);
-        QString next;
-        QTRY_VERIFY((next = windowOfType(u"= _NET_WM_WINDOW_TYPE_DIALOG"_s)) != question && !next.isEmpty());
-        press(next, u"Escape"_s); // the unsent message is to stay
+        answer(*m_program, u"Left Return"_s);
+        answer(*m_program, u"Escape"_s); // the unsent message is to stay
         QTRY_COMPARE(activeWindow(), u"Send message"_s);
         QCOMPARE(trayWindows(), m_emptyTray + 1);
         xdotool(u"key Escape"_s);
@@ -105,7 +154,7 @@ private Q_SLOTS:
         press(mainWindow(), u"Escape"_s);
         QTRY_VERIFY(mainWindow().isEmpty());
         m_program->sendCall();
-        QTRY_VERIFY(!windowOfType(u"= _NET_WM_WINDOW_TYPE_UTILITY"_s).isEmpty());
+        QTRY_VERIFY(!windowOfType(*m_program, u"UTILITY"_s).isEmpty());
         QTRY_COMPARE(propertyOf(mainWindow(), u"_NET_WM_USER_TIME"_s).section(u' ', -1), u"0"_s);
         press(mainWindow(), u"Escape"_s);
         QTRY_VERIFY(mainWindow().isEmpty());
@@ -146,6 +195,42 @@ private Q_SLOTS:
         }
     }
 
+    void twoProgramsOnOneFolderLoseNothingOfEachOtherAndAskWhereBothHaveChangedIt()
+    {
+        constexpr int phone = 2; // fields behind the name
+        constexpr int postalCode = 18;
+        RunningProgram other(m_program.get());
+        QVERIFY(m_program->start());
+        QVERIFY(other.start(">  !iniUDP 10048 "));
+        answer(other, u"Return"_s); // the first one has the port
+        const CustomerEditor ann{other};
+        const CustomerEditor bob{*m_program};
+        ann.open();
+        bob.open();
+        const auto onFile = [&] { return ann.phoneAndPostalCode(); };
+
+        ann.typeAndSave(phone, u"2125550188"_s);
+        QTRY_COMPARE(onFile(), u"2125550188|02110"_s);
+        const QByteArray call = support::call(u"2125550188"_s, {}, u"5550100"_s, {}, {});
+        QTRY_VERIFY((m_program->send(call), !windowOfType(*m_program, u"UTILITY"_s).isEmpty()));
+        bob.typeAndSave(postalCode, u"9-1"_s);
+        QTRY_COMPARE(onFile(), u"2125550188|9-1"_s); // both stand
+        ann.typeAndSave(postalCode - phone, u"9-2"_s);
+        answer(other, u"Right Return"_s); // theirs
+        QTRY_COMPARE(onFile(), u"2125550188|9-1"_s);
+        ann.typeAndSave(0, u"9-3"_s); // nobody was there since
+        QTRY_COMPARE(onFile(), u"2125550188|9-3"_s);
+        bob.typeAndSave(0, u"9-4"_s);
+        answer(*m_program, u"Return"_s); // mine
+        QTRY_COMPARE(onFile(), u"2125550188|9-4"_s);
+        ann.deleteHim();
+        QTRY_COMPARE(onFile(), QString());
+        bob.typeAndSave(0, u"9-5"_s);
+        answer(*m_program, u"Return"_s); // mine, so he is added again
+        QTRY_COMPARE(onFile(), u"2125550188|9-5"_s);
+        QCOMPARE(m_program->log().count('!'), 0);
+    }
+
     void withoutATrayTheWindowMinimizes()
     {
         QVERIFY(m_program->start());
@@ -177,16 +262,8 @@ private:
         static const QRegularExpression child(u"^ {5}0x"_s, QRegularExpression::MultilineOption);
         return answerOf("xwininfo", u"-tree -id "_s + m_trayPanel).count(child);
     }
-    QString windowOfType(const QString &type) const
-    {
-        const QStringList windows = windowsOf(m_program->processId());
-        const auto found = std::find_if(windows.begin(), windows.end(), [&](const QString &window) {
-            return propertyOf(window, u"_NET_WM_WINDOW_TYPE"_s).contains(type);
-        });
-        return found != windows.end() ? *found : QString();
-    }
-    QString mainWindow() const { return windowOfType(u"= _NET_WM_WINDOW_TYPE_NORMAL"_s); }
-    QString trayIcon() const { return windowOfType(u"= _KDE_NET_WM_WINDOW_TYPE_OVERRIDE"_s); }
+    QString mainWindow() const { return windowOfType(*m_program, u"NORMAL"_s); }
+    QString trayIcon() const { return windowOfType(*m_program, u"OVERRIDE"_s); }
 
     std::unique_ptr<QProcess> m_tray;
     QString m_trayPanel;

@@ -117,6 +117,7 @@ private Q_SLOTS:
         type<frmLanguageEditor>("txtCondition", u"NotePad"_s);
         press<frmLanguageEditor>("cmdSearch");
         auto *grid = find<frmLanguageEditor, QTableView>("DBGrid1");
+        QVERIFY(support::columnOf(*grid->model()).contains(u"NotePad"_s));
         const QModelIndexList rows = grid->model()->match(grid->model()->index(0, 0), Qt::DisplayRole,
                                                           u"NotePad"_s, 1, Qt::MatchExactly);
         QCOMPARE(rows.size(), 1);

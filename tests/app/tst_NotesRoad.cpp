@@ -2,6 +2,7 @@
 #include "core/QtPrinter.h"
 #include "notes/frmNotePad.h"
 #include "notes/frmNotePadManager.h"
+#include "support/Rows.h"
 #include "tools/ToolRun.h"
 
 #include <QPrintPreviewDialog>
@@ -25,7 +26,9 @@ class tst_NotesRoad : public QObject
     static int found()
     {
         press<frmNotePadManager>("cmdShowResult");
-        return find<frmNotePadManager, QTableView>("DataGrid1")->model()->rowCount();
+        const QAbstractItemModel &rows = *find<frmNotePadManager, QTableView>("DataGrid1")->model();
+        support::columnOf(rows);
+        return rows.rowCount();
     }
     static void saveTwoEntries(ProgramDesk &desk)
     {

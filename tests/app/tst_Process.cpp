@@ -23,19 +23,18 @@ private Q_SLOTS:
     // Every call comes from another unit, so that each one makes the program write its settings.
     void killedAtAnyMomentItStartsCleanAgain()
     {
-        constexpr int kills = 100;
-        constexpr int stepMs = 3; // from within the start to long after it
+        constexpr int kills = 100; // and more where the start takes its time
+        constexpr int stepMs = 3;  // from within the start to long after it
         RunningProgram program;
         QVERIFY2(program.start(), "does another program hold UDP port 1972?");
         QCOMPARE(program.shutDown(), 0);
         QSet<QByteArray> senders;
-        for (int round = 0; round < kills; ++round) {
+        for (int round = 0; round < kills || senders.size() <= kills / 4; ++round) {
             QVERIFY2(program.killAfter(round * stepMs), "it did not start beside what the killed one left");
             QVERIFY2(settingsAreValid(program.settings()), program.settings().toHex(' ').constData());
             QVERIFY2(!program.log().contains(">  !"), program.log().constData());
             senders.insert(program.settings().mid(100, 50));
         }
-        QVERIFY2(senders.size() > kills / 4, "hardly a kill came while settings were written");
         QVERIFY(program.start());
         program.send("of senders in quick change", 250);
         program.send("the last is saved", 251);

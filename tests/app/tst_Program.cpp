@@ -49,7 +49,7 @@ private Q_SLOTS:
             QTRY_VERIFY(desk.lastCaller().contains(number)); // the bar names every caller
             QTRY_COMPARE(openForm<lookup::frmPopUp>() != nullptr, popsUp);
             QCOMPARE(desk.window().isVisible(), popsUp);
-            QCOMPARE(desk.window().calls().rowCount(), rows);
+            QTRY_COMPARE(desk.window().calls().rowCount(), rows);
         }
     }
 
@@ -131,6 +131,7 @@ private Q_SLOTS:
         QVERIFY(desk.start());
         QVERIFY(desk.prompts.asked.first().startsWith(u"No Lang.mdb file found! path = "_s));
         QVERIFY(desk.logged(">  !FixCustomerData "));
+        QVERIFY(desk.source().endsWith("callers are not identified yet"_L1));
         for (const auto &[button, works] : {std::pair("Command4", false),
                                             {"Command1", false},
                                             {"cmdCallInfo", false},
@@ -211,7 +212,7 @@ private Q_SLOTS:
             QVERIFY2(desk.logged(QByteArray(">  !") + procedure) == 1, procedure);
         }
         const QString unavailable = desk.source();
-        QVERIFY(!unavailable.isEmpty());
+        QVERIFY(unavailable.endsWith("callers are not identified yet"_L1));
         desk.send(call(vipNumber, {}, u"5550100"_s, {}, {})); // shown at once, and again once he is known
         QTRY_VERIFY(desk.lastCaller().contains(vipNumber));
         QCOMPARE(desk.window().calls().rowCount(), 0);
@@ -219,30 +220,23 @@ private Q_SLOTS:
         QTRY_COMPARE(desk.window().calls().cell(0, u"ID"_s), u"CUSTOMER1"_s);
         QVERIFY(desk.source() != unavailable);
         QTRY_VERIFY(desk.lastCaller().contains(u"Harbor Lantern Hotel"_s));
+        QCOMPARE(support::rowsOf(desk.paths.CustomerFile, u"select count(*) from CallInfo"_s), u"0"_s);
         QCOMPARE((find<lookup::frmPopUp, QLabel>("lblCallerName")->text()), u"Harbor Lantern Hotel"_s);
     }
 
-    void aCallerWhomTheSenderDoesNotKnowIsTheCustomerThatTheDeskKnows()
+    void aCallerWhomTheSenderDoesNotKnowIsTheCustomerThatTheDeskKnowsAndHisCardOutlivesHim()
     {
         Desk desk;
         QVERIFY(desk.start());
         desk.send(call(vipNumber, {}, u"销售部"_s, sim::CodePageChoice(), {}));
         QCOMPARE((find<lookup::frmPopUp, QLabel>("lblCallerName")->text()), u"Harbor Lantern Hotel"_s);
-        QVERIFY((find<lookup::frmPopUp, QLabel>("lblBlackListNotice")->isVisible()));
+        const auto notice = [] { return find<lookup::frmPopUp, QLabel>("lblBlackListNotice")->text(); };
+        const QString ringing = notice();
         QTRY_COMPARE(desk.window().calls().cell(0, u"ID"_s), u"CUSTOMER1"_s);
         QCOMPARE(desk.window().calls().cell(0, u"SN"_s), u"001"_s);
         QTRY_VERIFY(desk.lastCaller().contains(u"Harbor Lantern Hotel"_s));
         support::clickCell(find<mainwindow::FrmMain, QTableView>("gridCallerId"), 0, 2, true);
         QCOMPARE((find<customers::FrmEditCustomer, QLineEdit>("txtSN")->text()), u"1"_s);
-    }
-
-    void aStandingCardIsToldApartFromTheCallThatRings()
-    {
-        Desk desk;
-        QVERIFY(desk.start());
-        desk.send(call(vipNumber, u"Harbor Lantern Hotel"_s));
-        const auto notice = [] { return find<lookup::frmPopUp, QLabel>("lblBlackListNotice")->text(); };
-        const QString ringing = notice();
         desk.send(call(u"2125550188"_s, u"An innocent"_s, u"5550100"_s, {}, {}));
         QTRY_COMPARE(notice(), u"Earlier call, 09:30 (VIP)"_s);
         desk.send(call(vipNumber, u"Harbor Lantern Hotel"_s));

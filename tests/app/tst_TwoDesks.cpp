@@ -1,4 +1,5 @@
 #include "ProgramDesk.h"
+#include "support/Rows.h"
 
 #include <QProcess>
 
@@ -35,7 +36,7 @@ class tst_TwoDesks : public QObject
     private:
         bool told(const QByteArray &answer)
         {
-            return (m_process.canReadLine() || m_process.waitForReadyRead(20000)) &&
+            return (m_process.canReadLine() || m_process.waitForReadyRead(60000)) &&
                    m_process.readLine().trimmed() == answer;
         }
         QTemporaryDir m_folder;
@@ -53,7 +54,7 @@ class tst_TwoDesks : public QObject
         for (const QString &caller : {number, stranger}) {
             desk.send(call(caller, {}, u"5550100"_s, {}, {}));
         }
-        if (!QTest::qWaitFor([&] { return desk.lastCaller().contains(stranger); })) {
+        if (!QTest::qWaitFor([&] { return desk.lastCaller().contains(stranger); }, 30000)) {
             return u"not received"_s;
         }
         calls.publish();
@@ -107,6 +108,7 @@ void carryOut(ProgramDesk &desk, const QStringList &work)
     } else {
         desk.program->windows().showCustomerList(
             u"select * from customer where CustomerName='%1'"_s.arg(work.value(1)), nullptr);
+        support::columnOf(*find<customers::FrmCustomer, QTableView>("DataGrid1")->model());
         desk.prompts.expect(true);
         press<customers::FrmCustomer>("Command5");
     }

@@ -10,8 +10,8 @@
 #include <cstring>
 
 // What the program does to files goes through here. FAULT says what happens: "kill N" ends it before its Nth
-// call, "fail N" makes that one call fail, "full N" all that need room from there on, and "count FILE" only
-// counts them.
+// call, "fail N" makes that one call fail, "full N" all that need room from there on, and "count FILE" tells
+// in the file how many there were.
 
 namespace {
 
@@ -26,6 +26,9 @@ bool fails(bool needsRoom)
     }
     const long call = ++calls;
     if (std::strncmp(fault, "count ", 6) == 0) {
+        std::FILE *file = std::fopen(fault + 6, "w");
+        std::fprintf(file, "%ld", call);
+        std::fclose(file);
         return false;
     }
     const long chosen = std::atol(fault + 5);
@@ -44,58 +47,27 @@ Function real(const char *name)
     return reinterpret_cast<Function>(::dlsym(RTLD_NEXT, name));
 }
 
-struct Counter
-{
-    ~Counter()
-    {
-        const char *fault = std::getenv("FAULT");
-        if (fault != nullptr && std::strncmp(fault, "count ", 6) == 0) {
-            std::FILE *file = std::fopen(fault + 6, "w");
-            std::fprintf(file, "%ld", calls.load());
-            std::fclose(file);
-        }
-    }
-};
-const Counter counter;
-
 } // namespace
+
+/// A call of the system's that may fail; `arguments` are the names of its parameters.
+#define FAULTY(Result, name, needsRoom, parameters, arguments)                      \
+    Result name parameters                                                          \
+    {                                                                               \
+        return fails(needsRoom) ? -1 : real<Result(*) parameters>(#name) arguments; \
+    }
 
 extern "C" {
 
-int rename(const char *from, const char *to)
-{
-    return fails(false) ? -1 : real<int (*)(const char *, const char *)>("rename")(from, to);
-}
-int renameat2(int fromFolder, const char *from, int toFolder, const char *to, unsigned flags)
-{
-    using Function = int (*)(int, const char *, int, const char *, unsigned);
-    return fails(false) ? -1 : real<Function>("renameat2")(fromFolder, from, toFolder, to, flags);
-}
-int unlink(const char *path)
-{
-    return fails(false) ? -1 : real<int (*)(const char *)>("unlink")(path);
-}
-int rmdir(const char *path)
-{
-    return fails(false) ? -1 : real<int (*)(const char *)>("rmdir")(path);
-}
-int mkdir(const char *path, mode_t mode)
-{
-    return fails(true) ? -1 : real<int (*)(const char *, mode_t)>("mkdir")(path, mode);
-}
-int fdatasync(int file)
-{
-    return fails(true) ? -1 : real<int (*)(int)>("fdatasync")(file);
-}
-int fsync(int file)
-{
-    return fails(true) ? -1 : real<int (*)(int)>("fsync")(file);
-}
-ssize_t pwrite64(int file, const void *bytes, size_t size, off64_t at)
-{
-    return fails(true)
-               ? -1
-               : real<ssize_t (*)(int, const void *, size_t, off64_t)>("pwrite64")(file, bytes, size, at);
-}
+FAULTY(int, rename, false, (const char *from, const char *to), (from, to))
+FAULTY(int, renameat2, false,
+       (int fromFolder, const char *from, int toFolder, const char *to, unsigned flags),
+       (fromFolder, from, toFolder, to, flags))
+FAULTY(int, unlink, false, (const char *path), (path))
+FAULTY(int, rmdir, false, (const char *path), (path))
+FAULTY(int, mkdir, true, (const char *path, mode_t mode), (path, mode))
+FAULTY(int, fdatasync, true, (int file), (file))
+FAULTY(int, fsync, true, (int file), (file))
+FAULTY(ssize_t, pwrite64, true, (int file, const void *bytes, size_t size, off64_t at),
+       (file, bytes, size, at))
 
 } // extern "C"

@@ -11,15 +11,6 @@ class tst_CoreUtilities : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void numbersAreReadFromLooseText()
-    {
-        QCOMPARE(core::DigitsOnly(u"SPB-1 2a\u0663\uFF14"), u"12"_s);
-        QCOMPARE(core::TrimNulls(QStringView(u"\0  10.1\0.2 \0\0", 13)), u"10.1.2"_s);
-        QCOMPARE(core::leadingNumber(u" -12a"), -12);
-        QCOMPARE(core::leadingNumber(u"2147483647"), 2147483647);
-        QCOMPARE(core::leadingNumber(u"2147483648"), 0);
-    }
-
     void aStrangersTextIsShownWithoutItsTricks()
     {
         const QString mark(QChar(0x301));

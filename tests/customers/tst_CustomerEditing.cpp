@@ -43,7 +43,6 @@ class tst_CustomerEditing : public QObject
             }
             return saved.written;
         }
-        void decide(core::Whose holds) { customers::CustomerEditing::decide(saved, holds, loaded, shown); }
         QString &field(QStringView column) { return shown.shown.at(size_t(fieldOf(column))); }
         QString count() const { return customerSql(*this, u"select count(*) from customer"_s); }
     };
@@ -113,52 +112,35 @@ private Q_SLOTS:
         QVERIFY(desk.save() && (desk.shown.SN.reset(), desk.save()));
     }
 
-    // What another desk does to the row between opening and saving it, and what the two fields are after
-    // that.
-    void twoDesksLoseNothingOfEachOther_data()
-    {
-        QTest::addColumn<QString>("elsewhere");
-        QTest::addColumn<QString>("typed"); // as the postal code
-        QTest::addColumn<int>("holds");     // -1: nothing is to be decided
-        QTest::addColumn<QString>("rows");  // SN, postal code, fax, messenger
-        const QString update = u"update customer set "_s;
-        const int mine = int(core::Whose::Mine);
-        const int theirs = int(core::Whose::Theirs);
-        QTest::newRow("nobody") << u""_s << u"7"_s << -1 << u"1|7|f|h"_s;
-        QTest::newRow("another field") << update + u"Fax='g'"_s << u"7"_s << -1 << u"1|7|g|h"_s;
-        QTest::newRow("a field shown elsewhere")
-            << update + u"ContactPersonMessenger='m2'"_s << u"7"_s << -1 << u"1|7|f|m2"_s;
-        QTest::newRow("the same to the same") << update + u"PostalCode='7'"_s << u"7"_s << -1 << u"1|7|f|h"_s;
-        QTest::newRow("the same, mine") << update + u"PostalCode='8'"_s << u"7"_s << mine << u"1|7|f|h"_s;
-        QTest::newRow("the same, theirs") << update + u"PostalCode='8'"_s << u"7"_s << theirs << u"1|8|f|h"_s;
-        QTest::newRow("untouched here") << update + u"PostalCode='8'"_s << u"5"_s << -1 << u"1|8|f|h"_s;
-        QTest::newRow("deleted, mine") << u"delete from customer"_s << u"7"_s << mine << u"2|7|f|h"_s;
-        QTest::newRow("deleted, theirs") << u"delete from customer"_s << u"7"_s << theirs << u""_s;
-    }
+    // What another desk does to the row between opening and saving it, and what is on file after that.
     void twoDesksLoseNothingOfEachOther()
     {
-        QFETCH(const QString, elsewhere);
-        QFETCH(const QString, typed);
-        QFETCH(const int, holds);
-        Desk desk;
-        customerSql(desk, u"insert into customer (CustomerName, T3, PostalCode, Fax, ContactPersonMessenger,"
-                          " ContactPersonHomePhones) values ('A', '1', '5', 'f', 'm', 'h')"_s);
-        QVERIFY(desk.open(desk.editing.ShowCustomerBySN(1)));
-        if (!elsewhere.isEmpty()) {
+        const QString update = u"update customer set "_s;
+        for (const auto &[elsewhere, typed, written, row] :
+             {std::tuple(update + u"SN=SN"_s, u"7"_s, true, u"1|7|f|h"_s), // the operator alone
+              {update + u"Fax='g'"_s, u"7"_s, true, u"1|7|g|h"_s},
+              {update + u"ContactPersonMessenger='m2'"_s, u"7"_s, true,
+               u"1|7|f|m2"_s},                                            // a field shown elsewhere
+              {update + u"PostalCode='7'"_s, u"7"_s, true, u"1|7|f|h"_s}, // the same to the same
+              {update + u"PostalCode='8'"_s, u"5"_s, true, u"1|8|f|h"_s}, // untouched here
+              {update + u"PostalCode='8'"_s, u"7"_s, false, u"1|8|f|m"_s},
+              {u"delete from customer"_s, u"7"_s, false, u""_s}}) {
+            Desk desk;
+            customerSql(desk,
+                        u"insert into customer (CustomerName, T3, PostalCode, Fax, ContactPersonMessenger,"
+                        " ContactPersonHomePhones) values ('A', '1', '5', 'f', 'm', 'h')"_s);
+            QVERIFY(desk.open(desk.editing.ShowCustomerBySN(1)));
             customerSql(desk, elsewhere);
+            desk.field(u"PostalCode") = typed;
+            QCOMPARE(desk.save(), written);
+            QCOMPARE(desk.effects.called.isEmpty(), !written);
+            QVERIFY(written || desk.saved.gone || desk.saved.disputed.constFirst().column == "PostalCode"_L1);
+            QCOMPARE(customerSql(desk, u"select SN, PostalCode, Fax, ContactPersonMessenger from customer"_s),
+                     row);
+            const QString fax = customerSql(desk, u"select Fax from customer"_s);
+            QVERIFY(desk.saved.gone || !written ||
+                    desk.shown.text(u"Fax") == fax); // what was taken over is shown
         }
-        desk.field(u"PostalCode") = typed;
-        QCOMPARE(desk.save(), holds < 0);
-        QVERIFY(desk.effects.called.isEmpty() == !desk.saved.written);
-        if (holds >= 0) {
-            QVERIFY(desk.saved.gone || desk.saved.disputed.constFirst().column == "PostalCode"_L1);
-            desk.decide(core::Whose(holds));
-            QVERIFY(desk.save() || desk.saved.gone);
-        }
-        QTEST(customerSql(desk, u"select SN, PostalCode, Fax, ContactPersonMessenger from customer"_s),
-              "rows");
-        const QString fax = customerSql(desk, u"select Fax from customer"_s);
-        QVERIFY(desk.saved.gone || desk.shown.text(u"Fax") == fax); // what was taken over is shown
     }
 
     void flagsKeepTheirEncodings()

@@ -105,7 +105,7 @@ private Q_SLOTS:
 
     void everyConfirmedSaveOutlivesAKillAtAnyMoment()
     {
-        constexpr int kills = 100;
+        constexpr int kills = 100;    // and more until some came within a save
         constexpr int longestMs = 40; // several saves
         constexpr int numbersARound = 10'000;
         const support::TestDesk desk;
@@ -113,7 +113,7 @@ private Q_SLOTS:
         QMap<int, int> confirmed; // the number last saved of each customer
         QRandomGenerator random(1);
         int leftJournals = 0;
-        for (int round = 0; round < kills; ++round) {
+        for (int round = 0; round < kills || leftJournals <= kills / 20; ++round) {
             const QByteArray told = killedAfter(desk, round * numbersARound, random.bounded(longestMs));
             QVERIFY2(!told.isEmpty(), desk.fileBytes(desk.paths.RunLogFile).constData());
             for (const QByteArray &line : told.chopped(1).split('\n')) {
@@ -134,7 +134,6 @@ private Q_SLOTS:
                 QVERIFY(stored.value(each.key(), -1) >= each.value());
             }
         }
-        QVERIFY2(leftJournals > kills / 20, "hardly a kill came within a save");
         QCOMPARE(desk.logMessages(), QStringList());
     }
 };

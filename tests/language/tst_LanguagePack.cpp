@@ -105,21 +105,6 @@ private Q_SLOTS:
         QCOMPARE(desk.prompts.asked, QStringList{u"損毀\n"_s + desk.paths.UserLangFile});
         QCOMPARE(texts.Lms(u"Edit"_s), u"編輯"_s);
     }
-
-    void textsThatWereLockedAtTheStartAreReadOnceTheyAreFree()
-    {
-        Desk desk;
-        const language::ShownTexts texts(desk.pack);
-        std::optional<store::Database> other(desk.paths.LangFile);
-        other->Execute(u"begin exclusive"_s);
-        QCOMPARE(desk.textsIn(u"CHT"_s), u"||"_s);
-        QVERIFY(desk.pack.isLocked() && !desk.pack.retry());
-        QCOMPARE(texts.Lms(u"Edit"_s), u"&Edit"_s);
-        other.reset();
-        QVERIFY(desk.pack.retry());
-        QCOMPARE(texts.Lms(u"Edit"_s), u"編輯"_s);
-        QVERIFY(!desk.pack.isLocked());
-    }
 };
 
 QTEST_GUILESS_MAIN(tst_LanguagePack)

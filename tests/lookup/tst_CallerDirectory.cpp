@@ -174,26 +174,6 @@ private Q_SLOTS:
         QVERIFY(desk.callers.isAvailable());
     }
 
-    void aLockedFileIsReadOnceItIsFree()
-    {
-        Desk desk;
-        desk.addCustomers(1, 3);
-        QSignalSpy available(&desk.callers, &CallerDirectory::availableChanged);
-        std::optional<store::Database> other(desk.paths.CustomerFile);
-        other->Execute(u"begin exclusive"_s);
-        QVERIFY(desk.start());
-        QVERIFY(!desk.callers.areKnown());
-        QCOMPARE(available.takeFirst(), QVariantList{false});
-        desk.callers.look();
-        QCOMPARE(desk.logMessages().filter(u"!LoadCustomerPhoneNumberSnArray 5 "_s).size(), 1);
-        other.reset();
-        QTRY_COMPARE(desk.ownerOf(3), 3);
-        QTRY_COMPARE(available.size(), 1);
-        QCOMPARE(available.takeFirst(), QVariantList{true});
-        QVERIFY(support::rowsOf(desk.paths.CustomerFile, u"select name from sqlite_schema"_s)
-                    .contains(u"CallInfo"_s)); // and what the start could not add
-    }
-
     void ofADamagedFileEveryRowThatCanBeReadIsKnown_data()
     {
         QTest::addColumn<int>("firstBad");
@@ -230,27 +210,6 @@ private Q_SLOTS:
         }
         const int lost = firstBad < 0 ? customers * 6 / 10 : 40 * ((lastBad - firstBad) / 10 + 1);
         QVERIFY2(known < customers && known >= customers - lost, qPrintable(QString::number(known)));
-    }
-
-    void aDeskWithoutCustomersSaysSo()
-    {
-        Desk desk;
-        QVERIFY(QFile::remove(desk.paths.CustomerFile));
-        desk.callers.load();
-        QVERIFY(!desk.callers.isAvailable() && !desk.callers.areKnown());
-        QCOMPARE(desk.logMessages(), QStringList());
-    }
-
-    void aCustomerCostsFewBytes()
-    {
-        lookup::KnownCustomers known;
-        const QByteArray name = "Harbor Lantern Hotel";
-        const QByteArray note(50, 'n');
-        for (int sn = 1; sn <= 1000; ++sn) {
-            known.append({.sn = sn, .name = name, .note = note, .vip = "Y", .popUpFlag = "1"});
-        }
-        known.finish();
-        QCOMPARE(known.bytes(), size_t(1000 * (12 + name.size() + note.size())));
     }
 };
 

@@ -1,7 +1,6 @@
 #include "NoteDesk.h"
 #include "core/ReportPages.h"
 #include "notes/CallNotes.h"
-#include "notes/ExportText.h"
 #include "notes/NoteConditions.h"
 #include "notes/NoteReport.h"
 #include "tools/ToolRun.h"
@@ -118,25 +117,6 @@ private Q_SLOTS:
         saved = saved.written ? saved : calls.save(loaded, entry);
         QTEST(desk.rows(u"select CustomerName,Consultant,CallContent from callinfo"_s), "call");
         QCOMPARE(desk.rows(u"select count(*) from customerrequest"_s), u"2"_s);
-    }
-
-    void exportWritesTheTextAndOpensTheEditorEvenWhenCancelled()
-    {
-        NoteDesk desk;
-        const auto exportText = [&](const QString &text) {
-            ExportText(desk.log, desk.paths, desk.prompts, desk.shell, desk.texts, text);
-        };
-        const QString file = desk.folder.filePath(u"out.txt"_s);
-        desk.prompts.expectFile(file);
-        exportText(u"Zażółć\r\n"_s);
-        QCOMPARE(desk.fileBytes(file), "Zażółć\r\n\r\n");
-        desk.prompts.expectFile({});
-        exportText(u"x"_s);
-        QCOMPARE(desk.shell.opened, QStringList({u"editText "_s + file, u"editText "_s}));
-        desk.prompts.expectFile(desk.folder.path()); // no file can stand there
-        desk.prompts.expect();
-        exportText(u"x"_s);
-        QVERIFY(desk.logMessages().value(0).startsWith(u"!ExportText "_s));
     }
 
     void printedPagesReadBackWithNumbersHeadingAndWrappedLines()

@@ -23,6 +23,8 @@ class tst_NoteForms : public QObject
         type<frmNotePad>("txtResponse", u"Sent today"_s);
     }
 
+    static QTableView *grid() { return find<frmNotePadManager, QTableView>("DataGrid1"); }
+
     struct FilledDesk : NoteDesk
     {
         FilledDesk()
@@ -34,9 +36,9 @@ class tst_NoteForms : public QObject
                 "insert into customerrequest values('Call1','Pay','Done',1,'Note 1'),"
                 "('Call2','Wait','',0,'Note 2'),('Call3','Ship','',0,'Note 3'),('Call4','Ask','',0,'')"_s);
             windowsOfNotes.showManager();
+            support::columnOf(*grid()->model());
         }
     };
-    static QTableView *grid() { return find<frmNotePadManager, QTableView>("DataGrid1"); }
     static QString found() { return support::columnOf(*grid()->model()).remove(u"Call"_s); }
 
 private Q_SLOTS:
@@ -86,6 +88,13 @@ private Q_SLOTS:
         desk.prompts.expectFile(file);
         press<frmNotePad>("cmdExport");
         QCOMPARE(desk.fileBytes(file), box->report().toUtf8() + "\r\n");
+        desk.prompts.expectFile({}); // opens the editor even so
+        press<frmNotePad>("cmdExport");
+        QCOMPARE(desk.shell.opened, QStringList({u"editText "_s + file, u"editText "_s}));
+        desk.prompts.expectFile(desk.folder.path()); // no file can stand there
+        desk.prompts.expect();
+        press<frmNotePad>("cmdExport");
+        QVERIFY(desk.logMessages().constLast().startsWith(u"!ExportText "_s));
     }
 
     void typedTextIsNotLostUnaskedNorByAFailedSave()
@@ -134,8 +143,9 @@ private Q_SLOTS:
         desk.windowsOfNotes.showManager();
         type<frmNotePadManager>("txtCustomerName", u"Acme"_s);
         press<frmNotePadManager>("cmdShowResult");
+        QCOMPARE(found(), u"1"_s);
         desk.windowsOfNotes.RefreshNotePad(u"Acme"_s, u"O'Brien's"_s);
-        QCOMPARE(grid()->model()->index(0, 1).data().toString(), u"O'Brien's"_s);
+        QTRY_COMPARE(grid()->model()->index(0, 1).data().toString(), u"O'Brien's"_s);
         QCOMPARE((find<frmNotePadManager, QLineEdit>("txtCustomerName")->text()), u"O'Brien's"_s);
         QCOMPARE(editor()->findChildren<notes::ReportRun *>().size(), 1); // not that of the old name as well
         QCOMPARE(editor()->findChild<QLineEdit *>(u"txtCustomerName"_s)->text(), u"O'Brien's"_s);
@@ -188,7 +198,7 @@ private Q_SLOTS:
         desk.run(u"update callinfo set DateAndTime='2026/11' where CallID='Call4'"_s);
         press<frmNotePadManager>("cmdAllDates");
         QCOMPARE(form->findChild<QDateEdit *>(u"dtpEndDate"_s)->date(), QDate(9999, 12, 31));
-        QCOMPARE(grid()->model()->index(2, 2).data().toString(), u"2026/11"_s);
+        QTRY_COMPARE(grid()->model()->index(2, 2).data().toString(), u"2026/11"_s);
     }
 
     void theGridIsTranslatedAndOpensTheCustomer()

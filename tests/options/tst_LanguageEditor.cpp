@@ -54,11 +54,6 @@ private Q_SLOTS:
         desk.find<QLineEdit>("txtCondition")->setText(u"O\u2019B"_s);
         desk.press("cmdSearch");
         QCOMPARE(desk.keys(), u"Ann"_s);
-        desk.find<QLineEdit>("txtCondition")->setText(QString(20'000, u'\u6885'));
-        desk.press("cmdSearch");
-        QCOMPARE(desk.keys(), u"Ann"_s);
-        QCOMPARE(desk.logMessages().size(), 1);
-        QCOMPARE(desk.find<QLabel>("lblState")->text(), u"[SearchTextUnusable]"_s);
         const QHeaderView *columns = desk.grid()->horizontalHeader();
         QVERIFY(columns->sectionSize(0) > 50 && columns->sectionSize(0) == columns->sectionSize(2));
     }
@@ -69,6 +64,7 @@ private Q_SLOTS:
         desk.open();
         QTest::keyClicks(desk.find<QLineEdit>("txtCondition"), u"a"_s);
         desk.press("cmdSearch");
+        QCOMPARE(desk.keys(), u"Ann|Save"_s);
         support::typeCell(desk.grid(), desk.grid()->model()->index(1, 1), u"Sichern"_s);
         const auto stored = [&desk] {
             return support::rowsOf(desk.paths.UserLangFile,
@@ -173,12 +169,12 @@ private Q_SLOTS:
             QCOMPARE(desk.reason(), u"[FileInUse]"_s);
         }
         desk.press("cmdSearch");
-        QVERIFY(desk.reason().startsWith("[LanguageEditorCount]"_L1));
+        QTRY_VERIFY(desk.reason().startsWith("[LanguageEditorCount]"_L1));
         QByteArray bytes = desk.fileBytes(desk.paths.UserLangFile);
         bytes.replace(bytes.size() / 4096 / 2 * 4096, 4096, QByteArray(4096, '\xEE'));
         desk.writeFile(desk.paths.UserLangFile, bytes);
         desk.press("cmdSearch");
-        QCOMPARE(desk.reason(), u"[LanguageFileUnreadable]"_s);
+        QTRY_COMPARE(desk.reason(), u"[LanguageFileUnreadable]"_s);
     }
 
     void aFileThatIsNoLanguageFileIsSaidSo()

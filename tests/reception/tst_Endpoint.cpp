@@ -21,7 +21,7 @@ class tst_Endpoint : public QObject
                 writeDatagram(bytes, QHostAddress::LocalHost, port);
             }
         }
-        QByteArray answer() { return waitForReadyRead(5000) ? receiveDatagram().data() : ""; }
+        QByteArray answer() { return waitForReadyRead(30000) ? receiveDatagram().data() : ""; }
     };
 
     static QList<QByteArray> numbers(int first, int last)
@@ -248,7 +248,7 @@ private Q_SLOTS:
                 info.doNotSend = quint16(doNotSend);
                 reception.forwarding.SendTDRData(info);
             }
-            QVERIFY(unit.waitForReadyRead(5000));
+            QVERIFY(unit.waitForReadyRead(30000));
             const QNetworkDatagram datagram = unit.receiveDatagram();
             QCOMPARE(datagram.data(), info.toBytes(reception.codePage));
             QCOMPARE(datagram.data().first(10), QByteArray("\xBF\xCD\xBB\xA7  7   "));

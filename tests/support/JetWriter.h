@@ -11,30 +11,32 @@
 
 namespace support {
 
-/// Little-endian numbers behind one another, or over what stands there.
-struct JetBytes
+/// Numbers, little-endian, and bytes behind one another.
+template <typename... Parts>
+QByteArray jetBytes(const Parts &...parts)
 {
     QByteArray bytes;
-
-    template <typename Number>
-    JetBytes &add(Number number)
-    {
-        const Number little = qToLittleEndian(number);
-        bytes.append(reinterpret_cast<const char *>(&little), sizeof(Number));
-        return *this;
-    }
-    JetBytes &add(const QByteArray &more)
-    {
-        bytes += more;
-        return *this;
-    }
-    JetBytes &zeros(qsizetype count) { return add(QByteArray(count, '\0')); }
-    template <typename Number>
-    static void put(QByteArray &into, qsizetype at, Number number)
-    {
-        qToLittleEndian(number, into.data() + at);
-    }
-};
+    const auto append = [&bytes](const auto &part) {
+        if constexpr (std::is_convertible_v<decltype(part), QByteArray>) {
+            bytes += part;
+        } else {
+            const auto little = qToLittleEndian(part);
+            bytes.append(reinterpret_cast<const char *>(&little), sizeof(little));
+        }
+    };
+    (append(parts), ...);
+    return bytes;
+}
+inline QByteArray zeros(qsizetype count)
+{
+    return QByteArray(count, '\0');
+}
+/// Over what stands there.
+template <typename Number>
+void put(QByteArray &into, qsizetype at, Number number)
+{
+    qToLittleEndian(number, into.data() + at);
+}
 
 struct JetColumn
 {
@@ -112,9 +114,6 @@ public:
     }
 
 private:
-    static constexpr int head4 = 14;
-    static constexpr int head3 = 10;
-
     quint32 newPage()
     {
         m_pages.append(QByteArray(m_size, '\0'));
@@ -126,8 +125,8 @@ private:
     quint32 newDataPage(quint32 owner)
     {
         const quint32 number = newPage();
-        JetBytes::put<quint16>(page(number), 0, 0x0101);
-        JetBytes::put<quint32>(page(number), 4, owner);
+        put<quint16>(page(number), 0, 0x0101);
+        put<quint32>(page(number), 4, owner);
         return number;
     }
 
@@ -149,9 +148,9 @@ private:
         const int at = int(lowest(number) - row.size());
         const int rows = rowsOn(number);
         page(number).replace(at, row.size(), row);
-        JetBytes::put<quint16>(page(number), rowsAt() + 2 + 2 * rows, quint16(at | flags));
-        JetBytes::put<quint16>(page(number), rowsAt(), quint16(rows + 1));
-        JetBytes::put<quint16>(page(number), 2, quint16(at - rowsAt() - 2 - 2 * (rows + 1)));
+        put<quint16>(page(number), rowsAt() + 2 + 2 * rows, quint16(at | flags));
+        put<quint16>(page(number), rowsAt(), quint16(rows + 1));
+        put<quint16>(page(number), 2, quint16(at - rowsAt() - 2 - 2 * (rows + 1)));
         return number << 8 | quint32(rows);
     }
     /// On the last of the pages, or a new one.
@@ -172,7 +171,7 @@ private:
         QByteArray row(m_is4 ? 69 : 133, '\0');
         const quint32 first = pages.isEmpty() ? 0 : pages.first() & ~7U;
         if (pages.isEmpty() || pages.last() - first < quint32(span)) {
-            JetBytes::put<quint32>(row, 1, first);
+            put<quint32>(row, 1, first);
             for (const quint32 number : pages) {
                 setBit(row, 5, number - first);
             }
@@ -184,8 +183,8 @@ private:
                 quint32 map = qFromLittleEndian<quint32>(row.data() + entry);
                 if (map == 0) {
                     map = newPage();
-                    JetBytes::put<quint16>(page(map), 0, 0x0105);
-                    JetBytes::put<quint32>(row, entry, map);
+                    put<quint16>(page(map), 0, 0x0105);
+                    put<quint32>(row, entry, map);
                 }
                 setBit(page(map), 4, number % perMap);
             }
@@ -202,31 +201,25 @@ private:
 
     // --- values
 
-    QByteArray text(const QString &text, bool compressed) const
+    QByteArray text(const QString &text, bool compressed = false) const
     {
         if (!m_is4) {
             return core::CodePage(936).encode(text);
         }
-        JetBytes plain;
-        for (const QChar unit : text) {
-            plain.add(quint16(unit.unicode()));
+        if (text.isEmpty() || !compressed ||
+            std::ranges::any_of(text, [](QChar c) { return c.cell() == 0; })) {
+            return {reinterpret_cast<const char *>(text.utf16()), 2 * text.size()};
         }
-        const bool can = compressed && std::ranges::none_of(text, [](QChar c) { return c.cell() == 0; });
-        return can && !text.isEmpty() ? compressedForm(text) : plain.bytes;
-    }
-    static QByteArray compressedForm(const QString &text)
-    {
-        JetBytes bytes;
-        bytes.add(quint16(0xFEFF));
+        QByteArray bytes = "\xFF\xFE";
         bool wide = false;
         for (const QChar unit : text) {
             if (wide != (unit.row() != 0)) {
                 wide = !wide;
-                bytes.add(quint8(0));
+                bytes += '\0';
             }
-            wide ? bytes.add(quint16(unit.unicode())) : bytes.add(quint8(unit.cell()));
+            bytes += wide ? jetBytes(quint16(unit.unicode())) : QByteArray(1, char(unit.cell()));
         }
-        return bytes.bytes;
+        return bytes;
     }
 
     /// Short ones stay in the row, middling ones take a row of another page, long ones a chain of them.
@@ -235,73 +228,60 @@ private:
         constexpr qsizetype mostInRow = 64;
         const qsizetype mostOnPage = m_size - rowsAt() - 4;
         const quint32 owner = qFromLittleEndian<quint32>("LVAL");
-        JetBytes field;
         const auto length = quint32(value.size());
         if (value.size() <= mostInRow) {
-            return field.add(length | 0x80000000).zeros(8).add(value).bytes;
+            return jetBytes(length | 0x80000000, zeros(8), value);
         }
         if (value.size() <= mostOnPage) {
-            return field.add(length | 0x40000000).add(addRow(newDataPage(owner), value)).zeros(4).bytes;
+            return jetBytes(length | 0x40000000, addRow(newDataPage(owner), value), zeros(4));
         }
         quint32 next = 0;
         const qsizetype chunk = mostOnPage - 8;
         for (qsizetype at = (value.size() - 1) / chunk * chunk; at >= 0; at -= chunk) {
-            JetBytes piece;
-            next = addRow(newDataPage(owner), piece.add(next).add(value.mid(at, chunk)).bytes);
+            next = addRow(newDataPage(owner), jetBytes(next, value.mid(at, chunk)));
         }
-        return field.add(length).add(next).zeros(4).bytes;
+        return jetBytes(length, next, zeros(4));
     }
 
     QByteArray value(const JetColumn &column, const QVariant &value)
     {
         using oldfiles::ColumnType;
-        JetBytes bytes;
-        switch (column.type) {
-        case ColumnType::Byte:
-            return bytes.add(quint8(value.toInt())).bytes;
-        case ColumnType::Integer:
-            return bytes.add(qint16(value.toInt())).bytes;
-        case ColumnType::Long:
-            return bytes.add(qint32(value.toInt())).bytes;
-        case ColumnType::Currency:
-            return bytes.add(qint64(value.toLongLong())).bytes;
-        case ColumnType::Single:
-            return bytes.add(value.toFloat()).bytes;
-        case ColumnType::Double:
-        case ColumnType::Date:
-            return bytes.add(value.toDouble()).bytes;
-        case ColumnType::Text:
+        if (column.type == ColumnType::Text) {
             return text(value.toString(), column.compressed);
-        case ColumnType::Memo:
-            return longValue(text(value.toString(), column.compressed));
-        case ColumnType::Ole:
-            return longValue(value.toByteArray());
-        default:
-            return value.toByteArray(); // binary, GUID, decimal: the bytes themselves
         }
+        if (column.type == ColumnType::Memo || column.type == ColumnType::Ole) {
+            const bool isText = column.type == ColumnType::Memo;
+            return longValue(isText ? text(value.toString(), column.compressed) : value.toByteArray());
+        }
+        if (column.type == ColumnType::Single) {
+            return jetBytes(value.toFloat());
+        }
+        if (column.type == ColumnType::Double || column.type == ColumnType::Date) {
+            return jetBytes(value.toDouble());
+        }
+        const bool isNumber = value.typeId() != QMetaType::QByteArray; // or binary, GUID, decimal
+        return isNumber ? jetBytes(value.toLongLong()).first(sizeOf(column)) : value.toByteArray();
     }
 
-    static bool isFixed(const JetColumn &column)
-    {
-        using oldfiles::ColumnType;
-        return column.type != ColumnType::Text && column.type != ColumnType::Memo &&
-               column.type != ColumnType::Ole && column.type != ColumnType::Binary;
-    }
+    static bool isFixed(const JetColumn &column) { return sizeOf(column) > 0; }
     static int sizeOf(const JetColumn &column)
     {
-        static const QMap<int, int> sizes = {{1, 1}, {2, 1}, {3, 2},   {4, 4},    {5, 8},   {6, 4},
-                                             {7, 8}, {8, 8}, {9, 510}, {10, 510}, {15, 16}, {16, 17}};
+        static const QMap<int, int> sizes = {{1, 1}, {2, 1}, {3, 2},   {4, 4},   {5, 8},  {6, 4},
+                                             {7, 8}, {8, 8}, {15, 16}, {16, 17}, {17, 16}};
         return sizes.value(int(column.type), 0);
     }
 
     // --- rows as bytes
 
+    /// Of two bytes, in the older version of one.
+    QByteArray number(qsizetype value) const { return jetBytes(quint16(value)).first(m_is4 ? 2 : 1); }
+
     QByteArray row(const JetTable &table, const QVariantList &values)
     {
         const int columns = int(values.size()); // fewer than the table has: the row is older than the others
         QByteArray mask((columns + 7) / 8, '\0');
-        JetBytes fixed;
-        QList<QByteArray> variable;
+        QByteArray bytes = number(columns);
+        QByteArrayList variable;
         for (int i = 0; i < columns; ++i) {
             const JetColumn &column = table.columns.at(i);
             const QVariant &given = values.at(i);
@@ -312,57 +292,34 @@ private:
             if (!isFixed(column)) {
                 variable.append(given.isNull() ? QByteArray() : value(column, given));
             } else if (!isBit) {
-                given.isNull() ? fixed.zeros(sizeOf(column)) : fixed.add(value(column, given));
+                bytes += given.isNull() ? zeros(sizeOf(column)) : value(column, given);
             }
         }
-        return m_is4 ? row4(columns, fixed.bytes, variable, mask)
-                     : row3(columns, fixed.bytes, variable, mask);
-    }
-    static QList<int> endsOf(int start, const QList<QByteArray> &variable)
-    {
-        QList<int> ends{start};
-        for (const QByteArray &value : variable) {
-            ends.append(ends.last() + int(value.size()));
-        }
-        return ends;
-    }
-    static QByteArray row4(int columns, const QByteArray &fixed, const QList<QByteArray> &variable,
-                           const QByteArray &mask)
-    {
-        JetBytes row;
-        row.add(quint16(columns)).add(fixed).add(variable.join());
-        if (!variable.isEmpty()) {
-            const QList<int> ends = endsOf(2 + int(fixed.size()), variable);
-            for (qsizetype i = ends.size() - 1; i >= 0; --i) {
-                row.add(quint16(ends.at(i)));
-            }
-            row.add(quint16(variable.size()));
-        }
-        return row.add(mask).bytes;
-    }
-    static QByteArray row3(int columns, const QByteArray &fixed, const QList<QByteArray> &variable,
-                           const QByteArray &mask)
-    {
-        JetBytes row;
-        row.add(quint8(columns)).add(fixed).add(variable.join());
         if (variable.isEmpty()) {
-            return row.add(mask).bytes;
+            return bytes + mask;
         }
-        const QList<int> ends = endsOf(1 + int(fixed.size()), variable);
-        const qsizetype without = row.bytes.size() + ends.size() + 1 + mask.size();
-        qsizetype jumps = 0; // each of them makes the row longer, too
-        while ((without + jumps - 1) / 256 > jumps) {
-            ++jumps;
+        QList<qsizetype> ends{bytes.size()};
+        for (const QByteArray &value : std::as_const(variable)) {
+            bytes += value;
+            ends.prepend(bytes.size());
         }
-        for (qsizetype i = ends.size() - 1; i >= 0; --i) {
-            row.add(quint8(ends.at(i) & 0xFF));
+        for (const qsizetype end : std::as_const(ends)) {
+            bytes += number(end);
         }
-        for (qsizetype jump = jumps; jump >= 1; --jump) {
-            const auto first =
-                std::ranges::find_if(std::as_const(ends), [&](int end) { return end >= 256 * jump; });
-            row.add(first == ends.cend() ? quint8(0xFF) : quint8(first - ends.cbegin()));
+        return bytes + (m_is4 ? QByteArray() : jumps(ends, bytes.size() + 1 + mask.size())) +
+               number(variable.size()) + mask;
+    }
+    /// The older version's places of one byte tell where they pass each 256; what tells it makes the row
+    /// longer, too.
+    static QByteArray jumps(const QList<qsizetype> &ends, qsizetype without)
+    {
+        QByteArray places;
+        while ((without + places.size() - 1) / 256 > places.size()) {
+            const auto behind = std::ranges::count_if(
+                ends, [limit = 256 * (places.size() + 1)](qsizetype end) { return end >= limit; });
+            places.prepend(behind > 0 ? char(ends.size() - behind) : '\xFF');
         }
-        return row.add(quint8(variable.size())).add(mask).bytes;
+        return places;
     }
 
     // --- tables
@@ -381,7 +338,7 @@ private:
             ++rows;
             if (table.moved.contains(i)) {
                 const quint32 place = addRow(farPages, definition, bytes, 0x8000);
-                addRow(pages, definition, JetBytes().add(place).add("left-over"_ba).bytes, 0x4000);
+                addRow(pages, definition, jetBytes(place, "left-over"_ba), 0x4000);
             } else {
                 addRow(pages, definition, bytes);
             }
@@ -391,81 +348,61 @@ private:
         writeDefinition(table, definition, kind, rows, addMap(pages));
     }
 
-    JetBytes descriptor(const JetColumn &column, int number, int variable, int fixedAt) const
+    QByteArray only4(const QByteArray &bytes) const { return m_is4 ? bytes : QByteArray(); }
+
+    QByteArray descriptor(const JetColumn &column, int place, int variable, int fixedAt) const
     {
-        const auto flags = quint8((isFixed(column) ? 1 : 0) | 2 | (column.autoNumber ? 4 : 0));
-        JetBytes bytes;
-        bytes.add(quint8(column.type));
-        if (m_is4) {
-            bytes.add(quint32(1625));
-        }
-        bytes.add(quint16(number)).add(quint16(variable)).zeros(m_is4 ? 2 : 4);
         const bool isDecimal = column.type == oldfiles::ColumnType::Decimal;
-        bytes.zeros(4);
-        bytes.bytes[11] = char(isDecimal ? 28 : 9); // precision, or sort order
-        bytes.bytes[12] = char(isDecimal ? column.scale : 4);
-        bytes.add(flags);
-        if (m_is4) {
-            bytes.add(quint8(column.compressed ? 1 : 0)).zeros(4);
-        }
-        return bytes.add(quint16(fixedAt)).add(quint16(sizeOf(column)));
+        const auto flags = quint8((isFixed(column) ? 1 : 0) | 2 | (column.autoNumber ? 4 : 0));
+        QByteArray bytes = jetBytes(quint8(column.type), only4(jetBytes(quint32(1625))), quint16(place),
+                                    quint16(variable), zeros(m_is4 ? 6 : 8), flags,
+                                    only4(jetBytes(quint8(column.compressed ? 1 : 0), zeros(4))),
+                                    quint16(fixedAt), quint16(isFixed(column) ? sizeOf(column) : 510));
+        bytes[11] = char(isDecimal ? 28 : 9); // precision, or sort order
+        bytes[12] = char(isDecimal ? column.scale : 4);
+        return bytes;
     }
-    void addName(JetBytes &bytes, const QString &name) const
+    QByteArray named(const QString &name) const { return number(text(name).size()) + text(name); }
+    QByteArray indexes(const JetTable &table) const
     {
-        const QByteArray text = this->text(name, false);
-        m_is4 ? bytes.add(quint16(text.size())) : bytes.add(quint8(text.size()));
-        bytes.add(text);
-    }
-    void addIndexes(JetBytes &bytes, const JetTable &table) const
-    {
+        QByteArray bytes;
         for (const JetIndex &index : table.indexes) {
-            const auto named = [&](const JetColumn &column) { return column.name == index.column; };
-            const auto number = std::ranges::find_if(table.columns, named) - table.columns.begin();
-            bytes.zeros(m_is4 ? 4 : 0);
-            for (int key = 0; key < 10; ++key) {
-                bytes.add(key == 0 ? quint16(number) : quint16(0xFFFF)).add(quint8(1));
-            }
-            bytes.zeros(m_is4 ? 12 : 8).add(quint8(index.unique ? 1 : 0)).zeros(m_is4 ? 5 : 0);
+            const auto column = std::ranges::find(table.columns, index.column, &JetColumn::name);
+            bytes += only4(zeros(4)) + jetBytes(quint16(column - table.columns.begin()), quint8(1)) +
+                     "\xFF\xFF\1"_ba.repeated(9) + zeros(m_is4 ? 12 : 8) + (index.unique ? '\1' : '\0') +
+                     only4(zeros(5));
         }
         for (int i = 0; i < table.indexes.size(); ++i) {
-            bytes.zeros(m_is4 ? 4 : 0).add(quint32(i)).add(quint32(i)).zeros(11);
-            bytes.add(quint8(0)).zeros(m_is4 ? 4 : 0);
+            bytes += only4(zeros(4)) + jetBytes(quint32(i), quint32(i), zeros(12)) + only4(zeros(4));
         }
         for (const JetIndex &index : table.indexes) {
-            addName(bytes, index.name);
+            bytes += named(index.name);
         }
+        return bytes;
     }
 
     void writeDefinition(const JetTable &table, quint32 first, char kind, qint64 rows, quint32 map)
     {
-        const auto variables =
-            std::ranges::count_if(table.columns, [](const JetColumn &c) { return !isFixed(c); });
-        const auto indexes = quint32(table.indexes.size());
-        JetBytes bytes;
-        bytes.add(quint16(0x0102)).zeros(10);
-        if (m_is4) {
-            bytes.add(quint32(1625));
-        }
-        bytes.add(quint32(rows)).add(quint32(table.lastAutoNumber));
-        m_is4 ? bytes.add(quint32(1)).zeros(12) : bytes;
-        bytes.add(quint8(kind)).add(quint16(table.columns.size())).add(quint16(variables));
-        bytes.add(quint16(table.columns.size())).add(indexes).add(indexes).add(map).add(map);
-        bytes.zeros(qsizetype(indexes) * (m_is4 ? 12 : 8));
+        QByteArray columns;
+        QByteArray names;
         int variable = 0;
         int fixedAt = 0;
         for (int i = 0; i < table.columns.size(); ++i) {
             const JetColumn &column = table.columns.at(i);
-            bytes.add(descriptor(column, i, variable, fixedAt).bytes);
+            columns += descriptor(column, i, variable, fixedAt);
+            names += named(column.name);
             variable += isFixed(column) ? 0 : 1;
             fixedAt += isFixed(column) && column.type != oldfiles::ColumnType::YesNo ? sizeOf(column) : 0;
         }
-        for (const JetColumn &column : table.columns) {
-            addName(bytes, column.name);
-        }
-        addIndexes(bytes, table);
-        bytes.add(quint16(0xFFFF));
-        JetBytes::put<quint32>(bytes.bytes, 8, quint32(bytes.bytes.size()));
-        putDefinition(bytes.bytes, first);
+        const auto count = quint16(table.columns.size());
+        const auto indexCount = quint32(table.indexes.size());
+        QByteArray bytes = jetBytes(quint16(0x0102), zeros(10), only4(jetBytes(quint32(1625))), quint32(rows),
+                                    quint32(table.lastAutoNumber), only4(jetBytes(quint32(1), zeros(12))),
+                                    quint8(kind), count, quint16(variable), count, indexCount, indexCount,
+                                    map, map, zeros(qsizetype(indexCount) * (m_is4 ? 12 : 8))) +
+                           columns + names + indexes(table) + "\xFF\xFF";
+        put<quint32>(bytes, 8, quint32(bytes.size()));
+        putDefinition(bytes, first);
     }
     void putDefinition(const QByteArray &bytes, quint32 first)
     {
@@ -475,9 +412,9 @@ private:
         for (qsizetype at = m_size; at < bytes.size(); at += m_size - 8) {
             const quint32 more = newPage();
             const QByteArray piece = bytes.mid(at, m_size - 8);
-            JetBytes::put<quint16>(page(more), 0, 0x0102);
+            put<quint16>(page(more), 0, 0x0102);
             page(more).replace(8, piece.size(), piece);
-            JetBytes::put<quint32>(page(last), 4, more);
+            put<quint32>(page(last), 4, more);
             last = more;
         }
     }
@@ -490,18 +427,18 @@ private:
         QByteArray &header = page(0);
         header.replace(0, 20, QByteArray("\0\1\0\0Standard Jet DB\0", 20));
         header[0x14] = char(versionByte != 255 ? versionByte : m_is4 ? 1 : 0);
-        JetBytes::put<quint32>(header, 0x18, 0x100);
-        JetBytes::put<quint32>(header, 0x1C, 0x101);
-        JetBytes::put<quint32>(header, 0x20, 2);
-        JetBytes::put<quint16>(header, 0x3A, m_is4 ? 0 : 0x0409);
-        JetBytes::put<quint16>(header, 0x3C, m_is4 ? 1252 : 936);
-        JetBytes::put<quint32>(header, 0x3E, encodingKey);
+        put<quint32>(header, 0x18, 0x100);
+        put<quint32>(header, 0x1C, 0x101);
+        put<quint32>(header, 0x20, 2);
+        put<quint16>(header, 0x3A, m_is4 ? 0 : 0x0409);
+        put<quint16>(header, 0x3C, m_is4 ? 1252 : 936);
+        put<quint32>(header, 0x3E, encodingKey);
         for (int i = 0; i < 40 && m_is4; ++i) {
             const char letter = i % 2 == 0 && i / 2 < password.size() ? password.at(i / 2) : '\0';
             header[0x42 + i] = char(letter ^ char(quint32(created) >> (8 * (i % 4))));
         }
         if (m_is4) {
-            JetBytes::put<quint32>(header, 0x6E, 0x0409);
+            put<quint32>(header, 0x6E, 0x0409);
             qToLittleEndian(created, header.data() + 0x72);
         }
         mask(header, 0x18, m_is4 ? 128 : 126);

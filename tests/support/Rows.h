@@ -1,6 +1,7 @@
 #pragma once
 
 #include "store/Database.h"
+#include "store/ResultModel.h"
 #include "support/Test.h"
 
 #include <QAbstractItemView>
@@ -25,9 +26,13 @@ inline QString rowsOf(const QString &path, const QString &select)
     return lines.join(u'\n');
 }
 
-/// A column of a list as it is shown, its cells parted by "|".
+/// A column of a list as it is shown once all of its rows are found, its cells parted by "|".
 inline QString columnOf(const QAbstractItemModel &model, int column = 0)
 {
+    const auto *result = qobject_cast<const store::ResultModel *>(&model);
+    if (!QTest::qWaitFor([&] { return result == nullptr || !result->isReading(); }, 30000)) {
+        return u"still being read"_s;
+    }
     QStringList cells;
     for (int row = 0; row < model.rowCount(); ++row) {
         cells.append(model.index(row, column).data().toString());

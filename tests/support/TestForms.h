@@ -27,7 +27,7 @@ Form *openForm(const QString &name = {})
 template <typename Form, typename Control = QAbstractButton>
 Control *find(const char *name)
 {
-    if (!QTest::qWaitFor([] { return openForm<Form>() != nullptr; })) {
+    if (!QTest::qWaitFor([] { return openForm<Form>() != nullptr; }, 30000)) {
         qFatal("%s did not open", Form::staticMetaObject.className());
     }
     return openForm<Form>()->template findChild<Control *>(QLatin1String(name));

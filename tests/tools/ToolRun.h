@@ -16,7 +16,7 @@ inline ToolRun runTool(const char *program, const QString &options, const QStrin
     QProcess process;
     process.setWorkingDirectory(folder);
     process.start(QString::fromUtf8(program), QProcess::splitCommand(options));
-    const bool ended = process.waitForFinished() && process.exitStatus() == QProcess::NormalExit;
+    const bool ended = process.waitForFinished(100'000) && process.exitStatus() == QProcess::NormalExit;
     return {ended ? process.exitCode() : -1, QString::fromUtf8(process.readAllStandardOutput()),
             QString::fromUtf8(process.readAllStandardError())};
 }

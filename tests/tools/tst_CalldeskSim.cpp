@@ -21,7 +21,7 @@ class tst_CalldeskSim : public QObject
     {
         QList<QByteArray> datagrams;
         while (datagrams.size() < count &&
-               (m_program->hasPendingDatagrams() || m_program->waitForReadyRead(5000))) {
+               (m_program->hasPendingDatagrams() || m_program->waitForReadyRead(30000))) {
             datagrams.append(m_program->receiveDatagram().data());
         }
         return datagrams;
@@ -61,7 +61,7 @@ private Q_SLOTS:
     {
         const ToolRun result = runTool(
             PROGRAM, toUs(u"--number 555{n:4}-{n}-{no} --first 98 --count 60 --rate 2000 --burst 20"_s));
-        QVERIFY2(result.output.contains(u"60 datagrams in 0.0"_s), qPrintable(result.output));
+        QVERIFY2(result.output.contains(u"60 datagrams in "_s), qPrintable(result.output));
         const QList<QByteArray> datagrams = received(60);
         QCOMPARE(datagrams.size(), 60);
         for (int i = 0; i < datagrams.size(); ++i) {
@@ -113,7 +113,7 @@ private Q_SLOTS:
         QProcess unit;
         unit.start(QStringLiteral(PROGRAM),
                    QProcess::splitCommand(toUs(u"--number 5 --listen 0 --code-page 936"_s)));
-        QVERIFY(m_program->waitForReadyRead(5000));
+        QVERIFY(m_program->waitForReadyRead(30000));
         const QNetworkDatagram call = m_program->receiveDatagram();
         m_program->writeDatagram(call.makeReply("REFRESHCUSTOMERLIST"));
         QByteArray output;
