@@ -46,9 +46,6 @@ public:
     void replace(const Row &row);
     void remove(qint32 sn);
 
-    /// What all of it takes in memory.
-    size_t bytes() const { return m_entries.capacity() * sizeof(Entry) + m_texts.capacity(); }
-
 private:
     struct Entry
     {

@@ -240,18 +240,6 @@ private Q_SLOTS:
         QVERIFY(!desk.callers.isAvailable() && !desk.callers.areKnown());
         QCOMPARE(desk.logMessages(), QStringList());
     }
-
-    void aCustomerCostsFewBytes()
-    {
-        lookup::KnownCustomers known;
-        const QByteArray name = "Harbor Lantern Hotel";
-        const QByteArray note(50, 'n');
-        for (int sn = 1; sn <= 1000; ++sn) {
-            known.append({.sn = sn, .name = name, .note = note, .vip = "Y", .popUpFlag = "1"});
-        }
-        known.finish();
-        QCOMPARE(known.bytes(), size_t(1000 * (12 + name.size() + note.size())));
-    }
 };
 
 QTEST_GUILESS_MAIN(tst_CallerDirectory)
