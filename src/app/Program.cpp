@@ -296,6 +296,11 @@ void Program::ShowCallerID_tarn(const core::CallRecord &record)
     m_mainWindow->ShowCallerID_tarn(record);
 }
 
+void Program::showEarlierCall(const core::CallRecord &record, int newerCalls)
+{
+    m_mainWindow->showEarlierCall(record, newerCalls);
+}
+
 void Program::showCallAgain(const core::CallRecord &shown, const core::CallRecord &now)
 {
     m_mainWindow->showCallAgain(shown, now);
