@@ -334,7 +334,6 @@ bool ResultModel::setData(const QModelIndex &index, const QVariant &value, int r
     m_cache.remove(index.row());
     if (written) {
         Q_EMIT dataChanged(index, index);
-        Q_EMIT changedInPlace();
     }
     return written;
 }

@@ -89,8 +89,6 @@ public:
     QVariant field(int row, const QString &name) const;
 
 Q_SIGNALS:
-    /// After a cell was written by setData().
-    void changedInPlace();
     /// All rows are known, or the reading broke off, which was logged; not for what was read at once.
     void readingEnded();
     /// The reading waits for another program's lock.
