@@ -76,18 +76,29 @@ double msOfJump(QTableView &grid)
            jumps;
 }
 
+/// The list with all of its rows found, and beside it the same ones in memory.
+struct FullList
+{
+    explicit FullList(Station &station)
+        : list(openList(station)), rowsInMemory(station.desk), inMemory(rowsInMemory)
+    {
+        const auto *rows = static_cast<const store::ResultModel *>(gridOf(list).model());
+        waitUntil([rows] { return rows->isComplete(); });
+        inMemory.takeShape(list, gridOf(list));
+        inMemory.show();
+    }
+    ~FullList() { closeWindow(listName); }
+    Q_DISABLE_COPY_MOVE(FullList)
+
+    QWidget &list;
+    MemoryModel rowsInMemory;
+    MemoryList inMemory;
+};
+
 Sample jumping(Station &station)
 {
-    QWidget &list = openList(station);
-    const auto *rows = static_cast<const store::ResultModel *>(gridOf(list).model());
-    waitUntil([rows] { return rows->isComplete(); });
-    MemoryModel model(station.desk);
-    MemoryList inMemory(model);
-    inMemory.takeShape(list, gridOf(list));
-    inMemory.show();
-    const Sample jump = least(5, [&] { return Sample{msOfJump(gridOf(list)), msOfJump(inMemory.grid())}; });
-    closeWindow(listName);
-    return jump;
+    FullList full(station);
+    return least(5, [&] { return Sample{msOfJump(gridOf(full.list)), msOfJump(full.inMemory.grid())}; });
 }
 
 QStringList patterns()
@@ -193,30 +204,22 @@ Sample searching(Station &station, int turns)
 Sample findingFirstRows(Station &station, int turns)
 {
     const Connection plain = openPlain(station.desk.paths().CustomerFile);
-    QWidget &list = openList(station);
-    const auto *rows = static_cast<const store::ResultModel *>(gridOf(list).model());
-    waitUntil([rows] { return rows->isComplete(); });
-    MemoryModel model(station.desk);
-    MemoryList inMemory(model);
-    inMemory.takeShape(list, gridOf(list));
-    inMemory.show();
-    Search search(list);
+    FullList full(station);
+    Search search(full.list);
     const auto msOfFloor = [&](const QString &word) {
         const QString limit = u" limit %1"_s.arg(std::max(search.rows(), 1));
         return msOf([&] {
             readThrough(plain.get(), plainSearch(u"rowid"_s, word) + limit);
             readThrough(plain.get(), u"select * from customer limit 30"_s);
-            inMemory.grid().grab();
+            full.inMemory.grid().grab();
         });
     };
-    const Sample slowest = worst(patterns(), [&](const QString &word) {
+    return worst(patterns(), [&](const QString &word) {
         return least(turns, [&] {
             const double ms = search.msOfFirstRows(word);
             return Sample{ms, msOfFloor(word)};
         });
     });
-    closeWindow(listName);
-    return slowest;
 }
 
 /// Searches that find other rows than the reference, of all.

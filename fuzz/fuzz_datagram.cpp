@@ -58,6 +58,7 @@ public:
         require(record.CallerID.size() <= 31 && record.SimpleDes.size() <= 31 && record.Tail.size() <= 40);
         require(record.SN >= 0 && core::MyIn(record.Source, QString(), u"PHONEBOOK"_s, u"CUSTOMER"_s));
     }
+    void showEarlierCall(const core::CallRecord &, int) override {}
     void showCallAgain(const core::CallRecord &, const core::CallRecord &) override {}
     void showLastCaller(const core::CallRecord &, const QString &text) override
     {

@@ -41,7 +41,9 @@ Program::Program(const Outside &outside)
                  m_forwarding,
                  {m_translator, m_openForms, m_windowMemory},
                  [this]() -> mainwindow::FrmMain & { return *m_mainWindow; },
-                 [this](qint32 sn, const QString &name) { m_popUp.customerRenamed(sn, name); }}),
+                 [this](const QString &source, qint32 sn, const QString &name) {
+                     m_popUp.callerRenamed(source, sn, name);
+                 }}),
       m_popUp({m_log,
                m_settings,
                m_texts,
@@ -294,6 +296,11 @@ void Program::showMainWindow()
 void Program::ShowCallerID_tarn(const core::CallRecord &record)
 {
     m_mainWindow->ShowCallerID_tarn(record);
+}
+
+void Program::showEarlierCall(const core::CallRecord &record, int newerCalls)
+{
+    m_mainWindow->showEarlierCall(record, newerCalls);
 }
 
 void Program::showCallAgain(const core::CallRecord &shown, const core::CallRecord &now)

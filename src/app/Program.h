@@ -67,6 +67,7 @@ private:
     void setMainWindowNormal() override;
     void showMainWindow() override;
     void ShowCallerID_tarn(const core::CallRecord &record) override;
+    void showEarlierCall(const core::CallRecord &record, int newerCalls) override;
     void showCallAgain(const core::CallRecord &shown, const core::CallRecord &now) override;
     void showLastCaller(const core::CallRecord &record, const QString &text) override;
     void ShowPopup(const core::CallRecord &record) override;

@@ -28,7 +28,8 @@ Windows::Windows(const Context &context)
                                   context.endpoint,      context.services},
       m_checks({context.paths, context.log, context.callers.numbers(), context.texts, context.outside.prompts,
                 *this}),
-      m_phoneBook({m_forms, m_checks}), m_customers({m_forms, m_checks, *this}),
+      m_phoneBook({m_forms, m_checks, [this](const phonebook::PhoneBookEntry &entry) { entrySaved(entry); }}),
+      m_customers({m_forms, m_checks, *this}),
       m_notes({m_forms, context.outside.printer, context.values, context.language}),
       m_messages(
           {m_forms, context.codePage, [this](int count) { m_context.mainWindow().showUnread(count); }}),
@@ -134,9 +135,15 @@ void Windows::customerSaved(qint32 sn, const QString &oldName, const QString &ne
 {
     if (!oldName.isEmpty() && oldName != newName) {
         renameNotes(oldName, newName);
-        m_context.customerRenamed(sn, newName);
+        m_context.callerRenamed(u"CUSTOMER"_s, sn, newName);
     }
     m_context.callers.customerSaved(sn);
+}
+
+void Windows::entrySaved(const phonebook::PhoneBookEntry &entry)
+{
+    m_context.callers.entrySaved(*entry.SN, entry.Telno);
+    m_context.callerRenamed(u"PHONEBOOK"_s, *entry.SN, entry.simpledes);
 }
 
 void Windows::renameNotes(const QString &oldName, const QString &newName)

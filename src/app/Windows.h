@@ -43,7 +43,8 @@ public:
         reception::Forwarding &forwarding;
         appearance::FormServices services;
         std::function<mainwindow::FrmMain &()> mainWindow;
-        std::function<void(qint32 sn, const QString &name)> customerRenamed; ///< for an open card
+        /// For an open card.
+        std::function<void(const QString &source, qint32 sn, const QString &name)> callerRenamed;
     };
     explicit Windows(const Context &context);
 
@@ -78,6 +79,7 @@ private:
     void SendTDRData(const core::CustomerInfo &info) override;
     void customerSaved(qint32 sn, const QString &oldName, const QString &newName) override;
     void customerDeleted(qint32 sn) override;
+    void entrySaved(const phonebook::PhoneBookEntry &entry);
     void renameNotes(const QString &oldName, const QString &newName);
     std::optional<QString> senders() const override { return m_context.senders.text(); }
     QString sendersTrouble() const override { return m_context.senders.trouble(m_forms.texts); }

@@ -13,6 +13,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -154,6 +155,34 @@ void RecordGrid::setModel(QAbstractItemModel *model)
     const auto tellOfRow = [this] { Q_EMIT currentRowChanged(currentIndex().isValid()); };
     connect(model, &QAbstractItemModel::modelReset, this, tellOfRow);
     connect(selectionModel(), &QItemSelectionModel::currentChanged, this, tellOfRow);
+}
+
+void RecordGrid::whenNotTyping(std::function<void()> work)
+{
+    if (state() == EditingState) {
+        m_afterTyping = std::move(work);
+    } else {
+        work();
+    }
+}
+
+// From the event loop: Tab closes one cell to open the next.
+void RecordGrid::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint)
+{
+    QTableView::closeEditor(editor, hint);
+    if (m_afterTyping) {
+        QTimer::singleShot(0, this, [this, work = std::exchange(m_afterTyping, {})] { whenNotTyping(work); });
+    }
+}
+
+// An open cell would show what the file holds, and no longer what is being typed.
+void RecordGrid::dataChanged(const QModelIndex &first, const QModelIndex &last, const QList<int> &roles)
+{
+    if (state() == EditingState) {
+        viewport()->update();
+    } else {
+        QTableView::dataChanged(first, last, roles);
+    }
 }
 
 void RecordGrid::copySelection()

@@ -5,6 +5,7 @@
 #include <QTableView>
 #include <QTimer>
 
+#include <functional>
 #include <vector>
 
 namespace appearance {
@@ -29,6 +30,8 @@ public:
     /// model and the first widths stand; the memory must outlive the grid.
     void remember(core::WindowMemory &memory, const QString &name);
     void setModel(QAbstractItemModel *model) override;
+    /// Does what brings other rows; while a cell is open, as soon as that is closed.
+    void whenNotTyping(std::function<void()> work);
 
 Q_SIGNALS:
     void recordActivated(int row);
@@ -49,6 +52,9 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
     void hideEvent(QHideEvent *event) override;
     void changeEvent(QEvent *event) override;
+    void dataChanged(const QModelIndex &first, const QModelIndex &last,
+                     const QList<int> &roles = QList<int>()) override;
+    void closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint) override;
 
 private:
     void fitRows();
@@ -65,6 +71,7 @@ private:
     std::vector<int> m_toCopy; ///< the last row in front
     QStringList m_copied;
     QTimer m_copying;
+    std::function<void()> m_afterTyping;
 };
 
 } // namespace appearance

@@ -53,8 +53,6 @@ public:
     /// The bytes as UTF-8 (docs/formats.md tells when) or as this code page. An undecodable byte becomes "?",
     /// so that every later byte keeps its column.
     DatagramText decode(QByteArrayView bytes) const;
-    /// They are UTF-8 whatever they would mean in this code page.
-    bool isSurelyUtf8(QByteArrayView bytes) const;
 
     /// Characters that the code page lacks become "?".
     QByteArray encode(QStringView text) const;
@@ -67,6 +65,8 @@ public:
     }
 
 private:
+    /// They are UTF-8 whatever they would mean in this code page.
+    bool isSurelyUtf8(QByteArrayView bytes) const;
     QString decodePieceByPiece(QByteArrayView bytes) const;
     QChar ofSingleByte(char byte) const;
     QString withTonesApart(QStringView text) const;

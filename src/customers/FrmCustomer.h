@@ -1,7 +1,7 @@
 #pragma once
 
 #include "appearance/FormContext.h"
-#include "appearance/SearchWhileTyping.h"
+#include "appearance/SearchedList.h"
 #include "store/ResultModel.h"
 
 #include <QWidget>
@@ -51,8 +51,6 @@ public:
     void refreshCustomerList();
 
 protected:
-    bool event(QEvent *event) override;
-    void keyPressEvent(QKeyEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
 
 private:
@@ -60,29 +58,12 @@ private:
     void layOutColumns();
     void setUpCommands();
     void translateHeadings();
-    void showMenu(const QPoint &position);
-
-    /// What the list is asked to show.
-    struct Asked
-    {
-        QString query;
-        QString unsorted;      ///< the same without its order
-        int sortedColumn = -1; ///< -1: the rows are not sorted
-        bool searched = false; ///< it is the words in the search box
-    };
-    static Asked allByName();
-    bool show(const Asked &asked, std::optional<qint64> sn = {});
-    bool search();
-    void showAllFound();
-    void standOnWanted();
-    qint64 currentSn() const;
+    void setUpList();
+    void showAnswer(bool whole);
     void sort(int column);
-    void refresh();
-    void makeCurrent(int row);
     bool editRow(int row, const QString &number);
     void deleteCurrent();
 
-    void showCount(QChar separator);
     void showMessage(const QString &key);
     void showSortArrow();
 
@@ -91,10 +72,7 @@ private:
     std::unique_ptr<Ui::FrmCustomer> m_ui;
     appearance::FormSetup m_setup;
     store::ResultModel Ado1;
-    appearance::SearchWhileTyping m_typing;
-    Asked m_asked; ///< last
-    Asked m_shown;
-    std::optional<qint64> m_wanted; ///< the SN to stand on once it is found
+    std::optional<appearance::SearchedList> m_list;
     bool m_columnsLaidOut = false;
 };
 

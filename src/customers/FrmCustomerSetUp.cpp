@@ -1,10 +1,10 @@
 #include "appearance/Keys.h"
 #include "customers/CustomerFields.h"
+#include "customers/CustomerQueries.h"
 #include "customers/FrmCustomer.h"
 #include "ui_FrmCustomer.h"
 
 #include <QHeaderView>
-#include <QMenu>
 
 #include <array>
 
@@ -35,19 +35,39 @@ void FrmCustomer::setUpGrid()
     grid.setModel(&Ado1);
     grid.setHint(m_context.texts.Lms(u"NoCustomersShown"_s));
     grid.setColumnsChoosable();
-    grid.setContextMenuPolicy(Qt::CustomContextMenu);
     QHeaderView *header = grid.horizontalHeader();
     header->setSectionsClickable(true);
     header->setSortIndicatorShown(true);
     connect(header, &QHeaderView::sectionClicked, this, &FrmCustomer::sort);
-    connect(&grid, &appearance::RecordGrid::customContextMenuRequested, this, &FrmCustomer::showMenu);
     connect(&grid, &appearance::RecordGrid::recordActivated, this, [this](int row) {
         if (editRow(row, m_ui->txtAddToExist->text())) {
             dropNumber(); // or the next customer who is opened would get it, too
         }
     });
-    connect(&grid, &appearance::RecordGrid::deleteRequested, this, &FrmCustomer::deleteCurrent);
-    connect(&grid, &appearance::RecordGrid::currentRowChanged, m_ui->Command4, &QWidget::setEnabled);
+}
+
+void FrmCustomer::setUpList()
+{
+    using appearance::SearchedList;
+    m_list.emplace(SearchedList::Context{.rows = Ado1,
+                                         .file = m_context.paths.CustomerFile,
+                                         .texts = m_context.texts,
+                                         .first = {.query = QString::fromUtf16(listQuery),
+                                                   .unsorted = QString::fromUtf16(refreshQuery),
+                                                   .sortedColumn = 0},
+                                         .searchQuery = searchQuery,
+                                         .countSign = u" "_s,
+                                         .foundCountSign = u":"_s},
+                   SearchedList::Controls{.grid = *m_ui->DataGrid1,
+                                          .words = *m_ui->txtSearch,
+                                          .search = *m_ui->cmdSearch,
+                                          .edit = *m_ui->Command4,
+                                          .remove = *m_ui->Command5,
+                                          .count = *m_ui->lblCount});
+    connect(&*m_list, &SearchedList::answered, this, &FrmCustomer::showAnswer);
+    connect(&*m_list, &SearchedList::editAsked, this, [this](int row) { editRow(row, {}); });
+    connect(&*m_list, &SearchedList::removeAsked, this, &FrmCustomer::deleteCurrent);
+    connect(&*m_list, &SearchedList::removeKeyPressed, this, &FrmCustomer::deleteCurrent);
 }
 
 /// The operator's own widths, order and choice come first. Does nothing before the file could be opened:
@@ -84,40 +104,13 @@ void FrmCustomer::translateHeadings()
 
 void FrmCustomer::setUpCommands()
 {
-    m_typing.watch(*m_ui->txtSearch, *m_ui->DataGrid1, [this] { search(); });
-    connect(m_ui->cmdSearch, &QPushButton::clicked, this, &FrmCustomer::search);
     connect(m_ui->Command1, &QPushButton::clicked, this, [this] { m_commands.addCustomer(); });
-    connect(m_ui->Command4, &QPushButton::clicked, this,
-            [this] { editRow(m_ui->DataGrid1->currentIndex().row(), {}); });
-    connect(m_ui->Command5, &QPushButton::clicked, this, &FrmCustomer::deleteCurrent);
     connect(m_ui->cmdExport, &QPushButton::clicked, this, [this] { m_commands.exportCustomers(); });
     connect(m_ui->Command3, &QPushButton::clicked, this,
             [this] { m_context.navigator.ShowHelp(u"Popup_CustomerDatabase"_s); });
     connect(m_ui->Command2, &QPushButton::clicked, this, &QWidget::close);
-    appearance::onKeys(*this, QKeySequence::Refresh, [this] { refresh(); });
     appearance::onHelpKey(*this, m_context.navigator, u"Popup_CustomerDatabase"_s);
     connect(m_ui->txtAddToExist, &QLineEdit::textChanged, this, [this] { showMessage({}); });
-    connect(&Ado1, &QAbstractItemModel::rowsInserted, this, &FrmCustomer::standOnWanted);
-    connect(&Ado1, &store::ResultModel::readingEnded, this, &FrmCustomer::showAllFound);
-    connect(&Ado1, &store::ResultModel::readingHeldUp, this, [this] { showMessage(u"FileInUse"_s); });
-    connect(&Ado1, &store::ResultModel::lockEnded, this, [this] { show(m_asked, m_wanted); });
-}
-
-void FrmCustomer::showMenu(const QPoint &position)
-{
-    QMenu menu(this);
-    const bool onRow = m_ui->DataGrid1->currentIndex().isValid();
-    const auto add = [&](const QString &caption, auto work) {
-        QAction *action = menu.addAction(caption);
-        action->setEnabled(onRow);
-        connect(action, &QAction::triggered, this, work);
-    };
-    add(m_ui->Command4->text(), [this] { m_ui->Command4->click(); });
-    add(m_context.texts.Lms(u"CopyRow"_s), [this] { m_ui->DataGrid1->copySelection(); });
-    add(m_context.texts.Lms(u"CopyCell"_s), [this] { m_ui->DataGrid1->copyCell(); });
-    menu.addSeparator();
-    add(m_ui->Command5->text(), [this] { deleteCurrent(); });
-    menu.exec(m_ui->DataGrid1->viewport()->mapToGlobal(position));
 }
 
 } // namespace customers

@@ -21,7 +21,6 @@ FrmEditCustomer::FrmEditCustomer(const Context &context)
                  context.form.server, context.effects})
 {
     m_ui->setupUi(this);
-    m_ownerLine.emplace(*m_ui->lblOwner, *m_ui->cmdOpenOwner, context.form.texts, context.form.navigator);
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowIcon(appearance::programIcon());
     m_setup.load(*this);
@@ -65,12 +64,10 @@ void FrmEditCustomer::setUpButtons()
     appearance::onKeys(*this, QKeySequence::Save, [this] { save(); });
 }
 
-void FrmEditCustomer::begin(Mode mode, const LoadedCustomer &customer)
+void FrmEditCustomer::begin(const LoadedCustomer &customer)
 {
-    m_mode = mode;
-    m_ui->Command1->setEnabled(mode == Mode::ADD);
     m_controls.setTexts(customer.record.shown);
-    m_ownerOfName.reset();
+    m_ownerLine->begin(customer.record.SN);
     follow(customer);
     m_ui->lblMessage->clear();
     m_ui->SSTab1->setCurrentIndex(0);
@@ -81,16 +78,16 @@ void FrmEditCustomer::begin(Mode mode, const LoadedCustomer &customer)
 void FrmEditCustomer::follow(const LoadedCustomer &customer)
 {
     m_loaded = customer;
+    m_ui->Command1->setEnabled(!customer.record.SN);
     m_ui->txtSN->setText(customer.record.SN ? QString::number(*customer.record.SN) : QString());
     m_controls.followTexts(customer.record.shown);
     m_loaded.record.shown = m_controls.texts();
-    showOwner();
+    m_ownerLine->follow(customer.record.SN);
 }
 
 void FrmEditCustomer::startNewCustomer(const QString &number)
 {
-    begin(Mode::ADD, CustomerEditing::newCustomer(number));
-    m_ui->txtCompanyCall->setModified(true); // the caller may be on file by this number
+    begin(CustomerEditing::newCustomer(number));
 }
 
 void FrmEditCustomer::addCustomer(const QString &number)
@@ -118,7 +115,7 @@ bool FrmEditCustomer::edit(const std::function<FoundCustomer()> &find)
         found = find();
     }
     if (found.customer) {
-        begin(Mode::EDIT, *found.customer);
+        begin(*found.customer);
     } else if (!found.message.isEmpty()) {
         m_context.form.prompts.tell(found.message, {}, this);
     }
@@ -154,7 +151,7 @@ bool FrmEditCustomer::settleUnsavedChanges()
 bool FrmEditCustomer::save()
 {
     replaceApostrophes();
-    const std::optional<lookup::Owner> owner = uncheckedOwner();
+    const std::optional<lookup::Owner> owner = m_ownerLine->untold();
     CustomerRecord typed = shownCustomer();
     LoadedCustomer loaded = m_loaded;
     const SavedCustomer saved = appearance::saveRecord(
@@ -168,15 +165,13 @@ bool FrmEditCustomer::save()
     if (saved.dropped) {
         startNewCustomer({});
     } else if (saved.written) {
-        m_mode = Mode::EDIT;
-        m_ui->Command1->setEnabled(false);
         follow(saved.customer);
         m_ui->lblMessage->setText(m_context.form.texts.Lms(u"EntrySaved"_s));
     } else if (!saved.wrongField.isEmpty()) {
         turnTo(saved.wrongField);
     }
     if (owner && saved.written) {
-        m_context.checks.tell(*owner, this);
+        m_ownerLine->tell(*owner);
     }
     return saved.written || saved.dropped;
 }

@@ -6,7 +6,6 @@
 #include "customers/CustomerEditing.h"
 #include "lookup/OwnerLine.h"
 
-#include <QTimer>
 #include <QWidget>
 
 #include <functional>
@@ -55,11 +54,9 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    enum class Mode { ADD, EDIT };
-
     CustomerRecord shownCustomer() const { return {m_loaded.record.SN, m_controls.texts()}; }
     bool hasUnsavedChanges() const { return shownCustomer() != m_loaded.record; }
-    void begin(Mode mode, const LoadedCustomer &customer);
+    void begin(const LoadedCustomer &customer);
     void follow(const LoadedCustomer &customer);
     QWidget *controlOf(QStringView column) const;
     void turnTo(QStringView column);
@@ -70,13 +67,7 @@ private:
     void setUpChecks();
     void setUpMessage();
     static void mirror(QLineEdit &one, QLineEdit &other);
-    QList<QLineEdit *> numberEdits() const;
-    bool isUnchecked(const QLineEdit &edit) const;
     void replaceApostrophes();
-    void checkName();
-    void checkNumbers(QLineEdit &numbers);
-    std::optional<lookup::Owner> uncheckedOwner();
-    void showOwner();
 
     void startNewCustomer(const QString &number);
     bool edit(const std::function<FoundCustomer()> &find);
@@ -92,11 +83,8 @@ private:
     appearance::ComboLists m_lists;
     CustomerControlSet m_controls;
     CustomerEditing m_editing;
-    Mode m_mode = Mode::ADD;
-    LoadedCustomer m_loaded;
+    LoadedCustomer m_loaded; ///< has an SN in "EDIT" mode
     std::optional<lookup::OwnerLine> m_ownerLine;
-    std::optional<lookup::Owner> m_ownerOfName; ///< while the name stands as it was looked up
-    QTimer m_typing;                            ///< runs until the operator pauses in a number
 };
 
 } // namespace customers

@@ -1,4 +1,3 @@
-#include "appearance/FieldChecks.h"
 #include "appearance/ThemedIcons.h"
 #include "customers/Addresses.h"
 #include "customers/FrmEditCustomer.h"
@@ -11,12 +10,6 @@ using namespace Qt::StringLiterals;
 
 // What single fields do, apart from being loaded and saved.
 namespace customers {
-
-namespace {
-
-constexpr auto numbersTable = lookup::Owner::Table::Customer;
-
-} // namespace
 
 // A box that completed or chose by itself would change what was typed: a city in other letters is another
 // item.
@@ -64,25 +57,15 @@ void FrmEditCustomer::mirror(QLineEdit &one, QLineEdit &other)
 
 void FrmEditCustomer::setUpChecks()
 {
-    constexpr std::chrono::milliseconds pause{300};
-    m_typing.setSingleShot(true);
-    m_typing.setInterval(pause);
-    connect(&m_typing, &QTimer::timeout, this, &FrmEditCustomer::showOwner);
-    connect(m_ui->txtCustomerName, &QLineEdit::textChanged, this, [this] {
-        if (std::exchange(m_ownerOfName, std::nullopt)) {
-            showOwner();
-        }
-    });
-    connect(m_ui->txtCustomerName, &QLineEdit::editingFinished, this, [this] {
-        replaceApostrophes();
-        appearance::whenReleased(*this, [this] { checkName(); });
-    });
-    for (QLineEdit *numbers : numberEdits()) {
-        connect(numbers, &QLineEdit::textChanged, &m_typing, qOverload<>(&QTimer::start));
-        connect(numbers, &QLineEdit::editingFinished, this, [this, numbers] {
-            appearance::whenReleased(*this, [this, numbers] { checkNumbers(*numbers); });
-        });
-    }
+    m_ownerLine.emplace(
+        *this, m_context.checks,
+        lookup::OwnerLine::Fields{.label = *m_ui->lblOwner,
+                                  .button = *m_ui->cmdOpenOwner,
+                                  .table = lookup::Owner::Table::Customer,
+                                  .numbers = {m_ui->txtCompanyCall, m_ui->txtCompanyFax,
+                                              m_ui->txtLinkmanMobile, m_ui->txtLinkmanMobile1},
+                                  .name = m_ui->txtCustomerName});
+    connect(m_ui->txtCustomerName, &QLineEdit::editingFinished, this, &FrmEditCustomer::replaceApostrophes);
 }
 
 QWidget *FrmEditCustomer::controlOf(QStringView column) const
@@ -107,17 +90,6 @@ void FrmEditCustomer::setUpMessage()
     m_controls.onChanged(*this, [this] { m_ui->lblMessage->clear(); });
 }
 
-QList<QLineEdit *> FrmEditCustomer::numberEdits() const
-{
-    return {m_ui->txtCompanyCall, m_ui->txtCompanyFax, m_ui->txtLinkmanMobile, m_ui->txtLinkmanMobile1};
-}
-
-/// Only what has changed since the last check: the warning itself takes the focus from the field.
-bool FrmEditCustomer::isUnchecked(const QLineEdit &edit) const
-{
-    return m_mode == Mode::ADD && edit.isModified() && !edit.text().trimmed().isEmpty();
-}
-
 // An apostrophe would break the statements that hold the name between quotation marks. A name that other
 // programs have filed with one is the customer's name all the same until it is changed.
 void FrmEditCustomer::replaceApostrophes()
@@ -126,67 +98,9 @@ void FrmEditCustomer::replaceApostrophes()
     if (edit.text() == m_loaded.record.text(u"CustomerName")) {
         return;
     }
-    const bool typed = edit.isModified();
     const QString name = edit.text().replace(u'\'', QChar(0x2019));
     if (name != edit.text()) {
         edit.setText(name);
-        edit.setModified(typed);
-    }
-}
-
-/// Whose the first is of what was typed and not checked yet.
-std::optional<lookup::Owner> FrmEditCustomer::uncheckedOwner()
-{
-    if (isUnchecked(*m_ui->txtCustomerName)) {
-        m_ownerOfName = m_context.checks.customerNamed(m_ui->txtCustomerName->text().trimmed(), {});
-        if (m_ownerOfName) {
-            return m_ownerOfName;
-        }
-    }
-    for (const QLineEdit *numbers : numberEdits()) {
-        if (isUnchecked(*numbers)) {
-            if (const auto owner = m_context.checks.ownerOfNumbers(numbersTable, numbers->text(), {})) {
-                return owner;
-            }
-        }
-    }
-    return {};
-}
-
-void FrmEditCustomer::showOwner()
-{
-    std::optional<lookup::Owner> owner = m_ownerOfName;
-    for (const QLineEdit *numbers : numberEdits()) {
-        if (!owner && m_context.checks.knowNumbers(numbersTable)) {
-            owner = m_context.checks.ownerOfNumbers(numbersTable, numbers->text(), m_loaded.record.SN);
-        }
-    }
-    m_ownerLine->show(owner);
-}
-
-void FrmEditCustomer::checkName()
-{
-    QLineEdit &edit = *m_ui->txtCustomerName;
-    const bool adding = isUnchecked(edit);
-    if (!edit.isModified() || edit.text().trimmed().isEmpty()) {
-        return;
-    }
-    if (adding) {
-        edit.setModified(false);
-    }
-    m_ownerOfName = m_context.checks.customerNamed(edit.text().trimmed(), m_loaded.record.SN);
-    showOwner();
-    if (adding && m_ownerOfName) {
-        m_context.checks.tell(*m_ownerOfName, this);
-    }
-}
-
-void FrmEditCustomer::checkNumbers(QLineEdit &numbers)
-{
-    if (isUnchecked(numbers)) {
-        numbers.setModified(false);
-        showOwner();
-        m_context.checks.IfThePhoneNumberExistInCustomer(numbers.text(), this);
     }
 }
 

@@ -89,7 +89,7 @@ void CallerDirectory::reloadPhoneBook()
     const std::optional<core::Error> &failure = m_index.phoneBookFailure();
     const bool untried = !failure && !m_index.knowsPhoneBook() && areKnown();
     const bool wasLocked = failure && store::tellsOfLock(*failure);
-    if ((untried || wasLocked) && store::stateOf(m_paths.PhoneBookFile)) {
+    if ((untried || wasLocked) && !store::isLocked(m_paths.PhoneBookFile)) {
         m_index.LoadPhoneNumberSNArray();
     }
 }

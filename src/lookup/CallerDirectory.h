@@ -37,6 +37,9 @@ public:
     void customerSaved(qint32 sn);
     void customerDeleted(qint32 sn);
 
+    /// A phone book entry was: whose its numbers are is known at once, though no call is told by them.
+    void entrySaved(qint32 sn, const QString &numbers) { m_index.entrySaved(sn, numbers); }
+
     NumberIndex &numbers() { return m_index; }
     /// The customers can be read, all of them.
     bool isAvailable() const { return m_available; }

@@ -49,10 +49,10 @@ void CallerPopUp::showNext()
     });
 }
 
-void CallerPopUp::customerRenamed(qint32 sn, const QString &name)
+void CallerPopUp::callerRenamed(const QString &source, qint32 sn, const QString &name)
 {
     if (m_form != nullptr && m_form->isVisible()) {
-        m_form->followName(sn, name);
+        m_form->followName(source, sn, name);
     }
 }
 

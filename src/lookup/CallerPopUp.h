@@ -38,7 +38,7 @@ public:
     /// Another call has come: a card that stands is told apart from it, unless ShowPopup now fills it.
     void nextCall();
     /// A card that stands for the customer shows the new name.
-    void customerRenamed(qint32 sn, const QString &name);
+    void callerRenamed(const QString &source, qint32 sn, const QString &name);
     /// Closes the card, if one stands.
     void close();
 

@@ -5,6 +5,7 @@
 #include "core/TextLookup.h"
 #include "lookup/NumberIndex.h"
 
+#include <functional>
 #include <optional>
 
 namespace lookup {
@@ -15,14 +16,11 @@ struct Owner
     enum class Table : quint8 { PhoneBook, Customer };
     Table table = Table::Customer;
     qint32 sn = 0;
-    QString name;
-    QString number; ///< as it was typed; empty where it is the name that is on file
+    QString name = {};
+    QString number = {}; ///< as it was typed; empty where it is the name that is on file
 
     bool operator==(const Owner &) const = default;
 };
-
-/// "555-0144 belongs to Acme.", or that a name is on file.
-QString ownerText(const core::TextLookup &texts, const Owner &owner);
 
 /// The checks that keep one caller from being filed twice.
 class ExistenceChecks
@@ -40,21 +38,23 @@ public:
     /// All must outlive the checks.
     explicit ExistenceChecks(const Needs &needs) : m_needs(needs) {}
 
-    /// Who holds the first of the numbers in the text that is on file in the table, the row `edited` left
-    /// out, which an editor shows. A piece without a digit is nobody's.
+    /// Who holds the first of the numbers in the text that is on file in the table right now, the row
+    /// `edited` left out, which an editor shows. A piece without a digit is nobody's. Never waits: while the
+    /// numbers or the owner's row cannot be read, nobody is known.
     std::optional<Owner> ownerOfNumbers(Owner::Table table, const QString &numbers,
                                         std::optional<qint32> edited) const;
-    /// False while the numbers are read for the first time: a question would wait for the last one.
-    bool knowNumbers(Owner::Table table) const
-    {
-        return table == Owner::Table::PhoneBook ? m_needs.index.knowsPhoneBook()
-                                                : m_needs.index.knowsCustomers();
-    }
+    /// Who holds it by the number index, which has the phone book as it was at the start. His name is empty
+    /// where that is not true any more.
+    std::optional<Owner> indexedOwner(Owner::Table table, const QString &numbers) const;
     /// The first customer but `edited` whose name contains `name`, where * ? # [ are wildcards.
     std::optional<Owner> customerNamed(const QString &name, std::optional<qint32> edited) const;
 
-    /// Tells in front of the editor that its number or name is on file, and whose it is; of a number the list
-    /// then shows the owner, behind the editor.
+    /// "555-0144 belongs to Acme.", or that a name is on file.
+    QString text(const Owner &owner) const;
+    /// Opens the editor on the owner.
+    void open(const Owner &owner) const;
+    /// Tells in front of the editor that its number or name is on file, and, where he has one, the name of
+    /// the owner; of a number the list then shows him, behind the editor.
     void tell(const Owner &owner, QWidget *editor) const;
 
     /// When one of the numbers in the text is on file: tells so and returns "". "NO" when nothing is found;
@@ -62,12 +62,17 @@ public:
     QString IfNumbersExistInSimplePhoneBook(const QString &numbers, QWidget *editor) const;
     QString IfThePhoneNumberExistInCustomer(const QString &numbers, QWidget *editor) const;
 
-    /// The query that lists the customers whose name contains `name`; "NO" and empty as above.
-    QString IfTheCustumerExist(const QString &name) const;
+    /// The query that lists the customers whose name contains `name`; "NO" and empty as above. `visit` is
+    /// shown each of them until it returns false.
+    QString IfTheCustumerExist(const QString &name,
+                               const std::function<bool(const store::Recordset &)> &visit = {}) const;
 
 private:
+    std::optional<Owner>
+    firstOwner(Owner::Table table, const QString &numbers,
+               const std::function<std::optional<Owner>(const QString &digits)> &ownerOf) const;
     QString check(Owner::Table table, const QString &numbers, QWidget *editor) const;
-    QString nameOf(Owner::Table table, qint32 sn) const;
+    std::optional<QString> nameOfHolder(Owner::Table table, qint32 sn, const QString &digits) const;
 
     const Needs m_needs;
 };

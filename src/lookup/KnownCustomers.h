@@ -46,8 +46,6 @@ public:
     void replace(const Row &row);
     void remove(qint32 sn);
 
-    /// What all of it takes in memory.
-
 private:
     struct Entry
     {

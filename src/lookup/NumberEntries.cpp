@@ -73,13 +73,24 @@ bool NumberEntries::finishSome()
     return m_hashed == m_entries.size();
 }
 
+quint32 NumberEntries::firstOf(QStringView number) const
+{
+    return m_slots.empty() ? noEntry : m_slots[slotOf(number, hashOf(number))].entry;
+}
+
 qint32 NumberEntries::find(QStringView number) const
 {
-    if (m_slots.empty()) {
-        return -1;
+    const quint32 entry = firstOf(number);
+    return entry == noEntry ? -1 : at(entry).SN;
+}
+
+std::vector<qint32> NumberEntries::findAll(QStringView number) const
+{
+    std::vector<qint32> found;
+    for (quint32 entry = firstOf(number); entry != noEntry; entry = m_next[entry]) {
+        found.push_back(at(entry).SN);
     }
-    const Slot &slot = m_slots[slotOf(number, hashOf(number))];
-    return slot.entry == noEntry ? -1 : at(slot.entry).SN;
+    return found;
 }
 
 PhoneNumberSN NumberEntries::view(const Entry &entry) const

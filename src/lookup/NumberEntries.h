@@ -36,6 +36,9 @@ public:
     /// The SN of the first entry whose number equals `number` in every character, -1 when none does.
     qint32 find(QStringView number) const;
 
+    /// The SN of each entry whose number does, in their order.
+    std::vector<qint32> findAll(QStringView number) const;
+
     /// Puts the digits of `pieces` in the place of a row's entries, or where its SN would stand. Only for
     /// finished entries; false, with nothing changed, where they do not stand in the order of their SN, and
     /// where no entry would be left.
@@ -57,6 +60,7 @@ private:
 
     Entry entryOf(QStringView piece, qint32 sn);
     PhoneNumberSN view(const Entry &entry) const;
+    quint32 firstOf(QStringView number) const;
     size_t homeOf(quint64 hash) const;
     size_t slotBehind(size_t slot) const { return slot + 1 == m_slots.size() ? 0 : slot + 1; }
     /// The slot that holds the number's first entry, or the free one where it would stand.

@@ -2,6 +2,8 @@
 
 #include "store/LockPatience.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -54,6 +56,18 @@ bool NumberIndex::updateCustomer(qint32 sn)
     bool updated = false;
     const bool done = m_log.trap(m_customers.procedure, [&] { updated = replaceCustomer(sn); });
     return done && (updated || m_customers.reading || LoadCustomerPhoneNumberSnArray());
+}
+
+void NumberIndex::entrySaved(qint32 sn, const QString &numbers)
+{
+    m_savedEntries.replace(sn, pieces(numbers));
+}
+
+std::vector<qint32> NumberIndex::entriesWith(QStringView phoneNumber) const
+{
+    std::vector<qint32> entries = PhoneNumberSNArray.findAll(phoneNumber);
+    std::ranges::copy(m_savedEntries.findAll(phoneNumber), std::back_inserter(entries));
+    return entries;
 }
 
 /// False where only a rebuild will do.

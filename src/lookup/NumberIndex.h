@@ -40,6 +40,10 @@ public:
     /// False after a failure.
     bool updateCustomer(qint32 sn);
 
+    /// Remembers the numbers of a phone book entry that was saved, beside the index, which keeps what it
+    /// read.
+    void entrySaved(qint32 sn, const QString &numbers);
+
     bool isLoading() const { return m_phoneBook.reading || m_customers.reading; }
     /// Reads on for a few milliseconds. False after a failure, and while another program has locked the file.
     bool continueLoading();
@@ -58,6 +62,12 @@ public:
     /// The lookup of a call, given the number as received without the blanks around it; never reads a file.
     /// -1 without a log entry where the index was never loaded: a desk may well have no customers.
     qint32 FindCustomerSnOfCaller(QStringView callerNumber) const;
+    /// All rows that may hold a number now; a phone book entry may have lost it. They never read a file.
+    std::vector<qint32> entriesWith(QStringView phoneNumber) const;
+    std::vector<qint32> customersWith(QStringView phoneNumber) const
+    {
+        return CustomerPhoneNumberSnArray.findAll(phoneNumber);
+    }
     /// What a call shows of a customer; nothing where nobody has that SN.
     std::optional<KnownCustomer> customer(qint32 sn) const { return m_known.find(sn); }
 
@@ -87,6 +97,7 @@ private:
     const core::CodePage &m_codePage;
     NumberEntries PhoneNumberSNArray;
     NumberEntries CustomerPhoneNumberSnArray;
+    NumberEntries m_savedEntries; ///< of the phone book, since the start
     Index m_phoneBook{QLatin1StringView("LoadPhoneNumberSNArray"), PhoneNumberSNArray};
     Index m_customers{QLatin1StringView("LoadCustomerPhoneNumberSnArray"), CustomerPhoneNumberSnArray};
     KnownCustomers m_known; ///< those whose numbers the index holds

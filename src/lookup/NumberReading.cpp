@@ -1,6 +1,7 @@
 #include "lookup/NumberReading.h"
 
 #include "lookup/PhoneNumbers.h"
+#include "store/LockPatience.h"
 
 #include <algorithm>
 #include <limits>
@@ -13,16 +14,17 @@ namespace {
 
 constexpr int firstNumberColumn = 2;
 
-store::Database openWhatIsLeft(const QString &file, bool waitsForLocks)
+store::Database openWhatIsLeft(const QString &file, bool waits)
 {
     using store::Database;
+    const store::NoWaiting atOnce(!waits);
     try {
-        return Database(file, {Database::Mode::ReadWrite, store::Wildcards::Asterisk, waitsForLocks});
+        return Database(file);
     } catch (const core::Error &error) {
         if (!store::tellsOfDamage(error)) {
             throw;
         }
-        return Database(file, {Database::Mode::Salvage, store::Wildcards::Asterisk, waitsForLocks});
+        return Database(file, Database::Mode::Salvage);
     }
 }
 
@@ -58,13 +60,14 @@ KnownCustomers::Row CallerTable::customer(const store::Row &row) const
 
 NumberReading::NumberReading(core::RunLog &log, const core::CodePage &codePage, CallerTable table,
                              Start start)
-    : m_log(log), m_codePage(codePage), m_table(std::move(table)),
-      m_database(openWhatIsLeft(m_table.file, start == Start::AtOnce)),
-      m_pace(start == Start::AtOnce ? 10'000 : 500), m_lastKey(std::numeric_limits<qint64>::min())
+    : m_log(log), m_codePage(codePage), m_table(std::move(table)), m_waits(start == Start::AtOnce),
+      m_database(openWhatIsLeft(m_table.file, m_waits)), m_pace(start == Start::AtOnce ? 10'000 : 500),
+      m_lastKey(std::numeric_limits<qint64>::min())
 {}
 
 NumberReading::Progress NumberReading::readOn()
 {
+    const store::NoWaiting atOnce(!m_waits);
     try {
         if (!m_rowsEnded) {
             readRows();

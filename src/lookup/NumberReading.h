@@ -64,6 +64,7 @@ private:
     core::RunLog &m_log;
     const core::CodePage &m_codePage;
     CallerTable m_table;
+    bool m_waits; ///< for another program's lock
     store::Database m_database;
     store::Pace m_pace;
     qint64 m_lastKey;

@@ -1,30 +1,64 @@
 #pragma once
 
-#include "core/Navigator.h"
-#include "core/TextLookup.h"
 #include "lookup/ExistenceChecks.h"
 
+#include <QHash>
 #include <QLabel>
+#include <QLineEdit>
+#include <QObject>
 #include <QPushButton>
+#include <QTimer>
+
+#include <optional>
 
 namespace lookup {
 
 /// The line of an editor that says whose a typed name or number is already, with a button that opens him.
-/// Neither is seen while it is nobody's.
-class OwnerLine
+/// Neither is seen while it is nobody's. In a new row the operator is asked about it, too, when he leaves the
+/// field.
+class OwnerLine : public QObject
 {
 public:
-    /// All must outlive the line.
-    OwnerLine(QLabel &label, QPushButton &button, const core::TextLookup &texts, core::Navigator &navigator);
-    Q_DISABLE_COPY_MOVE(OwnerLine)
+    /// What of the editor it needs.
+    struct Fields
+    {
+        QLabel &label;
+        QPushButton &button;
+        Owner::Table table;
+        QList<QLineEdit *> numbers;
+        QLineEdit *name = nullptr; ///< of a customer: is looked up when it is left
+    };
 
-    void show(const std::optional<Owner> &owner);
+    /// The editor must outlive the line, and so must the checks.
+    OwnerLine(QWidget &editor, const ExistenceChecks &checks, const Fields &fields);
+
+    /// The editor turns to another row, whose name it shows already.
+    void begin(std::optional<qint32> sn);
+    /// It shows the texts of the row now.
+    void follow(std::optional<qint32> sn);
+    /// Of a new row: whose the first is of what the operator has typed and was not told of.
+    std::optional<Owner> untold();
+    void tell(const Owner &owner) const { m_checks.tell(owner, &m_editor); }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    QLabel &m_label;
-    QPushButton &m_button;
-    const core::TextLookup &m_texts;
-    std::optional<Owner> m_owner;
+    bool isUntold(const QLineEdit &field) const;
+    void remember(const QLineEdit &field);
+    void leave(QLineEdit &field);
+    void lookUpName();
+    void show();
+
+    QWidget &m_editor;
+    const ExistenceChecks &m_checks;
+    const Fields m_fields;
+    std::optional<qint32> m_edited;           ///< none while the row is new
+    QHash<const QLineEdit *, QString> m_told; ///< of which the operator knows whether they are on file
+    QString m_lookedUpName;                   ///< or the one that the row began with
+    std::optional<Owner> m_ownerOfName;       ///< while it stands as it was looked up
+    std::optional<Owner> m_owner;             ///< shown
+    QTimer m_typing;                          ///< runs until the operator pauses in a number
 };
 
 } // namespace lookup

@@ -108,9 +108,9 @@ void frmPopUp::fill(const PopUpView &view)
     m_ui->lblBlackListNotice->setVisible(view.standing != core::Standing::Ordinary);
 }
 
-void frmPopUp::followName(qint32 sn, const QString &name)
+void frmPopUp::followName(const QString &source, qint32 sn, const QString &name)
 {
-    if (m_ui->txtSnType->text() == "CUSTOMER"_L1 && core::leadingNumber(m_ui->txtSN->text()) == sn) {
+    if (m_ui->txtSnType->text() == source && core::leadingNumber(m_ui->txtSN->text()) == sn) {
         m_ui->txtAbout->setText(callerLine(m_ui->lblCallerNumber->text(), name));
         m_ui->txtAbout->setCursorPosition(0);
         m_ui->lblCallerName->setText(core::shownText(name));

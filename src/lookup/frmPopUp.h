@@ -30,7 +30,7 @@ public:
     /// Greys the card and says when its call came: it is not the one that rings.
     void showAsEarlier();
     /// Where the caller is that customer, he has a new name.
-    void followName(qint32 sn, const QString &name);
+    void followName(const QString &source, qint32 sn, const QString &name);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;

@@ -62,6 +62,19 @@ void CallGridModel::ShowCallerID_tarn(const core::CallRecord &record)
     m_ring[m_newest] = rowOf(record);
 }
 
+void CallGridModel::showEarlierCall(const core::CallRecord &record, int newerCalls)
+{
+    ShowCallerID_tarn(record);
+    publish();
+    const int place = std::min(newerCalls, m_published - 1);
+    if (place > 0 && beginMoveRows({}, 0, 0, {}, place + 1)) {
+        for (size_t row = m_newest; row < m_newest + static_cast<size_t>(place); ++row) {
+            std::swap(m_ring[row % m_ring.size()], m_ring[(row + 1) % m_ring.size()]);
+        }
+        endMoveRows();
+    }
+}
+
 void CallGridModel::showCallAgain(const core::CallRecord &shown, const core::CallRecord &now)
 {
     std::ranges::replace(m_ring, rowOf(shown), rowOf(now));

@@ -32,6 +32,8 @@ public:
     void iniGridCallerID_tarn();
     /// Adds one call as the newest. Views see it with the next publish().
     void ShowCallerID_tarn(const core::CallRecord &record);
+    /// Adds one call below so many newer ones; views see it at once.
+    void showEarlierCall(const core::CallRecord &record, int newerCalls);
     /// Gives the rows that show `shown` what is known of the call by now.
     void showCallAgain(const core::CallRecord &shown, const core::CallRecord &now);
     /// Tells the views of the calls added since, all at once, so that a burst costs one repaint.

@@ -262,6 +262,11 @@ void FrmMain::ShowCallerID_tarn(const core::CallRecord &record)
     m_screen.schedule();
 }
 
+void FrmMain::showEarlierCall(const core::CallRecord &record, int newerCalls)
+{
+    m_calls.showEarlierCall(record, newerCalls);
+}
+
 void FrmMain::showCallAgain(const core::CallRecord &shown, const core::CallRecord &now)
 {
     m_calls.showCallAgain(shown, now);

@@ -81,6 +81,7 @@ public:
     /// The key of what is to be told about the message logs for as long as it lasts; empty where all is well.
     void showMessageLogs(const QString &troubleKey);
     void ShowCallerID_tarn(const core::CallRecord &record);
+    void showEarlierCall(const core::CallRecord &record, int newerCalls);
     void showCallAgain(const core::CallRecord &shown, const core::CallRecord &now);
     void showLastCaller(const core::CallRecord &record, const QString &text);
     /// How many received messages nobody has seen yet.

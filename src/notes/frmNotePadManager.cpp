@@ -207,7 +207,7 @@ bool frmNotePadManager::GetRecordSet(const QString &select)
     }
     if (!store::ConnectDatabase(log, m_connection, file)) {
         if (store::isLocked(file)) {
-            m_result.awaitLock();
+            m_result.awaitLock(file);
         }
         return false;
     }

@@ -12,31 +12,35 @@ OptionsWindows::~OptionsWindows()
 
 void OptionsWindows::showOptions()
 {
-    if (m_options == nullptr || !m_options->isVisible()) { // one that was closed is about to be deleted
+    frmOptions *form = m_options;
+    if (form == nullptr || !form->isVisible()) { // one that was closed is about to be deleted
         const appearance::FormContext &forms = m_context.forms;
         const OptionsLogic::Context options = {forms.paths, forms.log,     m_context.settings,
                                                forms.texts, forms.prompts, m_context.effects};
-        m_options = new frmOptions(forms, options, [this] { showLanguageEditor(); });
-        QObject::connect(m_options, &frmOptions::languageSaved, m_options, [this] {
+        form = new frmOptions(forms, options, [this] { showLanguageEditor(); });
+        m_options = form;
+        QObject::connect(form, &frmOptions::languageSaved, form, [this] {
             if (m_editor != nullptr) {
                 m_editor->showLanguage();
             }
         });
     }
-    appearance::bringToFront(*m_options);
+    appearance::bringToFront(*form);
 }
 
 void OptionsWindows::showLanguageEditor()
 {
-    if (m_editor == nullptr || !m_editor->isVisible()) { // likewise
-        m_editor = new frmLanguageEditor(m_context.forms, m_context.settings);
-        QObject::connect(m_editor, &frmLanguageEditor::languageSaved, m_editor, [this] {
+    frmLanguageEditor *form = m_editor;
+    if (form == nullptr || !form->isVisible()) { // likewise
+        form = new frmLanguageEditor(m_context.forms, m_context.settings);
+        m_editor = form;
+        QObject::connect(form, &frmLanguageEditor::languageSaved, form, [this] {
             if (m_options != nullptr) {
                 m_options->showLanguage();
             }
         });
     }
-    appearance::bringToFront(*m_editor);
+    appearance::bringToFront(*form);
 }
 
 } // namespace options

@@ -58,8 +58,9 @@ void frmLanguageEditor::loadGrid()
     Data1.setHeading(u"english"_s, m_context.texts.Lms(u"LanguageEditorEnglish"_s));
     connect(&Data1, &store::ResultModel::readingEnded, this, [this] { showRows(Data1.isComplete()); });
     connect(&Data1, &store::ResultModel::readingHeldUp, this, [this] { showRows(false); });
-    connect(&Data1, &store::ResultModel::lockEnded, this,
-            [this] { isLanguageTable(Data1) ? search() : loadRows(); });
+    connect(&Data1, &store::ResultModel::lockEnded, this, [this] {
+        m_ui->DBGrid1->whenNotTyping([this] { isLanguageTable(Data1) ? search() : loadRows(); });
+    });
     m_ui->DBGrid1->setModel(&Data1);
     m_ui->DBGrid1->setHint(m_context.texts.Lms(u"LanguageEditorHint"_s));
     connect(m_ui->DBGrid1, &appearance::RecordGrid::recordActivated, this, &frmLanguageEditor::editRow);

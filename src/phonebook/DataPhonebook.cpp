@@ -86,7 +86,7 @@ SavedEntry DataPhonebook::write(int row, const PhoneBookEntry &loaded, const Pho
     log().trap(name(), [&] { saved = writeTyped(databaseFile(), loaded, typed); });
     forgetRow(row);
     if (saved.written) {
-        Q_EMIT changedInPlace();
+        Q_EMIT entryWritten(saved.entry);
     }
     return saved;
 }

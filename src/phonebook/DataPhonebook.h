@@ -29,6 +29,8 @@ public:
     SavedEntry write(int row, const PhoneBookEntry &loaded, const PhoneBookEntry &typed);
 
 Q_SIGNALS:
+    /// What was typed into a cell stands in the file.
+    void entryWritten(const phonebook::PhoneBookEntry &entry);
     /// A blank number was not taken.
     void blankRefused();
     /// What was typed into a cell could not be written.

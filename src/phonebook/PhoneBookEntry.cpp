@@ -98,7 +98,7 @@ SavedEntry SaveSimplePhoneBook(const Desk &desk, const PhoneBookEntry &loaded, c
     const bool succeeded = desk.log.trap("SaveSimplePhoneBook"_L1, [&] {
         saved = write(desk.paths.PhoneBookFile, loaded, typed, Fields::All);
         if (saved.written) {
-            desk.rebindList(*saved.entry.SN);
+            desk.entrySaved(saved.entry);
             desk.server.SendServer(u"REFRESHSIMPLEPHONEBOOK"_s);
         }
     });

@@ -46,7 +46,7 @@ struct Desk
     core::RunLog &log;
     const core::TextLookup &texts;
     core::Server &server;
-    std::function<void(qint32 sn)> rebindList; ///< shows the whole phone book anew where its list is open
+    std::function<void(const PhoneBookEntry &entry)> entrySaved; ///< what a saved entry causes elsewhere
 };
 
 /// What became of an entry, and how it stands on file after that.

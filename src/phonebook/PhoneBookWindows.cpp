@@ -19,6 +19,7 @@ frmSimplePhoneBook &PhoneBookWindows::list()
         m_list = new frmSimplePhoneBook(m_context.forms);
         QObject::connect(m_list, &frmSimplePhoneBook::addAsked, m_list, [this] { addEntry(); });
         QObject::connect(m_list, &frmSimplePhoneBook::editAsked, m_list, [this] { ShowaSimplePhoneBook(); });
+        QObject::connect(m_list, &frmSimplePhoneBook::entrySaved, m_list, m_context.entrySaved);
     }
     return *m_list;
 }
@@ -26,12 +27,13 @@ frmSimplePhoneBook &PhoneBookWindows::list()
 frmSimplePhoneBookEdit &PhoneBookWindows::editor()
 {
     if (m_editor == nullptr) {
-        const auto rebindList = [this](qint32 sn) {
+        const auto entrySaved = [this](const PhoneBookEntry &entry) {
             if (m_list != nullptr) {
-                m_list->showAll(sn);
+                m_list->followSaved(*entry.SN);
             }
+            m_context.entrySaved(entry);
         };
-        m_editor = new frmSimplePhoneBookEdit({m_context.forms, m_context.checks, rebindList});
+        m_editor = new frmSimplePhoneBookEdit({m_context.forms, m_context.checks, entrySaved});
     }
     return *m_editor;
 }

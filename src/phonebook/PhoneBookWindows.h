@@ -18,6 +18,7 @@ public:
     {
         appearance::FormContext forms;
         const lookup::ExistenceChecks &checks;
+        std::function<void(const PhoneBookEntry &entry)> entrySaved; ///< what it causes in other folders
     };
 
     explicit PhoneBookWindows(const Context &context) : m_context(context) {}

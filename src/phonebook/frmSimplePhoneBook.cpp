@@ -8,8 +8,6 @@
 #include <QCloseEvent>
 #include <QComboBox>
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace phonebook {
@@ -22,10 +20,10 @@ frmSimplePhoneBook::frmSimplePhoneBook(const appearance::FormContext &context)
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowIcon(appearance::programIcon());
     m_setup.load(*this);
-    setUpGrid();
+    setUpList();
     connectControls();
     connectGrid();
-    showAll();
+    m_list->refresh();
     m_ui->txtSearch->setFocus();
 }
 
@@ -34,64 +32,26 @@ frmSimplePhoneBook::~frmSimplePhoneBook()
     m_setup.unload();
 }
 
-void frmSimplePhoneBook::showAll(std::optional<qint32> sn)
+void frmSimplePhoneBook::followSaved(qint32 sn)
 {
-    m_ui->txtSearch->clear();
-    m_typing.settle();
-    bind(allEntriesQuery(), sn);
+    m_list->follow({.query = allEntriesQuery()}, sn);
 }
 
 void frmSimplePhoneBook::showQuery(const QString &query)
 {
-    m_ui->txtSearch->clear(); // its words would not be what is shown
-    m_typing.settle();
-    bind(query);
+    m_list->showUnsearched({.query = query});
 }
 
-// What is being typed into a cell is written first: new rows take its box away.
-void frmSimplePhoneBook::bind(const QString &query, std::optional<qint32> sn)
+/// There is no hint while no file could be read: it is not known then whether there are entries.
+void frmSimplePhoneBook::showAnswer(bool whole)
 {
-    auto *grid = m_ui->DbgPhoneBook;
-    if (grid->indexWidget(grid->currentIndex()) != nullptr) {
-        grid->setFocus();
-    }
-    m_asked = query;
-    m_wanted = sn;
-    if (m_data->setRecordSource(m_context.paths.PhoneBookFile, query)) {
-        m_typing.rowsShown();
+    const QString &shown = m_data->recordSource();
+    const QString key = shown == allEntriesQuery() ? u"PhoneBookEmpty"_s : u"NoEntryFound"_s;
+    m_ui->DbgPhoneBook->setHint(shown.isEmpty() ? QString() : m_context.texts.Lms(key));
+    if (whole) {
         layOutColumns();
         notice({});
-        standOn(0);
-        standOnWanted();
-        if (!m_data->isReading()) {
-            showAllFound();
-        }
     } else {
-        showReadingTrouble();
-    }
-    showHint();
-}
-
-void frmSimplePhoneBook::search()
-{
-    m_typing.settle();
-    bind(searchQuery(m_ui->txtSearch->text().trimmed()));
-}
-
-void frmSimplePhoneBook::refresh()
-{
-    const QString shown = m_data->recordSource();
-    bind(shown.isEmpty() ? allEntriesQuery() : shown, currentSn());
-}
-
-/// A search without hits leaves the count of the one before.
-void frmSimplePhoneBook::showAllFound()
-{
-    const bool searched = m_data->recordSource() == searchQuery(m_ui->txtSearch->text().trimmed());
-    if (m_data->rowCount() > 0 || !searched) {
-        showCount();
-    }
-    if (!m_data->isComplete()) {
         showReadingTrouble();
     }
 }
@@ -107,61 +67,16 @@ void frmSimplePhoneBook::showReadingTrouble()
 // an entry by it. What the grid itself deletes counts as a change made in the grid.
 void frmSimplePhoneBook::deleteCurrent(DeletedBy means)
 {
-    const int row = m_ui->DbgPhoneBook->currentIndex().row();
-    const bool confirmed = m_typing.ask([this] {
+    using Removal = appearance::SearchedList::Removal;
+    const Removal removal = m_list->removeCurrent([this] {
         return m_context.prompts.askOkCancel(m_context.texts.Lms(u"DeletePhoneNumberInfo?"_s), u"CRM"_s);
     });
-    if (!confirmed || row < 0) {
-        return;
+    if (removal == Removal::Failed) {
+        showWritingTrouble();
+    } else if (removal == Removal::Done) {
+        m_context.server.SendServer(means == DeletedBy::Button ? u"REFRESHCUSTOMERLIST"_s
+                                                               : u"REFRESHSIMPLEPHONEBOOK"_s);
     }
-    if (!m_data->removeRow(row)) {
-        return showWritingTrouble();
-    }
-    standOn(row - 1);
-    showCount();
-    showHint();
-    m_context.server.SendServer(means == DeletedBy::Button ? u"REFRESHCUSTOMERLIST"_s
-                                                           : u"REFRESHSIMPLEPHONEBOOK"_s);
-}
-
-/// A row behind the last stands for the last; before the first, the list stands on none.
-void frmSimplePhoneBook::standOn(int row)
-{
-    const int column = m_data->columnOf(u"Telno"_s);
-    m_ui->DbgPhoneBook->setCurrentIndex(m_data->index(std::min(row, m_data->rowCount() - 1), column));
-}
-
-/// Entries that are found later do not take the operator from the one that he has gone to.
-void frmSimplePhoneBook::standOnWanted()
-{
-    const int current = m_ui->DbgPhoneBook->currentIndex().row();
-    const int wanted = m_wanted ? m_data->rowOf(*m_wanted) : -1;
-    if (current <= 0 && (wanted >= 0 || current < 0)) {
-        standOn(std::max(wanted, 0));
-    }
-    if (wanted >= 0) {
-        m_wanted.reset();
-    }
-}
-
-std::optional<qint32> frmSimplePhoneBook::currentSn() const
-{
-    const QVariant sn = m_data->field(m_ui->DbgPhoneBook->currentIndex().row(), u"SN"_s);
-    return sn.isNull() ? std::nullopt : std::optional(sn.toInt());
-}
-
-void frmSimplePhoneBook::showCount()
-{
-    m_ui->lblCount->setText(m_context.texts.Lms(u"Totalcount"_s) + u": "_s +
-                            QString::number(m_data->rowCount()));
-}
-
-/// None while no file could be read: it is not known then whether there are entries.
-void frmSimplePhoneBook::showHint()
-{
-    const QString &shown = m_data->recordSource();
-    const QString key = shown == allEntriesQuery() ? u"PhoneBookEmpty"_s : u"NoEntryFound"_s;
-    m_ui->DbgPhoneBook->setHint(shown.isEmpty() ? QString() : m_context.texts.Lms(key));
 }
 
 /// A file that has taken the place of the one in the list is shown first.
@@ -170,7 +85,7 @@ void frmSimplePhoneBook::showWritingTrouble()
     const QString &file = m_context.paths.PhoneBookFile;
     const bool replaced = m_data->isReplaced() && obstacleText(m_context.texts, file).isEmpty();
     if (replaced) {
-        refresh();
+        m_list->refresh();
     }
     const bool otherIsShown = replaced && !m_data->isReplaced();
     notice(otherIsShown ? m_context.texts.Lms(u"PhoneBookReplaced"_s) : troubleText(m_context.texts, file));
@@ -196,7 +111,7 @@ void frmSimplePhoneBook::settle(const QPersistentModelIndex &cell, PhoneBookEntr
         return editAgain(cell, typed);
     }
     if (saved.dropped || saved.entry.SN != currentSn()) { // a row has gone, or come
-        bind(m_data->recordSource(), saved.entry.SN);
+        m_list->show(m_list->shown(), saved.entry.SN);
     }
 }
 
@@ -227,23 +142,6 @@ void frmSimplePhoneBook::editAgain(const QPersistentModelIndex &cell, const QStr
 void frmSimplePhoneBook::notice(const QString &text)
 {
     m_ui->lblNotice->setText(text);
-}
-
-bool frmSimplePhoneBook::event(QEvent *event)
-{
-    if (event->type() == QEvent::WindowActivate && !m_data->isReading()) {
-        showCount();
-    }
-    return QWidget::event(event);
-}
-
-void frmSimplePhoneBook::keyPressEvent(QKeyEvent *event)
-{
-    if (event->key() != Qt::Key_Escape) {
-        QWidget::keyPressEvent(event);
-    } else if (!m_typing.leave()) {
-        close();
-    }
 }
 
 void frmSimplePhoneBook::closeEvent(QCloseEvent *event)

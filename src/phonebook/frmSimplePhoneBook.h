@@ -1,7 +1,7 @@
 #pragma once
 
 #include "appearance/FormContext.h"
-#include "appearance/SearchWhileTyping.h"
+#include "appearance/SearchedList.h"
 #include "phonebook/DataPhonebook.h"
 
 #include <QWidget>
@@ -23,53 +23,43 @@ public:
     explicit frmSimplePhoneBook(const appearance::FormContext &context);
     ~frmSimplePhoneBook() override;
 
-    /// Shows every entry, forgets the search text, and stands on the entry of that SN.
-    void showAll(std::optional<qint32> sn = {});
+    /// After an entry was saved: shows what is searched for, or else all, anew, and stands on it.
+    void followSaved(qint32 sn);
     /// Shows the entries of a query in the given words.
     void showQuery(const QString &query);
 
     /// The SN of the entry that the list stands on; empty without one.
-    std::optional<qint32> currentSn() const;
+    std::optional<qint32> currentSn() const { return m_list->currentSn(); }
 
 Q_SIGNALS:
     void addAsked();
     void editAsked();
+    /// In the list itself.
+    void entrySaved(const phonebook::PhoneBookEntry &entry);
 
 protected:
-    bool event(QEvent *event) override;
-    void keyPressEvent(QKeyEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
 
 private:
     enum class DeletedBy { Button, Grid };
 
-    void setUpGrid();
+    void setUpList();
     void connectControls();
     void connectGrid();
     void layOutColumns();
-    void bind(const QString &query, std::optional<qint32> sn = {});
-    void search();
-    void refresh();
+    void showAnswer(bool whole);
     void deleteCurrent(DeletedBy means);
-    void standOn(int row);
-    void standOnWanted();
-    void showCount();
-    void showAllFound();
-    void showHint();
     void showReadingTrouble();
     void showWritingTrouble();
     void settle(const QPersistentModelIndex &cell, PhoneBookEntry loaded, const QString &typed);
     void editAgain(const QPersistentModelIndex &cell, const QString &typed);
-    void showMenu(const QPoint &position);
     void notice(const QString &text);
 
     const appearance::FormContext m_context;
     std::unique_ptr<Ui::frmSimplePhoneBook> m_ui;
     appearance::FormSetup m_setup;
     DataPhonebook *m_data; ///< a child
-    appearance::SearchWhileTyping m_typing;
-    QString m_asked;                ///< the query last asked for
-    std::optional<qint32> m_wanted; ///< the SN to stand on, once it is found
+    std::optional<appearance::SearchedList> m_list;
 };
 
 } // namespace phonebook

@@ -1,6 +1,5 @@
 #include "phonebook/frmSimplePhoneBookEdit.h"
 
-#include "appearance/FieldChecks.h"
 #include "appearance/Keys.h"
 #include "appearance/MemoBox.h"
 #include "appearance/NameInTitle.h"
@@ -10,7 +9,6 @@
 #include "ui_frmSimplePhoneBookEdit.h"
 
 #include <QCloseEvent>
-#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -24,8 +22,11 @@ frmSimplePhoneBookEdit::frmSimplePhoneBookEdit(const Needs &needs)
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowIcon(appearance::programIcon());
     m_setup.load(*this);
-    m_ui->txtTelno->installEventFilter(this);
-    m_ownerLine.emplace(*m_ui->lblOwner, *m_ui->cmdOpenOwner, needs.forms.texts, needs.forms.navigator);
+    m_ownerLine.emplace(*this, needs.checks,
+                        lookup::OwnerLine::Fields{.label = *m_ui->lblOwner,
+                                                  .button = *m_ui->cmdOpenOwner,
+                                                  .table = lookup::Owner::Table::PhoneBook,
+                                                  .numbers = {m_ui->txtTelno}});
     connectControls();
     m_loaded = contents();
 }
@@ -43,11 +44,6 @@ void frmSimplePhoneBookEdit::connectControls()
     connect(m_ui->txtDetailDes, &appearance::MemoBox::textChanged, this, clearNotice);
     connect(m_ui->chkVIP, &QCheckBox::stateChanged, this, clearNotice);
     connect(m_ui->chkBlackList, &QCheckBox::stateChanged, this, clearNotice);
-    constexpr std::chrono::milliseconds pause{300};
-    m_typing.setSingleShot(true);
-    m_typing.setInterval(pause);
-    connect(m_ui->txtTelno, &QLineEdit::textChanged, &m_typing, qOverload<>(&QTimer::start));
-    connect(&m_typing, &QTimer::timeout, this, &frmSimplePhoneBookEdit::showOwner);
     connect(m_ui->Command1, &QPushButton::clicked, this, &QWidget::close);
     connect(m_ui->Command2, &QPushButton::clicked, this, &frmSimplePhoneBookEdit::save);
     appearance::nameInTitle(*this, *m_ui->txtSimpleDes);
@@ -56,24 +52,22 @@ void frmSimplePhoneBookEdit::connectControls()
 
 void frmSimplePhoneBookEdit::editEntry(const PhoneBookEntry &entry)
 {
-    const bool isThisOne = m_mode == Mode::Edit && m_loaded.SN == entry.SN;
-    if (isThisOne ? !isChanged() : mayDropContents()) {
-        fill(entry, Mode::Edit);
+    if (m_loaded.SN == entry.SN ? !isChanged() : mayDropContents()) {
+        fill(entry);
     }
 }
 
 void frmSimplePhoneBookEdit::addEntry(const QString &number)
 {
     if (mayDropContents()) {
-        fill({.Telno = number}, Mode::Add);
+        fill({.Telno = number});
         (number.isEmpty() ? m_ui->txtTelno : m_ui->txtSimpleDes)->setFocus(); // it is the next thing to type
     }
 }
 
-void frmSimplePhoneBookEdit::fill(const PhoneBookEntry &entry, Mode mode)
+void frmSimplePhoneBookEdit::fill(const PhoneBookEntry &entry)
 {
-    m_mode = mode;
-    m_checkedNumbers.clear();
+    m_ownerLine->begin(entry.SN);
     m_ui->txtDetailDes->setText(entry.detaildes);
     follow(entry);
     m_ui->txtTelno->setFocus();
@@ -97,7 +91,7 @@ void frmSimplePhoneBookEdit::follow(const PhoneBookEntry &entry)
     m_ui->chkVIP->setCheckState(entry.IfVIP);
     m_loaded.SN = entry.SN;
     m_loaded = contents();
-    showOwner();
+    m_ownerLine->follow(entry.SN);
 }
 
 PhoneBookEntry frmSimplePhoneBookEdit::contents() const
@@ -139,49 +133,16 @@ bool frmSimplePhoneBookEdit::mayDropContents()
     return false;
 }
 
-bool frmSimplePhoneBookEdit::eventFilter(QObject *watched, QEvent *event)
-{
-    if (watched == m_ui->txtTelno && appearance::leavesField(*event)) {
-        QTimer::singleShot(0, this, [this] { appearance::whenReleased(*this, [this] { checkNumbers(); }); });
-    }
-    return QDialog::eventFilter(watched, event);
-}
-
-bool frmSimplePhoneBookEdit::isUnchecked() const
-{
-    const QString numbers = m_ui->txtTelno->text().trimmed();
-    return m_mode == Mode::Add && !numbers.isEmpty() && numbers != m_checkedNumbers;
-}
-
-void frmSimplePhoneBookEdit::checkNumbers()
-{
-    if (isUnchecked()) {
-        m_checkedNumbers = m_ui->txtTelno->text().trimmed();
-        showOwner();
-        m_needs.checks.IfNumbersExistInSimplePhoneBook(m_checkedNumbers, this);
-    }
-}
-
-void frmSimplePhoneBookEdit::showOwner()
-{
-    constexpr auto table = lookup::Owner::Table::PhoneBook;
-    m_ownerLine->show(m_needs.checks.knowNumbers(table)
-                          ? m_needs.checks.ownerOfNumbers(table, m_ui->txtTelno->text(), m_loaded.SN)
-                          : std::nullopt);
-}
-
 // The numbers are checked here too: Enter saves without leaving the box. What is found does not keep the
 // operator from saving, and is told once the entry is written. From then on it is edited like any other;
 // saving again adds no second row.
 bool frmSimplePhoneBookEdit::save()
 {
     const appearance::FormContext &forms = m_needs.forms;
-    const auto owner = isUnchecked() ? m_needs.checks.ownerOfNumbers(lookup::Owner::Table::PhoneBook,
-                                                                     m_ui->txtTelno->text(), {})
-                                     : std::nullopt;
+    const std::optional<lookup::Owner> owner = m_ownerLine->untold();
     PhoneBookEntry loaded = m_loaded;
     PhoneBookEntry typed = contents();
-    const Desk desk{forms.paths, forms.log, forms.texts, forms.server, m_needs.rebindList};
+    const Desk desk{forms.paths, forms.log, forms.texts, forms.server, m_needs.entrySaved};
     const SavedEntry saved = appearance::saveRecord(
         forms,
         appearance::recordEditor(*this, typed.simpledes,
@@ -189,16 +150,15 @@ bool frmSimplePhoneBookEdit::save()
         [&] { return phonebook::save(desk, loaded, typed); },
         [&](const core::Saved &refused, core::Whose holds) { decide(refused, holds, loaded, typed); });
     if (saved.dropped) {
-        fill({}, Mode::Add);
+        fill({});
     } else if (saved.written) {
-        m_mode = Mode::Edit;
         follow(saved.entry);
         m_ui->lblNotice->setText(forms.texts.Lms(u"EntrySaved"_s));
     } else if (!saved.wrongField.isEmpty()) {
         controlOf(saved.wrongField)->setFocus();
     }
     if (owner && saved.written) {
-        m_needs.checks.tell(*owner, this);
+        m_ownerLine->tell(*owner);
     }
     return saved.written || saved.dropped;
 }

@@ -5,7 +5,6 @@
 #include "phonebook/PhoneBookEntry.h"
 
 #include <QDialog>
-#include <QTimer>
 
 #include <memory>
 
@@ -25,7 +24,7 @@ public:
     {
         appearance::FormContext forms;
         const lookup::ExistenceChecks &checks;
-        std::function<void(qint32 sn)> rebindList; ///< see Desk
+        std::function<void(const PhoneBookEntry &entry)> entrySaved; ///< see Desk
     };
 
     explicit frmSimplePhoneBookEdit(const Needs &needs);
@@ -40,31 +39,22 @@ public:
 
 protected:
     void closeEvent(QCloseEvent *event) override;
-    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    enum class Mode { Add, Edit };
-
     void connectControls();
-    void fill(const PhoneBookEntry &entry, Mode mode);
+    void fill(const PhoneBookEntry &entry);
     void follow(const PhoneBookEntry &entry);
     PhoneBookEntry contents() const;
     bool isChanged() const { return contents() != m_loaded; }
     QWidget *controlOf(const QString &column) const;
     bool mayDropContents();
-    bool isUnchecked() const;
-    void checkNumbers();
-    void showOwner();
     bool save();
 
     const Needs m_needs;
     std::unique_ptr<Ui::frmSimplePhoneBookEdit> m_ui;
     appearance::FormSetup m_setup;
-    Mode m_mode = Mode::Add;
-    PhoneBookEntry m_loaded;  ///< the contents before the operator changed them
-    QString m_checkedNumbers; ///< which the operator knows to be on file, or not
+    PhoneBookEntry m_loaded; ///< the contents before the operator changed them; has an SN in the mode "EDIT"
     std::optional<lookup::OwnerLine> m_ownerLine;
-    QTimer m_typing; ///< runs until the operator pauses in the numbers
 };
 
 } // namespace phonebook

@@ -4,8 +4,6 @@
 #include "phonebook/frmSimplePhoneBook.h"
 #include "ui_frmSimplePhoneBook.h"
 
-#include <QMenu>
-
 #include <array>
 
 using namespace Qt::StringLiterals;
@@ -20,24 +18,36 @@ constexpr std::array columnWidths{26, 28, 14, 14, 20};
 
 } // namespace
 
-void frmSimplePhoneBook::setUpGrid()
+void frmSimplePhoneBook::setUpList()
 {
+    using appearance::SearchedList;
     m_ui->DbgPhoneBook->setModel(m_data);
     m_ui->DbgPhoneBook->setItemDelegate(new MarkDelegate(*m_data, this));
+    m_list.emplace(SearchedList::Context{.rows = *m_data,
+                                         .file = m_context.paths.PhoneBookFile,
+                                         .texts = m_context.texts,
+                                         .first = {.query = allEntriesQuery()},
+                                         .searchQuery = searchQuery,
+                                         .countSign = u": "_s,
+                                         .foundCountSign = u": "_s},
+                   SearchedList::Controls{.grid = *m_ui->DbgPhoneBook,
+                                          .words = *m_ui->txtSearch,
+                                          .search = *m_ui->Command3,
+                                          .edit = *m_ui->Command1,
+                                          .remove = *m_ui->cmdPhonebook_delete,
+                                          .count = *m_ui->lblCount});
+    connect(&*m_list, &SearchedList::answered, this, &frmSimplePhoneBook::showAnswer);
+    connect(&*m_list, &SearchedList::editAsked, this, &frmSimplePhoneBook::editAsked);
+    connect(&*m_list, &SearchedList::removeAsked, this, [this] { deleteCurrent(DeletedBy::Button); });
+    connect(&*m_list, &SearchedList::removeKeyPressed, this, [this] { deleteCurrent(DeletedBy::Grid); });
 }
 
 void frmSimplePhoneBook::connectControls()
 {
-    m_typing.watch(*m_ui->txtSearch, *m_ui->DbgPhoneBook, [this] { search(); });
-    connect(m_ui->Command3, &QPushButton::clicked, this, &frmSimplePhoneBook::search);
     connect(m_ui->cmdPhonebook_Add, &QPushButton::clicked, this, &frmSimplePhoneBook::addAsked);
-    connect(m_ui->Command1, &QPushButton::clicked, this, &frmSimplePhoneBook::editAsked);
-    connect(m_ui->cmdPhonebook_delete, &QPushButton::clicked, this,
-            [this] { deleteCurrent(DeletedBy::Button); });
     connect(m_ui->Command2, &QPushButton::clicked, this, &QWidget::close);
     connect(m_ui->Command4, &QPushButton::clicked, this,
             [this] { m_context.navigator.ShowHelp(u"Popup_SimplePhoneBook"_s); });
-    appearance::onKeys(*this, QKeySequence::Refresh, [this] { refresh(); });
     appearance::onHelpKey(*this, m_context.navigator, u"Popup_SimplePhoneBook"_s);
 }
 
@@ -45,9 +55,6 @@ void frmSimplePhoneBook::connectGrid()
 {
     const auto *grid = m_ui->DbgPhoneBook;
     connect(grid, &appearance::RecordGrid::recordActivated, this, &frmSimplePhoneBook::editAsked);
-    connect(grid, &appearance::RecordGrid::currentRowChanged, m_ui->Command1, &QWidget::setEnabled);
-    connect(grid, &appearance::RecordGrid::deleteRequested, this, [this] { deleteCurrent(DeletedBy::Grid); });
-    connect(grid, &QWidget::customContextMenuRequested, this, &frmSimplePhoneBook::showMenu);
     connect(m_data, &DataPhonebook::blankRefused, this,
             [this] { notice(m_context.texts.Lms(u"PhoneNumbersCantbeBlank"_s)); });
     connect(m_data, &DataPhonebook::writingFailed, this,
@@ -61,13 +68,10 @@ void frmSimplePhoneBook::connectGrid()
                     settle(cell, loaded, typed);
                 });
             });
-    connect(m_data, &QAbstractItemModel::rowsInserted, this, &frmSimplePhoneBook::standOnWanted);
-    connect(m_data, &DataPhonebook::readingEnded, this, &frmSimplePhoneBook::showAllFound);
-    connect(m_data, &DataPhonebook::readingHeldUp, this, &frmSimplePhoneBook::showReadingTrouble);
-    connect(m_data, &DataPhonebook::lockEnded, this, [this] { bind(m_asked, m_wanted); });
-    connect(m_data, &DataPhonebook::changedInPlace, this, [this] {
+    connect(m_data, &DataPhonebook::entryWritten, this, [this](const PhoneBookEntry &entry) {
         notice({});
         m_context.server.SendServer(u"REFRESHSIMPLEPHONEBOOK"_s);
+        Q_EMIT entrySaved(entry);
     });
 }
 
@@ -85,23 +89,6 @@ void frmSimplePhoneBook::layOutColumns()
     }
     grid->remember(m_context.services.windows, u"frmSimplePhoneBook.DbgPhoneBook"_s);
     grid->hideColumn(key);
-}
-
-void frmSimplePhoneBook::showMenu(const QPoint &position)
-{
-    auto *grid = m_ui->DbgPhoneBook;
-    if (!grid->currentIndex().isValid()) {
-        return;
-    }
-    const core::TextLookup &texts = m_context.texts;
-    QMenu menu(this);
-    menu.addAction(texts.Lms(u"Edit"_s), this, &frmSimplePhoneBook::editAsked);
-    menu.addSeparator();
-    menu.addAction(texts.Lms(u"Copy"_s), grid, &appearance::RecordGrid::copySelection);
-    menu.addAction(texts.Lms(u"CopyCell"_s), grid, &appearance::RecordGrid::copyCell);
-    menu.addSeparator();
-    menu.addAction(texts.Lms(u"deletecurrent"_s), this, [this] { deleteCurrent(DeletedBy::Button); });
-    menu.exec(grid->viewport()->mapToGlobal(position));
 }
 
 } // namespace phonebook

@@ -21,6 +21,8 @@ public:
     /// Shows the main window in its normal state.
     virtual void showMainWindow() = 0;
     virtual void ShowCallerID_tarn(const core::CallRecord &record) = 0;
+    /// A call that was not listed when it came; as many of those that are came after it.
+    virtual void showEarlierCall(const core::CallRecord &record, int newerCalls) = 0;
     /// What is known of a call by now, of which `shown` was shown.
     virtual void showCallAgain(const core::CallRecord &shown, const core::CallRecord &now) = 0;
     /// A call's new text of the last-caller box.

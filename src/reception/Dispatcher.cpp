@@ -4,6 +4,8 @@
 
 #include <QStringBuilder>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace reception {
@@ -89,6 +91,7 @@ void Dispatcher::dispatch(const core::DatagramText &datagram)
 
 void Dispatcher::handleCall(const core::DatagramText &datagram)
 {
+    lookAgain(); // so that none of those before is listed behind this one
     Call call{.record = parseCallRecord(datagram), .number = callerNumberByCharacters(datagram.text)};
     m_callers.completeFromDesk(call.record);
     call.popsUp = popsUp(call);
@@ -123,8 +126,9 @@ void Dispatcher::keepUnidentified(Call call)
     if (m_callers.areKnown()) {
         return;
     }
+    const auto most = static_cast<size_t>(m_values.MaxGridRows - 1); // one row of the grid is its header
     m_unidentified.push_back(std::move(call));
-    if (m_unidentified.size() >= static_cast<size_t>(m_values.MaxGridRows)) {
+    if (m_unidentified.size() > most) {
         m_unidentified.pop_front();
     }
 }
@@ -132,18 +136,20 @@ void Dispatcher::keepUnidentified(Call call)
 // As long as nobody was known, every call was kept: the last of them is the last one that came.
 void Dispatcher::lookAgain()
 {
-    if (!m_callers.areKnown()) {
+    if (m_unidentified.empty() || !m_callers.areKnown()) {
         return;
     }
     const std::deque<Call> calls = std::exchange(m_unidentified, {});
+    auto listed = int(std::ranges::count(calls, true, &Call::isListed));
     for (const Call &before : calls) {
         Call call = before;
         m_callers.completeFromDesk(call.record);
         call.popsUp = popsUp(call);
         if (before.isListed) {
+            --listed;
             m_effects.showCallAgain(before.record, call.record);
         } else if (call.popsUp) {
-            m_effects.ShowCallerID_tarn(call.record);
+            m_effects.showEarlierCall(call.record, listed);
         }
         const bool changed = call.popsUp != before.popsUp || call.record.SnText != before.record.SnText;
         if (changed && &before == &calls.back()) {

@@ -122,6 +122,11 @@ void Database::transaction(const std::function<void()> &work)
     m_handle->transaction(work);
 }
 
+QString Database::path() const
+{
+    return QString::fromUtf8(sqlite3_db_filename(m_handle->engine(), "main"));
+}
+
 bool Database::isReplaced() const
 {
     return m_handle->isReplaced();
@@ -184,8 +189,9 @@ core::Error damageError(const QString &description)
 
 bool isLocked(const QString &path)
 {
+    const NoWaiting atOnce;
     try {
-        Database database(path, {Database::Mode::ReadWrite, Wildcards::Asterisk, false});
+        Database database(path);
         database.transaction([] {});
         return false;
     } catch (const core::Error &error) {

@@ -47,7 +47,6 @@ public:
     {
         Mode mode = Mode::ReadWrite;
         Wildcards wildcards = Wildcards::Asterisk;
-        bool waitsForLocks = true; ///< of other programs, for half a second
     };
 
     /// Opens an existing database file; never creates one. Throws core::Error when it is missing, no
@@ -80,6 +79,9 @@ public:
 
     /// Runs `work` as one transaction: all of it is written or, where it throws, nothing. Not to be nested.
     void transaction(const std::function<void()> &work);
+
+    /// Where the file stands.
+    QString path() const;
 
     /// Another file stands under the path now, or none. The engine writes nothing from then on.
     bool isReplaced() const;

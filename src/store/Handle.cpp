@@ -91,9 +91,7 @@ void Database::Handle::openDriver(const QString &path, File file)
     }
     checkSameEngine(driver);
     m_engine = *static_cast<sqlite3 *const *>(driver.driver()->handle().constData());
-    if (m_options.waitsForLocks) {
-        waitForLocks(m_engine);
-    }
+    waitForLocks(m_engine);
 }
 
 /// A file may come from anywhere: its schema runs none of our functions that could do harm, no triggers, no

@@ -63,7 +63,7 @@ void waitForLocks(sqlite3 *engine)
     sqlite3_busy_handler(engine, waitOnce, nullptr);
 }
 
-NoWaiting::NoWaiting() : m_before(std::exchange(patience.none, true)) {}
+NoWaiting::NoWaiting(bool applies) : m_before(std::exchange(patience.none, patience.none || applies)) {}
 
 NoWaiting::~NoWaiting()
 {

@@ -16,7 +16,8 @@ void waitForLocks(sqlite3 *engine);
 class NoWaiting
 {
 public:
-    NoWaiting();
+    /// Where it does not apply, its thread waits as it did before.
+    explicit NoWaiting(bool applies = true);
     ~NoWaiting();
     Q_DISABLE_COPY_MOVE(NoWaiting)
 

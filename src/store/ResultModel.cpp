@@ -1,6 +1,5 @@
 #include "store/ResultModel.h"
 
-#include "store/LockPatience.h"
 #include "store/TableSource.h"
 
 #include <sqlite3.h>
@@ -88,15 +87,6 @@ struct ResultModel::Rows
         table.standOnKey(keys[static_cast<size_t>(row)].first);
         return table;
     }
-    bool isLocked() const
-    {
-        try {
-            handle->forEach(u"select 1 from sqlite_schema limit 1"_s, {}, [](const Row &) {});
-            return false;
-        } catch (const core::Error &error) {
-            return tellsOfLock(error);
-        }
-    }
     int known() const { return static_cast<int>(keys.size()); }
 
     std::shared_ptr<Database::Handle> handle; // before the statement, which must go first
@@ -152,9 +142,9 @@ bool ResultModel::show(const std::function<std::unique_ptr<Rows>()> &open)
 
 bool ResultModel::setRecordSource(QString databaseFile, QString tableOrSelect)
 {
-    const bool shown = show([&] { return std::make_unique<Rows>(Database(databaseFile), tableOrSelect); });
+    m_databaseFile = std::move(databaseFile);
+    const bool shown = show([&] { return std::make_unique<Rows>(Database(m_databaseFile), tableOrSelect); });
     if (shown) {
-        m_databaseFile = std::move(databaseFile);
         m_source = std::move(tableOrSelect);
     }
     return shown;
@@ -162,6 +152,7 @@ bool ResultModel::setRecordSource(QString databaseFile, QString tableOrSelect)
 
 bool ResultModel::setRecordSource(Database &database, const QString &select, const JoinTables &tables)
 {
+    m_databaseFile = database.path();
     const bool shown = show([&] { return std::make_unique<Rows>(database, select, tables); });
     if (shown) {
         m_source = select;
@@ -169,8 +160,9 @@ bool ResultModel::setRecordSource(Database &database, const QString &select, con
     return shown;
 }
 
-void ResultModel::awaitLock()
+void ResultModel::awaitLock(const QString &databaseFile)
 {
+    m_databaseFile = databaseFile;
     m_trouble = Trouble::Locked;
     m_selectFailed = true;
     m_pause.start(pauseAfterLock);
@@ -230,11 +222,9 @@ void ResultModel::readOn()
     }
 }
 
-// What the operator has not asked for just now does not keep him waiting.
 void ResultModel::endPause()
 {
-    const NoWaiting atOnce;
-    if (m_rows != nullptr && m_rows->isLocked()) {
+    if (isLocked(m_databaseFile)) {
         return m_pause.start(pauseAfterLock);
     }
     if (isReading()) {
@@ -344,7 +334,6 @@ bool ResultModel::setData(const QModelIndex &index, const QVariant &value, int r
     m_cache.remove(index.row());
     if (written) {
         Q_EMIT dataChanged(index, index);
-        Q_EMIT changedInPlace();
     }
     return written;
 }

@@ -41,7 +41,7 @@ public:
     /// The same for a select over two joined tables. The file stays open until clear().
     bool setRecordSource(Database &database, const QString &select, const JoinTables &tables);
     /// A lock kept the file from being opened: lockEnded() comes as after a select that failed by it.
-    void awaitLock();
+    void awaitLock(const QString &databaseFile);
     /// Shows nothing.
     void clear();
     /// Runs the last select on a file anew, as that now is.
@@ -50,6 +50,7 @@ public:
     /// before refresh().
     bool isReplaced() const;
     const QString &recordSource() const { return m_source; }
+    /// The file that was last asked for rows.
     const QString &databaseFile() const { return m_databaseFile; }
 
     /// Rows are still to be found.
@@ -88,8 +89,6 @@ public:
     QVariant field(int row, const QString &name) const;
 
 Q_SIGNALS:
-    /// After a cell was written by setData().
-    void changedInPlace();
     /// All rows are known, or the reading broke off, which was logged; not for what was read at once.
     void readingEnded();
     /// The reading waits for another program's lock.

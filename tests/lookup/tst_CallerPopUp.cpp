@@ -121,8 +121,9 @@ private Q_SLOTS:
     {
         Desk desk;
         desk.pop(caller(u"5550144"_s));
-        desk.popUp.customerRenamed(7, u"Somebody else"_s);
-        desk.popUp.customerRenamed(70007, u"Acme <b>"_s);
+        desk.popUp.callerRenamed(u"CUSTOMER"_s, 7, u"Somebody else"_s);
+        desk.popUp.callerRenamed(u"PHONEBOOK"_s, 70007, u"Somebody else"_s);
+        desk.popUp.callerRenamed(u"CUSTOMER"_s, 70007, u"Acme <b>"_s);
         QCOMPARE(find<QLabel>("lblCallerName")->text(), u"Acme <b>"_s);
         QCOMPARE(find<QLineEdit>("txtAbout")->text(), u"5550144     Acme <b>"_s);
     }

@@ -1,4 +1,5 @@
 #include "mainwindow/CallGridModel.h"
+#include "support/Rows.h"
 #include "support/TestForms.h"
 
 #include <QAbstractItemModelTester>
@@ -19,7 +20,8 @@ class tst_CallGridModel : public QObject
             core::setGridDefaults(record);
             model.iniGridCallerID_tarn();
         }
-        void add(int number)
+        void add(int number) { model.ShowCallerID_tarn(call(number)); }
+        static core::CallRecord call(int number)
         {
             core::CallRecord call;
             call.CallerID = u"555"_s + QString::number(number);
@@ -27,7 +29,7 @@ class tst_CallGridModel : public QObject
             call.Source = u"CUSTOMER"_s;
             call.SnText = QString::number(number);
             call.SN = number;
-            model.ShowCallerID_tarn(call);
+            return call;
         }
     };
 
@@ -56,6 +58,27 @@ private Q_SLOTS:
             QCOMPARE(firstCall.row(), number <= 299 ? number - 1 : -1);
         }
         QCOMPARE(grid.model.cell(0, u"SimpleDes"_s), u"a [31mb  c d"_s);
+    }
+
+    void anEarlierCallStandsBelowTheNewerOnes()
+    {
+        Grid grid;
+        grid.values.MaxGridRows = 5; // four rows of calls
+        grid.model.iniGridCallerID_tarn();
+        const QAbstractItemModelTester tester(&grid.model);
+        const auto shown = [&] { return support::columnOf(grid.model, 4); };
+        grid.add(1);
+        grid.model.publish();
+        const QPersistentModelIndex first = grid.model.index(0, 4);
+        grid.add(2);
+        grid.add(3); // not published yet
+        grid.model.showEarlierCall(Grid::call(9), 2);
+        QCOMPARE(shown(), u"003|002|009|001"_s);
+        QCOMPARE(first.row(), 3);
+        grid.model.showEarlierCall(Grid::call(8), 0);
+        QCOMPARE(shown(), u"008|003|002|009"_s);
+        grid.model.showEarlierCall(Grid::call(7), 9);
+        QCOMPARE(shown(), u"008|003|002|007"_s);
     }
 
     void anUnusableColumnListGivesTheDefaultsAndSaysSo()

@@ -88,6 +88,31 @@ private Q_SLOTS:
         QTRY_COMPARE(stored(), u"Merken"_s);
     }
 
+    void whatIsTypedOutlivesTheEndOfALock()
+    {
+        Desk desk(m_rows);
+        desk.open();
+        std::optional<store::Database> other(desk.paths.UserLangFile);
+        other->Execute(u"begin exclusive"_s);
+        desk.find<QLineEdit>("txtCondition")->setText(u"x"_s);
+        desk.press("cmdSearch");
+        QCOMPARE(desk.reason(), u"[FileInUse]"_s);
+        const QSignalSpy lockEnded(qobject_cast<store::ResultModel *>(desk.grid()->model()),
+                                   &store::ResultModel::lockEnded);
+        desk.grid()->setCurrentIndex(desk.grid()->model()->index(0, 1));
+        QTest::keyClick(desk.grid(), Qt::Key_Return);
+        QTest::keyClicks(QApplication::focusWidget(), u"Sich"_s);
+        other.reset();
+        QTRY_COMPARE(lockEnded.size(), 1);
+        QCOMPARE(desk.typed(), u"Sich"_s);
+        QTest::keyClicks(QApplication::focusWidget(), u"ern"_s);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QTRY_COMPARE(desk.keys(), u"Ann"_s); // the search that waited
+        QCOMPARE(support::rowsOf(desk.paths.UserLangFile,
+                                 u"select UserLanguage from language where item = 'Save'"_s),
+                 u"Sichern"_s);
+    }
+
     void onlyTheTranslationCanBeTypedOver()
     {
         Desk desk(m_rows);

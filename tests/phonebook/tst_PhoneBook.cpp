@@ -18,8 +18,8 @@ class tst_PhoneBook : public QObject
         Desk() { runSql(paths.PhoneBookFile, phoneBookRows); }
         phonebook::SavedEntry save(const PhoneBookEntry &loaded, const PhoneBookEntry &typed)
         {
-            return phonebook::save({paths, log, texts, server, [this](qint32 sn) { rebound = sn; }}, loaded,
-                                   typed);
+            const auto entrySaved = [this](const PhoneBookEntry &entry) { rebound = *entry.SN; };
+            return phonebook::save({paths, log, texts, server, entrySaved}, loaded, typed);
         }
         bool show(const QString &query) { return list.setRecordSource(paths.PhoneBookFile, query); }
         QString shown() const { return support::columnOf(list, list.columnOf(u"SN"_s)); }

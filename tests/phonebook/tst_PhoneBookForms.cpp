@@ -11,7 +11,9 @@ class tst_PhoneBookForms : public QObject
 
     struct Desk : support::TestForms
     {
-        phonebook::PhoneBookWindows windows{{context(), checks}};
+        phonebook::PhoneBookWindows windows{
+            {context(), checks,
+             [this](const phonebook::PhoneBookEntry &entry) { numbers.entrySaved(*entry.SN, entry.Telno); }}};
 
         Desk()
         {
@@ -60,10 +62,15 @@ private Q_SLOTS:
         QTRY_COMPARE(label("lblCount"), u"[Totalcount]: 2"_s);
         type<frmSimplePhoneBook>("txtSearch", u"nobody"_s);
         QTRY_COMPARE(grid()->model()->rowCount(), 0);
-        QTRY_COMPARE(label("lblCount"), u"[Totalcount]: 2"_s);
+        QTRY_COMPARE(label("lblCount"), u"[Totalcount]: 2"_s); // of the search before, so it is not shown
+        QVERIFY(!(find<frmSimplePhoneBook, QLabel>("lblCount")->isVisible()));
+        QVERIFY(!find<frmSimplePhoneBook>("Command1")->isEnabled());
+        QVERIFY(!find<frmSimplePhoneBook>("cmdPhonebook_delete")->isEnabled());
         type<frmSimplePhoneBook>("txtSearch", u"baker"_s);
         press<frmSimplePhoneBook>("Command3");
         QTRY_COMPARE(grid()->model()->rowCount(), 1);
+        QVERIFY((find<frmSimplePhoneBook, QLabel>("lblCount")->isVisible()));
+        QVERIFY(find<frmSimplePhoneBook>("cmdPhonebook_delete")->isEnabled());
         find<frmSimplePhoneBook, QLineEdit>("txtSearch")->setText(QString(20'000, u'\u6885'));
         press<frmSimplePhoneBook>("Command3");
         QTRY_COMPARE(label("lblNotice"), u"[SearchTextUnusable]"_s);
@@ -157,10 +164,17 @@ private Q_SLOTS:
         desk.prompts.expect();
         QTest::keyClick(grid(), Qt::Key_Delete);
         QCOMPARE(desk.server.sent.join(u' '), u"REFRESHCUSTOMERLIST REFRESHSIMPLEPHONEBOOK"_s);
-        desk.prompts.expect(); // the list now stands before its first row
-        press<frmSimplePhoneBook>("cmdPhonebook_delete");
-        QCOMPARE(desk.server.sent.size(), 2);
+        QVERIFY(!find<frmSimplePhoneBook>("cmdPhonebook_delete")->isEnabled()); // before the first row
         QCOMPARE(tableRows(desk).size(), 2);
+        clickCell(0, 1);
+        desk.prompts.expect(true, [&desk] { // meanwhile another row comes into its place
+            desk.runSql(desk.paths.PhoneBookFile,
+                        u"insert into phonebook values (11, '1', '', '', '', '')"_s);
+            QTest::keyClick(openForm<frmSimplePhoneBook>(), Qt::Key_F5);
+        });
+        const QString asked = grid()->currentIndex().siblingAtColumn(0).data().toString();
+        press<frmSimplePhoneBook>("cmdPhonebook_delete");
+        QVERIFY(!tableRows(desk).join(u'\n').contains(asked) && tableRows(desk).size() == 2);
         QCOMPARE(desk.prompts.asked, QStringList(4, u"[DeletePhoneNumberInfo?]"_s));
     }
 
@@ -193,6 +207,56 @@ private Q_SLOTS:
         QCOMPARE(desk.server.sent, QStringList(2, u"REFRESHSIMPLEPHONEBOOK"_s));
         press<frmSimplePhoneBookEdit>("Command1");
         QVERIFY(openForm<frmSimplePhoneBookEdit>() == nullptr);
+    }
+
+    void aSavedEntryLeavesTheSearch()
+    {
+        Desk desk;
+        desk.showList();
+        type<frmSimplePhoneBook>("txtSearch", u"555"_s);
+        press<frmSimplePhoneBook>("Command3");
+        QCOMPARE(grid()->model()->rowCount(), 2);
+        desk.windows.editEntry(9);
+        type<frmSimplePhoneBookEdit>("txtSimpleDes", u"Zoe"_s);
+        press<frmSimplePhoneBookEdit>("Command2");
+        QCOMPARE(support::columnOf(*grid()->model(), 1), u"Miller|Zoe"_s);
+        QCOMPARE(grid()->currentIndex().row(), 1);
+        QCOMPARE((find<frmSimplePhoneBook, QLineEdit>("txtSearch")->text()), u"555"_s);
+    }
+
+    // Although the numbers are read at the start alone.
+    void theOwnerLineSaysWhatIsOnFileNow()
+    {
+        Desk desk;
+        const auto lookUp = [](const QString &number) {
+            type<frmSimplePhoneBookEdit>("txtTelno", number);
+            return find<frmSimplePhoneBookEdit, QLabel>("lblOwner");
+        };
+        desk.windows.addEntry();
+        QVERIFY(QTest::qWaitForWindowActive(openForm<frmSimplePhoneBookEdit>()));
+        const QLabel *owned = lookUp(u"5550144"_s);
+        QTRY_VERIFY(owned->isVisible());
+        desk.runSql(desk.paths.PhoneBookFile, u"update phonebook set Telno = '6' where SN = 3"_s);
+        lookUp(u"555-0144"_s);
+        QTRY_VERIFY(!owned->isVisible());
+        lookUp(u"5550155"_s);
+        press<frmSimplePhoneBookEdit>("Command2");
+        QVERIFY(!owned->isVisible()); // it is his own
+        desk.showList();
+        clickCell(2, 0);
+        keys(u"77"_s, Qt::Key_Return);
+        QTRY_COMPARE(desk.server.sent.size(), 2);
+        desk.windows.addEntry();
+        for (const auto &[number, sn] : {std::pair(u"5550155"_s, u"10"_s), {u"77"_s, u"9"_s}}) {
+            lookUp(u"1"_s);
+            QTRY_VERIFY(!owned->isVisible());
+            lookUp(number);
+            QTRY_VERIFY(owned->isVisible());
+            press<frmSimplePhoneBookEdit>("cmdOpenOwner");
+            QCOMPARE(desk.navigator.shown.takeLast(), u"Show_Editor PHONEBOOK "_s + sn);
+        }
+        desk.prompts.expectSave(core::Prompts::Answer::Discard);
+        openForm<frmSimplePhoneBookEdit>()->close();
     }
 
     void nothingTypedIsLost()

@@ -24,6 +24,10 @@ class tst_Dispatcher : public QObject
         void setMainWindowNormal() override { note(u"normal"_s); }
         void showMainWindow() override { note(u"window"_s); }
         void ShowCallerID_tarn(const core::CallRecord &call) override { note(u"row "_s + of(call)); }
+        void showEarlierCall(const core::CallRecord &call, int newerCalls) override
+        {
+            note(u"earlier "_s + QString::number(newerCalls) + u' ' + of(call));
+        }
         void showCallAgain(const core::CallRecord &shown, const core::CallRecord &now) override
         {
             note(u"again "_s + of(shown) + u'>' + of(now));
@@ -111,24 +115,27 @@ private Q_SLOTS:
 
     void callsThatCameBeforeAnybodyWasKnownAreLookedAtAgain()
     {
-        for (const bool lists : {true, false}) {
+        for (const auto &[listed, before, after] :
+             {std::tuple(u"123"_s, u"row 1/,row 2/,row 3/"_s, u"again 2/>2/7,again 3/>3/7"_s),
+              {u""_s, u""_s, u"earlier 0 2/7,earlier 0 3/7"_s},
+              {u"3"_s, u"row 3/"_s, u"earlier 1 2/7,again 3/>3/7"_s}, // below the newer one
+              {u"12"_s, u"row 1/,row 2/"_s, u"again 2/>2/7,earlier 0 3/7"_s}}) {
             Reception reception;
             reception.values.MaxGridRows = 3; // two rows of calls
-            reception.settings.record.ListUnpoppedCalls = lists ? -1 : 0;
             reception.effects.known = false;
             for (const QString &number : {u"1"_s, u"2"_s, u"3"_s}) {
+                reception.settings.record.ListUnpoppedCalls = listed.contains(number) ? -1 : 0;
                 reception.receive(support::call(number, {}, u"5550100"_s, sim::CodePageChoice(936), {}));
             }
-            QCOMPARE(reception.effects.causes.join(u','), lists ? u"row 1/,row 2/,row 3/"_s : u""_s);
+            QCOMPARE(reception.effects.causes.join(u','), before);
             reception.effects.causes.clear();
             reception.dispatcher.lookAgain(); // too early
             reception.effects.known = true;
-            reception.dispatcher.lookAgain();
-            reception.dispatcher.lookAgain();
+            reception.receive(call()); // comes behind them
             QCOMPARE(reception.effects.causes.join(u','),
-                     lists ? u"again 2/>2/7,again 3/>3/7,window,popup 3/7"_s
-                           : u"row 2/7,row 3/7,window,popup 3/7"_s);
-            QCOMPARE(reception.effects.last, u"3/7"_s);
+                     after + u",window,popup 3/7,window,row 5550199/7,popup 5550199/7"_s);
+            reception.dispatcher.lookAgain();
+            QCOMPARE(reception.effects.last, u"5550199/7"_s);
         }
     }
 };

@@ -28,7 +28,7 @@ const QMap<QString, QStringList> mayInclude{
     {u"reception"_s, {u"core"_s}},
     {u"areas"_s, {u"core"_s, u"store"_s}},
     {u"language"_s, {u"core"_s, u"store"_s}},
-    {u"appearance"_s, {u"core"_s, u"language"_s}},
+    {u"appearance"_s, {u"core"_s, u"store"_s, u"language"_s}},
     {u"mainwindow"_s, {u"core"_s, u"appearance"_s}},
     {u"lookup"_s, {u"core"_s, u"store"_s, u"appearance"_s}},
     {u"phonebook"_s, {u"core"_s, u"store"_s, u"lookup"_s, u"language"_s, u"appearance"_s}},

@@ -1,0 +1,213 @@
+#include "appearance/SearchedList.h"
+
+#include "appearance/Keys.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMenu>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace appearance {
+
+SearchedList::SearchedList(const Context &context, const Controls &controls)
+    : m_context(context), m_controls(controls), m_rows(context.rows)
+{
+    connectControls();
+    connectRows();
+    QSizePolicy place = controls.count.sizePolicy();
+    place.setRetainSizeWhenHidden(true);
+    controls.count.setSizePolicy(place);
+    controls.grid.window()->installEventFilter(this);
+}
+
+void SearchedList::connectControls()
+{
+    RecordGrid &grid = m_controls.grid;
+    m_typing.watch(m_controls.words, grid, [this] { search(); });
+    connect(&m_controls.search, &QPushButton::clicked, this, &SearchedList::search);
+    connect(&m_controls.edit, &QPushButton::clicked, this,
+            [this, &grid] { Q_EMIT editAsked(grid.currentIndex().row()); });
+    connect(&m_controls.remove, &QPushButton::clicked, this, &SearchedList::removeAsked);
+    connect(&grid, &RecordGrid::deleteRequested, this, &SearchedList::removeKeyPressed);
+    connect(&grid, &RecordGrid::currentRowChanged, this, &SearchedList::offerCommands);
+    grid.setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(&grid, &QWidget::customContextMenuRequested, this, &SearchedList::showMenu);
+    onKeys(*grid.window(), QKeySequence::Refresh, [this] { refresh(); });
+    offerCommands(false);
+}
+
+void SearchedList::connectRows()
+{
+    using store::ResultModel;
+    connect(&m_rows, &QAbstractItemModel::rowsInserted, this, &SearchedList::standOnWanted);
+    connect(&m_rows, &ResultModel::readingEnded, this, &SearchedList::showAllFound);
+    connect(&m_rows, &ResultModel::readingHeldUp, this, [this] { answer(false); });
+    connect(&m_rows, &ResultModel::lockEnded, this,
+            [this] { m_controls.grid.whenNotTyping([this] { show(m_asked, m_wanted); }); });
+}
+
+// What is being typed into a cell is written first: new rows take its box away.
+bool SearchedList::show(const Asked &asked, std::optional<qint32> sn)
+{
+    RecordGrid &grid = m_controls.grid;
+    if (grid.indexWidget(grid.currentIndex()) != nullptr) {
+        grid.setFocus();
+    }
+    m_asked = asked;
+    m_wanted = sn;
+    if (!m_rows.setRecordSource(m_context.file, asked.query)) {
+        answer(false);
+        return false;
+    }
+    m_shown = asked;
+    if (!asked.searched) {
+        m_typing.rowsShown();
+    }
+    m_controls.count.hide(); // it still speaks of other rows
+    answer(true);
+    standOn(0);
+    standOnWanted();
+    if (!m_rows.isReading()) {
+        showAllFound();
+    }
+    return true;
+}
+
+bool SearchedList::showUnsearched(const Asked &asked)
+{
+    m_controls.words.clear();
+    m_typing.settle();
+    return show(asked);
+}
+
+bool SearchedList::search()
+{
+    m_typing.settle();
+    const QString query = m_context.searchQuery(m_controls.words.text().trimmed());
+    const bool found = show({.query = query, .unsorted = query, .searched = true});
+    if (found) {
+        m_typing.rowsShown();
+    }
+    return found;
+}
+
+void SearchedList::refresh()
+{
+    show(m_shown.query.isEmpty() ? m_context.first : m_shown, currentSn());
+}
+
+void SearchedList::follow(const Asked &all, std::optional<qint32> sn)
+{
+    show(m_shown.searched ? m_shown : all, sn);
+}
+
+/// A search without hits leaves the count of the one before, and does not show it.
+void SearchedList::showAllFound()
+{
+    if (m_rows.rowCount() > 0 || !m_shown.searched) {
+        showCount(m_shown.searched ? m_context.foundCountSign : m_context.countSign);
+    }
+    if (m_rows.isComplete() != m_isWhole) {
+        answer(m_rows.isComplete());
+    }
+}
+
+void SearchedList::answer(bool whole)
+{
+    m_isWhole = whole;
+    Q_EMIT answered(whole);
+}
+
+void SearchedList::showCount(const QString &sign)
+{
+    m_controls.count.setText(m_context.texts.Lms(u"Totalcount"_s) + sign +
+                             QString::number(m_rows.rowCount()));
+    m_controls.count.show();
+}
+
+std::optional<qint32> SearchedList::currentSn() const
+{
+    const QVariant sn = m_rows.field(m_controls.grid.currentIndex().row(), u"SN"_s);
+    return sn.isNull() ? std::nullopt : std::optional(sn.toInt());
+}
+
+/// The first column in sight keeps the list from moving sideways.
+void SearchedList::standOn(int row)
+{
+    RecordGrid &grid = m_controls.grid;
+    const int start = grid.isRightToLeft() ? grid.viewport()->width() - 1 : 0;
+    const int column = std::max(grid.horizontalHeader()->logicalIndexAt(start), 0);
+    grid.setCurrentIndex(m_rows.index(std::min(row, m_rows.rowCount() - 1), column));
+}
+
+/// Rows that are found later do not take the operator from the one that he has gone to.
+void SearchedList::standOnWanted()
+{
+    const int current = m_controls.grid.currentIndex().row();
+    const int wanted = m_wanted ? m_rows.rowOf(*m_wanted) : -1;
+    if (current <= 0 && (wanted >= 0 || current < 0)) {
+        standOn(std::max(wanted, 0));
+    }
+    if (wanted >= 0) {
+        m_wanted.reset();
+    }
+}
+
+// The list may be read anew while the question stands: another row is then in the place of this one.
+SearchedList::Removal SearchedList::removeCurrent(const std::function<bool()> &question)
+{
+    const bool onRow = m_controls.grid.currentIndex().isValid();
+    const std::optional<qint32> sn = currentSn();
+    if (!m_typing.ask(question) || !onRow) {
+        return Removal::None;
+    }
+    const int row = sn ? m_rows.rowOf(*sn) : -1;
+    if (!m_rows.removeRow(row)) {
+        return Removal::Failed;
+    }
+    standOn(row - 1);
+    showCount(m_context.countSign);
+    return Removal::Done;
+}
+
+/// A button that loses its row would hand the keyboard on to the one that closes the window.
+void SearchedList::offerCommands(bool onRow)
+{
+    for (QPushButton *button : {&m_controls.edit, &m_controls.remove}) {
+        if (!onRow && button->hasFocus()) {
+            m_controls.words.setFocus();
+        }
+        button->setEnabled(onRow);
+    }
+}
+
+void SearchedList::showMenu(const QPoint &position)
+{
+    RecordGrid &grid = m_controls.grid;
+    QMenu menu(&grid);
+    const auto add = [&](const QString &caption, auto work) {
+        menu.addAction(caption, this, work)->setEnabled(grid.currentIndex().isValid());
+    };
+    add(m_controls.edit.text(), [this] { m_controls.edit.click(); });
+    add(m_context.texts.Lms(u"CopyRow"_s), [&grid] { grid.copySelection(); });
+    add(m_context.texts.Lms(u"CopyCell"_s), [&grid] { grid.copyCell(); });
+    menu.addSeparator();
+    add(m_controls.remove.text(), [this] { m_controls.remove.click(); });
+    menu.exec(grid.viewport()->mapToGlobal(position));
+}
+
+bool SearchedList::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::WindowActivate && !m_rows.isReading()) {
+        showCount(m_context.countSign);
+    } else if (event->type() == QEvent::KeyPress &&
+               static_cast<const QKeyEvent *>(event)->key() == Qt::Key_Escape) {
+        return m_typing.leave() || m_controls.grid.window()->close();
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+} // namespace appearance

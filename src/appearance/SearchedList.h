@@ -1,0 +1,109 @@
+#pragma once
+
+#include "appearance/RecordGrid.h"
+#include "appearance/SearchWhileTyping.h"
+#include "core/TextLookup.h"
+#include "store/ResultModel.h"
+
+#include <QLabel>
+#include <QObject>
+#include <QPushButton>
+
+#include <functional>
+#include <optional>
+
+namespace appearance {
+
+/// What the windows of a list have in common that is searched: which rows were asked for, which it shows and
+/// stands on, how many they are, and what can be done with the one that it stands on. Esc leaves the search,
+/// and then the window.
+class SearchedList : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// A question for rows.
+    struct Asked
+    {
+        QString query;         ///< in the given words
+        QString unsorted = {}; ///< the same without its order
+        int sortedColumn = -1; ///< -1: the rows are not sorted
+        bool searched = false; ///< it is for the words in the search box
+    };
+    struct Controls
+    {
+        RecordGrid &grid;
+        QLineEdit &words;
+        QPushButton &search;
+        QPushButton &edit;
+        QPushButton &remove;
+        QLabel &count;
+    };
+    struct Context
+    {
+        store::ResultModel &rows;
+        const QString &file;
+        const core::TextLookup &texts;
+        Asked first; ///< what it opens with
+        std::function<QString(const QString &words)> searchQuery;
+        QString countSign;      ///< between "Total" and the number
+        QString foundCountSign; ///< the same after a search
+    };
+    enum class Removal { None, Failed, Done };
+
+    /// The grid shows the rows already.
+    SearchedList(const Context &context, const Controls &controls);
+
+    /// Shows the rows that are asked for, and stands on the one of that SN once it is found, or else on the
+    /// first. False, with the list as it was, where that fails; after another program's lock it is done
+    /// later.
+    bool show(const Asked &asked, std::optional<qint32> sn = {});
+    /// The same with an empty search box: its words would not be what is shown.
+    bool showUnsearched(const Asked &asked);
+    bool search();
+    /// What is shown, anew, or what it opens with; it stands where it stood. F5 does it, too.
+    void refresh();
+    /// After a row was saved: what is searched for, or else `all`.
+    void follow(const Asked &all, std::optional<qint32> sn);
+
+    const Asked &shown() const { return m_shown; }
+    /// Of the row that it stands on; none without one, and where that is gone.
+    std::optional<qint32> currentSn() const;
+    /// A row behind the last stands for the last; before the first, the list stands on none.
+    void standOn(int row);
+    /// Deletes the row that it stands on if the operator says so, and stands on the one before it.
+    Removal removeCurrent(const std::function<bool()> &question);
+
+Q_SIGNALS:
+    /// The rows that were asked for are shown or, where not `whole`, the rows' trouble() keeps some of them,
+    /// or all, from being shown.
+    void answered(bool whole);
+    void editAsked(int row);
+    void removeAsked();
+    /// By the Del key in the grid.
+    void removeKeyPressed();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void connectControls();
+    void connectRows();
+    void offerCommands(bool onRow);
+    void showMenu(const QPoint &position);
+    void standOnWanted();
+    void showAllFound();
+    void answer(bool whole);
+    void showCount(const QString &sign);
+
+    const Context m_context;
+    const Controls m_controls;
+    store::ResultModel &m_rows;
+    SearchWhileTyping m_typing;
+    Asked m_asked; ///< last
+    Asked m_shown;
+    std::optional<qint32> m_wanted; ///< the SN to stand on once it is found
+    bool m_isWhole = false;         ///< as was last said by answered()
+};
+
+} // namespace appearance
