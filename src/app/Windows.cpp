@@ -84,9 +84,9 @@ void Windows::addCaller(const QString &number, const QString &keyWord)
     m_phoneBook.addCaller(number, keyWord);
 }
 
-void Windows::addCustomer(const QString &number, const QString &keyWord)
+void Windows::addCustomer(const QString &number, const QString &keyWord, const QString &name)
 {
-    m_customers.addCustomer(number, keyWord);
+    m_customers.addCustomer(number, keyWord, name);
 }
 
 void Windows::ShowCustomerByName(const QString &name)

@@ -52,7 +52,7 @@ public:
     void ShowHelp(const QString &helpId) override;
     void Show_Editor(const QString &source, qint32 sn) override;
     void addCaller(const QString &number, const QString &keyWord) override;
-    void addCustomer(const QString &number, const QString &keyWord) override;
+    void addCustomer(const QString &number, const QString &keyWord, const QString &name) override;
     void ShowCustomerByName(const QString &name) override;
     void ShowNotePad(const QString &customerName) override;
     void showPhoneBook(const QString &query, QWidget *editor) override;

@@ -115,7 +115,12 @@ FoundCustomer CustomerEditing::find(QLatin1StringView procedure, const QString &
     return found;
 }
 
-LoadedCustomer CustomerEditing::newCustomer(const QString &number)
+QString nameToFile(QString name)
+{
+    return name.replace(u'\'', QChar(0x2019));
+}
+
+LoadedCustomer CustomerEditing::newCustomer(const QString &number, const QString &name)
 {
     LoadedCustomer customer;
     FieldTexts &shown = customer.record.shown;
@@ -124,6 +129,7 @@ LoadedCustomer CustomerEditing::newCustomer(const QString &number)
     }
     shown.at(static_cast<size_t>(fieldOf(u"T3"))) = u"1"_s;
     shown.at(static_cast<size_t>(fieldOf(u"WorkPhones"))) = number;
+    shown.at(static_cast<size_t>(fieldOf(u"CustomerName"))) = nameToFile(name);
     return customer;
 }
 

@@ -35,7 +35,7 @@ FrmEditCustomer::FrmEditCustomer(const Context &context)
     setUpChecks();
     setUpMessage();
     appearance::nameInTitle(*this, *m_ui->txtCustomerName);
-    startNewCustomer({});
+    startNewCustomer({}, {});
 }
 
 // The field that has the keyboard says that it is left when it goes, and nobody is there to check it then.
@@ -54,7 +54,7 @@ void FrmEditCustomer::setUpButtons()
     connect(m_ui->cmdViewNotePad, &QPushButton::clicked, this, &FrmEditCustomer::viewNotes);
     connect(m_ui->Command1, &QPushButton::clicked, this, [this] {
         if (settleUnsavedChanges()) {
-            startNewCustomer({});
+            startNewCustomer({}, {});
         }
     });
     connect(m_ui->Command2, &QPushButton::clicked, this, &FrmEditCustomer::save);
@@ -87,16 +87,17 @@ void FrmEditCustomer::follow(const LoadedCustomer &customer)
     showOwner();
 }
 
-void FrmEditCustomer::startNewCustomer(const QString &number)
+void FrmEditCustomer::startNewCustomer(const QString &number, const QString &name)
 {
-    begin(Mode::ADD, CustomerEditing::newCustomer(number));
+    begin(Mode::ADD, CustomerEditing::newCustomer(number, name));
     m_ui->txtCompanyCall->setModified(true); // the caller may be on file by this number
+    m_ui->txtCustomerName->setModified(true);
 }
 
-void FrmEditCustomer::addCustomer(const QString &number)
+void FrmEditCustomer::addCustomer(const QString &number, const QString &name)
 {
     if (settleUnsavedChanges()) {
-        startNewCustomer(number);
+        startNewCustomer(number, name);
     }
     appearance::bringToFront(*this);
 }
@@ -166,7 +167,7 @@ bool FrmEditCustomer::save()
             CustomerEditing::decide(refused, holds, loaded, typed);
         });
     if (saved.dropped) {
-        startNewCustomer({});
+        startNewCustomer({}, {});
     } else if (saved.written) {
         m_mode = Mode::EDIT;
         m_ui->Command1->setEnabled(false);

@@ -118,8 +118,8 @@ bool FrmEditCustomer::isUnchecked(const QLineEdit &edit) const
     return m_mode == Mode::ADD && edit.isModified() && !edit.text().trimmed().isEmpty();
 }
 
-// An apostrophe would break the statements that hold the name between quotation marks. A name that other
-// programs have filed with one is the customer's name all the same until it is changed.
+// A name that other programs have filed with an apostrophe is the customer's name all the same until it is
+// changed.
 void FrmEditCustomer::replaceApostrophes()
 {
     QLineEdit &edit = *m_ui->txtCustomerName;
@@ -127,7 +127,7 @@ void FrmEditCustomer::replaceApostrophes()
         return;
     }
     const bool typed = edit.isModified();
-    const QString name = edit.text().replace(u'\'', QChar(0x2019));
+    const QString name = nameToFile(edit.text());
     if (name != edit.text()) {
         edit.setText(name);
         edit.setModified(typed);

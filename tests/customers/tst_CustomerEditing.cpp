@@ -78,7 +78,7 @@ private Q_SLOTS:
     void savingTrimsWhereItIsToldAndAgainEditsTheSameRow()
     {
         Desk desk;
-        desk.begin(customers::CustomerEditing::newCustomer(u"5550144"_s));
+        desk.begin(customers::CustomerEditing::newCustomer(u"5550144"_s, {}));
         desk.field(u"CustomerName") = u"  O\u2019Hara "_s;
         desk.field(u"CustomerID") = u"ab-1"_s;
         desk.field(u"city") = u" ' Łódź "_s;
