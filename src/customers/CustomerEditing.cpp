@@ -1,7 +1,7 @@
 #include "customers/CustomerEditing.h"
 
 #include "customers/CustomerForwarding.h"
-#include "store/Database.h"
+#include "store/HeldFile.h"
 
 using namespace Qt::StringLiterals;
 
@@ -183,7 +183,9 @@ SavedCustomer CustomerEditing::SaveCustomer(const LoadedCustomer &loaded, const 
             saved.written = true;
         });
     });
-    return succeeded ? saved : refused({}, m_context.texts.Lms(u"CustomerNotSaved"_s));
+    return succeeded ? saved
+                     : refused({}, store::notWrittenText(m_context.texts, u"CustomerNotSaved"_s,
+                                                         m_context.paths.CustomerFile));
 }
 
 SavedCustomer CustomerEditing::refused(const QString &column, const QString &message)

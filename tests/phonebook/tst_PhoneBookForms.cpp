@@ -218,7 +218,7 @@ private Q_SLOTS:
             desk.prompts.expect();
             openForm<frmSimplePhoneBookEdit>()->close();
         });
-        QCOMPARE(desk.prompts.asked.constLast(), u"[EntryNotSaved]\n[PhoneBookLocked]"_s);
+        QCOMPARE(desk.prompts.asked.constLast(), u"[EntryNotSaved]\n[HeldElsewhere]"_s);
         QCOMPARE(field("txtSimpleDes"), u"Mill"_s);
         QCOMPARE(answer(core::Prompts::Answer::Save), u"Baker"_s);
         QCOMPARE(desk.row(0), u"3|5550144|Mill|pays\u00A0late|Y|G"_s);
