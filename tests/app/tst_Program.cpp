@@ -130,6 +130,7 @@ private Q_SLOTS:
         desk.prompts.expect();
         QVERIFY(desk.start());
         QVERIFY(desk.prompts.asked.first().startsWith(u"No Lang.mdb file found! path = "_s));
+        QVERIFY(desk.prompts.asked.first().contains("calldesk-mkdesk"_L1));
         QVERIFY(desk.logged(">  !FixCustomerData "));
         for (const auto &[button, works] : {std::pair("Command4", false),
                                             {"Command1", false},
