@@ -52,6 +52,8 @@ Program::Program(const Outside &outside)
 {
     using lookup::CallerDirectory;
     QObject::connect(&m_callers, &CallerDirectory::loading, &m_endpoint, &reception::Endpoint::hold);
+    QObject::connect(&m_endpoint, &reception::Endpoint::callWaits, &m_endpoint,
+                     [this](bool waits) { m_mainWindow->showCallWaits(waits); });
     QObject::connect(&m_callers, &CallerDirectory::customersRead, &m_callers,
                      [this] { m_dispatcher.lookAgain(); });
     QObject::connect(qApp, &QGuiApplication::applicationStateChanged, &m_callers,

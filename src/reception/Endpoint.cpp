@@ -1,6 +1,7 @@
 #include "reception/Endpoint.h"
 
 #include "core/platform.h"
+#include "reception/Records.h"
 #include "reception/SocketError.h"
 
 #include <QNetworkInterface>
@@ -34,6 +35,14 @@ bool isNobody(const QHostAddress &host)
 qsizetype costOf(const Datagram &datagram)
 {
     return datagram.bytes.size() + qsizetype(sizeof(Datagram));
+}
+
+// What tells the kinds apart is ASCII, in every code page.
+bool isCall(const Datagram &datagram)
+{
+    constexpr qsizetype tellingBytes = 50;
+    return kindOf(QString::fromLatin1(datagram.bytes.first(std::min(tellingBytes, datagram.bytes.size())))) ==
+           DatagramKind::CallerId;
 }
 
 QString localAddress()
@@ -166,9 +175,19 @@ bool Endpoint::receiveOne()
         return true;
     }
     datagram.bytes = m_buffer.first(size);
+    if (m_context.prompts.isOpen() && isCall(datagram)) {
+        tellWaiting(true);
+    }
     m_waitingBytes += costOf(datagram);
     m_waiting.push_back(std::move(datagram));
     return true;
+}
+
+void Endpoint::tellWaiting(bool waits)
+{
+    if (std::exchange(m_callWaits, waits) != waits) {
+        Q_EMIT callWaits(waits);
+    }
 }
 
 bool Endpoint::hasRoom() const
@@ -199,6 +218,7 @@ void Endpoint::handleWaiting()
         return;
     }
     const QScopedValueRollback handling(m_handling, true);
+    tellWaiting(m_callWaits && m_context.prompts.isOpen());
     QElapsedTimer turn;
     turn.start();
     while (mayHandle() && turn.elapsed() < turnBudgetMs) {

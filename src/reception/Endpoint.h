@@ -24,6 +24,8 @@ namespace reception {
 /// last of them. Hands datagrams on in arrival order, one at a time; while a message box is open they wait.
 class Endpoint : public QObject, public core::Server
 {
+    Q_OBJECT
+
 public:
     using Handler = std::function<void(const Datagram &)>;
 
@@ -54,12 +56,17 @@ public:
 
     bool isBound() const { return Winsock1.state() == QAbstractSocket::BoundState; }
 
+Q_SIGNALS:
+    /// A call waits behind an open box, or no longer does.
+    void callWaits(bool waits);
+
 private:
     void chooseRemote();
     int bind(); // the receive buffer's bytes
     void receive();
     void receiveAll();
     bool receiveOne();
+    void tellWaiting(bool waits);
     bool hasRoom() const;
     bool mayHandle() const { return !m_waiting.empty() && !m_held && !m_context.prompts.isOpen(); }
     void handleWaiting();
@@ -78,6 +85,7 @@ private:
     QElapsedTimer m_sinceTurn;
     bool m_gathers = false; ///< the receive buffer is large enough for it
     bool m_held = false;
+    bool m_callWaits = false; ///< as was told
     bool m_handling = false;
     bool m_scheduled = false;
 };

@@ -176,6 +176,20 @@ private Q_SLOTS:
         desk.showsACall();
     }
 
+    void aCallThatWaitsBehindAQuestionIsSaidToWait()
+    {
+        Desk desk;
+        QVERIFY(desk.start());
+        desk.prompts.expect(false, [&desk] {
+            desk.send(call(vipNumber, {}));
+            QTRY_VERIFY(desk.source().startsWith("A call is waiting"_L1));
+            QVERIFY(desk.lastCaller().isEmpty());
+        });
+        desk.choose("Command2"); // exit
+        QTRY_VERIFY(desk.lastCaller().contains(vipNumber));
+        QTRY_VERIFY(desk.source().startsWith("Last received: "_L1));
+    }
+
     void aDatabaseThatCannotBeReadIsNamedAndCallsShow()
     {
         for (const QString &file :

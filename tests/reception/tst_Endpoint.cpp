@@ -216,19 +216,27 @@ private Q_SLOTS:
         }
     }
 
-    void aBoxOpenedByADatagramHoldsBackWhatComes()
+    void aBoxOpenedByADatagramHoldsBackWhatComesAndACallIsSaidToWait()
     {
         Reception reception;
+        QList<bool> told;
+        connect(reception.endpoint.get(), &reception::Endpoint::callWaits, this,
+                [&told](bool waits) { told.append(waits); });
+        const QByteArray call = "<CRMV1, the rest does not matter";
         reception.whileHandling = [&] {
             reception.prompts.expect(true, [&] {
                 reception.unit.send(numbers(4, 9));
                 letEventsCome();
                 QCOMPARE(reception.handled, numbers(1, 1));
+                QCOMPARE(told, QList<bool>());
+                reception.unit.send({call, call});
+                QTRY_COMPARE(told, QList<bool>{true});
             });
             reception.prompts.tell(u"box"_s, {}, nullptr);
         };
         reception.unit.send(numbers(1, 3));
-        QTRY_COMPARE(reception.handled, numbers(1, 9));
+        QTRY_COMPARE(reception.handled, numbers(1, 9) + QList<QByteArray>(2, call));
+        QTRY_COMPARE(told, (QList<bool>{true, false}));
     }
 
     void aCustomersRecordIsForwardedToTheLastSenderAsOneDatagram()
