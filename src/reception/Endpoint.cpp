@@ -148,6 +148,7 @@ void Endpoint::close()
     m_gathering.stop();
     m_waiting.clear();
     m_waitingBytes = 0;
+    m_context.senders.logCounted();
 }
 
 // The socket's own buffer is small and the only place where a datagram can be lost, so it is emptied before

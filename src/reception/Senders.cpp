@@ -13,6 +13,14 @@ using namespace Qt::StringLiterals;
 
 namespace reception {
 
+Senders::Senders(const core::Paths &paths, core::RunLog &log, const core::Clock &clock)
+    : m_paths(paths), m_log(log), m_clock(clock)
+{
+    constexpr std::chrono::seconds often{1}; // the minutes of different addresses end at different times
+    m_look.setInterval(often);
+    QObject::connect(&m_look, &QTimer::timeout, &m_look, [this] { logDue(); });
+}
+
 bool Senders::admit(const QHostAddress &sender)
 {
     follow();
@@ -47,7 +55,6 @@ void Senders::follow()
     const qint64 second = m_clock.second();
     if (std::exchange(m_lookedAt, second) != second) {
         read();
-        logRefusedBefore();
     }
 }
 
@@ -119,8 +126,11 @@ void Senders::refuse(const QHostAddress &sender)
     const bool first = !m_refused.contains(address);
     Refused &refused = m_refused[address];
     ++refused.count;
-    if (first || isMinuteOver(refused)) {
+    if (first) {
         logRefused(address, refused);
+    }
+    if (!m_look.isActive()) {
+        m_look.start();
     }
 }
 
@@ -131,7 +141,8 @@ void Senders::logRefused(const QHostAddress &sender, Refused &refused) const
     refused = {m_clock.second(), 0};
 }
 
-void Senders::logRefusedBefore()
+// Whoever was silent for a whole minute is forgotten: his next datagram is told at once again.
+void Senders::logDue()
 {
     m_refused.removeIf([this](auto entry) {
         const bool over = isMinuteOver(entry.value());
@@ -141,6 +152,18 @@ void Senders::logRefusedBefore()
         }
         return over && silent;
     });
+    if (m_refused.isEmpty()) {
+        m_look.stop();
+    }
+}
+
+void Senders::logCounted()
+{
+    for (auto [sender, refused] : m_refused.asKeyValueRange()) {
+        if (refused.count > 0) {
+            logRefused(sender, refused);
+        }
+    }
 }
 
 // The clock may have been set.

@@ -7,6 +7,7 @@
 #include "reception/AddressList.h"
 
 #include <QHash>
+#include <QTimer>
 
 #include <optional>
 
@@ -18,12 +19,12 @@ class Senders
 {
 public:
     /// All must outlive it. Reads nothing yet.
-    Senders(const core::Paths &paths, core::RunLog &log, const core::Clock &clock)
-        : m_paths(paths), m_log(log), m_clock(clock)
-    {}
+    Senders(const core::Paths &paths, core::RunLog &log, const core::Clock &clock);
 
     /// Whether a datagram is let in; one that is not is counted, and told to the run log once a minute.
     bool admit(const QHostAddress &sender);
+    /// Tells the run log at once of all that was counted and not told yet; call before the program ends.
+    void logCounted();
     /// The address to which everything goes out: that of the settings, 0.0.0.0 where nobody was heard. Throws
     /// core::Error for what is no address and for one that is not let in.
     QHostAddress receiver(const QString &lastSenderIp);
@@ -56,7 +57,7 @@ private:
     QString contents() const;
     void refuse(const QHostAddress &sender);
     void logRefused(const QHostAddress &sender, Refused &refused) const;
-    void logRefusedBefore();
+    void logDue();
     bool isMinuteOver(const Refused &refused) const;
 
     const core::Paths &m_paths;
