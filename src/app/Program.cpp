@@ -219,14 +219,13 @@ void Program::paintAtOnce()
 
 void Program::openReception()
 {
-    m_windows.iniUDP();
+    tell(m_windows.iniUDP());
     m_forwarding.Ini_TDR_UDP();
-    checkSenders();
+    tell(m_senders.trouble(m_texts));
 }
 
-void Program::checkSenders()
+void Program::tell(const QString &trouble)
 {
-    const QString trouble = m_senders.trouble(m_texts);
     if (!trouble.isEmpty()) {
         m_outside.prompts.tell(trouble);
     }

@@ -58,7 +58,7 @@ private:
     void showMainForm();
     void paintAtOnce();
     void openReception();
-    void checkSenders();
+    void tell(const QString &trouble);
     void maintainData();
     void receive(const reception::Datagram &datagram);
     bool operatorEnds();

@@ -151,17 +151,11 @@ void Windows::customerDeleted(qint32 sn)
     m_context.callers.customerDeleted(sn);
 }
 
-void Windows::iniUDP()
+QString Windows::iniUDP()
 {
-    m_context.endpoint.iniUDP();
+    const QString trouble = m_context.endpoint.iniUDP();
     m_context.mainWindow().showPortAvailable(m_context.endpoint.isBound());
-}
-
-QString Windows::sendersTroubleOf(const QString &text) const
-{
-    const bool everybody = text.trimmed().isEmpty();
-    return everybody ? QString()
-                     : reception::sendersTrouble(reception::AddressList::fromText(text), m_forms.texts);
+    return trouble;
 }
 
 QStringList Windows::gridColumnNames() const

@@ -79,7 +79,7 @@ Endpoint::~Endpoint()
 }
 
 // Closing a socket drops what still waits in it.
-void Endpoint::iniUDP()
+QString Endpoint::iniUDP()
 {
     receiveAll();
     handleLater();
@@ -95,9 +95,8 @@ void Endpoint::iniUDP()
         m_context.log.WriteRunLog(u"loca port "_s + QString::number(Winsock1.localPort()));
         m_context.log.WriteRunLog(u"receive buffer "_s + QString::number(bufferBytes));
     });
-    if (!opened && Winsock1.error() == QAbstractSocket::AddressInUseError) {
-        m_context.prompts.tell(m_context.texts.Lms(u"TheIpAddressInUse"_s));
-    }
+    const bool inUse = !opened && Winsock1.error() == QAbstractSocket::AddressInUseError;
+    return inUse ? m_context.texts.Lms(u"TheIpAddressInUse"_s) : QString();
 }
 
 void Endpoint::chooseRemote()

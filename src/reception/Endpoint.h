@@ -46,8 +46,9 @@ public:
     Endpoint(const Context &context, quint16 port, Handler handler);
     ~Endpoint() override;
 
-    /// Opens the socket, anew when it was open. A port in use is told to the operator.
-    void iniUDP();
+    /// Opens the socket, anew when it was open. What the operator is to be told: that the port is in use, or
+    /// nothing.
+    QString iniUDP();
     bool SendServer(const QString &text) override;
     /// While held, datagrams wait as they do behind a message box.
     void hold(bool held);

@@ -173,20 +173,41 @@ bool Senders::isMinuteOver(const Refused &refused) const
     return std::abs(m_clock.second() - refused.loggedAt) >= minute;
 }
 
-QString sendersTrouble(const AddressList &list, const core::TextLookup &texts)
+namespace {
+
+/// The unreadable lines below a sentence about them.
+QString withLines(const QString &sentence, const AddressList &list)
 {
     constexpr qsizetype mostLines = 5;
+    QStringList told{sentence};
+    for (const QString &line : list.unreadable().first(std::min(mostLines, list.unreadable().size()))) {
+        told.append(core::shownText(line));
+    }
+    return told.join(u'\n');
+}
+
+} // namespace
+
+QString sendersTrouble(const AddressList &list, const core::TextLookup &texts)
+{
     QStringList told;
     if (!list.unreadable().isEmpty()) {
-        told.append(texts.Lms(u"SendersUnreadable"_s));
-        for (const QString &line : list.unreadable().first(std::min(mostLines, list.unreadable().size()))) {
-            told.append(core::shownText(line));
-        }
+        told.append(withLines(texts.Lms(u"SendersUnreadable"_s), list));
     }
     if (list.size() == 0) {
         told.append(texts.Lms(u"SendersNobody"_s));
     }
     return told.join(u'\n');
+}
+
+QString sendersRefusal(const QString &text, const core::TextLookup &texts)
+{
+    const AddressList list = AddressList::fromText(text);
+    if (!list.unreadable().isEmpty()) {
+        return withLines(texts.Lms(u"SendersRefused"_s), list);
+    }
+    const bool everybody = text.trimmed().isEmpty();
+    return everybody || list.size() > 0 ? QString() : texts.Lms(u"SendersWithoutAddress"_s);
 }
 
 } // namespace reception

@@ -68,10 +68,15 @@ private:
     Stamp m_unreadable; ///< which was told
     qint64 m_lookedAt = -1;
     QHash<QHostAddress, Refused> m_refused; ///< null address: all others
+    QTimer m_look;                          ///< runs while somebody stands there
 };
 
-/// What the operator is told about a list with lines that cannot be read, or that lets nobody in; empty for
-/// any other.
+/// What the operator is told about a list in force with lines that cannot be read, or that lets nobody in;
+/// empty for any other.
 QString sendersTrouble(const AddressList &list, const core::TextLookup &texts);
+
+/// Why such a text is not saved as the list; empty for any other, and for a blank one, which lets everybody
+/// in.
+QString sendersRefusal(const QString &text, const core::TextLookup &texts);
 
 } // namespace reception

@@ -165,6 +165,7 @@ private Q_SLOTS:
         QVERIFY(desk.start());
         QVERIFY(desk.prompts.asked.first().contains(u"UDP port 1972"_s));
         QVERIFY(desk.source().contains(u"UDP port 1972"_s));
+        QVERIFY(desk.prompts.asked.first().contains("CallDesk in another user's session"_L1));
         QVERIFY(desk.logged(">  !iniUDP 10048 "));
         other.close();
         desk.choose("Command3");
