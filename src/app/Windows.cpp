@@ -21,18 +21,33 @@ bool isForm(const QWidget &window)
 } // namespace
 
 Windows::Windows(const Context &context)
-    : m_context(context), m_forms{context.paths,         context.values,
-                                  context.log,           context.texts,
-                                  context.outside.clock, context.outside.prompts,
-                                  context.outside.shell, *this,
-                                  context.endpoint,      context.services},
-      m_checks({context.paths, context.log, context.callers.numbers(), context.texts, context.outside.prompts,
-                *this}),
-      m_phoneBook({m_forms, m_checks}), m_customers({m_forms, m_checks, *this}),
-      m_notes({m_forms, context.outside.printer, context.values, context.language}),
-      m_messages(
-          {m_forms, context.codePage, [this](int count) { m_context.mainWindow().showUnread(count); }}),
-      m_options({m_forms, context.settings, *this}), m_help({m_forms, context.language})
+    : m_context(context), m_forms{.paths = context.paths,
+                                  .values = context.values,
+                                  .log = context.log,
+                                  .texts = context.texts,
+                                  .clock = context.outside.clock,
+                                  .prompts = context.outside.prompts,
+                                  .shell = context.outside.shell,
+                                  .navigator = *this,
+                                  .server = context.endpoint,
+                                  .services = context.services},
+      m_checks({.paths = context.paths,
+                .log = context.log,
+                .index = context.callers.numbers(),
+                .texts = context.texts,
+                .prompts = context.outside.prompts,
+                .navigator = *this}),
+      m_phoneBook({.forms = m_forms, .checks = m_checks}),
+      m_customers({.form = m_forms, .checks = m_checks, .effects = *this}),
+      m_notes({.forms = m_forms,
+               .printer = context.outside.printer,
+               .values = context.values,
+               .language = context.language}),
+      m_messages({.forms = m_forms,
+                  .codePage = context.codePage,
+                  .unreadChanged = [this](int count) { m_context.mainWindow().showUnread(count); }}),
+      m_options({.forms = m_forms, .settings = context.settings, .effects = *this}),
+      m_help({.forms = m_forms, .language = context.language})
 {}
 
 // Asked when the main window comes up; a window that needs a file of the desk's is not there without it.

@@ -156,6 +156,22 @@ private Q_SLOTS:
         desk.showsACall(); // of a customer on file
     }
 
+    void aDeskWhoseConversionCannotBeCompletedIsNotOpened()
+    {
+        Desk desk;
+        QDir folder(desk.paths.StartFolder);
+        QVERIFY(folder.mkdir(u"Conversion ready 2026-11-21"_s));
+        QVERIFY(folder.mkdir(u"Conversion.lock"_s)); // a folder, so that nobody can take it
+        QVERIFY(folder.rename(u"Customer.ccsm"_s, u"Conversion ready 2026-11-21/Customer.ccsm"_s));
+        const QStringList before = folder.entryList();
+        desk.prompts.expect();
+        QVERIFY(!desk.start());
+        QVERIFY(desk.prompts.asked.first().contains("calldesk-mkdesk --convert"_L1));
+        QVERIFY(desk.prompts.asked.first().contains(desk.paths.StartFolder));
+        QCOMPARE(desk.logged(">  !completeConversion "), 1);
+        QCOMPARE(folder.entryList(), before);
+    }
+
     void aTakenPortIsToldAndHeardOnceItIsFree()
     {
         Desk desk;
