@@ -259,7 +259,7 @@ Sample loading(Station &station)
         const int sn = anyCustomer(station, random);
         return Sample{ms([&] { station.program.windows().Show_Editor(u"CUSTOMER"_s, sn); }), ms([&] {
                           readThrough(openPlain(file).get(), u"select * from customer where SN=%1"_s.arg(sn));
-                          station.program.windows().addCustomer({}, {});
+                          station.program.windows().addCustomer({}, {}, {});
                       })};
     });
 }

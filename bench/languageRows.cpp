@@ -21,7 +21,7 @@ Sample translating(Station &station, const language::FormTranslator &translator)
 {
     Sample sample;
     sample.floor = msOf([&] {
-        station.program.windows().addCustomer({}, {});
+        station.program.windows().addCustomer({}, {}, {});
         shownWindow(editorName).grab();
     });
     sample.figure = msOf([&] {

@@ -8,6 +8,7 @@
 #include "reception/SampleRecord.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFileInfo>
 
 using namespace Qt::StringLiterals;
@@ -24,36 +25,42 @@ Program::Program(const Outside &outside)
       m_callers(m_paths, m_log, m_codePage), m_areas(m_log), m_messages(m_paths, m_log, outside.clock),
       m_senders(m_paths, m_log, outside.clock),
       m_dispatcher(m_settings, m_log, m_values, m_codePage, m_callers, *this),
-      m_endpoint({m_settings, m_log, outside.prompts, m_texts, m_codePage, m_senders}, outside.port,
-                 [this](const reception::Datagram &datagram) { receive(datagram); }),
-      m_forwarding({m_settings, m_log, m_codePage, m_senders}),
-      m_windows({m_outside,
-                 m_paths,
-                 m_values,
-                 m_log,
-                 m_settings,
-                 m_texts,
-                 m_language.state(),
-                 m_codePage,
-                 m_callers,
-                 m_endpoint,
-                 m_senders,
-                 m_forwarding,
-                 {m_translator, m_openForms, m_windowMemory},
-                 [this]() -> mainwindow::FrmMain & { return *m_mainWindow; },
-                 [this](const QString &source, qint32 sn, const QString &name) {
-                     m_popUp.callerRenamed(source, sn, name);
-                 }}),
-      m_popUp({m_log,
-               m_settings,
-               m_texts,
-               m_outside.clock,
-               m_windows,
-               {m_translator, m_openForms, m_windowMemory},
-               [this]() -> const QWidget & { return *m_mainWindow; }})
+      m_endpoint({.settings = m_settings,
+                  .log = m_log,
+                  .prompts = outside.prompts,
+                  .texts = m_texts,
+                  .codePage = m_codePage,
+                  .senders = m_senders},
+                 outside.port, [this](const reception::Datagram &datagram) { receive(datagram); }),
+      m_forwarding({.settings = m_settings, .log = m_log, .codePage = m_codePage, .senders = m_senders}),
+      m_windows({.outside = m_outside,
+                 .paths = m_paths,
+                 .values = m_values,
+                 .log = m_log,
+                 .settings = m_settings,
+                 .texts = m_texts,
+                 .language = m_language.state(),
+                 .codePage = m_codePage,
+                 .callers = m_callers,
+                 .endpoint = m_endpoint,
+                 .senders = m_senders,
+                 .forwarding = m_forwarding,
+                 .services = m_formServices,
+                 .mainWindow = [this]() -> mainwindow::FrmMain & { return *m_mainWindow; },
+                 .callerRenamed = [this](const QString &source, qint32 sn,
+                                         const QString &name) { m_popUp.callerRenamed(source, sn, name); }}),
+      m_popUp({.log = m_log,
+               .settings = m_settings,
+               .texts = m_texts,
+               .clock = m_outside.clock,
+               .navigator = m_windows,
+               .services = m_formServices,
+               .mainWindow = [this]() -> const QWidget & { return *m_mainWindow; }})
 {
     using lookup::CallerDirectory;
     QObject::connect(&m_callers, &CallerDirectory::loading, &m_endpoint, &reception::Endpoint::hold);
+    QObject::connect(&m_endpoint, &reception::Endpoint::callWaits, &m_endpoint,
+                     [this](bool waits) { m_mainWindow->showCallWaits(waits); });
     QObject::connect(&m_callers, &CallerDirectory::customersRead, &m_callers,
                      [this] { m_dispatcher.lookAgain(); });
     QObject::connect(qApp, &QGuiApplication::applicationStateChanged, &m_callers,
@@ -78,20 +85,24 @@ Program::~Program()
 // A step that fails is logged, and the next one is taken.
 bool Program::subMain()
 {
-    if (!becomeFirst()) {
+    const auto step = [this](void (Program::*part)()) {
+        return m_log.trap("subMain"_L1, [&] { (this->*part)(); });
+    };
+    if (!becomeFirst() || !iniPath()) {
         return false;
     }
-    using Step = void (Program::*)();
-    constexpr Step steps[] = {&Program::iniPath,         &Program::readSettings, &Program::chooseLanguage,
-                              &Program::nameProduct,     &Program::iniVariants,  &Program::loadNumberIndex,
-                              &Program::setGridDefaults, &Program::showMainForm, &Program::openReception,
-                              &Program::maintainData,    &Program::tellTroubles};
-    for (const Step step : steps) {
-        const bool done = m_log.trap("subMain"_L1, [&] { (this->*step)(); });
-        if (!done && step == &Program::showMainForm) {
-            return false;
-        }
+    step(&Program::readSettings);
+    step(&Program::chooseLanguage);
+    step(&Program::nameProduct);
+    step(&Program::iniVariants);
+    step(&Program::loadNumberIndex);
+    step(&Program::setGridDefaults);
+    if (!step(&Program::showMainForm)) {
+        return false;
     }
+    step(&Program::openReception);
+    step(&Program::maintainData);
+    step(&Program::tellTroubles);
     return true;
 }
 
@@ -106,21 +117,45 @@ bool Program::becomeFirst()
     return false;
 }
 
-void Program::iniPath()
+bool Program::iniPath()
 {
     for (const QString &folder : {m_paths.DataFolder, m_paths.SmsFolder}) {
         m_log.trap("iniPath"_L1, [&] { core::makePrivateFolder(folder); });
+    }
+    if (!completeConversion()) { // nothing is written to such a desk
+        return false;
     }
     m_log.trap("iniPath"_L1, [&] { core::makeFolder(m_paths.PopUserDataFolder); }); // the desks share it
     for (const QString &written : {m_paths.SettingsFile, m_paths.WindowsFile}) {
         core::removeLeftBeside(written);
     }
-    m_log.trap("completeConversion"_L1, [&] {
+    m_values.CustomerDbExists = QFileInfo(m_paths.CustomerFile).isFile();
+    return true;
+}
+
+bool Program::completeConversion()
+{
+    try {
         if (conversion::completeConversion(m_paths.StartFolder)) {
             m_log.WriteRunLog(u"The conversion of the old databases is completed."_s);
         }
-    });
-    m_values.CustomerDbExists = QFileInfo(m_paths.CustomerFile).isFile();
+    } catch (const core::Error &error) {
+        m_log.reportError(u"!completeConversion "_s, error);
+        tellHalfConverted(error.description());
+        return false;
+    }
+    return true;
+}
+
+// In the operator's language, unless its file is one of those that are not in their places.
+void Program::tellHalfConverted(const QString &reason)
+{
+    readSettings();
+    if (QFileInfo(m_paths.LangFile).isFile()) {
+        chooseLanguage();
+    }
+    m_outside.prompts.tell(m_texts.Lms(u"ConversionUnfinished"_s) + u"\n\n"_s +
+                           QDir::toNativeSeparators(m_paths.StartFolder) + u'\n' + reason);
 }
 
 void Program::readSettings()
@@ -134,9 +169,6 @@ void Program::chooseLanguage()
 {
     m_outside.prompts.setTexts(&m_texts);
     m_language.iniLanguage();
-    if (m_language.isLocked()) {
-        m_languageRetry.start(std::chrono::milliseconds(500));
-    }
     const QString &code = m_language.state().code;
     m_toolkitTexts.install(code);
     QApplication::setLayoutDirection(language::layoutDirection(code));
@@ -191,23 +223,26 @@ void Program::setGridDefaults()
 
 void Program::showMainForm()
 {
-    m_mainWindow = std::make_unique<mainwindow::FrmMain>(
-        mainwindow::FrmMain::Context{m_paths,
-                                     m_values,
-                                     m_log,
-                                     m_settings,
-                                     m_texts,
-                                     m_outside.prompts,
-                                     m_windows,
-                                     m_autoHide,
-                                     *this,
-                                     {m_translator, m_openForms, m_windowMemory}});
+    m_mainWindow =
+        std::make_unique<mainwindow::FrmMain>(mainwindow::FrmMain::Context{.paths = m_paths,
+                                                                           .values = m_values,
+                                                                           .log = m_log,
+                                                                           .settings = m_settings,
+                                                                           .texts = m_texts,
+                                                                           .prompts = m_outside.prompts,
+                                                                           .navigator = m_windows,
+                                                                           .autoHide = m_autoHide,
+                                                                           .commands = *this,
+                                                                           .services = m_formServices});
     QObject::connect(&m_callers, &lookup::CallerDirectory::availableChanged, m_mainWindow.get(),
                      &mainwindow::FrmMain::showCustomersAvailable);
     m_mainWindow->showCustomersAvailable(m_callers.isAvailable());
     m_mainWindow->show();
     paintAtOnce();
     m_instance.onSecondInstance([this] { m_mainWindow->restoreToFront(); });
+    if (m_language.isLocked()) {
+        m_languageRetry.start(std::chrono::milliseconds(500));
+    }
 }
 
 // The operator sees the window before the databases are looked after, which takes its time on a large desk.
@@ -219,14 +254,13 @@ void Program::paintAtOnce()
 
 void Program::openReception()
 {
-    m_windows.iniUDP();
+    tell(m_windows.iniUDP());
     m_forwarding.Ini_TDR_UDP();
-    checkSenders();
+    tell(m_senders.trouble(m_texts));
 }
 
-void Program::checkSenders()
+void Program::tell(const QString &trouble)
 {
-    const QString trouble = m_senders.trouble(m_texts);
     if (!trouble.isEmpty()) {
         m_outside.prompts.tell(trouble);
     }

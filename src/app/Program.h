@@ -36,8 +36,8 @@ public:
     explicit Program(const Outside &outside);
     ~Program() override;
 
-    /// Starts in the fixed order; false when another instance runs, which the operator was told, and when the
-    /// main window cannot be shown.
+    /// Starts in the fixed order; false when another instance runs, or the desk is half converted, which the
+    /// operator was told, and when the main window cannot be shown.
     bool subMain();
 
     /// The main window; only after a successful subMain().
@@ -46,7 +46,9 @@ public:
 
 private:
     bool becomeFirst();
-    void iniPath();
+    bool iniPath();
+    bool completeConversion();
+    void tellHalfConverted(const QString &reason);
     void readSettings();
     void chooseLanguage();
     void retryLanguage();
@@ -58,7 +60,7 @@ private:
     void showMainForm();
     void paintAtOnce();
     void openReception();
-    void checkSenders();
+    void tell(const QString &trouble);
     void maintainData();
     void receive(const reception::Datagram &datagram);
     bool operatorEnds();
@@ -90,6 +92,7 @@ private:
     language::ShownTexts m_texts{m_language};
     language::ToolkitTexts m_toolkitTexts;
     language::FormTranslator m_translator;
+    appearance::FormServices m_formServices{m_translator, m_openForms, m_windowMemory};
     const core::CodePage m_codePage;
     lookup::CallerDirectory m_callers;
     QString m_areaPath;

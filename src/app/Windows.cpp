@@ -21,19 +21,35 @@ bool isForm(const QWidget &window)
 } // namespace
 
 Windows::Windows(const Context &context)
-    : m_context(context), m_forms{context.paths,         context.values,
-                                  context.log,           context.texts,
-                                  context.outside.clock, context.outside.prompts,
-                                  context.outside.shell, *this,
-                                  context.endpoint,      context.services},
-      m_checks({context.paths, context.log, context.callers.numbers(), context.texts, context.outside.prompts,
-                *this}),
-      m_phoneBook({m_forms, m_checks, [this](const phonebook::PhoneBookEntry &entry) { entrySaved(entry); }}),
-      m_customers({m_forms, m_checks, *this}),
-      m_notes({m_forms, context.outside.printer, context.values, context.language}),
-      m_messages(
-          {m_forms, context.codePage, [this](int count) { m_context.mainWindow().showUnread(count); }}),
-      m_options({m_forms, context.settings, *this}), m_help({m_forms, context.language})
+    : m_context(context), m_forms{.paths = context.paths,
+                                  .values = context.values,
+                                  .log = context.log,
+                                  .texts = context.texts,
+                                  .clock = context.outside.clock,
+                                  .prompts = context.outside.prompts,
+                                  .shell = context.outside.shell,
+                                  .navigator = *this,
+                                  .server = context.endpoint,
+                                  .services = context.services},
+      m_checks({.paths = context.paths,
+                .log = context.log,
+                .index = context.callers.numbers(),
+                .texts = context.texts,
+                .prompts = context.outside.prompts,
+                .navigator = *this}),
+      m_phoneBook({.forms = m_forms,
+                   .checks = m_checks,
+                   .entrySaved = [this](const phonebook::PhoneBookEntry &entry) { entrySaved(entry); }}),
+      m_customers({.form = m_forms, .checks = m_checks, .effects = *this}),
+      m_notes({.forms = m_forms,
+               .printer = context.outside.printer,
+               .values = context.values,
+               .language = context.language}),
+      m_messages({.forms = m_forms,
+                  .codePage = context.codePage,
+                  .unreadChanged = [this](int count) { m_context.mainWindow().showUnread(count); }}),
+      m_options({.forms = m_forms, .settings = context.settings, .effects = *this}),
+      m_help({.forms = m_forms, .language = context.language})
 {}
 
 // Asked when the main window comes up; a window that needs a file of the desk's is not there without it.
@@ -85,9 +101,9 @@ void Windows::addCaller(const QString &number, const QString &keyWord)
     m_phoneBook.addCaller(number, keyWord);
 }
 
-void Windows::addCustomer(const QString &number, const QString &keyWord)
+void Windows::addCustomer(const QString &number, const QString &keyWord, const QString &name)
 {
-    m_customers.addCustomer(number, keyWord);
+    m_customers.addCustomer(number, keyWord, name);
 }
 
 void Windows::ShowCustomerByName(const QString &name)
@@ -158,17 +174,11 @@ void Windows::customerDeleted(qint32 sn)
     m_context.callers.customerDeleted(sn);
 }
 
-void Windows::iniUDP()
+QString Windows::iniUDP()
 {
-    m_context.endpoint.iniUDP();
+    const QString trouble = m_context.endpoint.iniUDP();
     m_context.mainWindow().showPortAvailable(m_context.endpoint.isBound());
-}
-
-QString Windows::sendersTroubleOf(const QString &text) const
-{
-    const bool everybody = text.trimmed().isEmpty();
-    return everybody ? QString()
-                     : reception::sendersTrouble(reception::AddressList::fromText(text), m_forms.texts);
+    return trouble;
 }
 
 QStringList Windows::gridColumnNames() const

@@ -53,7 +53,7 @@ public:
     void ShowHelp(const QString &helpId) override;
     void Show_Editor(const QString &source, qint32 sn) override;
     void addCaller(const QString &number, const QString &keyWord) override;
-    void addCustomer(const QString &number, const QString &keyWord) override;
+    void addCustomer(const QString &number, const QString &keyWord, const QString &name) override;
     void ShowCustomerByName(const QString &name) override;
     void ShowNotePad(const QString &customerName) override;
     void showPhoneBook(const QString &query, QWidget *editor) override;
@@ -68,7 +68,8 @@ public:
     void messagesSeen() { m_messages.markAllSeen(); }
 
     /// Opens the caller-ID port, anew where it is open; the main window tells whether it can be received on.
-    void iniUDP() override;
+    /// What the operator is to be told, if anything: that the port is in use.
+    QString iniUDP() override;
 
     /// Closes all but the main window; false where the operator, asked about typed text that was not saved,
     /// wants to keep a window open.
@@ -83,7 +84,10 @@ private:
     void renameNotes(const QString &oldName, const QString &newName);
     std::optional<QString> senders() const override { return m_context.senders.text(); }
     QString sendersTrouble() const override { return m_context.senders.trouble(m_forms.texts); }
-    QString sendersTroubleOf(const QString &text) const override;
+    QString sendersRefusal(const QString &text) const override
+    {
+        return reception::sendersRefusal(text, m_forms.texts);
+    }
     bool saveSenders(const QString &text) override { return m_context.senders.save(text); }
     QStringList gridColumnNames() const override;
     QStringList hiddenGridColumns() const override;

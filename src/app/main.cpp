@@ -27,8 +27,16 @@ int main(int argc, char *argv[])
     core::QtShell shell;
     core::QtPrinter printer;
     const core::QtClock clock;
-    app::Program program({prompts, shell, printer, clock, QDir::currentPath(), core::platform::dataFolder(),
-                          core::platform::runtimeFolder(), core::platform::developerFolder(),
-                          core::platform::systemLanguageId(), reception::Endpoint::standardPort, endProcess});
+    app::Program program({.prompts = prompts,
+                          .shell = shell,
+                          .printer = printer,
+                          .clock = clock,
+                          .startFolder = QDir::currentPath(),
+                          .dataFolder = core::platform::dataFolder(),
+                          .runtimeFolder = core::platform::runtimeFolder(),
+                          .developerFolder = core::platform::developerFolder(),
+                          .systemLanguageId = core::platform::systemLanguageId(),
+                          .port = reception::Endpoint::standardPort,
+                          .endProcess = endProcess});
     return program.subMain() ? QApplication::exec() : 0;
 }

@@ -25,14 +25,14 @@ public:
     /// editor that asks for it, which keeps the keyboard.
     virtual void showPhoneBook(const QString &query, QWidget *editor) = 0;
     virtual void showCustomerList(const QString &query, QWidget *editor) = 0;
-    /// Opens the customer editor for a new customer with that number, and with a key word first the customer
-    /// list on what it finds, so that the operator sees whether the caller is on file already.
-    virtual void addCustomer(const QString &number, const QString &keyWord) = 0;
+    /// Opens the customer editor for a new customer with that number and name, and with a key word first the
+    /// customer list on what it finds, so that the operator sees whether the caller is on file already.
+    virtual void addCustomer(const QString &number, const QString &keyWord, const QString &name) = 0;
     /// Opens the customer editor on the first customer of that name.
     virtual void ShowCustomerByName(const QString &name) = 0;
     /// Opens the call notes editor for a customer, with the notes that were kept of him.
     virtual void ShowNotePad(const QString &customerName) = 0;
-    /// Opens the dialog that files an unknown caller's number.
+    /// Opens the dialog that files an unknown caller; the key word is what the call says of him.
     virtual void addCaller(const QString &number, const QString &keyWord) = 0;
 };
 

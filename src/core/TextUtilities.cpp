@@ -102,6 +102,13 @@ QString isolated(const QString &text)
     return firstStrongIsolate + text + popDirectionalIsolate;
 }
 
+QString callerName(const QString &description, const QString &number)
+{
+    const bool hasLetters = std::ranges::any_of(description, [](QChar c) { return c.isLetter(); });
+    const bool repeatsNumber = !hasLetters && DigitsOnly(description) == DigitsOnly(number);
+    return repeatsNumber ? QString() : description.trimmed();
+}
+
 QString titleOf(const QString &name, const QString &window)
 {
     const QString shown = shownText(name).trimmed();

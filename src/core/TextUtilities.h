@@ -60,6 +60,9 @@ QString shownText(QStringView text, qsizetype maxLength = 256);
 /// in a mirrored window a number or a time then keeps the order of its parts.
 QString isolated(const QString &text);
 
+/// What a call says of its caller, where that may be a name: empty where it only repeats the number.
+QString callerName(const QString &description, const QString &number);
+
 /// The title of the window that shows something with a name: the name goes first.
 QString titleOf(const QString &name, const QString &window);
 

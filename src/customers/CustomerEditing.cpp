@@ -1,7 +1,7 @@
 #include "customers/CustomerEditing.h"
 
 #include "customers/CustomerForwarding.h"
-#include "store/Database.h"
+#include "store/HeldFile.h"
 
 using namespace Qt::StringLiterals;
 
@@ -115,7 +115,12 @@ FoundCustomer CustomerEditing::find(QLatin1StringView procedure, const QString &
     return found;
 }
 
-LoadedCustomer CustomerEditing::newCustomer(const QString &number)
+QString nameToFile(QString name)
+{
+    return name.replace(u'\'', QChar(0x2019));
+}
+
+LoadedCustomer CustomerEditing::newCustomer(const QString &number, const QString &name)
 {
     LoadedCustomer customer;
     FieldTexts &shown = customer.record.shown;
@@ -124,6 +129,7 @@ LoadedCustomer CustomerEditing::newCustomer(const QString &number)
     }
     shown.at(static_cast<size_t>(fieldOf(u"T3"))) = u"1"_s;
     shown.at(static_cast<size_t>(fieldOf(u"WorkPhones"))) = number;
+    shown.at(static_cast<size_t>(fieldOf(u"CustomerName"))) = nameToFile(name);
     return customer;
 }
 
@@ -177,7 +183,9 @@ SavedCustomer CustomerEditing::SaveCustomer(const LoadedCustomer &loaded, const 
             saved.written = true;
         });
     });
-    return succeeded ? saved : refused({}, m_context.texts.Lms(u"CustomerNotSaved"_s));
+    return succeeded ? saved
+                     : refused({}, store::notWrittenText(m_context.texts, u"CustomerNotSaved"_s,
+                                                         m_context.paths.CustomerFile));
 }
 
 SavedCustomer CustomerEditing::refused(const QString &column, const QString &message)

@@ -38,6 +38,9 @@ struct SavedCustomer : core::Saved
     QString oldName = {}; ///< the name on file before; empty for one who was not on file
 };
 
+/// A name as it may be filed: an apostrophe would break the statements that hold it between quotation marks.
+QString nameToFile(QString name);
+
 /// Moves one customer between the table `customer` and an editor.
 class CustomerEditing
 {
@@ -57,8 +60,8 @@ public:
     /// The row of that key, or the first of that name.
     FoundCustomer ShowCustomerBySN(qint32 sn) const;
     FoundCustomer ShowCustomerByName(const QString &name) const;
-    /// A customer who is not on file, but for that number; his calls will pop up.
-    static LoadedCustomer newCustomer(const QString &number);
+    /// A customer who is not on file, but for that number and name; his calls will pop up.
+    static LoadedCustomer newCustomer(const QString &number, const QString &name);
 
     /// Whether the first customer in the table with that value in a column, compared in capitals, is another
     /// than the given one. Duplicates behind that first one go unnoticed; an empty value is none.

@@ -67,7 +67,7 @@ void CustomerWindows::showList(const QString &query, QWidget *editor)
     form.showQuery(query);
 }
 
-void CustomerWindows::addCustomer(const QString &number, const QString &keyWord)
+void CustomerWindows::addCustomer(const QString &number, const QString &keyWord, const QString &name)
 {
     dropWaitingNumber();
     bool found = false;
@@ -78,7 +78,7 @@ void CustomerWindows::addCustomer(const QString &number, const QString &keyWord)
             appearance::bringToFront(form);
         }
     }
-    editor().addCustomer(number);
+    editor().addCustomer(number, name);
     if (found && m_list) {
         if (!m_list->hasNumber()) { // another customer was saved first, and the list shows all
             m_list->searchFor(keyWord, number);

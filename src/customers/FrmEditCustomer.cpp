@@ -34,7 +34,7 @@ FrmEditCustomer::FrmEditCustomer(const Context &context)
     setUpChecks();
     setUpMessage();
     appearance::nameInTitle(*this, *m_ui->txtCustomerName);
-    startNewCustomer({});
+    startNewCustomer({}, {});
 }
 
 // The field that has the keyboard says that it is left when it goes, and nobody is there to check it then.
@@ -53,7 +53,7 @@ void FrmEditCustomer::setUpButtons()
     connect(m_ui->cmdViewNotePad, &QPushButton::clicked, this, &FrmEditCustomer::viewNotes);
     connect(m_ui->Command1, &QPushButton::clicked, this, [this] {
         if (settleUnsavedChanges()) {
-            startNewCustomer({});
+            startNewCustomer({}, {});
         }
     });
     connect(m_ui->Command2, &QPushButton::clicked, this, &FrmEditCustomer::save);
@@ -85,15 +85,15 @@ void FrmEditCustomer::follow(const LoadedCustomer &customer)
     m_ownerLine->follow(customer.record.SN);
 }
 
-void FrmEditCustomer::startNewCustomer(const QString &number)
+void FrmEditCustomer::startNewCustomer(const QString &number, const QString &name)
 {
-    begin(CustomerEditing::newCustomer(number));
+    begin(CustomerEditing::newCustomer(number, name));
 }
 
-void FrmEditCustomer::addCustomer(const QString &number)
+void FrmEditCustomer::addCustomer(const QString &number, const QString &name)
 {
     if (settleUnsavedChanges()) {
-        startNewCustomer(number);
+        startNewCustomer(number, name);
     }
     appearance::bringToFront(*this);
 }
@@ -163,7 +163,7 @@ bool FrmEditCustomer::save()
             CustomerEditing::decide(refused, holds, loaded, typed);
         });
     if (saved.dropped) {
-        startNewCustomer({});
+        startNewCustomer({}, {});
     } else if (saved.written) {
         follow(saved.customer);
         m_ui->lblMessage->setText(m_context.form.texts.Lms(u"EntrySaved"_s));

@@ -36,9 +36,9 @@ public:
     explicit FrmEditCustomer(const Context &context);
     ~FrmEditCustomer() override;
 
-    /// Shows the form empty but for the number, to add a customer ("ADD" mode). Here and below, typed text
-    /// that was not saved is asked about first, and the form stays as it is where the operator cancels.
-    void addCustomer(const QString &number);
+    /// Shows the form empty but for number and name, to add a customer ("ADD" mode). Here and below, typed
+    /// text that was not saved is asked about first, and the form stays as it is where the operator cancels.
+    void addCustomer(const QString &number, const QString &name = {});
     /// Shows the form with the customer of that key ("EDIT" mode). False where the operator cancelled and,
     /// after telling it, where there is no such row or it cannot be read; a form that was not open then stays
     /// so.
@@ -69,7 +69,7 @@ private:
     static void mirror(QLineEdit &one, QLineEdit &other);
     void replaceApostrophes();
 
-    void startNewCustomer(const QString &number);
+    void startNewCustomer(const QString &number, const QString &name);
     bool edit(const std::function<FoundCustomer()> &find);
     bool settleUnsavedChanges();
     bool save();

@@ -90,15 +90,15 @@ void FrmEditCustomer::setUpMessage()
     m_controls.onChanged(*this, [this] { m_ui->lblMessage->clear(); });
 }
 
-// An apostrophe would break the statements that hold the name between quotation marks. A name that other
-// programs have filed with one is the customer's name all the same until it is changed.
+// A name that other programs have filed with an apostrophe is the customer's name all the same until it is
+// changed.
 void FrmEditCustomer::replaceApostrophes()
 {
     QLineEdit &edit = *m_ui->txtCustomerName;
     if (edit.text() == m_loaded.record.text(u"CustomerName")) {
         return;
     }
-    const QString name = edit.text().replace(u'\'', QChar(0x2019));
+    const QString name = nameToFile(edit.text());
     if (name != edit.text()) {
         edit.setText(name);
     }

@@ -29,7 +29,7 @@ std::optional<QString> HelpTexts::ReadHelp(const QString &languageCode, const QS
 
 void HelpTexts::tell(const core::Error &error, const QString &path)
 {
-    const QString key = store::tellsOfLock(error) ? u"HelpFileLocked"_s : u"HelpFileDamaged"_s;
+    const QString key = store::tellsOfLock(error) ? u"HeldElsewhere"_s : u"HelpFileDamaged"_s;
     m_prompts.tell(m_texts.Lms(key) + u'\n' + path);
 }
 

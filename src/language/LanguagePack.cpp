@@ -35,15 +35,16 @@ LanguagePack::LanguagePack(const core::Paths &paths, core::RunLog &log, core::Pr
 void LanguagePack::iniLanguage()
 {
     m_log.trap("iniLanguage"_L1, [this] {
-        if (!isFile(m_paths.LangFile)) {
-            m_prompts.tell(u"No Lang.mdb file found! path = "_s + m_paths.LangFile);
-        }
         m_state.osLanguage = GetOsDefaultLanguage(m_systemLanguageId, m_log);
         m_state.osLanguageId = languageIdDigits(m_systemLanguageId);
         m_state.code = DecideLanguage(m_state.osLanguage, m_settings.record.LanguageSetting.text());
         const Language *language = languageOf(m_state.code);
         m_state.font = language ? language->font : FontChoice();
         load();
+        if (!isFile(m_paths.LangFile)) { // a language with a file of its own has its texts all the same
+            m_prompts.tell(u"No Lang.mdb file found! path = "_s + m_paths.LangFile + u"\n\n"_s +
+                           ShownTexts(*this).Lms(u"LangFileMissing"_s));
+        }
     });
 }
 

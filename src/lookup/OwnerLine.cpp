@@ -40,7 +40,7 @@ void OwnerLine::begin(std::optional<qint32> sn)
 {
     m_told.clear();
     m_ownerOfName.reset();
-    m_lookedUpName = m_fields.name != nullptr ? m_fields.name->text().trimmed() : QString();
+    m_lookedUpName = sn && m_fields.name ? m_fields.name->text().trimmed() : QString();
     m_edited = sn;
 }
 

@@ -55,7 +55,7 @@ private:
     const Fields m_fields;
     std::optional<qint32> m_edited;           ///< none while the row is new
     QHash<const QLineEdit *, QString> m_told; ///< of which the operator knows whether they are on file
-    QString m_lookedUpName;                   ///< or the one that the row began with
+    QString m_lookedUpName;                   ///< or the one of the row on file
     std::optional<Owner> m_ownerOfName;       ///< while it stands as it was looked up
     std::optional<Owner> m_owner;             ///< shown
     QTimer m_typing;                          ///< runs until the operator pauses in a number

@@ -5,6 +5,7 @@
 #include "core/TextUtilities.h"
 #include "ui_FrmMain.h"
 
+#include <QApplication>
 #include <QFontDatabase>
 #include <QToolButton>
 #include <QWindow>
@@ -294,6 +295,18 @@ void FrmMain::showPortAvailable(bool available)
     updateSource();
 }
 
+// The box may stand behind another program's window: whatever the window bar shows of ours asks for
+// attention.
+void FrmMain::showCallWaits(bool waits)
+{
+    m_callWaits = waits;
+    updateSource();
+    showTip();
+    if (waits) {
+        QApplication::alert(nullptr);
+    }
+}
+
 void FrmMain::showCustomersAvailable(bool available)
 {
     m_customersUnavailable = !available;
@@ -348,13 +361,24 @@ void FrmMain::markUnread()
     const int tab = m_ui->SSTab1->indexOf(m_ui->pageShortMessages);
     const QString title = m_messagesTitle + u" (%1)"_s.arg(m_unreadMessages);
     m_ui->SSTab1->setTabText(tab, m_unreadMessages > 0 ? title : m_messagesTitle);
-    m_tray->setTip(m_unreadMessages > 0 ? title + u" - "_s + windowTitle() : windowTitle());
+    showTip();
+}
+
+void FrmMain::showTip()
+{
+    const int tab = m_ui->SSTab1->indexOf(m_ui->pageShortMessages);
+    const QString news = m_callWaits            ? m_context.texts.Lms(u"CallWaits"_s)
+                         : m_unreadMessages > 0 ? m_ui->SSTab1->tabText(tab)
+                                                : QString();
+    m_tray->setTip(news.isEmpty() ? windowTitle() : news + u" - "_s + windowTitle());
 }
 
 void FrmMain::updateSource()
 {
     const QString separator = m_context.values.WordSeparator;
-    if (m_portUnavailable) {
+    if (m_callWaits) {
+        lblSource->setText(m_context.texts.Lms(u"CallWaits"_s));
+    } else if (m_portUnavailable) {
         lblSource->setText(m_context.texts.Lms(u"PortUnavailable"_s));
     } else if (m_customersUnavailable) {
         lblSource->setText(m_context.texts.Lms(u"CustomersUnavailable"_s));

@@ -76,6 +76,8 @@ public:
     void showSource(const QHostAddress &sender);
     /// Whether the caller-ID port can be received on.
     void showPortAvailable(bool available);
+    /// Whether a call waits until an open box is answered.
+    void showCallWaits(bool waits);
     /// Whether callers can be identified.
     void showCustomersAvailable(bool available);
     /// The key of what is to be told about the message logs for as long as it lasts; empty where all is well.
@@ -129,6 +131,7 @@ private:
     void updateScreen();
     void updateSource();
     void markUnread();
+    void showTip();
     void openCaller(int row);
     void openLastCaller();
     void nameOpening(QAction &action, const QString &id) const;
@@ -162,6 +165,7 @@ private:
     QHostAddress m_lastSender;
     bool m_sourceChanged = false;
     bool m_portUnavailable = false;
+    bool m_callWaits = false;
     bool m_customersUnavailable = false;
     QString m_messageLogs; ///< the key of what is told about them
     bool m_lastCallerChanged = false;

@@ -79,6 +79,11 @@ void frmSendSMS::send()
 {
     txtSendTo_LostFocus();
     const Draft message = typed();
+    if (message.text.trimmed().isEmpty()) {
+        m_ui->lblSent->setText(m_context.texts.Lms(u"MessageEmpty"_s));
+        m_ui->txtSMS->setFocus();
+        return;
+    }
     const MessageSender::Outcome outcome = m_sender.SendSMS(message.sendTo, message.text);
     if (outcome.sent) {
         m_sentText = message.text;

@@ -1,6 +1,7 @@
 #include "notes/CallNotes.h"
 
 #include "core/TextUtilities.h"
+#include "store/HeldFile.h"
 
 #include <algorithm>
 #include <array>
@@ -156,7 +157,8 @@ SavedNote CallNotes::save(const std::optional<CallFields> &loaded, const NoteEnt
         } catch (const NothingWritten &) { // what stood in the way is told
         }
     });
-    return succeeded ? saved : refused(m_texts.Lms(u"NoteNotSaved"_s));
+    return succeeded ? saved
+                     : refused(store::notWrittenText(m_texts, u"NoteNotSaved"_s, m_paths.CustomerFile));
 }
 
 void CallNotes::decide(const core::Saved &refused, core::Whose holds, std::optional<CallFields> &loaded,

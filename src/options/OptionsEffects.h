@@ -12,16 +12,16 @@ class OptionsEffects
 {
 public:
     virtual ~OptionsEffects() = default;
-    /// Opens the UDP endpoint anew.
-    virtual void iniUDP() = 0;
+    /// Opens the UDP endpoint anew; what the operator is to know of it: that its port is in use, or nothing.
+    virtual QString iniUDP() = 0;
     /// The list of those who may send datagrams, as text: empty where everybody may, nothing where it cannot
     /// be read.
     virtual std::optional<QString> senders() const = 0;
     /// What the operator is to know about the list in force: lines that cannot be read, or that it lets
     /// nobody in; empty: nothing.
     virtual QString sendersTrouble() const = 0;
-    /// The same about a text that is to be the list.
-    virtual QString sendersTroubleOf(const QString &text) const = 0;
+    /// Why a text cannot be the list, for the operator; empty where it can.
+    virtual QString sendersRefusal(const QString &text) const = 0;
     /// Takes effect at once; false, with an entry in the run log, where the text cannot be stored.
     virtual bool saveSenders(const QString &text) = 0;
     /// The names of the caller-ID grid's seven columns in their current order.

@@ -68,7 +68,8 @@ OptionsLogic::SystemPage OptionsLogic::systemPage() const
     const core::SettingsRecord &record = m_context.settings.record;
     return {.language = codeOf(record.LanguageSetting.text()),
             .port = QString::number(record.LocalPort),
-            .columns = m_context.effects.gridColumnNames()};
+            .columns = m_context.effects.gridColumnNames(),
+            .senders = m_context.effects.senders()};
 }
 
 QString OptionsLogic::columnTitle(const QString &name) const
@@ -88,7 +89,7 @@ bool OptionsLogic::savePopUpPage(const PopUpPage &page)
 }
 
 // A port of 0 stands for the standard one, which the endpoint puts in its place when it is opened.
-bool OptionsLogic::saveSystemPage(const SystemPage &page)
+OptionsLogic::SavedSystem OptionsLogic::saveSystemPage(const SystemPage &page)
 {
     core::SettingsRecord &record = m_context.settings.record;
     const core::SettingsRecord before = record;
@@ -98,39 +99,39 @@ bool OptionsLogic::saveSystemPage(const SystemPage &page)
     if (!m_context.effects.ChangeGridCfg(page.columns)) { // writes all of the record
         refuse(before);
         m_context.effects.iniGridCallerID_tarn();
-        return false;
+        return {};
     }
     const bool portChanged = record.LocalPort != before.LocalPort;
-    if (portChanged) {
-        m_context.effects.iniUDP();
-    }
-    QStringList told;
-    if (isOtherLanguage(before)) {
-        told.append(m_context.texts.Lms(u"PlsRestartSys"_s));
-    }
-    if (!port) {
-        told.append(m_context.texts.Lms(u"PortOutOfRange"_s));
-    } else if (portChanged && *port == 0) {
-        told.append(m_context.texts.Lms(u"PortIsStandard"_s));
-    }
+    const QString portInUse = portChanged ? m_context.effects.iniUDP() : QString();
+    const core::TextLookup &texts = m_context.texts;
+    const QString refusedPort = port ? QString() : texts.Lms(u"PortOutOfRange"_s);
+    const QString refusedSenders = saveSenders(page.senders);
+    const SavedSystem saved = {
+        .settings = true, .port = refusedPort.isEmpty(), .senders = refusedSenders.isEmpty()};
+    QStringList told = {refusedPort,
+                        refusedSenders,
+                        saved.whole() ? QString() : texts.Lms(u"OtherOptionsSaved"_s),
+                        portChanged && port == 0 ? texts.Lms(u"PortIsStandard"_s) : QString(),
+                        portInUse,
+                        isOtherLanguage(before) ? texts.Lms(u"PlsRestartSys"_s) : QString()};
+    told.removeAll(QString());
     if (!told.isEmpty()) {
         m_context.prompts.tell(told.join(u"\n\n"_s));
     }
-    return true;
+    return saved;
 }
 
-bool OptionsLogic::saveSenders(const QString &text)
+/// Why the list was not saved; empty where it is, or has not changed.
+QString OptionsLogic::saveSenders(const std::optional<QString> &senders)
 {
-    const QString trouble = m_context.effects.sendersTroubleOf(text);
-    if (!trouble.isEmpty()) {
-        m_context.prompts.tell(trouble);
-        return false;
+    if (!senders) {
+        return {};
     }
-    const bool saved = m_context.effects.saveSenders(text);
-    if (!saved) {
-        m_context.prompts.tell(m_context.texts.Lms(u"OptionsNotSaved"_s));
+    const QString refusal = m_context.effects.sendersRefusal(*senders);
+    if (!refusal.isEmpty() || senders == m_context.effects.senders()) {
+        return refusal;
     }
-    return saved;
+    return m_context.effects.saveSenders(*senders) ? QString() : m_context.texts.Lms(u"SendersNotSaved"_s);
 }
 
 // An empty setting has always meant the operating system's language, so writing that out changes nothing.

@@ -49,8 +49,18 @@ public:
     {
         QString language; ///< as it stands in the combo box
         QString port;
-        QStringList columns; ///< names of the grid's columns, in order
+        QStringList columns;            ///< names of the grid's columns, in order
+        std::optional<QString> senders; ///< who may send; nothing where that cannot be read and so stays
         bool operator==(const SystemPage &) const = default;
+    };
+
+    /// What was saved of a system page: the settings file first, nothing of the page without it.
+    struct SavedSystem
+    {
+        bool settings = false;
+        bool port = false;
+        bool senders = false;
+        bool whole() const { return settings && port && senders; }
     };
 
     explicit OptionsLogic(const Context &context) : m_context(context) {}
@@ -61,22 +71,20 @@ public:
     /// A column's heading in the current language.
     QString columnTitle(const QString &name) const;
 
-    /// The list of those who may send datagrams; nothing where it cannot be read.
-    std::optional<QString> senders() const { return m_context.effects.senders(); }
     QString sendersTrouble() const { return m_context.effects.sendersTrouble(); }
-    /// False where the text is no such list, or could not be stored, which the operator was told.
-    bool saveSenders(const QString &text);
 
-    /// Both write the settings file; false, with nothing changed, where that failed, which the operator was
-    /// told. One box tells what there is to tell.
+    /// False, with nothing changed, where the settings file could not be written, which the operator was
+    /// told.
     bool savePopUpPage(const PopUpPage &page);
-    bool saveSystemPage(const SystemPage &page);
+    /// One box tells what there is to tell.
+    SavedSystem saveSystemPage(const SystemPage &page);
 
     /// True where the user's language file stands; else the operator is told.
     bool mayEditLanguage();
 
 private:
     bool isOtherLanguage(const core::SettingsRecord &before) const;
+    QString saveSenders(const std::optional<QString> &senders);
     bool refuse(const core::SettingsRecord &before);
 
     Context m_context;

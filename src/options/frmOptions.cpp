@@ -145,10 +145,9 @@ void frmOptions::showPort()
 // What cannot be read must not be written over.
 void frmOptions::showSenders()
 {
-    const std::optional<QString> text = m_logic.senders();
+    const std::optional<QString> text = m_logic.systemPage().senders;
     m_ui->txtSenders->setEnabled(text.has_value());
     m_ui->txtSenders->setPlainText(text.value_or(QString()));
-    m_storedSenders = m_ui->txtSenders->toPlainText();
     const QString trouble = m_logic.sendersTrouble();
     m_ui->lblSendersTrouble->setText(trouble);
     m_ui->lblSendersTrouble->setVisible(!trouble.isEmpty());
@@ -212,9 +211,14 @@ OptionsLogic::PopUpPage frmOptions::popUpPage() const
 
 OptionsLogic::SystemPage frmOptions::systemPage() const
 {
-    return {.language = m_ui->CmbLanguage->currentText(),
-            .port = m_ui->txtPort->text(),
-            .columns = columnNames()};
+    OptionsLogic::SystemPage page = {.language = m_ui->CmbLanguage->currentText(),
+                                     .port = m_ui->txtPort->text(),
+                                     .columns = columnNames(),
+                                     .senders = {}};
+    if (m_ui->txtSenders->isEnabled()) {
+        page.senders = m_ui->txtSenders->toPlainText();
+    }
+    return page;
 }
 
 bool frmOptions::savePopUpPage()
@@ -227,36 +231,28 @@ bool frmOptions::savePopUpPage()
     return saved;
 }
 
-// A port that was refused gives way to the one that stays in use.
+// A port that was refused gives way to the one that stays in use; a list of senders stays to be corrected.
 bool frmOptions::saveSystemPage()
 {
-    const OptionsLogic::SystemPage page = systemPage();
-    const bool saved = m_logic.saveSystemPage(page);
-    const bool sendersSaved = saved && saveSenders(); // the disk that is full is told once
-    const bool whole = saved && sendersSaved && portOf(page.port).has_value();
-    m_ui->lblSystemSaved->setText(savedText(whole));
+    const OptionsLogic::SavedSystem saved = m_logic.saveSystemPage(systemPage());
+    m_ui->lblSystemSaved->setText(savedText(saved.whole()));
     showPort();
-    if (saved) {
-        m_storedSystem = systemPage();
-        Q_EMIT languageSaved();
-    }
-    return whole;
-}
-
-bool frmOptions::saveSenders()
-{
-    const QString typed = m_ui->txtSenders->toPlainText();
-    const bool asStored = typed == m_storedSenders && m_ui->lblSendersTrouble->text().isEmpty();
-    if (!asStored && m_ui->txtSenders->isEnabled() && m_logic.saveSenders(typed)) {
+    if (saved.senders) {
         showSenders();
     }
-    return typed == m_storedSenders;
+    if (saved.settings) {
+        OptionsLogic::SystemPage stored = systemPage();
+        stored.senders = saved.senders ? stored.senders : m_storedSystem.senders;
+        m_storedSystem = stored;
+        Q_EMIT languageSaved();
+    }
+    return saved.whole();
 }
 
 bool frmOptions::mayClose()
 {
     const bool popUp = popUpPage() != m_storedPopUp;
-    const bool system = systemPage() != m_storedSystem || m_ui->txtSenders->toPlainText() != m_storedSenders;
+    const bool system = systemPage() != m_storedSystem;
     if (!popUp && !system) {
         return true;
     }

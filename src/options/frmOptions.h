@@ -51,7 +51,6 @@ private:
     /// They are false where something was not saved as it stands in the page; the operator was told.
     bool savePopUpPage();
     bool saveSystemPage();
-    bool saveSenders();
     bool mayClose();
     QString savedText(bool saved) const;
     QString helpId() const;
@@ -59,9 +58,8 @@ private:
     appearance::FormContext m_context;
     OptionsLogic m_logic;
     OptionsEffects &m_effects;
-    OptionsLogic::PopUpPage m_storedPopUp; ///< all three as they were read, or saved the last time
+    OptionsLogic::PopUpPage m_storedPopUp; ///< both as they were read, or saved the last time
     OptionsLogic::SystemPage m_storedSystem;
-    QString m_storedSenders;
     std::function<void()> m_showLanguageEditor;
     std::unique_ptr<Ui::frmOptions> m_ui;
     appearance::FormSetup m_setup;

@@ -204,7 +204,7 @@ QString obstacleText(const core::TextLookup &texts, const QString &databaseFile)
     if (!QFileInfo(databaseFile).isFile()) {
         return texts.Lms(u"PhoneBookMissing"_s);
     }
-    return store::isLocked(databaseFile) ? texts.Lms(u"PhoneBookLocked"_s) : QString();
+    return store::isLocked(databaseFile) ? texts.Lms(u"HeldElsewhere"_s) : QString();
 }
 
 QString troubleText(const core::TextLookup &texts, const QString &databaseFile)

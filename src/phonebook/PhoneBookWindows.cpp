@@ -65,17 +65,17 @@ void PhoneBookWindows::editEntry(qint32 sn)
     appearance::bringToFront(editor());
 }
 
-void PhoneBookWindows::addEntry(const QString &number)
+void PhoneBookWindows::addEntry(const QString &number, const QString &name)
 {
-    editor().addEntry(number);
+    editor().addEntry(number, name);
     appearance::bringToFront(editor());
 }
 
 void PhoneBookWindows::addCaller(const QString &number, const QString &keyWord)
 {
     if (m_choice == nullptr) {
-        m_choice =
-            new frmChoosePhoneDatabase(m_context.forms, [this](const QString &filed) { addEntry(filed); });
+        m_choice = new frmChoosePhoneDatabase(
+            m_context.forms, [this](const QString &filed, const QString &name) { addEntry(filed, name); });
     }
     m_choice->setCaller(number, keyWord);
     appearance::bringToFront(*m_choice);

@@ -31,8 +31,8 @@ public:
     /// Opens the editor on an entry; tells the operator where it is gone or cannot be read.
     void editEntry(qint32 sn);
     /// Opens the editor for a new entry.
-    void addEntry(const QString &number = {});
-    /// Opens the dialog that files an unknown caller's number here or among the customers.
+    void addEntry(const QString &number = {}, const QString &name = {});
+    /// Opens the dialog that files an unknown caller here or among the customers.
     void addCaller(const QString &number, const QString &keyWord);
 
     /// Opens the editor on the entry that the list stands on, if it stands on one.

@@ -2,6 +2,7 @@
 
 #include "appearance/Keys.h"
 #include "appearance/ThemedIcons.h"
+#include "core/TextUtilities.h"
 #include "ui_frmChoosePhoneDatabase.h"
 
 #include <QCloseEvent>
@@ -10,8 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace phonebook {
 
-frmChoosePhoneDatabase::frmChoosePhoneDatabase(const appearance::FormContext &context,
-                                               std::function<void(const QString &number)> addEntry)
+frmChoosePhoneDatabase::frmChoosePhoneDatabase(const appearance::FormContext &context, AddEntry addEntry)
     : QDialog(nullptr, Qt::Window | Qt::WindowCloseButtonHint), m_context(context),
       m_addEntry(std::move(addEntry)), m_ui(std::make_unique<Ui::frmChoosePhoneDatabase>()),
       m_setup(context.services)
@@ -39,6 +39,7 @@ frmChoosePhoneDatabase::~frmChoosePhoneDatabase()
 
 void frmChoosePhoneDatabase::setCaller(const QString &number, const QString &keyWord)
 {
+    m_name = core::callerName(keyWord, number);
     m_ui->txtCID->setText(number);
     m_ui->txtKeyWord->setText(keyWord);
     m_ui->Option1->setFocus();
@@ -47,9 +48,9 @@ void frmChoosePhoneDatabase::setCaller(const QString &number, const QString &key
 void frmChoosePhoneDatabase::accept()
 {
     if (m_ui->Option1->isChecked()) {
-        m_addEntry(m_ui->txtCID->text());
+        m_addEntry(m_ui->txtCID->text(), m_name);
     } else {
-        m_context.navigator.addCustomer(m_ui->txtCID->text(), m_ui->txtKeyWord->text());
+        m_context.navigator.addCustomer(m_ui->txtCID->text(), m_ui->txtKeyWord->text(), m_name);
     }
     close();
 }

@@ -13,17 +13,19 @@ class frmChoosePhoneDatabase;
 
 namespace phonebook {
 
-/// Asks where an unknown caller's number is to be filed. Deletes itself when closed.
+/// Asks where an unknown caller is to be filed. Deletes itself when closed.
 class frmChoosePhoneDatabase : public QDialog
 {
     Q_OBJECT
 
 public:
-    /// `addEntry` opens the phone book's editor for a new entry with that number.
-    frmChoosePhoneDatabase(const appearance::FormContext &context,
-                           std::function<void(const QString &number)> addEntry);
+    using AddEntry = std::function<void(const QString &number, const QString &name)>;
+
+    /// `addEntry` opens the phone book's editor for a new entry.
+    frmChoosePhoneDatabase(const appearance::FormContext &context, AddEntry addEntry);
     ~frmChoosePhoneDatabase() override;
 
+    /// `keyWord` is what the call says of the caller, and his name unless it is his number again.
     void setCaller(const QString &number, const QString &keyWord);
 
     /// Opens the editor that was chosen.
@@ -34,7 +36,8 @@ protected:
 
 private:
     const appearance::FormContext m_context;
-    const std::function<void(const QString &)> m_addEntry;
+    const AddEntry m_addEntry;
+    QString m_name;
     std::unique_ptr<Ui::frmChoosePhoneDatabase> m_ui;
     appearance::FormSetup m_setup;
 };

@@ -57,10 +57,10 @@ void frmSimplePhoneBookEdit::editEntry(const PhoneBookEntry &entry)
     }
 }
 
-void frmSimplePhoneBookEdit::addEntry(const QString &number)
+void frmSimplePhoneBookEdit::addEntry(const QString &number, const QString &name)
 {
     if (mayDropContents()) {
-        fill({.Telno = number});
+        fill({.Telno = number, .simpledes = name});
         (number.isEmpty() ? m_ui->txtTelno : m_ui->txtSimpleDes)->setFocus(); // it is the next thing to type
     }
 }

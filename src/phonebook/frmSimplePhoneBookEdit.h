@@ -33,7 +33,7 @@ public:
     /// Shows an entry of the table, the mode "EDIT". Typed changes of this very entry are left standing.
     void editEntry(const PhoneBookEntry &entry);
     /// Shows an entry that is yet to be written, the mode "ADD".
-    void addEntry(const QString &number);
+    void addEntry(const QString &number, const QString &name);
 
     void reject() override { close(); }
 

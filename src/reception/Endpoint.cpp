@@ -1,6 +1,7 @@
 #include "reception/Endpoint.h"
 
 #include "core/platform.h"
+#include "reception/Records.h"
 #include "reception/SocketError.h"
 
 #include <QNetworkInterface>
@@ -34,6 +35,14 @@ bool isNobody(const QHostAddress &host)
 qsizetype costOf(const Datagram &datagram)
 {
     return datagram.bytes.size() + qsizetype(sizeof(Datagram));
+}
+
+// What tells the kinds apart is ASCII, in every code page.
+bool isCall(const Datagram &datagram)
+{
+    constexpr qsizetype tellingBytes = 50;
+    return kindOf(QString::fromLatin1(datagram.bytes.first(std::min(tellingBytes, datagram.bytes.size())))) ==
+           DatagramKind::CallerId;
 }
 
 QString localAddress()
@@ -70,7 +79,7 @@ Endpoint::~Endpoint()
 }
 
 // Closing a socket drops what still waits in it.
-void Endpoint::iniUDP()
+QString Endpoint::iniUDP()
 {
     receiveAll();
     handleLater();
@@ -86,9 +95,8 @@ void Endpoint::iniUDP()
         m_context.log.WriteRunLog(u"loca port "_s + QString::number(Winsock1.localPort()));
         m_context.log.WriteRunLog(u"receive buffer "_s + QString::number(bufferBytes));
     });
-    if (!opened && Winsock1.error() == QAbstractSocket::AddressInUseError) {
-        m_context.prompts.tell(m_context.texts.Lms(u"TheIpAddressInUse"_s));
-    }
+    const bool inUse = !opened && Winsock1.error() == QAbstractSocket::AddressInUseError;
+    return inUse ? m_context.texts.Lms(u"TheIpAddressInUse"_s) : QString();
 }
 
 void Endpoint::chooseRemote()
@@ -139,6 +147,7 @@ void Endpoint::close()
     m_gathering.stop();
     m_waiting.clear();
     m_waitingBytes = 0;
+    m_context.senders.logCounted();
 }
 
 // The socket's own buffer is small and the only place where a datagram can be lost, so it is emptied before
@@ -166,9 +175,19 @@ bool Endpoint::receiveOne()
         return true;
     }
     datagram.bytes = m_buffer.first(size);
+    if (m_context.prompts.isOpen() && isCall(datagram)) {
+        tellWaiting(true);
+    }
     m_waitingBytes += costOf(datagram);
     m_waiting.push_back(std::move(datagram));
     return true;
+}
+
+void Endpoint::tellWaiting(bool waits)
+{
+    if (std::exchange(m_callWaits, waits) != waits) {
+        Q_EMIT callWaits(waits);
+    }
 }
 
 bool Endpoint::hasRoom() const
@@ -199,6 +218,7 @@ void Endpoint::handleWaiting()
         return;
     }
     const QScopedValueRollback handling(m_handling, true);
+    tellWaiting(m_callWaits && m_context.prompts.isOpen());
     QElapsedTimer turn;
     turn.start();
     while (mayHandle() && turn.elapsed() < turnBudgetMs) {

@@ -24,6 +24,8 @@ namespace reception {
 /// last of them. Hands datagrams on in arrival order, one at a time; while a message box is open they wait.
 class Endpoint : public QObject, public core::Server
 {
+    Q_OBJECT
+
 public:
     using Handler = std::function<void(const Datagram &)>;
 
@@ -44,8 +46,9 @@ public:
     Endpoint(const Context &context, quint16 port, Handler handler);
     ~Endpoint() override;
 
-    /// Opens the socket, anew when it was open. A port in use is told to the operator.
-    void iniUDP();
+    /// Opens the socket, anew when it was open. What the operator is to be told: that the port is in use, or
+    /// nothing.
+    QString iniUDP();
     bool SendServer(const QString &text) override;
     /// While held, datagrams wait as they do behind a message box.
     void hold(bool held);
@@ -54,12 +57,17 @@ public:
 
     bool isBound() const { return Winsock1.state() == QAbstractSocket::BoundState; }
 
+Q_SIGNALS:
+    /// A call waits behind an open box, or no longer does.
+    void callWaits(bool waits);
+
 private:
     void chooseRemote();
     int bind(); // the receive buffer's bytes
     void receive();
     void receiveAll();
     bool receiveOne();
+    void tellWaiting(bool waits);
     bool hasRoom() const;
     bool mayHandle() const { return !m_waiting.empty() && !m_held && !m_context.prompts.isOpen(); }
     void handleWaiting();
@@ -78,6 +86,7 @@ private:
     QElapsedTimer m_sinceTurn;
     bool m_gathers = false; ///< the receive buffer is large enough for it
     bool m_held = false;
+    bool m_callWaits = false; ///< as was told
     bool m_handling = false;
     bool m_scheduled = false;
 };

@@ -13,6 +13,14 @@ using namespace Qt::StringLiterals;
 
 namespace reception {
 
+Senders::Senders(const core::Paths &paths, core::RunLog &log, const core::Clock &clock)
+    : m_paths(paths), m_log(log), m_clock(clock)
+{
+    constexpr std::chrono::seconds often{1}; // the minutes of different addresses end at different times
+    m_look.setInterval(often);
+    QObject::connect(&m_look, &QTimer::timeout, &m_look, [this] { logDue(); });
+}
+
 bool Senders::admit(const QHostAddress &sender)
 {
     follow();
@@ -47,7 +55,6 @@ void Senders::follow()
     const qint64 second = m_clock.second();
     if (std::exchange(m_lookedAt, second) != second) {
         read();
-        logRefusedBefore();
     }
 }
 
@@ -119,8 +126,11 @@ void Senders::refuse(const QHostAddress &sender)
     const bool first = !m_refused.contains(address);
     Refused &refused = m_refused[address];
     ++refused.count;
-    if (first || isMinuteOver(refused)) {
+    if (first) {
         logRefused(address, refused);
+    }
+    if (!m_look.isActive()) {
+        m_look.start();
     }
 }
 
@@ -131,7 +141,8 @@ void Senders::logRefused(const QHostAddress &sender, Refused &refused) const
     refused = {m_clock.second(), 0};
 }
 
-void Senders::logRefusedBefore()
+// Whoever was silent for a whole minute is forgotten: his next datagram is told at once again.
+void Senders::logDue()
 {
     m_refused.removeIf([this](auto entry) {
         const bool over = isMinuteOver(entry.value());
@@ -141,6 +152,18 @@ void Senders::logRefusedBefore()
         }
         return over && silent;
     });
+    if (m_refused.isEmpty()) {
+        m_look.stop();
+    }
+}
+
+void Senders::logCounted()
+{
+    for (auto [sender, refused] : m_refused.asKeyValueRange()) {
+        if (refused.count > 0) {
+            logRefused(sender, refused);
+        }
+    }
 }
 
 // The clock may have been set.
@@ -150,20 +173,41 @@ bool Senders::isMinuteOver(const Refused &refused) const
     return std::abs(m_clock.second() - refused.loggedAt) >= minute;
 }
 
-QString sendersTrouble(const AddressList &list, const core::TextLookup &texts)
+namespace {
+
+/// The unreadable lines below a sentence about them.
+QString withLines(const QString &sentence, const AddressList &list)
 {
     constexpr qsizetype mostLines = 5;
+    QStringList told{sentence};
+    for (const QString &line : list.unreadable().first(std::min(mostLines, list.unreadable().size()))) {
+        told.append(core::shownText(line));
+    }
+    return told.join(u'\n');
+}
+
+} // namespace
+
+QString sendersTrouble(const AddressList &list, const core::TextLookup &texts)
+{
     QStringList told;
     if (!list.unreadable().isEmpty()) {
-        told.append(texts.Lms(u"SendersUnreadable"_s));
-        for (const QString &line : list.unreadable().first(std::min(mostLines, list.unreadable().size()))) {
-            told.append(core::shownText(line));
-        }
+        told.append(withLines(texts.Lms(u"SendersUnreadable"_s), list));
     }
     if (list.size() == 0) {
         told.append(texts.Lms(u"SendersNobody"_s));
     }
     return told.join(u'\n');
+}
+
+QString sendersRefusal(const QString &text, const core::TextLookup &texts)
+{
+    const AddressList list = AddressList::fromText(text);
+    if (!list.unreadable().isEmpty()) {
+        return withLines(texts.Lms(u"SendersRefused"_s), list);
+    }
+    const bool everybody = text.trimmed().isEmpty();
+    return everybody || list.size() > 0 ? QString() : texts.Lms(u"SendersWithoutAddress"_s);
 }
 
 } // namespace reception

@@ -7,6 +7,7 @@
 #include "reception/AddressList.h"
 
 #include <QHash>
+#include <QTimer>
 
 #include <optional>
 
@@ -18,12 +19,12 @@ class Senders
 {
 public:
     /// All must outlive it. Reads nothing yet.
-    Senders(const core::Paths &paths, core::RunLog &log, const core::Clock &clock)
-        : m_paths(paths), m_log(log), m_clock(clock)
-    {}
+    Senders(const core::Paths &paths, core::RunLog &log, const core::Clock &clock);
 
     /// Whether a datagram is let in; one that is not is counted, and told to the run log once a minute.
     bool admit(const QHostAddress &sender);
+    /// Tells the run log at once of all that was counted and not told yet; call before the program ends.
+    void logCounted();
     /// The address to which everything goes out: that of the settings, 0.0.0.0 where nobody was heard. Throws
     /// core::Error for what is no address and for one that is not let in.
     QHostAddress receiver(const QString &lastSenderIp);
@@ -56,7 +57,7 @@ private:
     QString contents() const;
     void refuse(const QHostAddress &sender);
     void logRefused(const QHostAddress &sender, Refused &refused) const;
-    void logRefusedBefore();
+    void logDue();
     bool isMinuteOver(const Refused &refused) const;
 
     const core::Paths &m_paths;
@@ -67,10 +68,15 @@ private:
     Stamp m_unreadable; ///< which was told
     qint64 m_lookedAt = -1;
     QHash<QHostAddress, Refused> m_refused; ///< null address: all others
+    QTimer m_look;                          ///< runs while somebody stands there
 };
 
-/// What the operator is told about a list with lines that cannot be read, or that lets nobody in; empty for
-/// any other.
+/// What the operator is told about a list in force with lines that cannot be read, or that lets nobody in;
+/// empty for any other.
 QString sendersTrouble(const AddressList &list, const core::TextLookup &texts);
+
+/// Why such a text is not saved as the list; empty for any other, and for a blank one, which lets everybody
+/// in.
+QString sendersRefusal(const QString &text, const core::TextLookup &texts);
 
 } // namespace reception

@@ -130,6 +130,7 @@ private Q_SLOTS:
         desk.prompts.expect();
         QVERIFY(desk.start());
         QVERIFY(desk.prompts.asked.first().startsWith(u"No Lang.mdb file found! path = "_s));
+        QVERIFY(desk.prompts.asked.first().contains("calldesk-mkdesk"_L1));
         QVERIFY(desk.logged(">  !FixCustomerData "));
         QVERIFY(desk.source().endsWith("callers are not identified yet"_L1));
         for (const auto &[button, works] : {std::pair("Command4", false),
@@ -156,6 +157,22 @@ private Q_SLOTS:
         desk.showsACall(); // of a customer on file
     }
 
+    void aDeskWhoseConversionCannotBeCompletedIsNotOpened()
+    {
+        Desk desk;
+        QDir folder(desk.paths.StartFolder);
+        QVERIFY(folder.mkdir(u"Conversion ready 2026-11-21"_s));
+        QVERIFY(folder.mkdir(u"Conversion.lock"_s)); // a folder, so that nobody can take it
+        QVERIFY(folder.rename(u"Customer.ccsm"_s, u"Conversion ready 2026-11-21/Customer.ccsm"_s));
+        const QStringList before = folder.entryList();
+        desk.prompts.expect();
+        QVERIFY(!desk.start());
+        QVERIFY(desk.prompts.asked.first().contains("calldesk-mkdesk --convert"_L1));
+        QVERIFY(desk.prompts.asked.first().contains(desk.paths.StartFolder));
+        QCOMPARE(desk.logged(">  !completeConversion "), 1);
+        QCOMPARE(folder.entryList(), before);
+    }
+
     void aTakenPortIsToldAndHeardOnceItIsFree()
     {
         Desk desk;
@@ -165,6 +182,7 @@ private Q_SLOTS:
         QVERIFY(desk.start());
         QVERIFY(desk.prompts.asked.first().contains(u"UDP port 1972"_s));
         QVERIFY(desk.source().contains(u"UDP port 1972"_s));
+        QVERIFY(desk.prompts.asked.first().contains("CallDesk in another user's session"_L1));
         QVERIFY(desk.logged(">  !iniUDP 10048 "));
         other.close();
         desk.choose("Command3");
@@ -174,6 +192,20 @@ private Q_SLOTS:
         QVERIFY(!desk.source().contains(u"UDP port 1972"_s));
         QVERIFY(!other.bind(QHostAddress::AnyIPv4, desk.port, QAbstractSocket::ShareAddress));
         desk.showsACall();
+    }
+
+    void aCallThatWaitsBehindAQuestionIsSaidToWait()
+    {
+        Desk desk;
+        QVERIFY(desk.start());
+        desk.prompts.expect(false, [&desk] {
+            desk.send(call(vipNumber, {}));
+            QTRY_VERIFY(desk.source().startsWith("A call is waiting"_L1));
+            QVERIFY(desk.lastCaller().isEmpty());
+        });
+        desk.choose("Command2"); // exit
+        QTRY_VERIFY(desk.lastCaller().contains(vipNumber));
+        QTRY_VERIFY(desk.source().startsWith("Last received: "_L1));
     }
 
     void aDatabaseThatCannotBeReadIsNamedAndCallsShow()

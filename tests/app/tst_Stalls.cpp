@@ -188,7 +188,7 @@ class tst_Stalls : public QObject
             {"export: open", [] { press<FrmCustomer>("cmdExport"); }},
             {"another customer", [&desk] { desk.windows().Show_Editor(u"CUSTOMER"_s, 2); }},
             {"customer by name", [&desk] { desk.windows().ShowCustomerByName(u"Harbor Lantern Hotel"_s); }},
-            {"new customer", [&desk] { desk.windows().addCustomer(u"1"_s, u"lantern"_s); }},
+            {"new customer", [&desk] { desk.windows().addCustomer(u"1"_s, u"lantern"_s, {}); }},
             {"another entry", [&desk] { desk.windows().Show_Editor(u"PHONEBOOK"_s, 2); }},
             {"help", [&desk] { desk.windows().ShowHelp(u"Popup_CustomerDatabase"_s); }}};
     }

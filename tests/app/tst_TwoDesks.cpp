@@ -96,7 +96,7 @@ void save(ProgramDesk &desk, int sn, const std::function<void()> &change)
 void carryOut(ProgramDesk &desk, const QStringList &work)
 {
     if (work.first() == "add"_L1) {
-        desk.program->windows().addCustomer(work.value(1), {});
+        desk.program->windows().addCustomer(work.value(1), {}, {});
         type<FrmEditCustomer>("txtCustomerName", u"Added"_s);
         press<FrmEditCustomer>("Command2");
         openForm<FrmEditCustomer>()->close();

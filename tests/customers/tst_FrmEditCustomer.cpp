@@ -156,6 +156,19 @@ private Q_SLOTS:
         QCOMPARE(forms.prompts.asked.size(), 6);
     }
 
+    void aCallersNameIsTheNewCustomersAndIsCheckedLikeATypedOne()
+    {
+        Forms forms;
+        forms.form->addCustomer(u"2125550188"_s, u"O'Brien"_s);
+        QCOMPARE(forms.text("txtCustomerName"), u"O\u2019Brien"_s);
+        QVERIFY(forms.form->close()); // nothing was typed, nothing is asked
+        forms.form->addCustomer({}, u"Acme"_s);
+        forms.prompts.expect();
+        forms.click("Command2");
+        QCOMPARE(forms.prompts.asked, QStringList{u"[CustomerExisted]\n[NameOnFile]"_s});
+        QCOMPARE(forms.text("txtSN"), u"2"_s);
+    }
+
     // One box for whatever is somebody else's, and none twice; the line stays as long as it is so.
     void anActBringsOneBoxAndTheLineSaysWhoseItIs()
     {

@@ -50,7 +50,7 @@ private Q_SLOTS:
             other.Execute(u"begin exclusive"_s);
             desk.prompts.expect();
             desk.window.ShowHelp(u"Popup_MainHelp"_s);
-            QCOMPARE(desk.prompts.asked, QStringList{u"[HelpFileLocked]\n"_s + desk.file});
+            QCOMPARE(desk.prompts.asked, QStringList{u"[HeldElsewhere]\n"_s + desk.file});
         }
         auto *form = support::openForm<help::frmHelp>();
         form->showMinimized();

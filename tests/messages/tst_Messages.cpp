@@ -137,6 +137,11 @@ private Q_SLOTS:
         sendTo->setFocus();
         QTest::keyClick(sendTo, Qt::Key_Tab);
         QCOMPARE(sendTo->currentText(), u"ALL"_s);
+        QTest::keyClicks(QApplication::focusWidget(), u"  "_s);
+        press<frmSendSMS>("Command6"); // which goes nowhere
+        QCOMPARE(desk.server.sent, QStringList());
+        QCOMPARE((find<frmSendSMS, QLabel>("lblSent")->text()), u"[MessageEmpty]"_s);
+        typed()->clear();
         QTest::keyClicks(QApplication::focusWidget(), u"lunch at 12"_s);
         press<frmSendSMS>("Command6");
         QCOMPARE(messages::smsText(desk.server.sent.value(0)), u"lunch at 12"_s);

@@ -10,23 +10,32 @@ struct OptionsDesk : support::TestForms, options::OptionsEffects
 {
     QStringList caused;
     std::optional<QString> kept = QString(); ///< who may send
+    QString portTrouble;
+    bool keepsSenders = true;
     options::OptionsWindows windows{{context(), settings, *this}};
 
     OptionsDesk() { settings.SetDefaulteMisc_tarn(); }
 
-    QString sendersTrouble() const override { return kept ? sendersTroubleOf(*kept) : u"[unreadable]"_s; }
-    std::optional<QString> senders() const override { return kept; }
-    QString sendersTroubleOf(const QString &text) const override
+    QString sendersTrouble() const override
     {
-        return text.contains(u'!') ? u"[trouble]"_s : QString();
+        return !kept ? u"[unreadable]"_s : kept->contains(u'!') ? u"[trouble]"_s : QString();
+    }
+    std::optional<QString> senders() const override { return kept; }
+    QString sendersRefusal(const QString &text) const override
+    {
+        return text.contains(u'!') ? u"[refusal]"_s : QString();
     }
     bool saveSenders(const QString &text) override
     {
         caused.append(u"saveSenders "_s + text);
-        kept = text;
-        return true;
+        kept = keepsSenders ? text : kept;
+        return keepsSenders;
     }
-    void iniUDP() override { caused.append(u"iniUDP"_s); }
+    QString iniUDP() override
+    {
+        caused.append(u"iniUDP"_s);
+        return portTrouble;
+    }
     QStringList gridColumnNames() const override
     {
         return settings.record.gridColumnNames.text().split(u',');

@@ -61,12 +61,27 @@ private Q_SLOTS:
 
     void oneSaveTellsAllInOneBox()
     {
-        Desk desk(1);
-        desk.find<QComboBox>("CmbLanguage")->setCurrentText(u"FRN"_s);
-        desk.find<QLineEdit>("txtPort")->setText(u"99999"_s);
-        desk.prompts.expect();
-        desk.press("Command3");
-        QCOMPARE(desk.prompts.asked, QStringList{u"[PlsRestartSys]\n\n[PortOutOfRange]"_s});
+        const QString others = u"[OtherOptionsSaved]"_s;
+        const QString restart = u"[PlsRestartSys]"_s;
+        for (const auto &[port, senders, keepsSenders, told] :
+             {std::tuple(u"99999"_s, u"!"_s, true,
+                         QStringList{u"[PortOutOfRange]"_s, u"[refusal]"_s, others, restart}),
+              {u"1972"_s, u"!"_s, true, {u"[refusal]"_s, others, restart}},
+              {u"1972"_s, u"10.1.2.3"_s, false, {u"[SendersNotSaved]"_s, others, restart}},
+              {u"2000"_s, u"10.1.2.3"_s, true, {u"[in use]"_s, restart}}}) {
+            Desk desk(1);
+            desk.portTrouble = u"[in use]"_s;
+            desk.keepsSenders = keepsSenders;
+            desk.find<QComboBox>("CmbLanguage")->setCurrentText(u"FRN"_s);
+            desk.find<QLineEdit>("txtPort")->setText(port);
+            desk.find<QPlainTextEdit>("txtSenders")->setPlainText(senders);
+            desk.prompts.expect();
+            desk.press("Command3");
+            QCOMPARE(desk.prompts.asked, QStringList{told.join(u"\n\n"_s)});
+            QCOMPARE(desk.saved().LanguageSetting.text(), u"FRN"_s);
+            QCOMPARE(desk.find<QPlainTextEdit>("txtSenders")->toPlainText(), senders);
+            QCOMPARE(desk.find<QLabel>("lblSystemSaved")->text().isEmpty(), told.contains(others));
+        }
     }
 
     void boxesOfOneActStandBeforeTheSameWindow()
@@ -108,7 +123,7 @@ private Q_SLOTS:
             }
             options::OptionsLogic logic(
                 {desk.paths, desk.log, desk.settings, desk.texts, desk.prompts, desk});
-            QVERIFY(logic.saveSystemPage({chosen, u"1972"_s, desk.gridColumnNames()}));
+            QVERIFY(logic.saveSystemPage({chosen, u"1972"_s, desk.gridColumnNames(), {}}).whole());
             QCOMPARE(desk.prompts.asked, asks ? QStringList{u"[PlsRestartSys]"_s} : QStringList());
             QCOMPARE(desk.saved().LanguageSetting.text(), after);
             QCOMPARE(desk.caused, QStringList());
@@ -137,7 +152,7 @@ private Q_SLOTS:
             QCOMPARE(box->text(), u"1972"_s);
             box->setText(typed);
             desk.press("Command3");
-            QCOMPARE(desk.prompts.asked.value(0), told);
+            QCOMPARE(desk.prompts.asked.value(0).section(u'\n', 0, 0), told);
             QCOMPARE(desk.caused, QStringList(port == 1972 ? 0 : 1, u"iniUDP"_s));
             QCOMPARE(desk.saved().LocalPort, port);
             QCOMPARE(box->text(), QString::number(port));
@@ -151,7 +166,7 @@ private Q_SLOTS:
         box->setPlainText(u"10.1.2.3\n!"_s);
         desk.prompts.expect();
         desk.press("Command3");
-        QCOMPARE(desk.prompts.asked, QStringList{u"[trouble]"_s});
+        QCOMPARE(desk.prompts.asked, QStringList{u"[refusal]\n\n[OtherOptionsSaved]"_s});
         QVERIFY(desk.find<QLabel>("lblSystemSaved")->text().isEmpty());
         QCOMPARE(desk.caused, QStringList());
         desk.prompts.expectSave(core::Prompts::Answer::Cancel); // it is not saved yet

@@ -283,7 +283,7 @@ private Q_SLOTS:
             desk.prompts.expect();
             openForm<frmSimplePhoneBookEdit>()->close();
         });
-        QCOMPARE(desk.prompts.asked.constLast(), u"[EntryNotSaved]\n[PhoneBookLocked]"_s);
+        QCOMPARE(desk.prompts.asked.constLast(), u"[EntryNotSaved]\n[HeldElsewhere]"_s);
         QCOMPARE(field("txtSimpleDes"), u"Mill"_s);
         QCOMPARE(answer(core::Prompts::Answer::Save), u"Baker"_s);
         QCOMPARE(desk.row(0), u"3|5550144|Mill|pays\u00A0late|Y|G"_s);
@@ -326,6 +326,7 @@ private Q_SLOTS:
         press<frmChoosePhoneDatabase>("OKButton");
         QVERIFY(openForm<frmChoosePhoneDatabase>() == nullptr);
         QCOMPARE(field("txtTelno"), u"123"_s);
+        QCOMPARE(field("txtSimpleDes"), u"Bay"_s);
         press<frmSimplePhoneBookEdit>("Command1"); // nothing was typed, nothing is asked
         QTRY_COMPARE(desk.openForms.count(), 0);
         desk.navigator.available.insert(core::Window::CustomerList);
@@ -334,8 +335,14 @@ private Q_SLOTS:
         QTest::keyClick(find<frmChoosePhoneDatabase>("Option2"), Qt::Key_Space);
         type<frmChoosePhoneDatabase>("txtKeyWord", u"Port"_s);
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
-        QCOMPARE(desk.navigator.shown, QStringList{u"addCustomer 123 Port"_s});
+        QCOMPARE(desk.navigator.shown, QStringList{u"addCustomer 123 Port Bay"_s}); // searched for, and named
         QVERIFY(openForm<frmSimplePhoneBookEdit>() == nullptr);
+        QTRY_COMPARE(desk.openForms.count(), 0);
+        desk.windows.addCaller(u"617-555-0188"_s, u"6175550188"_s); // which is no name
+        press<frmChoosePhoneDatabase>("OKButton");
+        QCOMPARE(field("txtSimpleDes"), QString());
+        press<frmSimplePhoneBookEdit>("Command1");
+        QTRY_COMPARE(desk.openForms.count(), 0);
         desk.windows.addCaller(u"123"_s, u""_s);
         press<frmChoosePhoneDatabase>("CancelButton");
         QCOMPARE(desk.navigator.shown.size(), 1);

@@ -156,10 +156,11 @@ private Q_SLOTS:
         reception.endpoint->SendServer(u"answer"_s);
         QCOMPARE(reception.unit.answer(), "answer");
         QVERIFY(!stranger.hasPendingDatagrams());
-        reception.clock.time = reception.clock.time.addSecs(60);
-        reception.unit.send({"4"});
+        reception.clock.time = reception.clock.time.addSecs(60); // nothing more comes
         QTRY_COMPARE(refused().size(), 2);
         QCOMPARE(refused().last(), u"datagrams refused from 127.0.0.2: 2"_s);
+        reception.unit.send({"4"});
+        QTRY_COMPARE(reception.handled.last(), QByteArray("4"));
 
         allow("127.0.0.2\n127.0.0.x\n"); // with a slip: what can be read holds
         reception.unit.send({"5"});
@@ -189,8 +190,12 @@ private Q_SLOTS:
         QCOMPARE(reception.logMessages().filter(u"datagrams refused from "_s).size(), 65);
         QVERIFY(!reception.senders.text() && !reception.senders.save(u"127.0.0.1"_s));
         reception.clock.time = reception.clock.time.addSecs(60);
-        reception.senders.admit(QHostAddress(u"127.0.0.1"_s));
-        QVERIFY(reception.logMessages().contains(u"datagrams refused from other addresses: 935"_s));
+        QTRY_VERIFY(reception.logMessages().contains(u"datagrams refused from other addresses: 935"_s));
+        for (int i = 0; i < 2; ++i) {
+            reception.senders.admit(QHostAddress(u"11.0.0.7"_s));
+        }
+        reception.endpoint->close(); // with the program
+        QCOMPARE(reception.logMessages().constLast(), u"datagrams refused from 11.0.0.7: 1"_s);
     }
 
     void aBurstOfEverySizeIsHandledInOrder()
@@ -216,19 +221,27 @@ private Q_SLOTS:
         }
     }
 
-    void aBoxOpenedByADatagramHoldsBackWhatComes()
+    void aBoxOpenedByADatagramHoldsBackWhatComesAndACallIsSaidToWait()
     {
         Reception reception;
+        QList<bool> told;
+        connect(reception.endpoint.get(), &reception::Endpoint::callWaits, this,
+                [&told](bool waits) { told.append(waits); });
+        const QByteArray call = "<CRMV1, the rest does not matter";
         reception.whileHandling = [&] {
             reception.prompts.expect(true, [&] {
                 reception.unit.send(numbers(4, 9));
                 letEventsCome();
                 QCOMPARE(reception.handled, numbers(1, 1));
+                QCOMPARE(told, QList<bool>());
+                reception.unit.send({call, call});
+                QTRY_COMPARE(told, QList<bool>{true});
             });
             reception.prompts.tell(u"box"_s, {}, nullptr);
         };
         reception.unit.send(numbers(1, 3));
-        QTRY_COMPARE(reception.handled, numbers(1, 9));
+        QTRY_COMPARE(reception.handled, numbers(1, 9) + QList<QByteArray>(2, call));
+        QTRY_COMPARE(told, (QList<bool>{true, false}));
     }
 
     void aCustomersRecordIsForwardedToTheLastSenderAsOneDatagram()

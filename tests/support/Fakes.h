@@ -137,9 +137,9 @@ struct FakeNavigator : core::Navigator
     bool canShow(core::Window window) const override { return available.contains(window); }
     void show(core::Window window) override { record({"show"_L1, QString::number(int(window))}); }
     void ShowHelp(const QString &helpId) override { record({"ShowHelp"_L1, helpId}); }
-    void addCustomer(const QString &tel, const QString &key) override
+    void addCustomer(const QString &tel, const QString &key, const QString &name) override
     {
-        record({"addCustomer"_L1, tel, key});
+        record({"addCustomer"_L1, tel, key, name});
     }
     void ShowCustomerByName(const QString &name) override { record({"ShowCustomerByName"_L1, name}); }
     void ShowNotePad(const QString &customerName) override { record({"ShowNotePad"_L1, customerName}); }
