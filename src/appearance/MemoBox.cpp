@@ -70,8 +70,10 @@ void breakLine(const QTextBlock &block, int longest)
 
 MemoBox::MemoBox(QWidget *parent, int longest) : QPlainTextEdit(parent), m_longest(longest)
 {
-    connect(document(), &QTextDocument::contentsChange, this,
-            [this](int from, int /*removed*/, int added) { noteChange(from, added); });
+    connect(document(), &QTextDocument::contentsChange, this, [this](int from, int /*removed*/, int added) {
+        m_changedFrom = from;
+        m_changedTo = from + added;
+    });
     connect(document(), &QTextDocument::contentsChanged, this, &MemoBox::breakChangedLines);
 }
 
@@ -127,12 +129,6 @@ void MemoBox::insert(QTextCursor cursor, const QString &text)
     cursor.insertText(text, QTextCharFormat());
     breakLines(from, cursor.position());
     cursor.endEditBlock();
-}
-
-void MemoBox::noteChange(int from, int added)
-{
-    m_changedFrom = from;
-    m_changedTo = from + added;
 }
 
 /// Whatever way a change has come. Undoing brings back what was in order, and can be redone only if nothing
@@ -221,7 +217,6 @@ void MemoBox::keyPressEvent(QKeyEvent *event)
     if (isLineEnd && !isReadOnly()) {
         insert(textCursor(), u"\n"_s);
         ensureCursorVisible();
-        event->accept();
         return;
     }
     if (event->key() == Qt::Key_Backspace || event->key() == Qt::Key_Delete) {

@@ -36,7 +36,6 @@ protected:
 private:
     QString typedText() const;
     QString lines(int from, int to) const;
-    void noteChange(int from, int added);
     void breakChangedLines();
     void breakLines(int from, int to);
     void stepOverBreak(bool back);

@@ -68,16 +68,15 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("words");
         QTest::addColumn<int>("size");
-        const std::pair<const char *, QString> scripts[] = {
-            {"words", u"one two, "_s},
-            {"no word ends", u"x"_s},
-            {"Arabic", u"\u0645\u0650\u062D\u0652\u0648\u064E "_s},
-            {"Chinese", u"\u5317\u4EAC\u3002\u5E02"_s},
-            {"Korean of parts", u"\u1112\u1161\u11AB"_s},
-            {"pairs", u"a\U0001F600\U0001F468\u200D\U0001F469 "_s},
-            {"marks", u"a\u0301\u0323\u0302"_s},
-            {"no-break spaces", u"a\u00A0\u00AD"_s}};
-        for (const auto &[name, words] : scripts) {
+        for (const auto &[name, words] : std::initializer_list<std::pair<const char *, QString>>{
+                 {"words", u"one two, "_s},
+                 {"no word ends", u"x"_s},
+                 {"Arabic", u"\u0645\u0650\u062D\u0652\u0648\u064E "_s},
+                 {"Chinese", u"\u5317\u4EAC\u3002\u5E02"_s},
+                 {"Korean of parts", u"\u1112\u1161\u11AB"_s},
+                 {"pairs", u"a\U0001F600\U0001F468\u200D\U0001F469 "_s},
+                 {"marks", u"a\u0301\u0323\u0302"_s},
+                 {"no-break spaces", u"a\u00A0\u00AD"_s}}) {
             for (const int size : {0, 1, 2000, 2001, 200'000}) {
                 QTest::addRow("%s %d", name, size) << words << size;
             }
