@@ -57,6 +57,11 @@ Program::Program(const Outside &outside)
                .services = m_formServices,
                .mainWindow = [this]() -> const QWidget & { return *m_mainWindow; }})
 {
+    connectParts();
+}
+
+void Program::connectParts()
+{
     using lookup::CallerDirectory;
     QObject::connect(&m_callers, &CallerDirectory::loading, &m_endpoint, &reception::Endpoint::hold);
     QObject::connect(&m_endpoint, &reception::Endpoint::callWaits, &m_endpoint,
@@ -88,7 +93,7 @@ bool Program::subMain()
     const auto step = [this](void (Program::*part)()) {
         return m_log.trap("subMain"_L1, [&] { (this->*part)(); });
     };
-    if (!becomeFirst() || !iniPath()) {
+    if (!becomeFirst() || !m_log.trap("subMain"_L1, true, [this] { return iniPath(); })) {
         return false;
     }
     step(&Program::readSettings);
@@ -223,17 +228,17 @@ void Program::setGridDefaults()
 
 void Program::showMainForm()
 {
-    m_mainWindow =
-        std::make_unique<mainwindow::FrmMain>(mainwindow::FrmMain::Context{.paths = m_paths,
-                                                                           .values = m_values,
-                                                                           .log = m_log,
-                                                                           .settings = m_settings,
-                                                                           .texts = m_texts,
-                                                                           .prompts = m_outside.prompts,
-                                                                           .navigator = m_windows,
-                                                                           .autoHide = m_autoHide,
-                                                                           .commands = *this,
-                                                                           .services = m_formServices});
+    const mainwindow::FrmMain::Context context = {.paths = m_paths,
+                                                  .values = m_values,
+                                                  .log = m_log,
+                                                  .settings = m_settings,
+                                                  .texts = m_texts,
+                                                  .prompts = m_outside.prompts,
+                                                  .navigator = m_windows,
+                                                  .autoHide = m_autoHide,
+                                                  .commands = *this,
+                                                  .services = m_formServices};
+    m_mainWindow = std::make_unique<mainwindow::FrmMain>(context);
     QObject::connect(&m_callers, &lookup::CallerDirectory::availableChanged, m_mainWindow.get(),
                      &mainwindow::FrmMain::showCustomersAvailable);
     m_mainWindow->showCustomersAvailable(m_callers.isAvailable());

@@ -45,6 +45,7 @@ public:
     core::Navigator &windows() { return m_windows; }
 
 private:
+    void connectParts();
     bool becomeFirst();
     bool iniPath();
     bool completeConversion();

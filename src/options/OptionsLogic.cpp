@@ -127,7 +127,7 @@ QString OptionsLogic::saveSenders(const std::optional<QString> &senders)
     if (!senders) {
         return {};
     }
-    const QString refusal = m_context.effects.sendersRefusal(*senders);
+    QString refusal = m_context.effects.sendersRefusal(*senders);
     if (!refusal.isEmpty() || senders == m_context.effects.senders()) {
         return refusal;
     }
