@@ -81,7 +81,7 @@ public:
     }
     /// A call of the sample desk's first customer, who pops up.
     void sendCall(int unit = 1) { send(support::call(u"6175550101"_s, u"Harbor Lantern Hotel"_s), unit); }
-    /// Columns of that customer's row, which a program may just have to itself.
+    /// Columns of that customer's row, or why it cannot be read while a program is writing.
     QString firstCustomer(const QString &columns) const
     {
         try {

@@ -256,7 +256,7 @@ private Q_SLOTS:
         QCOMPARE((find<lookup::frmPopUp, QLabel>("lblCallerName")->text()), u"Harbor Lantern Hotel"_s);
     }
 
-    void aCallerWhomTheSenderDoesNotKnowIsTheCustomerThatTheDeskKnowsAndHisCardOutlivesHim()
+    void aCallerWhomTheSenderDoesNotKnowIsTheDesksCustomerAndHisCardIsToldApartFromTheNextCall()
     {
         Desk desk;
         QVERIFY(desk.start());
