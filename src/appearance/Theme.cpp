@@ -123,8 +123,8 @@ void applyTheme(QApplication &application, bool dark)
 
 CallColors callColors(const QPalette &palette)
 {
-    return isDark(palette) ? CallColors{0xff4a3f12, 0xfffff3c4, 0xffd9c77e}
-                           : CallColors{0xfffff1b8, 0xff2b2408, 0xff6b5a16};
+    return isDark(palette) ? CallColors{0xff4a3f12, 0xff6b5300, 0xfffff3c4, 0xffe3d28c}
+                           : CallColors{0xfffff1b8, 0xffffd23f, 0xff2b2408, 0xff5f4f10};
 }
 
 bool isDark(const QPalette &palette)

@@ -10,6 +10,7 @@ namespace appearance {
 struct CallColors
 {
     QColor lastCallerBar;     ///< the yellow bar of the last caller
+    QColor newCallBar;        ///< the same while the call is new
     QColor lastCallerText;    ///< its number and name
     QColor lastCallerDetails; ///< its second line
 };

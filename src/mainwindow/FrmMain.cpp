@@ -50,6 +50,7 @@ void FrmMain::Form_Load()
     loadShape();
     connectButtons();
     connectCallers();
+    connectSignal();
     m_ui->gridCallerId->setFocus();
 }
 
@@ -320,8 +321,8 @@ void FrmMain::updateScreen()
     m_runInfo.show(*m_ui->txtRuninfo);
     m_sms.show(*m_ui->txtSMS);
     markUnread();
-    if (std::exchange(m_raise, false)) {
-        raise();
+    if (std::exchange(m_callCame, false)) {
+        signalCall();
     }
     if (std::exchange(m_sourceChanged, false)) {
         updateSource();

@@ -88,8 +88,9 @@ public:
     /// Puts a line of the short-message log under the last one.
     void appendSms(const QString &text);
 
-    /// Brings the window up in its normal state because of a call, without taking the keyboard. One that was
-    /// hidden hides itself again later.
+    /// Shows the window in its normal state because of a call, without taking the keyboard: in front of the
+    /// others, or behind the window of the program that the operator works in. One that was hidden hides
+    /// itself again later. The call is told by the task bar, the tray and the yellow bar.
     void showForCall();
     /// A minimised or maximised window becomes normal; a hidden one stays hidden.
     void setNormal();
@@ -123,6 +124,7 @@ private:
     void connectButtons();
     void connectCallers();
     void connectTray();
+    void connectSignal();
     void connectWindowButton(QAction *action, core::Window window);
     void applyIcons();
     void updateScreen();
@@ -137,6 +139,10 @@ private:
     void keepPlace();
     void setTopmost(bool topmost);
     void showNormalQuietly();
+    QWidget *windowInUse() const;
+    void yieldTo(QWindow *window);
+    void signalCall();
+    void showSignal(bool on);
     bool isSmall() const;
     void showShape(bool small);
     void rememberPlace();
@@ -164,7 +170,8 @@ private:
     bool m_customersUnavailable = false;
     QString m_messageLogs; ///< the key of what is told about them
     bool m_lastCallerChanged = false;
-    bool m_raise = false;
+    bool m_callCame = false;
+    QTimer m_signal;                                ///< runs while a call is told by colours
     Qt::WindowStates LastState = Qt::WindowNoState; ///< the state to which the tray restores
 };
 

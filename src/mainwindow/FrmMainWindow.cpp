@@ -4,6 +4,7 @@
 #include "mainwindow/FrmMain.h"
 #include "ui_FrmMain.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QLayout>
@@ -78,18 +79,65 @@ void FrmMain::rememberPlace()
 
 void FrmMain::showForCall()
 {
+    QWidget *inUse = windowInUse();
     const bool away = !isVisible() || isMinimized();
     if (away || m_context.autoHide.isRunning()) {
         m_context.autoHide.start();
     }
     if (away) {
-        setTopmost(true);
+        setTopmost(inUse == nullptr);
     }
     if (away || windowState() != Qt::WindowNoState) {
         showNormalQuietly();
+        if (inUse != nullptr) { // window managers put what is shown on top of all
+            inUse->raise();
+        }
     }
-    m_raise = true;
+    m_callCame = true;
     m_screen.schedule();
+}
+
+QWidget *FrmMain::windowInUse() const
+{
+    QWidget *active = QApplication::activeWindow();
+    return active != this ? active : nullptr;
+}
+
+// Whoever turns to another window of the program while this one stands on top of all has that one in front.
+void FrmMain::yieldTo(QWindow *window)
+{
+    const bool topmost =
+        windowHandle() != nullptr && windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint);
+    if (topmost && window != nullptr && window != windowHandle()) {
+        setTopmost(false);
+        window->raise();
+    }
+}
+
+void FrmMain::connectSignal()
+{
+    m_signal.setSingleShot(true);
+    connect(&m_signal, &QTimer::timeout, this, [this] { showSignal(false); });
+    connect(qApp, &QGuiApplication::focusWindowChanged, this, &FrmMain::yieldTo);
+}
+
+// Once for all calls of a frame.
+void FrmMain::signalCall()
+{
+    constexpr std::chrono::seconds moment(4);
+    m_ui->SSTab1->setCurrentWidget(m_ui->pageCalls);
+    if (windowInUse() == nullptr) {
+        raise();
+    }
+    QApplication::alert(this);
+    showSignal(true);
+    m_signal.start(moment);
+}
+
+void FrmMain::showSignal(bool on)
+{
+    m_ui->txtLastCallerID->setSignalling(on);
+    m_tray->setSignalling(on);
 }
 
 void FrmMain::setNormal()

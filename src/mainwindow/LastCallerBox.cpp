@@ -112,12 +112,20 @@ void LastCallerBox::fitHeight()
     setFixedHeight(minimumSizeHint().height());
 }
 
+void LastCallerBox::setSignalling(bool on)
+{
+    if (m_signalling != on) {
+        m_signalling = on;
+        applyColors();
+    }
+}
+
 void LastCallerBox::applyColors()
 {
     const QScopedValueRollback coloring(m_coloring, true);
     const appearance::CallColors colors = appearance::callColors(palette());
     QPalette yellow = palette();
-    yellow.setColor(QPalette::Base, colors.lastCallerBar);
+    yellow.setColor(QPalette::Base, m_signalling ? colors.newCallBar : colors.lastCallerBar);
     yellow.setColor(QPalette::Text, colors.lastCallerText);
     yellow.setColor(QPalette::PlaceholderText, colors.lastCallerDetails);
     setPalette(yellow);

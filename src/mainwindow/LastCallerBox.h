@@ -13,6 +13,9 @@ class LastCallerBox : public QPlainTextEdit
 public:
     explicit LastCallerBox(QWidget *parent = nullptr);
 
+    /// A stronger colour, for as long as a call is new.
+    void setSignalling(bool on);
+
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
@@ -27,6 +30,7 @@ private:
     bool isCut() const;
 
     bool m_coloring = false;
+    bool m_signalling = false;
 };
 
 } // namespace mainwindow

@@ -146,6 +146,34 @@ private Q_SLOTS:
         }
     }
 
+    void callsThatComeUpWhileANoteIsTypedTakeNoLetterAndStayBehindIt()
+    {
+        QVERIFY(m_program->start());
+        QTRY_VERIFY(!mainWindow().isEmpty());
+        const QString window = mainWindow();
+        press(window, u"Tab Tab Tab Return"_s); // the toolbar's third button
+        QTRY_COMPARE(activeWindow(), u"Call notes"_s);
+        xdotool(u"key alt+a"_s);
+        QTRY_COMPARE(activeWindow(), u"Call note"_s);
+        const QString note = xdotool(u"getactivewindow"_s);
+        const QString letters = u"abcdefghijklmnopqrst"_s;
+        for (int call = 1; call <= letters.size(); ++call) {
+            if (call == letters.size() / 2) {
+                xdotool(u"windowminimize "_s + window);
+                QTRY_VERIFY(propertyOf(window, u"WM_STATE"_s).contains("Iconic"_L1));
+            }
+            m_program->sendCall();
+            xdotool(u"type "_s + letters.at(call - 1));
+            QTRY_COMPARE(m_program->log().count("<CRMV1"), 2 * call);
+            QTRY_VERIFY(propertyOf(window, u"WM_STATE"_s).contains("Normal"_L1));
+            QTRY_VERIFY(propertyOf(window, u"_NET_WM_STATE"_s).contains("DEMANDS_ATTENTION"_L1));
+            QCOMPARE(xdotool(u"getactivewindow"_s), note);
+            QVERIFY(stands(note) > stands(window));
+        }
+        QCOMPARE(activeWindow(), letters + u" - Call note"_s); // which were typed into the name
+        QVERIFY(!windowOfType(u"= _NET_WM_WINDOW_TYPE_UTILITY"_s).isEmpty());
+    }
+
     void withoutATrayTheWindowMinimizes()
     {
         QVERIFY(m_program->start());
@@ -176,6 +204,13 @@ private:
     {
         static const QRegularExpression child(u"^ {5}0x"_s, QRegularExpression::MultilineOption);
         return answerOf("xwininfo", u"-tree -id "_s + m_trayPanel).count(child);
+    }
+    /// How far up a window stands.
+    static qsizetype stands(const QString &window)
+    {
+        const QString id = u"0x"_s + QString::number(window.toLongLong(), 16);
+        static const QRegularExpression separator(u"[ ,]+"_s);
+        return answerOf("xprop", u"-root _NET_CLIENT_LIST_STACKING"_s).split(separator).indexOf(id);
     }
     QString windowOfType(const QString &type) const
     {

@@ -175,6 +175,19 @@ private Q_SLOTS:
         QVERIFY(!forms.autoHide.isRunning());
     }
 
+    void aCallTurnsToTheCallsAndColorsTheBarForAMoment()
+    {
+        Forms forms;
+        auto *tabs = forms.find<QTabWidget>("SSTab1");
+        auto *bar = forms.find<QWidget>("txtLastCallerID");
+        tabs->setCurrentIndex(2);
+        const QColor quiet = bar->palette().color(QPalette::Base);
+        forms.window->showForCall();
+        QTRY_COMPARE(tabs->currentIndex(), 0);
+        QVERIFY(bar->palette().color(QPalette::Base) != quiet);
+        QTRY_COMPARE_WITH_TIMEOUT(bar->palette().color(QPalette::Base), quiet, 20000);
+    }
+
     void aWindowPutAwayWhileMaximizedComesUpForACallInItsNormalSize()
     {
         for (const bool hides : {true, false}) {
