@@ -21,6 +21,11 @@ void applyTheme(QApplication &application, bool dark);
 QPalette themePalette(bool dark);
 CallColors callColors(const QPalette &palette);
 
+/// How well two colours can be told apart: 1 to 21. Text is read from 4.5 on, lines and edges are seen from 3
+/// on.
+double contrast(const QColor &one, const QColor &other);
+constexpr double readableContrast = 4.5;
+
 /// Dark means that text is lighter than its ground.
 bool isDark(const QPalette &palette);
 

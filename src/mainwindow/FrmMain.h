@@ -15,9 +15,11 @@
 #include "mainwindow/LogText.h"
 #include "mainwindow/TrayIcon.h"
 
+#include <QElapsedTimer>
 #include <QHostAddress>
 #include <QLabel>
 #include <QMainWindow>
+#include <QPointer>
 #include <QTimer>
 
 #include <memory>
@@ -117,6 +119,7 @@ private:
     void loadTexts();
     void loadStatusLine();
     void loadGrid();
+    void loadBar();
     void loadToolbar();
     void loadLogs();
     void loadTray();
@@ -132,6 +135,7 @@ private:
     void markUnread();
     void openCaller(int row);
     void openLastCaller();
+    void turnToLastCall();
     void nameOpening(QAction &action, const QString &id) const;
     void deleteRunLog();
     void deleteSmsLog();
@@ -143,6 +147,7 @@ private:
     void yieldTo(QWindow *window);
     void signalCall();
     void showSignal(bool on);
+    void explainTray();
     bool isSmall() const;
     void showShape(bool small);
     void rememberPlace();
@@ -162,6 +167,7 @@ private:
     QSize m_fullSize; ///< to which the small shape grows again
     QString m_lastCaller;
     core::CallRecord m_lastCall;
+    core::CallRecord m_callOfBar; ///< the one that the bar's commands speak of
     QString m_messagesTitle;
     int m_unreadMessages = 0;
     QHostAddress m_lastSender;
@@ -171,7 +177,10 @@ private:
     QString m_messageLogs; ///< the key of what is told about them
     bool m_lastCallerChanged = false;
     bool m_callCame = false;
-    QTimer m_signal;                                ///< runs while a call is told by colours
+    QTimer m_signal;           ///< runs while a call is told by colours
+    QPointer<QWindow> m_other; ///< of the program's, that had the keyboard before this one
+    bool m_otherHadFocus = false;
+    QElapsedTimer m_sinceOther;                     ///< runs from the moment in which that closed
     Qt::WindowStates LastState = Qt::WindowNoState; ///< the state to which the tray restores
 };
 

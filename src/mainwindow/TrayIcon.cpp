@@ -65,6 +65,11 @@ bool TrayIcon::isReachable() const
     return QSystemTrayIcon::isSystemTrayAvailable() && m_icon.isVisible();
 }
 
+void TrayIcon::tell(const QString &title, const QString &text)
+{
+    m_icon.showMessage(title, text, m_plain);
+}
+
 void TrayIcon::setSignalling(bool on)
 {
     if (m_signalling != on) {

@@ -26,6 +26,8 @@ public:
     bool isReachable() const;
     /// At most 64 characters are kept.
     void setTip(const QString &tip);
+    /// A balloon beside the icon.
+    void tell(const QString &title, const QString &text);
     /// A mark on the icon, for as long as a call is new.
     void setSignalling(bool on);
 

@@ -57,8 +57,8 @@ private Q_SLOTS:
     void aSecondInstanceBringsTheFirstToFrontAndTouchesNothing()
     {
         startWithTray();
-        press(mainWindow(), u"Escape"_s);
-        QTRY_VERIFY(mainWindow().isEmpty());
+        hideMainWindow();
+        QTRY_VERIFY(!windowOfType(u"= _NET_WM_WINDOW_TYPE_TOOLTIP"_s).isEmpty()); // the tray icon's balloon
         const QMap<QString, QByteArray> files = m_program->allFiles();
         QProcess second;
         m_program->startProcess(second);
@@ -102,13 +102,11 @@ private Q_SLOTS:
         xdotool(u"key Escape"_s);
         QTRY_VERIFY(activeWindow() != u"Send message"_s);
 
-        press(mainWindow(), u"Escape"_s);
-        QTRY_VERIFY(mainWindow().isEmpty());
+        hideMainWindow();
         m_program->sendCall();
         QTRY_VERIFY(!windowOfType(u"= _NET_WM_WINDOW_TYPE_UTILITY"_s).isEmpty());
         QTRY_COMPARE(propertyOf(mainWindow(), u"_NET_WM_USER_TIME"_s).section(u' ', -1), u"0"_s);
-        press(mainWindow(), u"Escape"_s);
-        QTRY_VERIFY(mainWindow().isEmpty());
+        hideMainWindow();
         QCOMPARE(m_program->shutDown(), 0);
         QTRY_COMPARE(trayWindows(), m_emptyTray);
         QVERIFY(m_program->log().endsWith(">  The program has ended\r\n"));
@@ -166,7 +164,9 @@ private Q_SLOTS:
             xdotool(u"type "_s + letters.at(call - 1));
             QTRY_COMPARE(m_program->log().count("<CRMV1"), 2 * call);
             QTRY_VERIFY(propertyOf(window, u"WM_STATE"_s).contains("Normal"_L1));
-            QTRY_VERIFY(propertyOf(window, u"_NET_WM_STATE"_s).contains("DEMANDS_ATTENTION"_L1));
+            if (call == 1) {
+                QTRY_VERIFY(propertyOf(window, u"_NET_WM_STATE"_s).contains("DEMANDS_ATTENTION"_L1));
+            }
             QCOMPARE(xdotool(u"getactivewindow"_s), note);
             QVERIFY(stands(note) > stands(window));
         }
@@ -204,6 +204,12 @@ private:
     {
         static const QRegularExpression child(u"^ {5}0x"_s, QRegularExpression::MultilineOption);
         return answerOf("xwininfo", u"-tree -id "_s + m_trayPanel).count(child);
+    }
+    /// Not within a second behind the end of another window, for which the key was meant then.
+    void hideMainWindow() const
+    {
+        QTRY_VERIFY(
+            (xdotool(u"windowactivate --sync %1 key Escape"_s.arg(mainWindow())), mainWindow().isEmpty()));
     }
     /// How far up a window stands.
     static qsizetype stands(const QString &window)
