@@ -2,6 +2,8 @@
 
 #include "store/LockPatience.h"
 
+#include <QFileInfo>
+
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -72,9 +74,12 @@ bool CallerNotes::readOn()
 }
 
 // Notes stand under the name that the customer has in the file, whatever name the call came with. Without
-// the tables of the notes there are none.
+// the file, or its tables of notes, there are none.
 void CallerNotes::open()
 {
+    if (!QFileInfo::exists(m_paths.CustomerFile)) {
+        return;
+    }
     m_database.emplace(m_paths.CustomerFile, store::Database::Mode::ReadOnly);
     std::optional<QString> name;
     m_database->forEachBoundRow(u"select CustomerName from customer where SN=?"_s, {m_sn},

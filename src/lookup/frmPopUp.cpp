@@ -162,7 +162,7 @@ CardRoom frmPopUp::room(const QWidget &mainWindow) const
                   .window = active->frameGeometry(),
                   .mirrored = isRightToLeft()};
     for (const QAbstractButton *button : active->findChildren<QAbstractButton *>()) {
-        if (button->isVisible()) {
+        if (button->isVisible() && button->window() == active) {
             room.buttons.append(onDesktop(*button));
         }
     }
