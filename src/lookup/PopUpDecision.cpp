@@ -26,7 +26,7 @@ QString noticeFor(core::Standing standing, const core::TextLookup &texts)
 /// When the call came and what sets the caller apart, in words that are not taken for the call that rings.
 QString earlierNotice(const PopupInfo &info, core::Standing standing, const core::TextLookup &texts)
 {
-    const QString notice = texts.Lms(u"EarlierCall"_s).replace("%1"_L1, info.time.toString(u"hh:mm"_s));
+    QString notice = texts.Lms(u"EarlierCall"_s).replace("%1"_L1, info.time.toString(u"hh:mm"_s));
     switch (standing) {
     case core::Standing::BlackListed:
         return notice + u" ("_s + texts.Lms(u"IfInBlackList"_s) + u')';
