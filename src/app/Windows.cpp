@@ -116,6 +116,11 @@ void Windows::ShowNotePad(const QString &customerName)
     m_notes.ShowNotePad(customerName, 0);
 }
 
+void Windows::addNote(qint32 customerSn)
+{
+    m_notes.ShowNotePad(m_context.callers.customerName(customerSn), 1);
+}
+
 void Windows::showPhoneBook(const QString &query, QWidget *editor)
 {
     m_phoneBook.showList(query, editor);

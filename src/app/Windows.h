@@ -56,6 +56,7 @@ public:
     void addCustomer(const QString &number, const QString &keyWord, const QString &name) override;
     void ShowCustomerByName(const QString &name) override;
     void ShowNotePad(const QString &customerName) override;
+    void addNote(qint32 customerSn) override;
     void showPhoneBook(const QString &query, QWidget *editor) override;
     void showCustomerList(const QString &query, QWidget *editor) override;
 

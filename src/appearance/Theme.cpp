@@ -8,6 +8,7 @@
 #include <QWidget>
 
 #include <algorithm>
+#include <cmath>
 
 using namespace Qt::StringLiterals;
 
@@ -17,13 +18,13 @@ namespace {
 
 struct Shades
 {
-    QRgb window, base, alternate, text, muted, button, line, accent, accentText;
+    QRgb window, base, alternate, text, muted, button, line, accent, accentText, link;
 };
 
-constexpr Shades lightShades = {0xfff3f5f8, 0xffffffff, 0xfff6f8fb, 0xff1c2530, 0xff68758a,
-                                0xfffbfcfd, 0xffc9d1dc, 0xff1f5fbf, 0xffffffff};
+constexpr Shades lightShades = {0xfff3f5f8, 0xffffffff, 0xfff6f8fb, 0xff1c2530, 0xff606c80,
+                                0xfffbfcfd, 0xffc9d1dc, 0xff1f5fbf, 0xffffffff, 0xff1f5fbf};
 constexpr Shades darkShades = {0xff2b3139, 0xff1c2127, 0xff22282f, 0xffe5eaf1, 0xffa3afc0,
-                               0xff333a43, 0xff11151a, 0xff3574d6, 0xffffffff};
+                               0xff333a43, 0xff11151a, 0xff3574d6, 0xffffffff, 0xff7fb0ff};
 
 /// A line under a letter would part it from its neighbours in a script whose letters join.
 bool joinsLetters(const QString &text)
@@ -107,7 +108,7 @@ QPalette themePalette(bool dark)
     palette.setColor(QPalette::Mid, shades.line);
     palette.setColor(QPalette::Highlight, shades.accent);
     palette.setColor(QPalette::HighlightedText, shades.accentText);
-    palette.setColor(QPalette::Link, shades.accent);
+    palette.setColor(QPalette::Link, shades.link);
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
         palette.setColor(QPalette::Disabled, role, shades.muted);
     }
@@ -123,8 +124,27 @@ void applyTheme(QApplication &application, bool dark)
 
 CallColors callColors(const QPalette &palette)
 {
-    return isDark(palette) ? CallColors{0xff4a3f12, 0xfffff3c4, 0xffd9c77e}
-                           : CallColors{0xfffff1b8, 0xff2b2408, 0xff6b5a16};
+    return isDark(palette) ? CallColors{0xff4a3f12, 0xff6b5300, 0xfffff3c4, 0xffe3d28c}
+                           : CallColors{0xfffff1b8, 0xffffd23f, 0xff2b2408, 0xff5f4f10};
+}
+
+namespace {
+
+/// The light that the eye gets from a colour, 0 to 1, by the formula of the accessibility guidelines (WCAG).
+double luminance(const QColor &color)
+{
+    const auto linear = [](double part) {
+        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+} // namespace
+
+double contrast(const QColor &one, const QColor &other)
+{
+    const auto [dark, light] = std::minmax({luminance(one), luminance(other)});
+    return (light + 0.05) / (dark + 0.05);
 }
 
 bool isDark(const QPalette &palette)

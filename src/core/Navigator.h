@@ -32,6 +32,8 @@ public:
     virtual void ShowCustomerByName(const QString &name) = 0;
     /// Opens the call notes editor for a customer, with the notes that were kept of him.
     virtual void ShowNotePad(const QString &customerName) = 0;
+    /// Opens the call notes editor for the customer with that SN, with a new note.
+    virtual void addNote(qint32 customerSn) = 0;
     /// Opens the dialog that files an unknown caller; the key word is what the call says of him.
     virtual void addCaller(const QString &number, const QString &keyWord) = 0;
 };

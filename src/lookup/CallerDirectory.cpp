@@ -165,6 +165,12 @@ bool CallerDirectory::callerPopsUp(QStringView number, QStringView otherNumber) 
     return false;
 }
 
+QString CallerDirectory::customerName(qint32 sn) const
+{
+    const std::optional<KnownCustomer> customer = m_index.customer(sn);
+    return customer ? customer->name : QString();
+}
+
 void CallerDirectory::completeFromDesk(core::CallRecord &record) const
 {
     if (!record.Source.isEmpty() || record.CallerID.isEmpty()) {

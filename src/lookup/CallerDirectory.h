@@ -44,6 +44,9 @@ public:
     /// The customers can be read, all of them.
     bool isAvailable() const { return m_available; }
 
+    /// As it stands in the file; empty for nobody.
+    QString customerName(qint32 sn) const;
+
     bool areKnown() const override { return m_index.knowsCustomers(); }
     bool callerPopsUp(QStringView number, QStringView otherNumber) const override;
     void completeFromDesk(core::CallRecord &record) const override;

@@ -4,10 +4,13 @@
 #include "core/FrameGate.h"
 #include "core/RunLog.h"
 #include "core/Settings.h"
+#include "lookup/CallerNotes.h"
 #include "lookup/PopUpDecision.h"
 #include "lookup/frmPopUp.h"
 
+#include <QDateTime>
 #include <QPointer>
+#include <QTimer>
 
 #include <functional>
 #include <optional>
@@ -19,8 +22,10 @@ namespace lookup {
 class CallerPopUp
 {
 public:
+    /// All of it must outlive the card.
     struct Context
     {
+        const core::Paths &paths;
         core::RunLog &log;
         const core::Settings &settings;
         const core::TextLookup &texts;
@@ -30,7 +35,7 @@ public:
         std::function<const QWidget &()> mainWindow;
     };
 
-    explicit CallerPopUp(Context context) : m_context(std::move(context)), m_screen([this] { showNext(); }) {}
+    explicit CallerPopUp(Context context);
     ~CallerPopUp();
     Q_DISABLE_COPY_MOVE(CallerPopUp)
 
@@ -44,10 +49,16 @@ public:
 
 private:
     void showNext();
+    void show(const PopUpView &view);
+    void showAge();
+    void showNotes(const CallerNotes::Summary &summary);
 
     Context m_context;
     core::FrameGate m_screen;
-    std::optional<PopUpView> m_next;
+    CallerNotes m_notes;
+    QTimer m_aging;
+    std::optional<PopupInfo> m_next;
+    QDateTime m_arrived;      ///< of the call on the card
     bool m_isEarlier = false; ///< what the card shows, or will show next
     QPointer<frmPopUp> m_form;
 };

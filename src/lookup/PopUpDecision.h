@@ -5,8 +5,6 @@
 
 #include <QTime>
 
-#include <optional>
-
 namespace lookup {
 
 /// The fields of a call record that the popup reads; each names the popup's use of it.
@@ -14,6 +12,7 @@ struct PopupInfo
 {
     QString AboutFirst;    ///< start of the caller line
     QTime time;            ///< as the unit tells it; invalid where it does not
+    QString line;          ///< the one that was called
     QString AboutSecond;   ///< end of the caller line
     QString Content;       ///< the description
     QString SnText;        ///< the SN of the caller's row as text
@@ -31,8 +30,9 @@ PopupInfo popupInfoOf(const core::CallRecord &record);
 struct PopUpView
 {
     core::Standing standing = core::Standing::Ordinary;
-    QString callerNumber; ///< the two halves of the caller line, for the card's head
+    QString callerNumber; ///< the two halves of the caller line
     QString callerName;
+    QString callOnLine; ///< when the call came, and on which line
     QString txtSN;
     QString txtSnType;
     QString txtAbout;
@@ -41,8 +41,15 @@ struct PopUpView
     QString earlierNotice;      ///< takes its place once another call rings
 };
 
-/// Empty when the caller is unknown or has no name, and for ordinary callers without `popupDetail`: a popup
+/// How long ago a call came; empty within the first minute.
+QString ageText(qint64 seconds, const core::TextLookup &texts);
+
+/// What the notes of a customer hold; `lastDate` is empty where there are none.
+QString notesText(const QString &lastDate, int openRequests, const core::TextLookup &texts);
+
+/// False when the caller is unknown or has no name, and for ordinary callers without `popupDetail`: a card
 /// that stands is then left alone.
-std::optional<PopUpView> decidePopUp(const PopupInfo &info, bool popupDetail, const core::TextLookup &texts);
+bool opensCard(const PopupInfo &info, bool popupDetail);
+PopUpView popUpViewOf(const PopupInfo &info, const core::TextLookup &texts);
 
 } // namespace lookup

@@ -1,14 +1,16 @@
 #include "lookup/frmPopUp.h"
 
 #include "appearance/Keys.h"
+#include "appearance/Theme.h"
 #include "appearance/ThemedIcons.h"
 #include "core/TextUtilities.h"
 #include "ui_frmPopUp.h"
 
-#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
 #include <QPointer>
 #include <QScreen>
-#include <QStyle>
+#include <QWindow>
 
 using namespace Qt::StringLiterals;
 
@@ -16,25 +18,33 @@ namespace lookup {
 
 namespace {
 
-constexpr int screenMargin = 16;
-constexpr int contentLines = 4;
+constexpr int cardWidth = 440;
+constexpr int mostAboutLines = 3;
+constexpr int mostContentLines = 4;
+
+QRect onDesktop(const QWidget &widget)
+{
+    return {widget.mapToGlobal(QPoint()), widget.size()};
+}
 
 } // namespace
 
 frmPopUp::frmPopUp(core::Navigator &navigator, const appearance::FormServices &services)
-    : QWidget(nullptr, Qt::Tool | Qt::WindowStaysOnTopHint | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
-                           Qt::WindowCloseButtonHint),
-      m_navigator(navigator), m_ui(std::make_unique<Ui::frmPopUp>()), m_setup(services)
+    : QWidget(nullptr, Qt::Tool | Qt::WindowStaysOnTopHint | Qt::FramelessWindowHint), m_navigator(navigator),
+      m_ui(std::make_unique<Ui::frmPopUp>()), m_setup(services)
 {
     m_ui->setupUi(this);
     setAttribute(Qt::WA_DeleteOnClose);
     setAttribute(Qt::WA_ShowWithoutActivating);
     setWindowIcon(appearance::programIcon());
     m_setup.load(*this, appearance::FormSetup::Place::OwnChoice);
-    alignTexts();
-    m_ui->txtContent->setFixedHeight(m_ui->txtContent->fontMetrics().lineSpacing() * contentLines + 12);
+    setFixedWidth(cardWidth);
     connect(m_ui->Command1, &QPushButton::clicked, this, &QWidget::close);
-    connect(m_ui->Command2, &QPushButton::clicked, this, &frmPopUp::editCaller);
+    connect(m_ui->Command2, &QPushButton::clicked, this,
+            [this] { openAndClose([this] { m_navigator.Show_Editor(m_ui->txtSnType->text(), sn()); }); });
+    connect(m_ui->cmdNote, &QPushButton::clicked, this,
+            [this] { openAndClose([this] { m_navigator.addNote(sn()); }); });
+    appearance::onKeys(*this, Qt::Key_Escape, [this] { close(); }); // text boxes keep the key to themselves
 }
 
 frmPopUp::~frmPopUp()
@@ -45,27 +55,15 @@ frmPopUp::~frmPopUp()
 // Fixed for each standing whatever the theme.
 frmPopUp::CardColors frmPopUp::colorsOf(core::Standing standing) const
 {
-    const QColor icon = palette().color(QPalette::WindowText);
     switch (standing) {
     case core::Standing::BlackListed:
-        return {Qt::black, Qt::white, u"ban", icon};
+        return {Qt::black, Qt::white, u"ban"};
     case core::Standing::Vip:
-        return {Qt::red, Qt::blue, u"star", icon};
+        return {Qt::red, Qt::blue, u"star"};
     case core::Standing::Ordinary:
         break;
     }
-    return {Qt::green, Qt::blue, u"person", icon};
-}
-
-// A label stands where its own text reads from; number and name belong beside the icon in any script.
-void frmPopUp::alignTexts()
-{
-    const Qt::Alignment side = isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft;
-    for (QLabel *label : {m_ui->lblCallerNumber, m_ui->lblCallerName}) {
-        label->setAlignment(Qt::AlignAbsolute | Qt::AlignVCenter | side);
-    }
-    const int margin = int(m_ui->txtContent->document()->documentMargin());
-    m_ui->txtAbout->setTextMargins(margin, 0, margin, 0);
+    return {Qt::green, Qt::blue, u"person"};
 }
 
 void frmPopUp::showCaller(const PopUpView &view, const QWidget &mainWindow)
@@ -73,10 +71,12 @@ void frmPopUp::showCaller(const PopUpView &view, const QWidget &mainWindow)
     m_view = view;
     fill(view);
     color(colorsOf(view.standing));
-    const bool ours = !isVisible() || pos() == m_placed; // not where the operator has moved it
+    const bool ours =
+        !isVisible() || (pos() == m_placed && !isActiveWindow()); // the operator moves it no more
     adjustSize();
     if (ours) {
-        place(mainWindow);
+        m_placed = placeCard(size(), room(mainWindow)).topLeft();
+        move(m_placed);
     }
     show();
     raise();
@@ -85,81 +85,138 @@ void frmPopUp::showCaller(const PopUpView &view, const QWidget &mainWindow)
 // It stays where it is, also where the notice makes it higher.
 void frmPopUp::showAsEarlier()
 {
-    CardColors colors = colorsOf(m_view.standing);
-    colors.ground = palette().color(QPalette::Disabled, QPalette::Base);
-    colors.heading = QPalette::PlaceholderText; // pale, but to be read
-    colors.text = palette().color(colors.heading);
-    colors.iconColor = colors.text;
-    color(colors);
+    const QColor pale = palette().color(QPalette::PlaceholderText); // but to be read
+    color({palette().color(QPalette::Disabled, QPalette::Base), pale, colorsOf(m_view.standing).icon});
     m_ui->lblBlackListNotice->setText(m_view.earlierNotice);
     m_ui->lblBlackListNotice->show();
 }
 
+void frmPopUp::showAge(const QString &text)
+{
+    m_ui->lblAge->setText(text);
+}
+
+void frmPopUp::showNotes(const QString &text)
+{
+    m_ui->lblNotes->setText(text);
+}
+
 void frmPopUp::fill(const PopUpView &view)
 {
-    m_ui->lblCallerNumber->setText(view.callerNumber);
-    m_ui->lblCallerName->setText(view.callerName);
     m_ui->txtSN->setText(view.txtSN);
     m_ui->txtSnType->setText(view.txtSnType);
-    m_ui->txtAbout->setText(view.txtAbout);
-    m_ui->txtAbout->setCursorPosition(0);
+    showAbout(view.txtAbout);
+    m_ui->lblCall->setText(view.callOnLine);
+    m_ui->lblAge->clear();
+    m_ui->lblNotes->clear();
+    m_ui->lblNotes->setVisible(isOfCustomer());
+    m_ui->cmdNote->setVisible(isOfCustomer());
     m_ui->txtContent->setPlainText(view.txtContent);
+    m_ui->txtContent->fitHeight(cardWidth - 34, mostContentLines);
+    for (QWidget *details :
+         {static_cast<QWidget *>(m_ui->lblDetailDes), static_cast<QWidget *>(m_ui->txtContent)}) {
+        details->setVisible(!view.txtContent.isEmpty());
+    }
     m_ui->lblBlackListNotice->setText(view.lblBlackListNotice);
     m_ui->lblBlackListNotice->setVisible(view.standing != core::Standing::Ordinary);
 }
 
+void frmPopUp::showAbout(const QString &line)
+{
+    m_ui->txtAbout->setPlainText(line);
+    m_ui->txtAbout->fitHeight(cardWidth - 18, mostAboutLines);
+}
+
 void frmPopUp::followName(const QString &source, qint32 sn, const QString &name)
 {
-    if (m_ui->txtSnType->text() == source && core::leadingNumber(m_ui->txtSN->text()) == sn) {
-        m_ui->txtAbout->setText(callerLine(m_ui->lblCallerNumber->text(), name));
-        m_ui->txtAbout->setCursorPosition(0);
-        m_ui->lblCallerName->setText(core::shownText(name));
+    if (m_view.txtSnType == source && this->sn() == sn) {
+        showAbout(callerLine(m_view.callerNumber, name));
     }
 }
 
+// The words of the band stand on the given ground, in black or white.
 void frmPopUp::color(const CardColors &colors)
 {
-    QPalette card = palette();
-    card.setColor(QPalette::Base, colors.ground);
-    card.setColor(QPalette::Text, colors.text);
-    m_ui->txtAbout->setPalette(card);
-    m_ui->txtContent->setPalette(card);
-    m_ui->lblCallerNumber->setForegroundRole(colors.heading);
-    m_ui->lblCallerName->setForegroundRole(colors.heading);
-    constexpr int iconSize = 48;
+    const bool onDark =
+        appearance::contrast(colors.ground, Qt::white) > appearance::contrast(colors.ground, Qt::black);
+    const QColor words = onDark ? Qt::white : Qt::black;
+    QPalette band = palette();
+    band.setColor(QPalette::Window, colors.ground);
+    band.setColor(QPalette::WindowText, words);
+    m_ui->band->setPalette(band);
+    for (CallerText *text : {m_ui->txtAbout, m_ui->txtContent}) {
+        text->setColors(colors.ground, colors.text);
+    }
+    constexpr int iconSize = 32;
     m_ui->lblStandingIcon->setPixmap(
-        appearance::themedPixmap(colors.icon, colors.iconColor, iconSize, devicePixelRatioF()));
+        appearance::themedPixmap(colors.icon, words, iconSize, devicePixelRatioF()));
 }
 
-void frmPopUp::place(const QWidget &mainWindow)
+CardRoom frmPopUp::room(const QWidget &mainWindow) const
 {
-    const QRect free = mainWindow.screen()->availableGeometry();
-    const int titleBar = style()->pixelMetric(QStyle::PM_TitleBarHeight);
-    const QSize card = size() + QSize(screenMargin, screenMargin + titleBar);
-    m_placed = free.bottomRight() - QPoint(card.width(), card.height());
-    move(m_placed);
+    const QWidget *active = QApplication::activeWindow();
+    if (active == nullptr || active == this) {
+        return {.screen = mainWindow.screen()->availableGeometry(), .mirrored = isRightToLeft()};
+    }
+    CardRoom room{.screen = active->screen()->availableGeometry(),
+                  .window = active->frameGeometry(),
+                  .mirrored = isRightToLeft()};
+    for (const QAbstractButton *button : active->findChildren<QAbstractButton *>()) {
+        if (button->isVisible() && button->window() == active) {
+            room.buttons.append(onDesktop(*button));
+        }
+    }
+    const QRect &frame = room.window;
+    room.buttons.append({frame.topLeft(), QPoint(frame.right(), active->geometry().top())}); // its title bar
+    if (const QWidget *field = active->focusWidget(); field != nullptr && field->isVisible()) {
+        room.field = onDesktop(*field);
+    }
+    return room;
 }
 
-// While the editor asks something, the next caller may have come up on the card.
-void frmPopUp::editCaller()
+bool frmPopUp::isOfCustomer() const
+{
+    return m_ui->txtSnType->text() == "CUSTOMER"_L1;
+}
+
+qint32 frmPopUp::sn() const
+{
+    return core::leadingNumber(m_ui->txtSN->text());
+}
+
+// While the window that opens asks something, the next caller may have come up on the card.
+void frmPopUp::openAndClose(const std::function<void()> &open)
 {
     const QPointer<frmPopUp> card(this);
-    const QString number = m_ui->lblCallerNumber->text();
-    m_navigator.Show_Editor(m_ui->txtSnType->text(), core::leadingNumber(m_ui->txtSN->text()));
-    if (card && m_ui->lblCallerNumber->text() == number) {
+    const QString number = m_view.callerNumber;
+    open();
+    if (card && m_view.callerNumber == number) {
         close();
     }
 }
 
 void frmPopUp::keyPressEvent(QKeyEvent *event)
 {
-    if (event->key() == Qt::Key_Escape) {
-        close();
-    } else if (appearance::isEnter(*event)) {
+    if (appearance::isEnter(*event)) {
         appearance::buttonOfEnter(*this, *m_ui->Command1).click();
     } else {
         QWidget::keyPressEvent(event);
     }
+}
+
+// Without a title bar, the card is moved by all of it that is no control.
+void frmPopUp::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton && windowHandle() != nullptr) {
+        windowHandle()->startSystemMove();
+    }
+}
+
+void frmPopUp::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.drawRect(rect() - QMargins(0, 0, 1, 1));
 }
 
 } // namespace lookup

@@ -2,10 +2,12 @@
 
 #include "appearance/FormSetup.h"
 #include "core/Navigator.h"
+#include "lookup/CardPlace.h"
 #include "lookup/PopUpDecision.h"
 
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 
 namespace Ui {
@@ -14,8 +16,8 @@ class frmPopUp;
 
 namespace lookup {
 
-/// The small card that tells who is calling. It comes up without taking the keyboard from what the operator
-/// types, and deletes itself when closed.
+/// The card that tells who is calling: a band in the colours of his standing, and details below it. It comes
+/// up without taking the keyboard from what the operator types, and deletes itself when closed.
 class frmPopUp : public QWidget
 {
     Q_OBJECT
@@ -24,16 +26,22 @@ public:
     frmPopUp(core::Navigator &navigator, const appearance::FormServices &services);
     ~frmPopUp() override;
 
-    /// Fills the card and shows it near the lower right of the screen that holds `mainWindow`; a card that
-    /// stands is refilled where it is.
+    /// Fills the card and shows it where it is in nobody's way: beside the window that the operator works in,
+    /// or in the corner of the screen that holds `mainWindow`. One that he has moved stays there.
     void showCaller(const PopUpView &view, const QWidget &mainWindow);
     /// Greys the card and says when its call came: it is not the one that rings.
     void showAsEarlier();
-    /// Where the caller is that customer, he has a new name.
+    /// How long ago the call came.
+    void showAge(const QString &text);
+    /// What is known of his call notes.
+    void showNotes(const QString &text);
+    /// Where the caller is that row of that source ("CUSTOMER", "PHONEBOOK"), it has a new name.
     void followName(const QString &source, qint32 sn, const QString &name);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
 
 private:
     /// Ground and text of the caller's lines, and what stands for the standing.
@@ -42,16 +50,16 @@ private:
         QColor ground;
         QColor text;
         QStringView icon;
-        QColor iconColor;
-        QPalette::ColorRole heading = QPalette::WindowText;
     };
 
     CardColors colorsOf(core::Standing standing) const;
-    void alignTexts();
     void fill(const PopUpView &view);
+    void showAbout(const QString &line);
     void color(const CardColors &colors);
-    void place(const QWidget &mainWindow);
-    void editCaller();
+    CardRoom room(const QWidget &mainWindow) const;
+    void openAndClose(const std::function<void()> &open);
+    bool isOfCustomer() const;
+    qint32 sn() const;
 
     core::Navigator &m_navigator;
     std::unique_ptr<Ui::frmPopUp> m_ui;

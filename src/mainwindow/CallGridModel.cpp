@@ -160,9 +160,26 @@ QVariant CallGridModel::data(const QModelIndex &index, int role) const
         return QVariant::fromValue(row.standing);
     case Qt::TextAlignmentRole:
         return int(Qt::AlignLeading | Qt::AlignVCenter);
+    case Qt::ToolTipRole:
+    case Qt::AccessibleTextRole:
+        return inWords(row, index.column(), role == Qt::ToolTipRole);
     default:
         return {};
     }
+}
+
+// What a picture tells the eyes.
+QVariant CallGridModel::inWords(const Row &row, int column, bool asTip) const
+{
+    if (row.standing == core::Standing::Ordinary) {
+        return {};
+    }
+    const QString word = m_texts.Lms(row.standing == core::Standing::Vip ? u"IFVIP"_s : u"IfInBlackList"_s);
+    if (asTip) {
+        return QString(word + u'\n' + m_texts.Lms(u"DoubleClickToAddPhoneNumber"_s));
+    }
+    const QString &text = row.fields.at(m_fieldOfColumn.at(static_cast<size_t>(column)));
+    return column == GetGridColumn(u"CallerID"_s) ? QString(text + u", "_s + word) : text;
 }
 
 QVariant CallGridModel::headerData(int section, Qt::Orientation orientation, int role) const

@@ -69,6 +69,7 @@ private:
 
     static Row rowOf(const core::CallRecord &record);
     const Row &published(int row) const;
+    QVariant inWords(const Row &row, int column, bool asTip) const;
     size_t capacity() const;
 
     core::Settings &m_settings;

@@ -6,7 +6,9 @@
 #include "ui_FrmMain.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QFontDatabase>
+#include <QGuiApplication>
 #include <QToolButton>
 #include <QWindow>
 
@@ -15,6 +17,12 @@ using namespace Qt::StringLiterals;
 namespace mainwindow {
 
 namespace {
+
+/// A record without a previous call has blanks, or its parameter blocks, in the same columns.
+bool tellsPreviousCall(const core::CallRecord &record)
+{
+    return !record.Tail.startsWith(u'{') && !record.Tail.trimmed().isEmpty();
+}
 
 constexpr qint64 shownMessageBytes = 64 << 10; // of a log that only ever grows
 
@@ -51,6 +59,7 @@ void FrmMain::Form_Load()
     loadShape();
     connectButtons();
     connectCallers();
+    connectSignal();
     m_ui->gridCallerId->setFocus();
 }
 
@@ -98,7 +107,23 @@ void FrmMain::loadGrid()
     m_ui->gridCallerId->addAction(m_ui->mnuCopy);
     m_ui->mnuCopy->setShortcut(QKeySequence::Copy);
     m_ui->mnuCopy->setShortcutContext(Qt::WidgetShortcut);
-    m_ui->txtLastCallerID->addAction(m_ui->mnuOpenLastCaller);
+    loadBar();
+}
+
+/// What the bar's menu does has buttons beside it.
+void FrmMain::loadBar()
+{
+    const std::pair<QToolButton *, QAction *> commands[] = {
+        {m_ui->cmdOpenLastCaller, m_ui->mnuOpenLastCaller},
+        {m_ui->cmdNoteOfLastCaller, m_ui->mnuNoteOfLastCaller},
+        {m_ui->cmdCopyLastNumber, m_ui->mnuCopyLastNumber}};
+    for (const auto &[button, action] : commands) {
+        m_ui->txtLastCallerID->addAction(action);
+        button->setDefaultAction(action);
+        button->setAutoRaise(true);
+        button->setFocusPolicy(Qt::TabFocus);
+        button->setIconSize(m_ui->Toolbar1->iconSize());
+    }
 }
 
 // Buttons of a toolbar can neither be reached by the Tab key nor found by name, unless told.
@@ -122,11 +147,20 @@ void FrmMain::loadToolbar()
 void FrmMain::applyIcons()
 {
     const QColor color = palette().color(QPalette::ButtonText);
-    const std::pair<QAction *, QStringView> icons[] = {
-        {m_ui->Command4, u"phonebook"}, {m_ui->Command1, u"customers"},  {m_ui->cmdCallInfo, u"notes"},
-        {m_ui->cmdSendSMS, u"message"}, {m_ui->Command3, u"options"},    {m_ui->Command5, u"help"},
-        {m_ui->Command2, u"exit"},      {m_ui->cmdSmallShape, u"small"}, {m_ui->cmdFullShape, u"full"},
-        {m_ui->mnuCopy, u"copy"},       {m_ui->mnuOpenCaller, u"edit"}};
+    const std::pair<QAction *, QStringView> icons[] = {{m_ui->Command4, u"phonebook"},
+                                                       {m_ui->Command1, u"customers"},
+                                                       {m_ui->cmdCallInfo, u"notes"},
+                                                       {m_ui->cmdSendSMS, u"message"},
+                                                       {m_ui->Command3, u"options"},
+                                                       {m_ui->Command5, u"help"},
+                                                       {m_ui->Command2, u"exit"},
+                                                       {m_ui->cmdSmallShape, u"small"},
+                                                       {m_ui->cmdFullShape, u"full"},
+                                                       {m_ui->mnuCopy, u"copy"},
+                                                       {m_ui->mnuOpenCaller, u"edit"},
+                                                       {m_ui->mnuOpenLastCaller, u"edit"},
+                                                       {m_ui->mnuNoteOfLastCaller, u"notes"},
+                                                       {m_ui->mnuCopyLastNumber, u"copy"}};
     for (const auto &[action, name] : icons) {
         action->setIcon(appearance::themedIcon(name, color));
     }
@@ -202,6 +236,13 @@ void FrmMain::connectCallers()
     connect(m_ui->mnuOpenCaller, &QAction::triggered, this,
             [this] { openCaller(m_ui->gridCallerId->currentIndex().row()); });
     connect(m_ui->mnuOpenLastCaller, &QAction::triggered, this, &FrmMain::openLastCaller);
+    connect(m_ui->mnuNoteOfLastCaller, &QAction::triggered, this, [this] {
+        notTopmost();
+        m_context.navigator.addNote(m_callOfBar.SN);
+    });
+    connect(m_ui->mnuCopyLastNumber, &QAction::triggered, this,
+            [this] { QGuiApplication::clipboard()->setText(core::shownText(m_callOfBar.CallerID)); });
+    connect(m_ui->txtLastCallerID, &LastCallerBox::menuClosed, this, &FrmMain::turnToLastCall);
     connect(m_ui->gridCallerId->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](const QModelIndex &current) {
                 nameOpening(*m_ui->mnuOpenCaller, m_calls.cell(current.row(), u"ID"_s));
@@ -230,8 +271,21 @@ void FrmMain::openCaller(int row)
 void FrmMain::openLastCaller()
 {
     notTopmost();
-    ShowEditor(m_context.navigator, core::shownText(m_lastCall.CallerID),
-               core::shownText(m_lastCall.SimpleDes), m_lastCall.Source + m_lastCall.SnText);
+    ShowEditor(m_context.navigator, core::shownText(m_callOfBar.CallerID),
+               core::shownText(m_callOfBar.SimpleDes), m_callOfBar.Source + m_callOfBar.SnText);
+}
+
+// An open menu keeps speaking of the call that it was opened for.
+void FrmMain::turnToLastCall()
+{
+    if (m_ui->txtLastCallerID->hasOpenMenu() || m_lastCaller.isEmpty()) {
+        return;
+    }
+    m_callOfBar = m_lastCall;
+    m_ui->mnuOpenLastCaller->setEnabled(true);
+    m_ui->mnuNoteOfLastCaller->setEnabled(m_callOfBar.Source == "CUSTOMER"_L1);
+    m_ui->mnuCopyLastNumber->setEnabled(!m_callOfBar.CallerID.isEmpty());
+    nameOpening(*m_ui->mnuOpenLastCaller, m_callOfBar.Source + m_callOfBar.SnText);
 }
 
 // What is not filed yet can only be added.
@@ -331,15 +385,14 @@ void FrmMain::updateScreen()
 {
     m_calls.publish();
     if (std::exchange(m_lastCallerChanged, false)) {
-        m_ui->txtLastCallerID->setPlainText(m_lastCaller);
-        m_ui->mnuOpenLastCaller->setEnabled(true);
-        nameOpening(*m_ui->mnuOpenLastCaller, m_lastCall.Source + m_lastCall.SnText);
+        m_ui->txtLastCallerID->showCall(m_lastCaller, tellsPreviousCall(m_lastCall));
+        turnToLastCall();
     }
     m_runInfo.show(*m_ui->txtRuninfo);
     m_sms.show(*m_ui->txtSMS);
     markUnread();
-    if (std::exchange(m_raise, false)) {
-        raise();
+    if (std::exchange(m_callCame, false)) {
+        signalCall();
     }
     if (std::exchange(m_sourceChanged, false)) {
         updateSource();

@@ -15,9 +15,11 @@
 #include "mainwindow/LogText.h"
 #include "mainwindow/TrayIcon.h"
 
+#include <QElapsedTimer>
 #include <QHostAddress>
 #include <QLabel>
 #include <QMainWindow>
+#include <QPointer>
 #include <QTimer>
 
 #include <memory>
@@ -91,8 +93,9 @@ public:
     /// Puts a line of the short-message log under the last one.
     void appendSms(const QString &text);
 
-    /// Brings the window up in its normal state because of a call, without taking the keyboard. One that was
-    /// hidden hides itself again later.
+    /// Shows the window in its normal state because of a call, without taking the keyboard: in front of the
+    /// others, or behind the window of the program that the operator works in. One that was hidden hides
+    /// itself again later. The call is told by the task bar, the tray and the yellow bar.
     void showForCall();
     /// A minimised or maximised window becomes normal; a hidden one stays hidden.
     void setNormal();
@@ -119,6 +122,7 @@ private:
     void loadTexts();
     void loadStatusLine();
     void loadGrid();
+    void loadBar();
     void loadToolbar();
     void loadLogs();
     void loadTray();
@@ -126,6 +130,7 @@ private:
     void connectButtons();
     void connectCallers();
     void connectTray();
+    void connectSignal();
     void connectWindowButton(QAction *action, core::Window window);
     void applyIcons();
     void updateScreen();
@@ -134,6 +139,7 @@ private:
     void showTip();
     void openCaller(int row);
     void openLastCaller();
+    void turnToLastCall();
     void nameOpening(QAction &action, const QString &id) const;
     void deleteRunLog();
     void deleteSmsLog();
@@ -141,6 +147,11 @@ private:
     void keepPlace();
     void setTopmost(bool topmost);
     void showNormalQuietly();
+    QWidget *windowInUse() const;
+    void yieldTo(QWindow *window);
+    void signalCall();
+    void showSignal(bool on);
+    void explainTray();
     bool isSmall() const;
     void showShape(bool small);
     void rememberPlace();
@@ -160,6 +171,7 @@ private:
     QSize m_fullSize; ///< to which the small shape grows again
     QString m_lastCaller;
     core::CallRecord m_lastCall;
+    core::CallRecord m_callOfBar; ///< the one that the bar's commands speak of
     QString m_messagesTitle;
     int m_unreadMessages = 0;
     QHostAddress m_lastSender;
@@ -169,7 +181,11 @@ private:
     bool m_customersUnavailable = false;
     QString m_messageLogs; ///< the key of what is told about them
     bool m_lastCallerChanged = false;
-    bool m_raise = false;
+    bool m_callCame = false;
+    QTimer m_signal;           ///< runs while a call is told by colours
+    QPointer<QWindow> m_other; ///< of the program's, that had the keyboard before this one
+    bool m_otherHadFocus = false;
+    QElapsedTimer m_sinceOther;                     ///< runs from the moment in which that closed
     Qt::WindowStates LastState = Qt::WindowNoState; ///< the state to which the tray restores
 };
 

@@ -4,6 +4,7 @@
 #include "mainwindow/FrmMain.h"
 #include "ui_FrmMain.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QLayout>
@@ -19,6 +20,7 @@ namespace {
 constexpr int smallWidthTwips = 7000;
 constexpr int smallHeightTwips = 2100;
 constexpr int twipsPerInch = 1440;
+constexpr qint64 missedKeyMs = 1000; // a key pressed once too often was meant for the window that closed
 constexpr QSize fullSize = {960, 600};
 
 } // namespace
@@ -61,7 +63,12 @@ void FrmMain::showShape(bool small)
     m_shape = small ? u"SMALL"_s : u"FULL"_s;
     m_ui->SSTab1->setVisible(!small);
     m_ui->statusbar->setVisible(!small);
-    m_ui->Toolbar1->setToolButtonStyle(small ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextUnderIcon);
+    const Qt::ToolButtonStyle style = small ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextUnderIcon;
+    m_ui->Toolbar1->setToolButtonStyle(style);
+    for (QToolButton *button :
+         {m_ui->cmdOpenLastCaller, m_ui->cmdNoteOfLastCaller, m_ui->cmdCopyLastNumber}) {
+        button->setToolButtonStyle(style);
+    }
     m_ui->cmdSmallShape->setVisible(!small);
     m_ui->cmdFullShape->setVisible(small);
     m_ui->mainLayout->activate(); // the least size is asked for next
@@ -78,18 +85,74 @@ void FrmMain::rememberPlace()
 
 void FrmMain::showForCall()
 {
+    QWidget *inUse = windowInUse();
     const bool away = !isVisible() || isMinimized();
     if (away || m_context.autoHide.isRunning()) {
         m_context.autoHide.start();
     }
     if (away) {
-        setTopmost(true);
+        setTopmost(inUse == nullptr);
     }
     if (away || windowState() != Qt::WindowNoState) {
         showNormalQuietly();
+        if (inUse != nullptr) { // window managers put what is shown on top of all
+            inUse->raise();
+        }
     }
-    m_raise = true;
+    m_callCame = true;
     m_screen.schedule();
+}
+
+QWidget *FrmMain::windowInUse() const
+{
+    QWidget *active = QApplication::activeWindow();
+    return active != this ? active : nullptr;
+}
+
+// Whoever turns to another window of the program while this one stands on top of all has that one in front.
+// It is kept in mind for the moment in which it closes.
+void FrmMain::yieldTo(QWindow *window)
+{
+    if (window == windowHandle() && m_otherHadFocus && (m_other == nullptr || !m_other->isVisible())) {
+        m_sinceOther.start();
+    }
+    if (window != nullptr) {
+        m_otherHadFocus = window != windowHandle();
+        m_other = m_otherHadFocus ? window : nullptr;
+    }
+    const bool topmost =
+        windowHandle() != nullptr && windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint);
+    if (topmost && window != nullptr && window != windowHandle()) {
+        setTopmost(false);
+        window->raise();
+    }
+}
+
+void FrmMain::connectSignal()
+{
+    m_signal.setSingleShot(true);
+    connect(&m_signal, &QTimer::timeout, this, [this] { showSignal(false); });
+    connect(qApp, &QGuiApplication::focusWindowChanged, this, &FrmMain::yieldTo);
+}
+
+// Once for all calls of a frame. It ends before a window that a call brought up hides itself: the toolkit
+// would believe that the hidden one still asks for attention, and not ask for the next call.
+void FrmMain::signalCall()
+{
+    constexpr std::chrono::milliseconds moment(4000);
+    m_ui->SSTab1->setCurrentWidget(m_ui->pageCalls);
+    if (windowInUse() == nullptr) {
+        raise();
+    }
+    QApplication::alert(this, int(moment.count()));
+    showSignal(true);
+    m_signal.start(moment);
+}
+
+void FrmMain::showSignal(bool on)
+{
+    m_ui->txtLastCallerID->setSignalling(on);
+    m_tray->setSignalling(on);
 }
 
 void FrmMain::setNormal()
@@ -150,8 +213,20 @@ void FrmMain::hideOrMinimize()
     if (m_tray->isReachable()) {
         keepPlace();
         hide();
+        explainTray();
     } else {
         showMinimized();
+    }
+}
+
+// Who does not know where the window has gone believes that the program has ended. Told to a user once.
+void FrmMain::explainTray()
+{
+    core::WindowMemory &memory = m_context.services.windows;
+    const QString name = u"mnuTray"_s;
+    if (memory.geometry(name).isEmpty()) {
+        memory.setGeometry(name, "explained");
+        m_tray->tell(windowTitle(), m_context.texts.Lms(u"HiddenInTray"_s));
     }
 }
 
@@ -191,7 +266,9 @@ void FrmMain::keyPressEvent(QKeyEvent *event)
 {
     const bool enter = appearance::isEnter(*event) && !event->isAutoRepeat();
     if (event->key() == Qt::Key_Escape) {
-        hideOrMinimize();
+        if (!m_sinceOther.isValid() || m_sinceOther.hasExpired(missedKeyMs)) {
+            hideOrMinimize();
+        }
     } else if (auto *button = qobject_cast<QToolButton *>(focusWidget()); button != nullptr && enter) {
         button->click(); // by itself it knows the blank only
     } else {

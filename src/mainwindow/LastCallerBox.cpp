@@ -84,6 +84,12 @@ void LastCallerBox::contextMenuEvent(QContextMenuEvent *event)
     QMenu *menu = createStandardContextMenu(event->pos());
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->insertActions(menu->insertSeparator(menu->actions().value(0)), actions());
+    const auto closed = [this] {
+        m_menuOpen = false;
+        Q_EMIT menuClosed();
+    };
+    connect(menu, &QMenu::aboutToHide, this, closed, Qt::QueuedConnection); // behind the work of its choice
+    m_menuOpen = true;
     menu->popup(event->globalPos());
 }
 
@@ -112,12 +118,33 @@ void LastCallerBox::fitHeight()
     setFixedHeight(minimumSizeHint().height());
 }
 
+// A line that tells nothing stays in the text, unseen; the other one then stands in the middle.
+void LastCallerBox::showCall(const QString &text, bool hasPrevious)
+{
+    setPlainText(text);
+    const QTextBlock previous = document()->lastBlock();
+    if (!hasPrevious && previous != document()->firstBlock()) {
+        QTextBlock(previous).setVisible(false);
+        document()->markContentsDirty(previous.position(), previous.length());
+    }
+    const int middle = hasPrevious ? 0 : fontMetrics().lineSpacing() / 2;
+    setViewportMargins(padding, padding + middle, padding, std::max(padding - middle, 0));
+}
+
+void LastCallerBox::setSignalling(bool on)
+{
+    if (m_signalling != on) {
+        m_signalling = on;
+        applyColors();
+    }
+}
+
 void LastCallerBox::applyColors()
 {
     const QScopedValueRollback coloring(m_coloring, true);
     const appearance::CallColors colors = appearance::callColors(palette());
     QPalette yellow = palette();
-    yellow.setColor(QPalette::Base, colors.lastCallerBar);
+    yellow.setColor(QPalette::Base, m_signalling ? colors.newCallBar : colors.lastCallerBar);
     yellow.setColor(QPalette::Text, colors.lastCallerText);
     yellow.setColor(QPalette::PlaceholderText, colors.lastCallerDetails);
     setPalette(yellow);

@@ -13,8 +13,18 @@ class LastCallerBox : public QPlainTextEdit
 public:
     explicit LastCallerBox(QWidget *parent = nullptr);
 
+    /// Shows the two lines of a call; the second one only where it tells of a previous call.
+    void showCall(const QString &text, bool hasPrevious);
+    bool hasOpenMenu() const { return m_menuOpen; }
+    /// A stronger colour, for as long as a call is new.
+    void setSignalling(bool on);
+
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
+
+Q_SIGNALS:
+    /// Also behind the work of what was chosen from it.
+    void menuClosed();
 
 protected:
     void changeEvent(QEvent *event) override;
@@ -26,7 +36,9 @@ private:
     void fitHeight();
     bool isCut() const;
 
+    bool m_menuOpen = false;
     bool m_coloring = false;
+    bool m_signalling = false;
 };
 
 } // namespace mainwindow

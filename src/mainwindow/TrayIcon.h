@@ -26,6 +26,10 @@ public:
     bool isReachable() const;
     /// At most 64 characters are kept.
     void setTip(const QString &tip);
+    /// A balloon beside the icon.
+    void tell(const QString &title, const QString &text);
+    /// A mark on the icon, for as long as a call is new.
+    void setSignalling(bool on);
 
 Q_SIGNALS:
     void leftClicked();
@@ -33,6 +37,8 @@ Q_SIGNALS:
 private:
     QMenu mnuTray;
     QSystemTrayIcon m_icon;
+    QIcon m_plain;
+    bool m_signalling = false;
 };
 
 } // namespace mainwindow

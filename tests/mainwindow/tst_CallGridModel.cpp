@@ -81,6 +81,26 @@ private Q_SLOTS:
         QCOMPARE(shown(), u"008|003|002|007"_s);
     }
 
+    void aMarkedCallerIsToldInWords()
+    {
+        Grid grid;
+        core::CallRecord call;
+        call.CallerID = u"5550144"_s;
+        for (const auto &[vip, blackList, word] : {std::tuple(u""_s, u""_s, u""_s),
+                                                   {u"Y"_s, u""_s, u"[IFVIP]"_s},
+                                                   {u"Y"_s, u"Y"_s, u"[IfInBlackList]"_s}}) {
+            call.IfVIP = vip;
+            call.IfInBlackList = blackList;
+            grid.model.ShowCallerID_tarn(call);
+            grid.model.publish();
+            const QModelIndex number = grid.model.index(0, grid.model.GetGridColumn(u"CallerID"_s));
+            const QString tip = word.isEmpty() ? QString() : word + u"\n[DoubleClickToAddPhoneNumber]"_s;
+            const QString heard = word.isEmpty() ? QString() : u"5550144, "_s + word;
+            QCOMPARE(number.data(Qt::ToolTipRole).toString(), tip);
+            QCOMPARE(number.data(Qt::AccessibleTextRole).toString(), heard);
+        }
+    }
+
     void anUnusableColumnListGivesTheDefaultsAndSaysSo()
     {
         const QString names = u"Channel,CallerID,SimpleDes,IncomingTime,SN,LineNo,"_s;

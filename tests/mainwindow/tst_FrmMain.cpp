@@ -1,6 +1,8 @@
 #include "mainwindow/FrmMain.h"
 #include "support/TestForms.h"
 
+#include <QTextBlock>
+
 using core::Window;
 
 class tst_FrmMain : public QObject
@@ -164,6 +166,73 @@ private Q_SLOTS:
         forms.find("Command3")->click();
         QVERIFY(!forms.window->windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint));
         QVERIFY(!forms.autoHide.isRunning());
+    }
+
+    void aCallTurnsToTheCallsAndColorsTheBarForAMoment()
+    {
+        Forms forms;
+        auto *tabs = forms.find<QTabWidget>("SSTab1");
+        auto *bar = forms.find<QWidget>("txtLastCallerID");
+        tabs->setCurrentIndex(2);
+        const QColor quiet = bar->palette().color(QPalette::Base);
+        forms.window->showForCall();
+        QTRY_COMPARE(tabs->currentIndex(), 0);
+        QVERIFY(bar->palette().color(QPalette::Base) != quiet);
+        QTRY_COMPARE_WITH_TIMEOUT(bar->palette().color(QPalette::Base), quiet, 20000);
+    }
+
+    void theBarsCommandsSpeakOfTheCallThatItsMenuWasOpenedFor()
+    {
+        Forms forms;
+        core::CallRecord first;
+        first.CallerID = u"5550144"_s;
+        first.Source = u"CUSTOMER"_s;
+        first.SnText = u"7"_s;
+        first.SN = 7;
+        first.Tail = QString(39, u' ');
+        core::CallRecord second;
+        second.CallerID = u"5550177"_s;
+        second.Tail = u"2026-11-20 10:42201     5550106        "_s;
+        auto *bar = forms.find<QPlainTextEdit>("txtLastCallerID");
+        const auto showsPrevious = [bar] { return bar->document()->lastBlock().isVisible(); };
+        forms.window->showLastCaller(first, u"5550144\r\nlast call time: ext: tel:"_s);
+        QTRY_VERIFY(bar->toPlainText().startsWith(u"5550144"_s));
+        QVERIFY(!showsPrevious());
+        QContextMenuEvent asked(QContextMenuEvent::Keyboard, QPoint(8, 8), bar->mapToGlobal(QPoint(8, 8)));
+        QCoreApplication::sendEvent(bar->viewport(), &asked);
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        QVERIFY(menu != nullptr);
+        forms.window->showLastCaller(second, u"5550177\r\nlast call time:2026-11-20 10:42"_s);
+        QTRY_VERIFY(bar->toPlainText().startsWith(u"5550177"_s));
+        QVERIFY(showsPrevious());
+        forms.find<QAction>("mnuNoteOfLastCaller")->trigger();
+        menu->setActiveAction(forms.find<QAction>("mnuOpenLastCaller"));
+        QTest::keyClick(menu, Qt::Key_Return);
+        QCOMPARE(forms.navigator.shown, QStringList({u"addNote 7"_s, u"Show_Editor CUSTOMER 7"_s}));
+        QTRY_VERIFY(!forms.find("cmdNoteOfLastCaller")->isEnabled());
+        QTest::keyClick(forms.window.get(), Qt::Key_F2);
+        QCOMPARE(forms.navigator.shown.value(2), u"addCaller 5550177 "_s);
+        forms.find("cmdCopyLastNumber")->click();
+        QCOMPARE(QApplication::clipboard()->text(), u"5550177"_s);
+    }
+
+    void escapeIsMeantForAWindowThatClosedJustNow()
+    {
+        Forms forms;
+        const auto escape = [&forms] {
+            QTest::keyClick(forms.window.get(), Qt::Key_Escape);
+            return !forms.window->isVisible() || forms.window->isMinimized();
+        };
+        {
+            QWidget other;
+            other.show();
+            other.activateWindow();
+            QVERIFY(QTest::qWaitForWindowActive(&other));
+        }
+        forms.window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(forms.window.get()));
+        QVERIFY(!escape());
+        QTRY_VERIFY(escape());
     }
 
     void aWindowPutAwayWhileMaximizedComesUpForACallInItsNormalSize()

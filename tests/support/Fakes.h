@@ -143,6 +143,7 @@ struct FakeNavigator : core::Navigator
     }
     void ShowCustomerByName(const QString &name) override { record({"ShowCustomerByName"_L1, name}); }
     void ShowNotePad(const QString &customerName) override { record({"ShowNotePad"_L1, customerName}); }
+    void addNote(qint32 customerSn) override { record({"addNote"_L1, QString::number(customerSn)}); }
     void showPhoneBook(const QString &query, QWidget *) override { record({"showPhoneBook"_L1, query}); }
     void showCustomerList(const QString &query, QWidget *) override
     {

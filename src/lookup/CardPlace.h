@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QList>
+#include <QRect>
+
+namespace lookup {
+
+/// What a card has to be kept from, all of it in the coordinates of the desktop.
+struct CardRoom
+{
+    QRect screen;              ///< what is free of the screen
+    QRect window = {};         ///< the one the operator works in; null where none of the program's is
+    QRect field = {};          ///< into which he types; null without one
+    QList<QRect> buttons = {}; ///< of that window, and what else is to be reached there
+    bool mirrored = false;
+};
+
+/// Where a card of that size stands: beside the window where the screen has room, otherwise where it covers
+/// no button, and of the field and the window as little as can be; without a window in the lower corner. What
+/// is free on both sides is decided by the direction of the desk.
+QRect placeCard(const QSize &card, const CardRoom &room);
+
+} // namespace lookup
