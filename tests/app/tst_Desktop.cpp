@@ -247,7 +247,7 @@ private Q_SLOTS:
             }
             m_program->sendCall();
             xdotool(u"type "_s + letters.at(call - 1));
-            QTRY_COMPARE(m_program->log().count("<CRMV1"), 2 * call);
+            QTRY_COMPARE(m_program->log().count("<CRMV1"), qsizetype(2) * call);
             QTRY_VERIFY(propertyOf(window, u"WM_STATE"_s).contains("Normal"_L1));
             if (call == 1) {
                 QTRY_VERIFY(propertyOf(window, u"_NET_WM_STATE"_s).contains("DEMANDS_ATTENTION"_L1));
