@@ -181,7 +181,7 @@ void Windows::customerDeleted(qint32 sn)
 
 QString Windows::iniUDP()
 {
-    const QString trouble = m_context.endpoint.iniUDP();
+    QString trouble = m_context.endpoint.iniUDP();
     m_context.mainWindow().showPortAvailable(m_context.endpoint.isBound());
     return trouble;
 }
