@@ -6,6 +6,7 @@
 #include "core/TextUtilities.h"
 #include "core/platform.h"
 #include "reception/SampleRecord.h"
+#include "start/OldDesk.h"
 
 #include <QApplication>
 #include <QFileInfo>
@@ -76,7 +77,7 @@ Program::~Program()
 // A step that fails is logged, and the next one is taken.
 bool Program::subMain()
 {
-    if (!becomeFirst()) {
+    if (!becomeFirst() || !hasNewDatabases()) {
         return false;
     }
     using Step = void (Program::*)();
@@ -102,6 +103,14 @@ bool Program::becomeFirst()
     m_instance.callRunningToFront();
     m_outside.prompts.tell(u"App is runing!"_s);
     return false;
+}
+
+bool Program::hasNewDatabases()
+{
+    return m_log.trap("convertOldDesk"_L1, true, [&] {
+        return start::convertOldDesk(
+            {m_paths, m_log, m_outside.clock, m_outside.prompts, m_outside.systemLanguageId});
+    });
 }
 
 void Program::iniPath()

@@ -36,8 +36,8 @@ public:
     explicit Program(const Outside &outside);
     ~Program() override;
 
-    /// Starts in the fixed order; false when another instance runs, which the operator was told, and when the
-    /// main window cannot be shown.
+    /// Starts in the fixed order; false when another instance runs, which the operator was told, when the
+    /// desk is an old one that is not to be converted, and when the main window cannot be shown.
     bool subMain();
 
     /// The main window; only after a successful subMain().
@@ -46,6 +46,7 @@ public:
 
 private:
     bool becomeFirst();
+    bool hasNewDatabases();
     void iniPath();
     void readSettings();
     void chooseLanguage();

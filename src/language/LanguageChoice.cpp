@@ -105,12 +105,18 @@ QString languageIdDigits(quint16 systemLanguageId)
     return u"%1"_s.arg(systemLanguageId, 4, 16, QChar(u'0')).toUpper();
 }
 
+QString osLanguage(quint16 systemLanguageId)
+{
+    const PrimaryLanguage language = primaryLanguage(systemLanguageId);
+    return language.code.isEmpty() ? language.name : language.code;
+}
+
 QString GetOsDefaultLanguage(quint16 systemLanguageId, core::RunLog &log)
 {
     const PrimaryLanguage language = primaryLanguage(systemLanguageId);
     const QLatin1StringView name = language.name.isEmpty() ? language.code : language.name;
     log.WriteRunLog(u"OS Language = "_s + name + u", Language ID = "_s + languageIdDigits(systemLanguageId));
-    return language.code.isEmpty() ? language.name : language.code;
+    return osLanguage(systemLanguageId);
 }
 
 QString DecideLanguage(const QString &osLanguage, const QString &languageSetting)

@@ -3,6 +3,7 @@
 #include "core/Error.h"
 #include "core/TextUtilities.h"
 #include "language/LanguageChoice.h"
+#include "language/ShownTexts.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -20,7 +21,7 @@ DeskSources::DeskSources(const QString &folder) : m_folder(folder)
 
 QString DeskSources::embedded()
 {
-    return u":/data"_s;
+    return QFileInfo(language::builtInTextsFolder()).path();
 }
 
 QString DeskSources::text(const QString &path) const
