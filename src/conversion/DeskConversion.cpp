@@ -85,14 +85,15 @@ class Conversion
 public:
     explicit Conversion(const QString &folder) : m_folder(QDir(folder).absolutePath()) {}
 
-    /// Keeps every other process from converting the folder until the result is gone.
+    /// Keeps everybody else from converting the folder until the result is gone.
     auto lock() const
     {
         const QString path = m_folder.filePath(lockName);
-        if (!core::platform::takeProcessLock(path)) {
+        const core::platform::ProcessLock lock = core::platform::takeProcessLock(path);
+        if (!lock) {
             throw core::Error(0, u"this folder is being converted already: "_s + m_folder.path());
         }
-        return qScopeGuard([path] { QFile::remove(path); });
+        return qScopeGuard([path, lock] { QFile::remove(path); });
     }
 
     /// The dates of conversions that were broken off while the files changed places.
