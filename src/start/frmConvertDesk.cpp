@@ -40,6 +40,8 @@ frmConvertDesk::~frmConvertDesk() = default;
 
 void frmConvertDesk::showFound(const QList<conversion::ConvertedFile> &found)
 {
+    const core::TextLookup &texts = m_context.texts;
+    m_ui->lstFound->setHeaderLabels({texts.Lms(u"OldTable"_s), texts.Lms(u"OldRows"_s)});
     m_ui->lblFolder->setText(QDir::toNativeSeparators(m_context.folder));
     for (const conversion::ConvertedFile &file : found) {
         auto *top = new QTreeWidgetItem(m_ui->lstFound, {file.path});
