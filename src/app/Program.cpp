@@ -6,6 +6,7 @@
 #include "core/TextUtilities.h"
 #include "core/platform.h"
 #include "reception/SampleRecord.h"
+#include "start/OldDesk.h"
 
 #include <QApplication>
 #include <QDir>
@@ -94,7 +95,8 @@ bool Program::subMain()
     const auto step = [this](void (Program::*part)()) {
         return m_log.trap("subMain"_L1, [&] { (this->*part)(); });
     };
-    if (!becomeFirst() || !m_log.trap("subMain"_L1, true, [this] { return iniPath(); })) {
+    if (!becomeFirst() || !hasNewDatabases() ||
+        !m_log.trap("subMain"_L1, true, [this] { return iniPath(); })) {
         return false;
     }
     step(&Program::readSettings);
@@ -121,6 +123,17 @@ bool Program::becomeFirst()
     m_instance.callRunningToFront();
     m_outside.prompts.tell(u"App is runing!"_s);
     return false;
+}
+
+bool Program::hasNewDatabases()
+{
+    return m_log.trap("convertOldDesk"_L1, true, [&] {
+        return start::convertOldDesk({.paths = m_paths,
+                                      .log = m_log,
+                                      .clock = m_outside.clock,
+                                      .prompts = m_outside.prompts,
+                                      .systemLanguageId = m_outside.systemLanguageId});
+    });
 }
 
 bool Program::iniPath()

@@ -36,8 +36,9 @@ public:
     explicit Program(const Outside &outside);
     ~Program() override;
 
-    /// Starts in the fixed order; false when another instance runs, or the desk is half converted, which the
-    /// operator was told, and when the main window cannot be shown.
+    /// Starts in the fixed order; false when another instance runs or the desk is half converted, which the
+    /// operator was told, when the desk is an old one that is not to be converted, and when the main window
+    /// cannot be shown.
     bool subMain();
 
     /// The main window; only after a successful subMain().
@@ -47,6 +48,7 @@ public:
 private:
     void connectParts();
     bool becomeFirst();
+    bool hasNewDatabases();
     bool iniPath();
     bool completeConversion();
     void tellHalfConverted(const QString &reason);

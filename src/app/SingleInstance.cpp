@@ -1,7 +1,6 @@
 #include "app/SingleInstance.h"
 
 #include "core/Error.h"
-#include "core/platform.h"
 
 #include <QLocalSocket>
 
@@ -15,7 +14,8 @@ SingleInstance::SingleInstance(const QString &runtimeFolder)
 
 bool SingleInstance::tryToBeFirst()
 {
-    if (!core::platform::takeProcessLock(m_lockFile)) {
+    m_lock = core::platform::takeProcessLock(m_lockFile);
+    if (!m_lock) {
         return false;
     }
     QLocalServer::removeServer(m_socketName); // left behind by a killed process: we hold the lock

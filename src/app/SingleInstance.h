@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/platform.h"
+
 #include <QLocalServer>
 #include <QString>
 
@@ -7,8 +9,8 @@
 
 namespace app {
 
-/// Sees to it that one user runs one instance: the first one holds a lock until its process ends, however it
-/// ends, and listens for later ones, which only ask it to come to the front.
+/// Sees to it that one user runs one instance: the first one holds a lock, until its process ends at the
+/// latest, and listens for later ones, which only ask it to come to the front.
 class SingleInstance
 {
 public:
@@ -25,6 +27,7 @@ public:
 
 private:
     QString m_lockFile;
+    core::platform::ProcessLock m_lock; ///< of the first instance
     QString m_socketName;
     QLocalServer m_server;
 };

@@ -56,6 +56,17 @@ QString tableWantedIn(const QString &path)
     return {};
 }
 
+/// What fails, fails with the file's name.
+template <typename Action>
+auto namingFile(const QString &path, Action &&action)
+{
+    try {
+        return action();
+    } catch (const core::Error &error) {
+        throw core::Error(error.number(), path + u": "_s + error.description());
+    }
+}
+
 /// The program that wrote a file keeps such a lock beside it for as long as it has it open.
 void refuseOpenElsewhere(const QString &path)
 {
@@ -74,14 +85,15 @@ class Conversion
 public:
     explicit Conversion(const QString &folder) : m_folder(QDir(folder).absolutePath()) {}
 
-    /// Keeps every other process from converting the folder until the result is gone.
+    /// Keeps everybody else from converting the folder until the result is gone.
     auto lock() const
     {
         const QString path = m_folder.filePath(lockName);
-        if (!core::platform::takeProcessLock(path)) {
+        const core::platform::ProcessLock lock = core::platform::takeProcessLock(path);
+        if (!lock) {
             throw core::Error(0, u"this folder is being converted already: "_s + m_folder.path());
         }
-        return qScopeGuard([path] { QFile::remove(path); });
+        return qScopeGuard([path, lock] { QFile::remove(path); });
     }
 
     /// The dates of conversions that were broken off while the files changed places.
@@ -104,14 +116,14 @@ public:
 
     /// Makes and checks the new files. With the last step it is decided: from then on a conversion that is
     /// broken off is completed.
-    QList<ConvertedFile> make(const QStringList &paths, const QString &date) const
+    QList<ConvertedFile> make(const QStringList &paths, const QString &date, const RowWatcher &watcher) const
     {
         QList<ConvertedFile> files;
         remove(inProgress); // of one that was broken off before anything else was touched
         try {
             for (const QString &path : paths) {
                 refuseOpenElsewhere(m_folder.filePath(path));
-                files.append(makeOne(path));
+                files.append(makeOne(path, watcher));
             }
             for (const QString &path : paths) { // nor opened since
                 refuseOpenElsewhere(m_folder.filePath(path));
@@ -156,12 +168,12 @@ public:
     }
 
 private:
-    ConvertedFile makeOne(const QString &path) const
+    ConvertedFile makeOne(const QString &path, const RowWatcher &watcher) const
     {
         const QString beside = m_folder.filePath(inProgress + u'/' + path);
         makeFolder(QFileInfo(beside).path());
-        try {
-            ConvertedFile file{path, convertFile(m_folder.filePath(path), beside)};
+        return namingFile(path, [&] {
+            ConvertedFile file{path, convertFile(m_folder.filePath(path), beside, watcher)};
             const QString wanted = tableWantedIn(path);
             const bool found = std::ranges::any_of(file.tables, [&](const ConvertedTable &table) {
                 return table.name.compare(wanted, Qt::CaseInsensitive) == 0;
@@ -170,9 +182,7 @@ private:
                 throw core::Error(0, u"it has no table "_s + wanted);
             }
             return file;
-        } catch (const core::Error &error) {
-            throw core::Error(error.number(), path + u": "_s + error.description());
-        }
+        });
     }
 
     /// What cannot be put back now is completed by the next conversion.
@@ -233,12 +243,35 @@ QStringList oldDatabasesIn(const QString &folder)
     return found;
 }
 
+bool isOldDesk(const QString &folder)
+{
+    return !isBrokenOff(folder) && std::ranges::any_of(oldDatabasesIn(folder), [](const QString &path) {
+        return !tableWantedIn(path).isEmpty();
+    });
+}
+
+QList<ConvertedFile> oldTablesIn(const QString &folder)
+{
+    QList<ConvertedFile> files;
+    for (const QString &path : oldDatabasesIn(folder)) {
+        ConvertedFile file{path, {}};
+        namingFile(path, [&] {
+            const oldfiles::OldDatabase old = oldfiles::OldDatabase::fromFile(folder + u'/' + path);
+            for (const oldfiles::Table &table : old.tables()) {
+                file.tables.append({table.name, table.definition.rows});
+            }
+        });
+        files.append(file);
+    }
+    return files;
+}
+
 bool isAmongOldFiles(const QString &path)
 {
     return path.startsWith(oldFiles);
 }
 
-Report convertDesk(const QString &folder, const QDate &today)
+Report convertDesk(const QString &folder, const QDate &today, const RowWatcher &watcher)
 {
     const Conversion conversion(folder);
     const auto only = conversion.lock();
@@ -247,11 +280,16 @@ Report convertDesk(const QString &folder, const QDate &today)
     const QStringList paths = oldDatabasesIn(folder);
     if (!paths.isEmpty()) {
         const QString date = conversion.nameFor(today);
-        report.files = conversion.make(paths, date);
+        report.files = conversion.make(paths, date, watcher);
         conversion.changePlaces(date);
         report.oldFiles = oldFiles + date;
     }
     return report;
+}
+
+bool isBrokenOff(const QString &folder)
+{
+    return !Conversion(folder).unfinished().isEmpty();
 }
 
 bool completeConversion(const QString &folder)

@@ -126,7 +126,8 @@ void keepLastNumber(store::Database &database, const oldfiles::Table &table)
     }
 }
 
-TableSum copyTable(const oldfiles::OldDatabase &old, const oldfiles::Table &table, store::Database &database)
+TableSum copyTable(const oldfiles::OldDatabase &old, const oldfiles::Table &table, store::Database &database,
+                   const RowWatcher &watcher)
 {
     createTable(database, table);
     const QString marks = QStringList(table.definition.columns.size(), u"?"_s).join(u',');
@@ -135,6 +136,7 @@ TableSum copyTable(const oldfiles::OldDatabase &old, const oldfiles::Table &tabl
     old.forEachRow(table, [&](const QVariantList &row) {
         database.Execute(insert, row);
         sum.add(row);
+        watcher();
     });
     for (const oldfiles::Index &index : table.definition.indexes) {
         createIndex(database, table.name, index);
@@ -143,7 +145,7 @@ TableSum copyTable(const oldfiles::OldDatabase &old, const oldfiles::Table &tabl
     return sum;
 }
 
-TableSum sumOf(store::Database &database, const QString &table)
+TableSum sumOf(store::Database &database, const QString &table, const RowWatcher &watcher)
 {
     TableSum sum;
     store::Recordset rows = database.OpenRecordset(u"select * from "_s + quoted(table));
@@ -154,15 +156,16 @@ TableSum sumOf(store::Database &database, const QString &table)
             row[column] = rows.value(column);
         }
         sum.add(row);
+        watcher();
     }
     return sum;
 }
 
-void compare(const QString &path, const QMap<QString, TableSum> &expected)
+void compare(const QString &path, const QMap<QString, TableSum> &expected, const RowWatcher &watcher)
 {
     store::Database made(path, store::Database::Mode::ReadOnly);
     for (auto table = expected.begin(); table != expected.end(); ++table) {
-        if (sumOf(made, table.key()) != table.value()) {
+        if (sumOf(made, table.key(), watcher) != table.value()) {
             throw core::Error(0, u"the table %1 did not come over as it was"_s.arg(table.key()));
         }
     }
@@ -170,21 +173,21 @@ void compare(const QString &path, const QMap<QString, TableSum> &expected)
 
 } // namespace
 
-QList<ConvertedTable> convertFile(const QString &oldPath, const QString &newPath)
+QList<ConvertedTable> convertFile(const QString &oldPath, const QString &newPath, const RowWatcher &watcher)
 {
     const oldfiles::OldDatabase old = oldfiles::OldDatabase::fromFile(oldPath);
     QList<ConvertedTable> tables;
     QMap<QString, TableSum> sums;
     store::createDatabase(newPath, {}, [&](store::Database &database) {
         for (const oldfiles::Table &table : old.tables()) {
-            const TableSum sum = copyTable(old, table, database);
+            const TableSum sum = copyTable(old, table, database, watcher);
             sums.insert(table.name, sum);
             tables.append({table.name, sum.rows()});
         }
     });
     try {
-        compare(newPath, sums);
-    } catch (const core::Error &) {
+        compare(newPath, sums, watcher);
+    } catch (...) {
         QFile::remove(newPath);
         throw;
     }

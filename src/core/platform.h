@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <functional>
+#include <memory>
 
 /// What differs between systems. Implemented in the files platform_*.cpp, and nowhere else.
 namespace core::platform {
@@ -59,9 +60,10 @@ void syncFile(const QString &path);
 /// Renames over an existing file in one step that a crash cannot split. Throws Error.
 void replaceFile(const QString &from, const QString &to);
 
-/// Takes the lock file until the process ends, however it ends. False when another process holds it; throws
-/// Error when it cannot be taken for another reason.
-bool takeProcessLock(const QString &path);
+/// Holds a lock file for as long as it is there, at most until the process ends, however it ends.
+using ProcessLock = std::shared_ptr<void>;
+/// Null when somebody else holds it; throws Error when it cannot be taken for another reason.
+ProcessLock takeProcessLock(const QString &path);
 
 /// The system's text editor as a program name; empty where the system knows no such thing and a text file is
 /// opened like any other.

@@ -97,11 +97,10 @@ public:
             fail(errno, m_path);
         }
     }
-    int release() { return std::exchange(m_fd, -1); }
     int fd() const { return m_fd; }
 
 private:
-    const QString &m_path;
+    QString m_path;
     int m_fd;
 };
 
@@ -236,17 +235,16 @@ void replaceFile(const QString &from, const QString &to)
     }
 }
 
-bool takeProcessLock(const QString &path)
+ProcessLock takeProcessLock(const QString &path)
 {
-    Descriptor file(path, O_RDWR | O_CREAT);
-    if (::flock(file.fd(), LOCK_EX | LOCK_NB) != 0) {
+    auto file = std::make_shared<Descriptor>(path, O_RDWR | O_CREAT);
+    if (::flock(file->fd(), LOCK_EX | LOCK_NB) != 0) {
         if (errno == EWOULDBLOCK) {
-            return false;
+            return {};
         }
         fail(errno, path);
     }
-    file.release(); // the kernel gives the lock up with the process
-    return true;
+    return file; // the lock goes when it is closed, which the kernel does for a process that ends
 }
 
 QString textEditor()

@@ -169,15 +169,18 @@ void replaceFile(const QString &from, const QString &to)
     }
 }
 
-bool takeProcessLock(const QString &path)
+ProcessLock takeProcessLock(const QString &path)
 {
     QString name = path;
     name.replace(u'\\', u'_').replace(u'/', u'_').replace(u':', u'_');
     const QString mutexName = u"Local\\"_s + name;
-    if (CreateMutexW(nullptr, TRUE, wide(mutexName)) == nullptr) {
+    const HANDLE mutex = CreateMutexW(nullptr, FALSE, wide(mutexName)); // it is there or not: nobody owns it
+    const bool taken = GetLastError() != ERROR_ALREADY_EXISTS;
+    if (mutex == nullptr) {
         fail(path);
     }
-    return GetLastError() != ERROR_ALREADY_EXISTS;
+    const ProcessLock lock(mutex, CloseHandle);
+    return taken ? lock : ProcessLock();
 }
 
 QString textEditor()

@@ -47,13 +47,19 @@ QString languageIdDigits(quint16 systemLanguageId)
     return u"%1"_s.arg(systemLanguageId, 4, 16, QChar(u'0')).toUpper();
 }
 
+QString osLanguage(quint16 systemLanguageId)
+{
+    const QString code = codeOfSystem(systemLanguageId);
+    return code.isEmpty() ? systemLanguageName(systemLanguageId) : code;
+}
+
 QString GetOsDefaultLanguage(quint16 systemLanguageId, core::RunLog &log)
 {
+    const QString code = osLanguage(systemLanguageId);
     const QString name = systemLanguageName(systemLanguageId);
-    const QString code = codeOfSystem(systemLanguageId);
     log.WriteRunLog(u"OS Language = "_s + (name.isEmpty() ? code : name) + u", Language ID = "_s +
                     languageIdDigits(systemLanguageId));
-    return code.isEmpty() ? name : code;
+    return code;
 }
 
 QString DecideLanguage(const QString &osLanguage, const QString &languageSetting)

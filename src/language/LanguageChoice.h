@@ -20,7 +20,9 @@ struct LanguageState
 QString languageIdDigits(quint16 systemLanguageId);
 
 /// The operating system's language: a code ("CHS") where we have one, else a name ("GERMAN"), empty for a
-/// language that the table lacks. Told to the run log.
+/// language that the table lacks.
+QString osLanguage(quint16 systemLanguageId);
+/// The same, told to the run log.
 QString GetOsDefaultLanguage(quint16 systemLanguageId, core::RunLog &log);
 
 /// The code of the language to run in. The setting is a code in any letter case, empty or "AUTO" for the

@@ -38,8 +38,7 @@ void LanguagePack::iniLanguage()
         m_state.osLanguage = GetOsDefaultLanguage(m_systemLanguageId, m_log);
         m_state.osLanguageId = languageIdDigits(m_systemLanguageId);
         m_state.code = DecideLanguage(m_state.osLanguage, m_settings.record.LanguageSetting.text());
-        const Language *language = languageOf(m_state.code);
-        m_state.font = language ? language->font : FontChoice();
+        m_state.font = fontChoice(m_state.code);
         load();
         if (!isFile(m_paths.LangFile)) { // a language with a file of its own has its texts all the same
             m_prompts.tell(u"No Lang.mdb file found! path = "_s + m_paths.LangFile + u"\n\n"_s +

@@ -94,4 +94,10 @@ const Language *languageOf(const QString &code)
     return found != languages().cend() ? &*found : nullptr;
 }
 
+FontChoice fontChoice(const QString &code)
+{
+    const Language *language = languageOf(code);
+    return language ? language->font : FontChoice();
+}
+
 } // namespace language

@@ -44,4 +44,7 @@ const QList<Language> &languages();
 /// Only a code that is found may become part of a file name.
 const Language *languageOf(const QString &code);
 
+/// The font that a code asks for; the common one where it is no language's.
+FontChoice fontChoice(const QString &code);
+
 } // namespace language

@@ -10,18 +10,17 @@ using namespace Qt::StringLiterals;
 // A static library's resource is not there before this, which cannot stand in a namespace.
 static void registerTexts()
 {
-    Q_INIT_RESOURCE(english);
+    Q_INIT_RESOURCE(texts);
 }
 
 namespace language {
 
 namespace {
 
-QHash<QString, QString> readBuiltIn()
+QHash<QString, QString> readBuiltIn(const QString &code)
 {
-    registerTexts();
     QHash<QString, QString> texts;
-    const QDir folder(u":/english/lang/ENG"_s);
+    const QDir folder(builtInTextsFolder() + u'/' + code);
     for (const QString &name : folder.entryList()) {
         QFile file(folder.filePath(name));
         file.open(QIODevice::ReadOnly);
@@ -34,10 +33,24 @@ QHash<QString, QString> readBuiltIn()
 
 } // namespace
 
+QString builtInTextsFolder()
+{
+    registerTexts();
+    return u":/data/lang"_s;
+}
+
 QString builtInText(const QString &key)
 {
-    static const QHash<QString, QString> texts = readBuiltIn();
+    static const QHash<QString, QString> texts = readBuiltIn(u"ENG"_s);
     return texts.value(key.toUpper());
+}
+
+BuiltInTexts::BuiltInTexts(const QString &code) : m_texts(readBuiltIn(code)) {}
+
+QString BuiltInTexts::Lms(const QString &key) const
+{
+    const QString text = m_texts.value(key.toUpper());
+    return text.isEmpty() ? builtInText(key) : text;
 }
 
 QString ShownTexts::Lms(const QString &key) const

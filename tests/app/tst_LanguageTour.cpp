@@ -3,6 +3,8 @@
 #include "appearance/Theme.h"
 #include "core/platform.h"
 #include "language/Captions.h"
+#include "language/ShownTexts.h"
+#include "start/frmConvertDesk.h"
 #include "support/Rows.h"
 
 #include <QFileDialog>
@@ -174,6 +176,19 @@ class tst_LanguageTour : public QObject
         look(u"FrmMain"_s);
     }
 
+    /// Stands before the desk's language is read; its texts are the ones that the program was built with.
+    void lookAtQuestions(ProgramDesk &desk)
+    {
+        const language::BuiltInTexts texts(m_code);
+        const language::LanguageState state{m_code, {}, {}, language::fontChoice(m_code)};
+        const language::FormTranslator translator(texts, state, desk.log);
+        start::frmConvertDesk oldDesk(
+            {desk.paths.StartFolder, desk.clock.now().date(), texts, translator, desk.prompts},
+            {{u"Customer.ccsm"_s, {{u"customer"_s, 50000}}}});
+        oldDesk.show();
+        look(u"frmConvertDesk"_s);
+    }
+
     /// The toolkit's windows, as far as an operator comes.
     static void openToolkitWindows()
     {
@@ -241,6 +256,9 @@ private Q_SLOTS:
             QVERIFY2(untranslated.found.isEmpty(), untranslated.found.join('\n').constData());
         }
         lookAtScene(desk);
+        if (language::isLanguageCode(m_code) && m_code != "ID"_L1) {
+            lookAtQuestions(desk);
+        }
         desk.program->windows().addCaller(u"2125550188"_s, {});
         look(u"frmChoosePhoneDatabase"_s);
         if (m_code == "ID"_L1 || m_code == "USER"_L1) {

@@ -2,6 +2,7 @@
 
 #include "core/Error.h"
 #include "language/Languages.h"
+#include "language/ShownTexts.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -19,7 +20,7 @@ DeskSources::DeskSources(const QString &folder) : m_folder(folder)
 
 QString DeskSources::embedded()
 {
-    return u":/data"_s;
+    return QFileInfo(language::builtInTextsFolder()).path();
 }
 
 QString DeskSources::text(const QString &path) const
