@@ -157,10 +157,11 @@ void FrmCustomer::standOnWanted()
 {
     const int current = m_ui->DataGrid1->currentIndex().row();
     const int wanted = m_wanted ? Ado1.rowOf(*m_wanted) : -1;
-    if (current <= 0 && (wanted >= 0 || current < 0)) {
+    if ((current <= 0 || current == m_standsOn) && (wanted >= 0 ? wanted != current : current < 0)) {
         makeCurrent(std::max(wanted, 0));
     }
-    if (wanted >= 0) {
+    m_standsOn = wanted;
+    if (wanted >= 0 && !Ado1.isReading()) { // until then those in front of it may turn out to be others
         m_wanted.reset();
     }
 }

@@ -95,6 +95,7 @@ private:
     Asked m_asked; ///< last
     Asked m_shown;
     std::optional<qint64> m_wanted; ///< the SN to stand on once it is found
+    int m_standsOn = -1;            ///< the row where it was found last
     bool m_columnsLaidOut = false;
 };
 

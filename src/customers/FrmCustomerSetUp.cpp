@@ -97,7 +97,7 @@ void FrmCustomer::setUpCommands()
     appearance::onKeys(*this, QKeySequence::Refresh, [this] { refresh(); });
     appearance::onHelpKey(*this, m_context.navigator, u"Popup_CustomerDatabase"_s);
     connect(m_ui->txtAddToExist, &QLineEdit::textChanged, this, [this] { showMessage({}); });
-    connect(&Ado1, &QAbstractItemModel::rowsInserted, this, &FrmCustomer::standOnWanted);
+    connect(&Ado1, &store::ResultModel::rowsFound, this, &FrmCustomer::standOnWanted);
     connect(&Ado1, &store::ResultModel::readingEnded, this, &FrmCustomer::showAllFound);
     connect(&Ado1, &store::ResultModel::readingHeldUp, this, [this] { showMessage(u"FileInUse"_s); });
     connect(&Ado1, &store::ResultModel::lockEnded, this, [this] { show(m_asked, m_wanted); });

@@ -70,6 +70,7 @@ private:
     appearance::SearchWhileTyping m_typing;
     QString m_asked;                ///< the query last asked for
     std::optional<qint32> m_wanted; ///< the SN to stand on, once it is found
+    int m_standsOn = -1;            ///< the row where it was found last
 };
 
 } // namespace phonebook

@@ -61,7 +61,7 @@ void frmSimplePhoneBook::connectGrid()
                     settle(cell, loaded, typed);
                 });
             });
-    connect(m_data, &QAbstractItemModel::rowsInserted, this, &frmSimplePhoneBook::standOnWanted);
+    connect(m_data, &store::ResultModel::rowsFound, this, &frmSimplePhoneBook::standOnWanted);
     connect(m_data, &DataPhonebook::readingEnded, this, &frmSimplePhoneBook::showAllFound);
     connect(m_data, &DataPhonebook::readingHeldUp, this, &frmSimplePhoneBook::showReadingTrouble);
     connect(m_data, &DataPhonebook::lockEnded, this, [this] { bind(m_asked, m_wanted); });
