@@ -42,7 +42,7 @@ void SearchedList::connectControls()
 void SearchedList::connectRows()
 {
     using store::ResultModel;
-    connect(&m_rows, &QAbstractItemModel::rowsInserted, this, &SearchedList::standOnWanted);
+    connect(&m_rows, &ResultModel::rowsFound, this, &SearchedList::standOnWanted);
     connect(&m_rows, &ResultModel::readingEnded, this, &SearchedList::showAllFound);
     connect(&m_rows, &ResultModel::readingHeldUp, this, [this] { answer(false); });
     connect(&m_rows, &ResultModel::lockEnded, this,
@@ -62,11 +62,13 @@ bool SearchedList::show(const Asked &asked, std::optional<qint32> sn)
         answer(false);
         return false;
     }
+    if (asked.query != m_shown.query) {
+        m_controls.count.hide(); // it still speaks of other rows
+    }
     m_shown = asked;
     if (!asked.searched) {
         m_typing.rowsShown();
     }
-    m_controls.count.hide(); // it still speaks of other rows
     answer(true);
     standOn(0);
     standOnWanted();
@@ -148,10 +150,11 @@ void SearchedList::standOnWanted()
 {
     const int current = m_controls.grid.currentIndex().row();
     const int wanted = m_wanted ? m_rows.rowOf(*m_wanted) : -1;
-    if (current <= 0 && (wanted >= 0 || current < 0)) {
+    if ((current <= 0 || current == m_standsOn) && (wanted >= 0 ? wanted != current : current < 0)) {
         standOn(std::max(wanted, 0));
     }
-    if (wanted >= 0) {
+    m_standsOn = wanted;
+    if (wanted >= 0 && !m_rows.isReading()) { // until then those in front of it may turn out to be others
         m_wanted.reset();
     }
 }

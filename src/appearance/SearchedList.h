@@ -103,6 +103,7 @@ private:
     Asked m_asked; ///< last
     Asked m_shown;
     std::optional<qint32> m_wanted; ///< the SN to stand on once it is found
+    int m_standsOn = -1;            ///< the row where it was found last
     bool m_isWhole = false;         ///< as was last said by answered()
 };
 

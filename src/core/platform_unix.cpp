@@ -35,11 +35,18 @@ mode_t modeIn(const QByteArray &folder)
     return ::stat(folder.constData(), &status) == 0 ? status.st_mode & 0666 : 0600;
 }
 
+/// Who may open a file is asked only where it has to be made: most entries go to one that is there.
 int openFile(const QString &path, int flags)
 {
-    const bool creates = (flags & O_CREAT) != 0;
-    const mode_t mode = creates ? modeIn(QFile::encodeName(QFileInfo(path).path())) : 0;
-    return ::open(QFile::encodeName(path).constData(), flags | O_CLOEXEC | O_NOFOLLOW, mode);
+    constexpr int always = O_CLOEXEC | O_NOFOLLOW;
+    const QByteArray name = QFile::encodeName(path);
+    if ((flags & O_EXCL) == 0) {
+        const int there = ::open(name.constData(), (flags & ~O_CREAT) | always);
+        if (there >= 0 || errno != ENOENT || (flags & O_CREAT) == 0) {
+            return there;
+        }
+    }
+    return ::open(name.constData(), flags | always, modeIn(QFile::encodeName(QFileInfo(path).path())));
 }
 
 /// An open file; a link is not followed.
@@ -70,8 +77,9 @@ public:
             bytes = bytes.sliced(std::max<ssize_t>(written, 0));
         }
     }
-    /// The same for all of it or nothing. Only what is still the file's end can be taken back.
-    void append(QByteArrayView bytes) const
+    /// The same for all of it or nothing; how long the file is then. Only what is still the file's end can be
+    /// taken back.
+    qint64 append(QByteArrayView bytes) const
     {
         const qint64 before = size();
         try {
@@ -83,6 +91,7 @@ public:
             }
             throw;
         }
+        return before + bytes.size();
     }
     qint64 size() const { return std::max<qint64>(::lseek(m_fd, 0, SEEK_END), 0); }
     void sync() const
@@ -182,8 +191,7 @@ int ansiCodePage(quint16 systemLanguageId)
 qint64 appendToFile(const QString &path, QByteArrayView bytes)
 {
     const Descriptor file(path, O_WRONLY | O_APPEND | O_CREAT);
-    file.append(bytes);
-    return file.size();
+    return file.append(bytes);
 }
 
 bool createFile(const QString &path)

@@ -80,15 +80,6 @@ LoadedCustomer afterSave(const QList<core::FieldEdit> &edits, const CustomerReco
     return customer;
 }
 
-bool equalInCapitals(QByteArrayView stored, const QByteArray &capitals, bool capitalsAreAscii)
-{
-    const bool ascii = capitalsAreAscii && std::all_of(stored.begin(), stored.end(), [](char byte) {
-                           return static_cast<signed char>(byte) >= 0;
-                       });
-    return ascii ? stored.compare(capitals, Qt::CaseInsensitive) == 0
-                 : QString::fromUtf8(stored).toUpper().toUtf8() == capitals;
-}
-
 } // namespace
 
 FoundCustomer CustomerEditing::ShowCustomerBySN(qint32 sn) const
@@ -133,8 +124,9 @@ LoadedCustomer CustomerEditing::newCustomer(const QString &number, const QString
     return customer;
 }
 
-// The first match is the one with the smallest key. The table is walked by the column alone, which the engine
-// takes from its index where the column has one.
+// The first match is the one with the smallest key. Texts of the same capitals have the same letters in the
+// order of texts and lie behind the capitals themselves, before whatever goes on behind them: all but the
+// joined letters, as U+FB01, that no column holds which is written in capitals.
 bool CustomerEditing::IfRepeatCustomerField(const std::optional<qint32> &sn, const QString &column,
                                             const QString &value) const
 {
@@ -144,15 +136,16 @@ bool CustomerEditing::IfRepeatCustomerField(const std::optional<qint32> &sn, con
         }
         const QString name =
             QLatin1StringView(customerFields().at(static_cast<size_t>(fieldOf(column))).column);
-        const QByteArray capitals = value.toUpper().toUtf8();
-        const bool ascii = value.toUpper().toLatin1() == capitals;
+        const QString capitals = value.toUpper();
         std::optional<qint32> first;
         store::Database database(m_context.paths.CustomerFile, store::Database::Mode::ReadOnly);
-        database.forEachRow(u"select SN, "_s + name + u" from customer"_s, [&](const store::Row &row) {
-            if (equalInCapitals(row.bytes(1), capitals, ascii)) {
-                first = std::min(row.integer(0), first.value_or(row.integer(0)));
-            }
-        });
+        database.forEachBoundRow(
+            u"select SN, %1 from customer where %1 collate JET >= ? and %1 collate JET < ?"_s.arg(name),
+            {capitals, QString(capitals + QChar(1))}, [&](const store::Row &row) {
+                if (row.text(1).toUpper() == capitals) {
+                    first = std::min(row.integer(0), first.value_or(row.integer(0)));
+                }
+            });
         return first && first != sn;
     });
 }

@@ -37,7 +37,9 @@ void CallerDirectory::load()
 
 void CallerDirectory::fixCustomers()
 {
-    m_isFixed = store::FixCustomerData(m_log, m_paths) == 1;
+    const qint32 fixed = store::FixCustomerData(m_log, m_paths);
+    m_isFixed = fixed != 0;
+    m_hasMoreToFix = fixed == store::moreToFix;
     if (!m_isFixed && store::isLocked(m_paths.CustomerFile)) {
         m_state.reset();
     }
@@ -52,6 +54,9 @@ void CallerDirectory::turn()
 {
     if (m_index.isLoading()) {
         goOn(m_index.continueLoading());
+    } else if (m_hasMoreToFix) {
+        fixCustomers();
+        m_next.start(betweenPieces);
     } else {
         look();
     }
@@ -105,8 +110,8 @@ void CallerDirectory::customerDeleted(qint32 sn)
 }
 
 // Another desk may have taken the file to itself just after the customer was saved. Nothing waits for it:
-// what was known answers meanwhile, the status line says so, and the rest is done later. The other rows are
-// read again, too: nothing tells whether they were changed by somebody else.
+// what was known answers meanwhile, the status line says so, and the rest is done later. After a save that
+// succeeds the other rows are read again only where somebody else has saved, too.
 void CallerDirectory::follow(bool saved)
 {
     if (!saved) {

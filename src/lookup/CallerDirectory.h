@@ -28,7 +28,7 @@ public:
     /// large desk in the turns of the event loop that follow. From now on the customer file is followed.
     void load();
     /// The repairs of the customer file, and the tables and indexes that it may lack. What another program's
-    /// lock prevents is done later.
+    /// lock prevents, and what takes longer than a moment, is done later.
     void fixCustomers();
     void addCallNoteTables();
 
@@ -73,6 +73,7 @@ private:
     QTimer m_next;
     std::optional<QByteArray> m_state; ///< of the customer file when its last reading began
     bool m_isFixed = false;
+    bool m_hasMoreToFix = false;
     bool m_isLoading = false;
     bool m_readsCustomers = false;
     bool m_available = true;

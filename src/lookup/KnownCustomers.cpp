@@ -87,9 +87,13 @@ std::optional<KnownCustomer> KnownCustomers::find(qint32 sn) const
 // The text of the old row stays behind until all customers are read anew.
 void KnownCustomers::replace(const Row &row)
 {
-    remove(row.sn);
     const Entry entry = entryOf(row);
-    m_entries.insert(std::ranges::lower_bound(m_entries, row.sn, {}, &Entry::sn), entry);
+    const auto place = std::ranges::lower_bound(m_entries, row.sn, {}, &Entry::sn);
+    if (place != m_entries.end() && place->sn == row.sn) {
+        *place = entry; // a second one with that SN is found by nobody
+    } else {
+        m_entries.insert(place, entry);
+    }
 }
 
 void KnownCustomers::remove(qint32 sn)

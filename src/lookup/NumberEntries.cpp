@@ -155,21 +155,26 @@ bool NumberEntries::replace(qint32 sn, std::span<const QStringView> pieces)
 /// What stands behind moves up or down, and with it every mention of it.
 void NumberEntries::exchangeEntries(size_t place, size_t old, const std::vector<Entry> &entries)
 {
-    const auto difference = static_cast<quint32>(entries.size() - old); // modulo 2^32: it may be negative
+    const auto kept = static_cast<std::ptrdiff_t>(std::min(old, entries.size()));
     const auto at = static_cast<std::ptrdiff_t>(place);
+    std::copy_n(entries.begin(), kept, m_entries.begin() + at);
+    std::fill_n(m_next.begin() + at, kept, noEntry);
+    if (entries.size() == old) { // as most often: nothing else moves
+        return;
+    }
     const auto behind = static_cast<std::ptrdiff_t>(place + old);
-    m_entries.erase(m_entries.begin() + at, m_entries.begin() + behind);
-    m_entries.insert(m_entries.begin() + at, entries.begin(), entries.end());
-    m_next.erase(m_next.begin() + at, m_next.begin() + behind);
-    m_next.insert(m_next.begin() + at, entries.size(), noEntry);
-    if (difference != 0) {
-        const auto moved = [&](quint32 entry) {
-            return entry != noEntry && entry >= place + old ? entry + difference : entry;
-        };
-        std::ranges::transform(m_next, m_next.begin(), moved);
-        for (Slot &slot : m_slots) {
-            slot.entry = moved(slot.entry);
-        }
+    const auto added = static_cast<std::ptrdiff_t>(entries.size()) - kept;
+    m_entries.erase(m_entries.begin() + at + kept, m_entries.begin() + behind);
+    m_entries.insert(m_entries.begin() + at + kept, entries.begin() + kept, entries.end());
+    m_next.erase(m_next.begin() + at + kept, m_next.begin() + behind);
+    m_next.insert(m_next.begin() + at + kept, static_cast<size_t>(added), noEntry);
+    const auto difference = static_cast<quint32>(entries.size() - old); // modulo 2^32: it may be negative
+    const auto moved = [&](quint32 entry) {
+        return entry != noEntry && entry >= place + old ? entry + difference : entry;
+    };
+    std::ranges::transform(m_next, m_next.begin(), moved);
+    for (Slot &slot : m_slots) {
+        slot.entry = moved(slot.entry);
     }
 }
 

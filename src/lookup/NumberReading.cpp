@@ -13,6 +13,8 @@ namespace lookup {
 namespace {
 
 constexpr int firstNumberColumn = 2;
+constexpr qint64 firstRowsAtOnce = 1000; // all of a small desk; of a large one the window waits for these
+constexpr qint64 firstRowsInBetween = 500;
 
 store::Database openWhatIsLeft(const QString &file, bool waits)
 {
@@ -61,7 +63,8 @@ KnownCustomers::Row CallerTable::customer(const store::Row &row) const
 NumberReading::NumberReading(core::RunLog &log, const core::CodePage &codePage, CallerTable table,
                              Start start)
     : m_log(log), m_codePage(codePage), m_table(std::move(table)), m_waits(start == Start::AtOnce),
-      m_database(openWhatIsLeft(m_table.file, m_waits)), m_pace(start == Start::AtOnce ? 10'000 : 500),
+      m_database(openWhatIsLeft(m_table.file, m_waits)),
+      m_pace(start == Start::AtOnce ? firstRowsAtOnce : firstRowsInBetween),
       m_lastKey(std::numeric_limits<qint64>::min())
 {}
 

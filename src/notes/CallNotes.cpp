@@ -183,7 +183,8 @@ bool CallNotes::RefreshNotePad(const QString &oldName, const QString &newName) c
 {
     return m_log.trap("RefreshNotePad"_L1, [&] {
         if (oldName != newName) {
-            store::Database(m_paths.CustomerFile).Execute(customerRename(oldName, newName));
+            store::Database database(m_paths.CustomerFile);
+            database.transaction([&] { database.Execute(customerRename(oldName, newName)); });
         }
     });
 }

@@ -2,11 +2,11 @@
 
 #include "store/Handle.h"
 #include "store/LockPatience.h"
+#include "store/OwnSaves.h"
 #include "store/RecordsetSource.h"
 #include "store/Select.h"
 #include "store/SqliteEmitter.h"
 
-#include <QDateTime>
 #include <QFileInfo>
 #include <QStringDecoder>
 
@@ -132,33 +132,14 @@ bool Database::isReplaced() const
     return m_handle->isReplaced();
 }
 
-QByteArray Database::changeMark() const
-{
-    constexpr int length = 16; // the count of saves, of pages and of free pages
-    constexpr int offset = 24;
-    QByteArray mark(length, '\0');
-    sqlite3_file *file = nullptr; // a second handle would, when closed, give up the locks of the first
-    sqlite3_file_control(m_handle->engine(), "main", SQLITE_FCNTL_FILE_POINTER, static_cast<void *>(&file));
-    if (file != nullptr && file->pMethods != nullptr) {
-        file->pMethods->xRead(file, mark.data(), length, offset);
-    }
-    return mark;
-}
-
 std::optional<QByteArray> stateOf(const QString &path)
 {
     const NoWaiting atOnce;
-    const QFileInfo file(path);
-    QByteArray state =
-        QByteArray::number(file.size()) + ' ' + QByteArray::number(file.lastModified().toMSecsSinceEpoch());
     try {
-        state += Database(path, Database::Mode::ReadOnly).changeMark();
+        return withoutOwnSaves(path, Database(path, Database::Mode::ReadOnly).handle()->state());
     } catch (const core::Error &error) {
-        if (tellsOfLock(error)) {
-            return {};
-        }
+        return tellsOfLock(error) ? std::nullopt : std::optional(Database::Handle::stamp(path));
     }
-    return state;
 }
 
 QStringList damageOf(const QString &path)

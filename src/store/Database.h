@@ -78,6 +78,7 @@ public:
     QStringList tableNames() const;
 
     /// Runs `work` as one transaction: all of it is written or, where it throws, nothing. Not to be nested.
+    /// To stateOf() such a save is this desk's own, which tells whoever has to know of it.
     void transaction(const std::function<void()> &work);
 
     /// Where the file stands.
@@ -85,9 +86,6 @@ public:
 
     /// Another file stands under the path now, or none. The engine writes nothing from then on.
     bool isReplaced() const;
-
-    /// The part of the file's head that every save changes.
-    QByteArray changeMark() const;
 
     class Handle; // the driver's side, shared with the open recordsets and the readings
     const std::shared_ptr<Handle> &handle() const { return m_handle; }
@@ -109,9 +107,10 @@ core::Error damageError(const QString &description);
 /// A file that is missing or damaged is not locked.
 bool isLocked(const QString &path);
 
-/// What tells one state of a file from another: changed by every save of any program, and where another file
-/// takes its place. Nothing while another program has it locked, for which this does not wait; a file that is
-/// missing or damaged has a state, too.
+/// What tells one state of a file from another: changed by every save of another program, and where another
+/// file takes its place; not by a transaction of this desk's own, as long as nobody else saves just then.
+/// Nothing while another program has it locked, for which this does not wait; a file that is missing or
+/// damaged has a state, too.
 std::optional<QByteArray> stateOf(const QString &path);
 
 /// What the engine finds wrong with a file's pages and indexes, one finding each; empty for a sound file.

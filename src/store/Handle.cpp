@@ -2,15 +2,18 @@
 
 #include "store/EngineFunctions.h"
 #include "store/LockPatience.h"
+#include "store/OwnSaves.h"
 #include "store/SqlDialect.h"
 #include "store/TextOrder.h"
 
+#include <QDateTime>
 #include <QFileInfo>
 #include <QSqlDatabase>
 #include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QUrl>
+#include <QtEndian>
 
 #include <sqlite3.h>
 
@@ -50,6 +53,13 @@ QString address(const QString &path, QLatin1StringView mode)
     return u"file://"_s + root + QString::fromLatin1(encoded) + u"?mode="_s + mode;
 }
 
+constexpr int headBytes = 16; // the count of saves, of pages and of free pages
+
+quint32 savesIn(const QByteArray &state)
+{
+    return qFromBigEndian<quint32>(state.constEnd() - headBytes);
+}
+
 /// Our calls on the driver's handle are sound only when both run the same copy of the engine.
 void checkSameEngine(const QSqlDatabase &driver)
 {
@@ -67,7 +77,7 @@ Database::Handle::DriverName::~DriverName()
 }
 
 Database::Handle::Handle(const QString &path, const Options &options, File file)
-    : m_options(options), m_driver{u"calldesk-"_s + QString::number(quintptr(this), 16)}
+    : m_path(path), m_options(options), m_driver{u"calldesk-"_s + QString::number(quintptr(this), 16)}
 {
     if (file == File::Existing) {
         checkFile(path);
@@ -188,18 +198,43 @@ bool Database::Handle::isReplaced() const
     return moved != 0;
 }
 
+QByteArray Database::Handle::stamp(const QString &path)
+{
+    const QFileInfo file(path);
+    return QByteArray::number(file.size()) + ' ' +
+           QByteArray::number(file.lastModified().toMSecsSinceEpoch());
+}
+
+QByteArray Database::Handle::state() const
+{
+    constexpr int offset = 24;
+    QByteArray head(headBytes, '\0');
+    sqlite3_file *file = nullptr; // a second handle would, when closed, give up the locks of the first
+    sqlite3_file_control(m_engine, "main", SQLITE_FCNTL_FILE_POINTER, static_cast<void *>(&file));
+    if (file != nullptr && file->pMethods != nullptr) {
+        file->pMethods->xRead(file, head.data(), headBytes, offset);
+    }
+    return stamp(m_path) + head;
+}
+
 void Database::Handle::transaction(const std::function<void()> &work)
 {
     if (sqlite3_get_autocommit(m_engine) == 0) {
         return work();
     }
     execute(u"begin immediate"_s);
+    const QByteArray before = state(); // from here on nobody else saves
+    const int changes = sqlite3_total_changes(m_engine);
     try {
         work();
         execute(u"commit"_s);
     } catch (...) {
         rollBack();
         throw;
+    }
+    const QByteArray after = state();
+    if (sqlite3_total_changes(m_engine) != changes && savesIn(after) == savesIn(before) + 1) {
+        rememberOwnSave(m_path, before, after);
     }
 }
 

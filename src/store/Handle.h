@@ -31,6 +31,9 @@ public:
     qint64 execute(const QString &sql, const QVariantList &bound = {});
     /// Another file stands under the path now, or none.
     bool isReplaced() const;
+    /// What every save changes: size and time of a file, and of one that is open what the head counts.
+    QByteArray state() const;
+    static QByteArray stamp(const QString &path);
     /// All of `work` or nothing of it; inside another transaction it becomes a part of that one.
     void transaction(const std::function<void()> &work);
 
@@ -49,6 +52,7 @@ private:
     void rollBack();
     Statement &preparedOnce(const QString &sql);
 
+    QString m_path;
     Options m_options;
     DriverName m_driver;
     sqlite3 *m_engine = nullptr;

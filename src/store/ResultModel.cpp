@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -16,6 +17,7 @@ namespace {
 constexpr int rowsKept = 500;     // a few screens full
 constexpr size_t firstPage = 100; // rows of a large screen
 constexpr qint64 oneTurnMs = 20;
+constexpr std::chrono::milliseconds untilPainted{20}; // the first page is to be seen before all are counted
 constexpr std::chrono::seconds pauseAfterLock{2};
 
 ResultModel::Trouble troubleOf(const core::Error &error)
@@ -34,7 +36,9 @@ struct ResultModel::Rows
     {
         qint64 first;
         qint64 second; ///< of the other table, where there are two
+        bool operator==(const Keys &) const = default;
     };
+    static constexpr Keys unknown{std::numeric_limits<qint64>::min(), 0};
 
     Rows(const Database &database, const QString &tableOrSelect)
         : handle(database.handle()),
@@ -42,9 +46,10 @@ struct ResultModel::Rows
                                               : Select::wholeTable(tableOrSelect)),
           rowByKeys(handle->engine(),
                     u"select "_s + select.columns + u" from ["_s + select.table() + u"] where rowid=?"_s),
-          names(rowByKeys.columnNames()), reading(SlicedReading(handle, select))
+          names(rowByKeys.columnNames()), reading(SlicedReading(handle, select)),
+          isCounted(!select.conditions.empty())
     {
-        readOn(keys, firstPage);
+        readOn(firstPage);
     }
     Rows(const Database &database, const QString &joined, const JoinTables &tables)
         : handle(database.handle()), select(selectOf(joined, handle->wildcards(), 2)),
@@ -52,13 +57,14 @@ struct ResultModel::Rows
                                           u"],["_s + tables.masters + u"] where ["_s + tables.details +
                                           u"].rowid=? and ["_s + tables.masters + u"].rowid=?"_s),
           names(rowByKeys.columnNames()),
-          reading(SlicedReading(handle, select, tables, SlicedReading::Columns::Keys)), joins(true)
+          reading(SlicedReading(handle, select, tables, SlicedReading::Columns::Keys)), isCounted(true),
+          joins(true)
     {
-        readOn(keys, firstPage);
+        readOn(firstPage);
     }
 
-    /// Adds what is found in one turn; ends early with so many rows.
-    void readOn(std::vector<Keys> &found, size_t enough)
+    /// Finds rows for one turn; ends early with so many.
+    void readOn(size_t enough)
     {
         QElapsedTimer timer;
         timer.start();
@@ -72,6 +78,7 @@ struct ResultModel::Rows
             reading.reset();
         }
     }
+    bool isUnknown(int row) const { return keys[static_cast<size_t>(row)] == unknown; }
     /// The row as it now is; empty where it is gone.
     QVariantList read(int row)
     {
@@ -87,16 +94,17 @@ struct ResultModel::Rows
         table.standOnKey(keys[static_cast<size_t>(row)].first);
         return table;
     }
-    int known() const { return static_cast<int>(keys.size()); }
-
     std::shared_ptr<Database::Handle> handle; // before the statement, which must go first
     Select select;
     Statement rowByKeys;
     QStringList names;
     std::optional<SlicedReading> reading;
+    bool isCounted; ///< or does not tell before its end how many rows there are
     bool joins = false;
     bool brokenOff = false;
-    std::vector<Keys> keys;
+    std::vector<Keys> keys; ///< of the rows shown; behind the first `known` they are to be found, again
+    size_t known = 0;
+    std::vector<Keys> found; ///< and not yet shown
 };
 
 ResultModel::ResultModel(core::RunLog &log, QLatin1StringView name, QObject *parent)
@@ -125,25 +133,41 @@ bool ResultModel::attempt(const std::function<void()> &work) const
     });
 }
 
-bool ResultModel::show(const std::function<std::unique_ptr<Rows>()> &open)
+/// A view that is long would be a long time in taking it for another one.
+bool ResultModel::show(const std::function<std::unique_ptr<Rows>()> &open, bool again)
 {
     m_selectFailed = !attempt([&] {
         std::unique_ptr<Rows> rows = open();
         m_pause.stop();
-        beginResetModel();
-        m_rows = std::move(rows);
-        m_cache.clear();
-        arrangeColumns();
-        endResetModel();
-        isReading() ? m_reading.start(0) : m_reading.stop();
+        if (again && rows->reading && rows->names == m_rows->names) {
+            rows->keys = std::move(m_rows->keys);
+            m_rows = std::move(rows);
+            m_cache.clear();
+            Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
+            takeFound();
+        } else {
+            beginResetModel();
+            rows->keys = std::exchange(rows->found, {});
+            rows->known = rows->keys.size();
+            m_rows = std::move(rows);
+            m_cache.clear();
+            arrangeColumns();
+            endResetModel();
+        }
+        m_reading.stop();
+        if (isReading()) {
+            m_reading.start(m_rows->isCounted ? std::chrono::milliseconds(0) : untilPainted);
+        }
     });
     return !m_selectFailed;
 }
 
 bool ResultModel::setRecordSource(QString databaseFile, QString tableOrSelect)
 {
+    const bool again = rowCount() > 0 && databaseFile == m_databaseFile && tableOrSelect == m_source;
     m_databaseFile = std::move(databaseFile);
-    const bool shown = show([&] { return std::make_unique<Rows>(Database(m_databaseFile), tableOrSelect); });
+    const bool shown =
+        show([&] { return std::make_unique<Rows>(Database(m_databaseFile), tableOrSelect); }, again);
     if (shown) {
         m_source = std::move(tableOrSelect);
     }
@@ -153,7 +177,7 @@ bool ResultModel::setRecordSource(QString databaseFile, QString tableOrSelect)
 bool ResultModel::setRecordSource(Database &database, const QString &select, const JoinTables &tables)
 {
     m_databaseFile = database.path();
-    const bool shown = show([&] { return std::make_unique<Rows>(database, select, tables); });
+    const bool shown = show([&] { return std::make_unique<Rows>(database, select, tables); }, false);
     if (shown) {
         m_source = select;
     }
@@ -199,17 +223,39 @@ bool ResultModel::isComplete() const
     return m_rows != nullptr && !m_rows->reading && !m_rows->brokenOff;
 }
 
+/// The rows that are still to be found have their places from now on.
+void ResultModel::countAll()
+{
+    const auto rows = static_cast<int>(m_rows->reading->total().value_or(0));
+    m_rows->isCounted = true;
+    if (rows > rowCount()) {
+        beginInsertRows({}, rowCount(), rows - 1);
+        m_rows->keys.resize(static_cast<size_t>(rows), Rows::unknown);
+        endInsertRows();
+    }
+    m_reading.start(0);
+}
+
+/// Those that were shown before, or counted, and are there no more.
+void ResultModel::dropUnfound()
+{
+    const int known = static_cast<int>(m_rows->known);
+    if (known < rowCount()) {
+        beginRemoveRows({}, known, rowCount() - 1);
+        m_rows->keys.erase(m_rows->keys.begin() + known, m_rows->keys.end());
+        m_cache.clear();
+        endRemoveRows();
+    }
+}
+
 /// A slice that a lock kept from being read is read when that is over: nothing of it was taken.
 void ResultModel::readOn()
 {
-    std::vector<Rows::Keys> found;
-    const bool read = attempt([&] { m_rows->readOn(found, std::numeric_limits<size_t>::max()); });
+    const bool read =
+        attempt([&] { m_rows->isCounted ? m_rows->readOn(std::numeric_limits<size_t>::max()) : countAll(); });
     const bool heldUp = m_trouble == Trouble::Locked; // before the views read rows
-    if (!found.empty()) {
-        const int first = rowCount();
-        beginInsertRows({}, first, first + static_cast<int>(found.size()) - 1);
-        m_rows->keys.insert(m_rows->keys.end(), found.begin(), found.end());
-        endInsertRows();
+    if (takeFound()) {
+        Q_EMIT rowsFound();
     }
     if (heldUp) {
         m_reading.stop();
@@ -218,8 +264,35 @@ void ResultModel::readOn()
         m_reading.stop();
         m_rows->reading.reset();
         m_rows->brokenOff = !read;
+        dropUnfound();
         Q_EMIT readingEnded();
     }
+}
+
+/// Shows the rows found: in the places of those that were shown before, and then behind them.
+bool ResultModel::takeFound()
+{
+    const std::vector<Rows::Keys> found = std::exchange(m_rows->found, {});
+    if (found.empty()) {
+        return false;
+    }
+    std::vector<Rows::Keys> &keys = m_rows->keys;
+    const int first = static_cast<int>(m_rows->known);
+    const auto place = keys.begin() + first;
+    const auto shown = std::min(keys.end() - place, static_cast<std::ptrdiff_t>(found.size()));
+    const auto rest = found.begin() + shown;
+    m_rows->known += found.size();
+    if (!std::equal(found.begin(), rest, place)) {
+        std::copy(found.begin(), rest, place);
+        m_cache.clear();
+        Q_EMIT dataChanged(index(first, 0), index(first + static_cast<int>(shown) - 1, columnCount() - 1));
+    }
+    if (rest != found.end()) {
+        beginInsertRows({}, rowCount(), static_cast<int>(m_rows->known) - 1);
+        keys.insert(keys.end(), rest, found.end());
+        endInsertRows();
+    }
+    return true;
 }
 
 void ResultModel::endPause()
@@ -272,7 +345,7 @@ void ResultModel::setYesNo(const QString &yes, const QString &no)
 
 int ResultModel::rowCount(const QModelIndex &parent) const
 {
-    return m_rows == nullptr || parent.isValid() ? 0 : m_rows->known();
+    return m_rows == nullptr || parent.isValid() ? 0 : static_cast<int>(m_rows->keys.size());
 }
 
 int ResultModel::columnCount(const QModelIndex &parent) const
@@ -287,6 +360,9 @@ QVariantList ResultModel::rowAt(int row) const
         return *kept;
     }
     QVariantList fields;
+    if (m_rows->isUnknown(row)) {
+        return fields;
+    }
     attempt([&] { fields = m_rows->read(row); });
     fields.resize(m_rows->names.size());
     if (m_trouble != Trouble::Locked) {
@@ -319,6 +395,9 @@ QVariant ResultModel::headerData(int section, Qt::Orientation orientation, int r
 
 Qt::ItemFlags ResultModel::flags(const QModelIndex &index) const
 {
+    if (index.isValid() && m_rows->isUnknown(index.row())) {
+        return Qt::NoItemFlags;
+    }
     const Qt::ItemFlags usual = QAbstractTableModel::flags(index);
     return m_editable ? usual | Qt::ItemIsEditable : usual;
 }
@@ -350,12 +429,14 @@ bool ResultModel::removeRows(int row, int count, const QModelIndex &parent)
         return false;
     }
     for (int i = 0; i < count; ++i) {
-        if (!m_log.trap(m_name, [&] { m_rows->at(row).remove(); })) {
+        const auto remove = [&] { m_rows->at(row).remove(); };
+        if (!m_log.trap(m_name, [&] { m_rows->handle->transaction(remove); })) {
             return false;
         }
         m_cache.clear();
         beginRemoveRows({}, row, row);
         m_rows->keys.erase(m_rows->keys.begin() + row);
+        m_rows->known -= static_cast<size_t>(row) < m_rows->known ? 1U : 0U;
         m_cache.clear();
         endRemoveRows();
     }

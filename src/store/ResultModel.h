@@ -13,10 +13,12 @@
 namespace store {
 
 /// Shows in a grid the rows of a table, of a select over one, or of one over two joined tables. The first
-/// page stands at once; the others are found from the event loop and come in at the end, and between two
-/// slices of that no lock is held on the file. Only the keys of the rows are kept: a row is read when it is
-/// looked at, and shown empty while another program has locked the file. Cells of one table may be edited in
-/// place.
+/// page stands at once; the others are found from the event loop, and between two slices of that no lock is
+/// held on the file. Of a whole table all rows are counted from the second page on, so that a scroll bar
+/// tells the truth; one that is still to be found is empty and cannot be chosen. Where the same select is
+/// shown anew, its rows stay until those of the file are found. Only the keys of the rows are kept: a row is
+/// read when it is looked at, and shown empty while another program has locked the file. Cells of one table
+/// may be edited in place.
 class ResultModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -89,6 +91,8 @@ public:
     QVariant field(int row, const QString &name) const;
 
 Q_SIGNALS:
+    /// Some more rows are known; not for what was read at once.
+    void rowsFound();
     /// All rows are known, or the reading broke off, which was logged; not for what was read at once.
     void readingEnded();
     /// The reading waits for another program's lock.
@@ -104,9 +108,12 @@ protected:
 
 private:
     struct Rows;
-    bool show(const std::function<std::unique_ptr<Rows>()> &open);
+    bool show(const std::function<std::unique_ptr<Rows>()> &open, bool again);
     bool attempt(const std::function<void()> &work) const;
+    void countAll();
     void readOn();
+    bool takeFound();
+    void dropUnfound();
     void endPause();
     void arrangeColumns();
     QVariantList rowAt(int row) const;

@@ -32,12 +32,10 @@ SlicedReading::SlicedReading(std::shared_ptr<Database::Handle> handle, const Sel
 {
     const QString table = bracketed(select.table()) + u'.';
     const QString rowid = table + u"rowid"_s;
-    if (select.isWholeTable() || (!select.order.isEmpty() && !isIndexed(select.orderColumn))) {
-        return; // nothing to look through, or nothing to do it by
-    }
     if (select.order.isEmpty()) {
+        m_byIndex = select.isWholeTable() ? indexOfKeys() : QString();
         m_runs = {{u"true"_s, {}, {rowid}}};
-    } else {
+    } else if (isIndexed(select.orderColumn)) { // or there is nothing to go through it by
         const QString column = table + bracketed(select.orderColumn);
         m_runs = {{column + u" is not null"_s, {}, {column}, true}, {column + u" is null"_s, {}, {rowid}}};
     }
@@ -80,6 +78,30 @@ bool SlicedReading::isIndexed(const QString &column) const
     return found;
 }
 
+/// An index holds the keys of all rows, too, in a tenth of the pages; in their order, where the key itself is
+/// indexed.
+QString SlicedReading::indexOfKeys() const
+{
+    QString found;
+    m_handle->forEach(
+        u"select list.name from pragma_table_info(?) as key, pragma_index_list(?) as list, "
+        "pragma_index_info(list.name) as part where key.pk=1 and key.type='INTEGER' collate nocase and "
+        "part.seqno=0 and part.name=key.name collate nocase and not list.partial"_s,
+        {m_select.table(), m_select.table()},
+        [&](const Row &row) { found = u" indexed by "_s + bracketed(row.text(0)); });
+    return found;
+}
+
+std::optional<qint64> SlicedReading::total() const
+{
+    std::optional<qint64> rows;
+    if (m_tables.size() == 1 && m_select.conditions.empty()) {
+        m_handle->forEach(u"select count(*) from "_s + bracketed(m_select.table()), {},
+                          [&](const Row &row) { rows = row.key(0); });
+    }
+    return rows;
+}
+
 /// Few hits far apart are found soonest by looking through one table alone.
 void SlicedReading::lookThroughAlone(const QString &table, const QString &other)
 {
@@ -103,10 +125,7 @@ bool SlicedReading::readOn(const Visit &visit)
             m_alone.clear();
         }
     } else if (m_runs.empty()) {
-        m_handle->forEach(m_select.isWholeTable()
-                              ? rows({}) + u" order by +rowid"_s // from its smallest index
-                              : m_select.inOrder(m_columns),
-                          {}, visit);
+        m_handle->forEach(m_select.inOrder(m_columns), {}, visit);
     } else {
         readRun(visit);
     }
@@ -158,7 +177,7 @@ QString SlicedReading::rows(const QString &condition) const
     if (!condition.isEmpty()) {
         conditions.append(condition);
     }
-    return u"select "_s + m_columns + u" from ["_s + m_tables.join(u"] cross join ["_s) + u']' +
+    return u"select "_s + m_columns + u" from ["_s + m_tables.join(u"] cross join ["_s) + u']' + m_byIndex +
            (conditions.isEmpty() ? QString() : u" where "_s + conditions.join(u" and "_s)) +
            (m_tables.size() > 1 && !m_select.order.isEmpty() ? u" order by "_s + m_select.order : QString());
 }
@@ -169,8 +188,8 @@ std::optional<QVariantList> SlicedReading::endOfSlice(const Run &run, qint64 cou
     const QString beyond = run.from.isEmpty() ? QString() : u" and "_s + tuple(run.by) + u'>' + marks(run.by);
     const QString by = run.by.join(u',');
     Statement statement(m_handle->engine(), u"select "_s + by + u" from "_s + bracketed(m_tables.first()) +
-                                                u" where "_s + run.condition + beyond + u" order by "_s + by +
-                                                u" limit 1 offset ?"_s);
+                                                m_byIndex + u" where "_s + run.condition + beyond +
+                                                u" order by "_s + by + u" limit 1 offset ?"_s);
     statement.bind(run.bound + run.from + QVariantList{count});
     return statement.step() ? std::optional(statement.row()) : std::nullopt;
 }

@@ -41,6 +41,9 @@ public:
     /// Reads one slice; false when it was the last. Throws core::Error.
     bool readOn(const Visit &visit);
 
+    /// How many rows there are in all, where the table's own count tells it. Throws core::Error.
+    std::optional<qint64> total() const;
+
 private:
     /// Rows of the leading table that are gone through by some of its columns.
     struct Run
@@ -59,6 +62,7 @@ private:
     };
     QStringList columnsOf(const QString &table) const;
     bool isIndexed(const QString &column) const;
+    QString indexOfKeys() const;
     void lookThroughAlone(const QString &table, const QString &other);
     QString rows(const QString &condition) const;
 
@@ -71,6 +75,7 @@ private:
     Select m_select;
     QString m_columns;
     QStringList m_tables;       ///< the leading one first
+    QString m_byIndex;          ///< names the index by which it is gone through, where the engine would not
     std::vector<Alone> m_alone; ///< still to be looked through for few hits; the last one first
     std::vector<qint64> m_hits;
     qint64 m_lastHit = std::numeric_limits<qint64>::min();

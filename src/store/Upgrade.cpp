@@ -2,6 +2,8 @@
 
 #include "store/Database.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace store {
@@ -60,11 +62,19 @@ bool UpdateDatabase_Customer_0606191111(core::RunLog &log, const core::Paths &pa
 
 qint32 FixCustomerData(core::RunLog &log, const core::Paths &paths)
 {
+    constexpr qint64 rowsAtOnce = 1000;
+    const QString some = u" limit "_s + QString::number(rowsAtOnce) + u')';
     return log.trap("FixCustomerData"_L1, 0, [&] {
+        qint64 most = 0;
         Database database(paths.CustomerFile);
-        database.Execute(u"update customer set T3='1' where T3=' ' or T3='' or isnull(T3)"_s);
-        database.Execute(u"update customer set customerid='' where customerid=' '"_s);
-        return 1;
+        database.transaction([&] {
+            for (const QString &repair :
+                 {u"T3='1' where rowid in (select rowid from customer where T3=' ' or T3='' or isnull(T3)"_s,
+                  u"customerid='' where rowid in (select rowid from customer where customerid=' '"_s}) {
+                most = std::max(most, database.Execute(u"update customer set "_s + repair + some));
+            }
+        });
+        return most < rowsAtOnce ? 1 : moreToFix;
     });
 }
 
@@ -72,9 +82,11 @@ qint32 FixSavedCustomer(core::RunLog &log, const core::Paths &paths, qint32 sn)
 {
     return log.trap("FixCustomerData"_L1, 0, [&] {
         Database database(paths.CustomerFile);
-        database.Execute(u"update customer set T3='1' where SN=? and (T3=' ' or T3='' or isnull(T3))"_s,
-                         {sn});
-        database.Execute(u"update customer set customerid='' where SN=? and customerid=' '"_s, {sn});
+        database.transaction([&] {
+            database.Execute(u"update customer set T3='1' where SN=? and (T3=' ' or T3='' or isnull(T3))"_s,
+                             {sn});
+            database.Execute(u"update customer set customerid='' where SN=? and customerid=' '"_s, {sn});
+        });
         return 1;
     });
 }

@@ -291,6 +291,37 @@ private Q_SLOTS:
         QTRY_COMPARE(copied(), 4999);
     }
 
+    void aLongListIsCountedBeforeItsRowsAreFoundAndStaysWhileItIsReadAgain()
+    {
+        const Forms forms;
+        forms.run(u"delete from customer"_s);
+        forms.run(u"insert into customer(SN,CustomerName) with recursive counted(i) as "
+                  "(select 10 union all select i + 1 from counted where i < 60000) select i, "
+                  "printf('many %05d', i) from counted"_s);
+        const QAbstractItemModel *model = forms.grid()->model();
+        QList<std::pair<int, bool>> counted;
+        connect(model, &QAbstractItemModel::rowsInserted, forms.form(), [&] {
+            const QModelIndex last = model->index(model->rowCount() - 1, 0);
+            counted.append(
+                {model->rowCount(), last.flags() == Qt::NoItemFlags && last.data().toString().isEmpty()});
+        });
+        forms.clickHeading(0);
+        QTRY_COMPARE(forms.shown("lblCount"), u"[Totalcount] 59991"_s);
+        QCOMPARE(counted, (QList<std::pair<int, bool>>{{59991, true}}));
+        QCOMPARE(model->index(59990, 0).data().toString(), u"many 60000"_s);
+        QVERIFY(model->index(59990, 0).flags() != Qt::NoItemFlags);
+
+        const QSignalSpy reset(model, &QAbstractItemModel::modelReset);
+        forms.run(u"delete from customer where SN=50000"_s);
+        forms.grid()->setCurrentIndex(model->index(59000, 0));
+        QTest::keyClick(forms.form(), Qt::Key_F5);
+        QCOMPARE(forms.grid()->currentIndex().row(), 59000); // at once
+        QTRY_COMPARE(forms.shown("lblCount"), u"[Totalcount] 59990"_s);
+        QCOMPARE(forms.grid()->currentIndex().siblingAtColumn(0).data().toString(), u"many 59010"_s);
+        QCOMPARE(forms.grid()->currentIndex().row(), 58999);
+        QCOMPARE(reset.size(), 0);
+    }
+
     void aLockedFileIsAskedOnceAndReadWhenItIsFree()
     {
         const Forms forms;

@@ -149,6 +149,49 @@ private Q_SLOTS:
         QCOMPARE(desk.logMessages(), QStringList());
     }
 
+    void whatTheDeskItselfSavesIsNotReadAgainUnlessSomebodyElseSavesToo()
+    {
+        Desk desk;
+        desk.addCustomers(1, 5);
+        QVERIFY(desk.start());
+        desk.callers.look();
+        QSignalSpy read(&desk.callers, &CallerDirectory::customersRead);
+        const auto saveOwn = [&desk](int sn, int number) {
+            store::Database database(desk.paths.CustomerFile);
+            database.transaction([&] {
+                database.Execute(u"update customer set WorkPhones=? where SN=?"_s, {number, sn});
+            });
+            desk.callers.customerSaved(sn);
+            desk.callers.look();
+        };
+        saveOwn(1, 71);
+        saveOwn(2, 72);
+        QCOMPARE(desk.ownerOf(71) + desk.ownerOf(72), 3);
+        QCOMPARE(read.size(), 0);
+        desk.save(u"update customer set WorkPhones='73' where SN=3"_s);
+        saveOwn(1, 74);
+        QCOMPARE(desk.ownerOf(73), 3);
+        QCOMPARE(read.size(), 1);
+        store::Database(desk.paths.CustomerFile).transaction([] {}); // writes nothing
+        desk.save(u"update customer set WorkPhones='75' where SN=4"_s);
+        desk.callers.look();
+        QCOMPARE(desk.ownerOf(75), 4);
+        saveOwn(5, 76);
+        QCOMPARE(read.size(), 2);
+    }
+
+    void allWhoHaveNoFlagAreGivenOne()
+    {
+        Desk desk;
+        desk.addCustomers(1, 4000); // more than are repaired in one turn
+        QVERIFY(desk.start());
+        desk.save(u"update customer set T3=null"_s);
+        desk.callers.look();
+        QTRY_COMPARE(
+            support::rowsOf(desk.paths.CustomerFile, u"select count(*) from customer where T3 is null"_s),
+            u"0"_s);
+    }
+
     void aFileThatIsReplacedIsFollowedAndTheSameOneIsNotReadAgain()
     {
         Desk desk;

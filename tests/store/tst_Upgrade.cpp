@@ -55,6 +55,17 @@ private Q_SLOTS:
         QCOMPARE(desk.fixed(), u"1|\n1|  \n1|\n0|AB-1\n 0 |Null"_s);
     }
 
+    void manyRowsAreRepairedSomeAtATime()
+    {
+        Desk desk;
+        desk.runSql(desk.paths.CustomerFile,
+                    u"insert into customer(CustomerID) with recursive counted(i) as (select 1 union all "
+                    "select i + 1 from counted where i < 1500) select ' ' from counted"_s);
+        QCOMPARE(store::FixCustomerData(desk.log, desk.paths), store::moreToFix);
+        QCOMPARE(store::FixCustomerData(desk.log, desk.paths), 1);
+        QCOMPARE(desk.rows(u"select count(*) from customer where T3='1' and CustomerID=''"_s), u"1500"_s);
+    }
+
     void oneCustomerIsFixedAsAllAre()
     {
         for (const QString &change :
