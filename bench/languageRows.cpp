@@ -5,8 +5,8 @@
 
 #include "core/RunLog.h"
 #include "core/Settings.h"
-#include "language/FormTranslator.h"
 #include "language/LanguagePack.h"
+#include "language/forms/FormTranslator.h"
 
 using namespace Qt::StringLiterals;
 

@@ -6,7 +6,7 @@
 #include "core/TextUtilities.h"
 #include "core/platform.h"
 #include "reception/SampleRecord.h"
-#include "start/OldDesk.h"
+#include "start/forms/OldDesk.h"
 
 #include <QApplication>
 #include <QDir>

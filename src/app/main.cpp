@@ -2,10 +2,10 @@
 #include "appearance/Theme.h"
 #include "appearance/ThemedIcons.h"
 #include "core/QtClock.h"
-#include "core/QtPrinter.h"
-#include "core/QtPrompts.h"
-#include "core/QtShell.h"
 #include "core/platform.h"
+#include "core/qt/QtPrinter.h"
+#include "core/qt/QtPrompts.h"
+#include "core/qt/QtShell.h"
 
 #include <QApplication>
 #include <QDir>

@@ -2,7 +2,7 @@
 
 #include "core/Paths.h"
 #include "core/RunLog.h"
-#include "language/FormTranslator.h"
+#include "language/forms/FormTranslator.h"
 
 #include <QComboBox>
 

@@ -2,7 +2,7 @@
 
 #include "core/OpenForms.h"
 #include "core/WindowMemory.h"
-#include "language/FormTranslator.h"
+#include "language/forms/FormTranslator.h"
 
 #include <QWidget>
 

@@ -1,5 +1,5 @@
 #include "ProgramDesk.h"
-#include "notes/frmNotePad.h"
+#include "notes/forms/frmNotePad.h"
 #include "support/Rows.h"
 
 #include <QNetworkDatagram>

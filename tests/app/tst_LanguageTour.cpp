@@ -2,9 +2,9 @@
 #include "Scene.h"
 #include "appearance/Theme.h"
 #include "core/platform.h"
-#include "language/Captions.h"
 #include "language/ShownTexts.h"
-#include "start/frmConvertDesk.h"
+#include "language/forms/Captions.h"
+#include "start/forms/frmConvertDesk.h"
 #include "support/Rows.h"
 
 #include <QFileDialog>

@@ -1,7 +1,7 @@
 #include "ProgramDesk.h"
-#include "core/QtPrinter.h"
-#include "notes/frmNotePad.h"
-#include "notes/frmNotePadManager.h"
+#include "core/qt/QtPrinter.h"
+#include "notes/forms/frmNotePad.h"
+#include "notes/forms/frmNotePadManager.h"
 #include "support/Rows.h"
 #include "tools/ToolRun.h"
 

@@ -1,5 +1,5 @@
 #include "ProgramDesk.h"
-#include "start/frmConvertDesk.h"
+#include "start/forms/frmConvertDesk.h"
 #include "support/FullDisk.h"
 #include "support/JetWriter.h"
 #include "support/Rows.h"

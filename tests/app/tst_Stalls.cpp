@@ -1,6 +1,6 @@
 #include "ProgramDesk.h"
-#include "notes/frmNotePad.h"
-#include "notes/frmNotePadManager.h"
+#include "notes/forms/frmNotePad.h"
+#include "notes/forms/frmNotePadManager.h"
 #include "support/Rows.h"
 
 #include <cstdio>

@@ -1,6 +1,6 @@
 #include "CustomerDesk.h"
-#include "customers/CustomerWindows.h"
-#include "customers/frmAddDataToExcel_Tarn20050921.h"
+#include "customers/forms/CustomerWindows.h"
+#include "customers/forms/frmAddDataToExcel_Tarn20050921.h"
 #include "support/TestForms.h"
 
 #include <QScrollBar>

@@ -1,5 +1,5 @@
 #include "customers/CustomerDesk.h"
-#include "customers/FrmEditCustomer.h"
+#include "customers/forms/FrmEditCustomer.h"
 #include "support/TestForms.h"
 
 using customers::FrmEditCustomer;

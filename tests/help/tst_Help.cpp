@@ -1,4 +1,4 @@
-#include "help/HelpWindow.h"
+#include "help/forms/HelpWindow.h"
 #include "support/TestForms.h"
 
 /// The help pages and the window that shows them.

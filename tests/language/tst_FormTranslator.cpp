@@ -1,4 +1,4 @@
-#include "language/FormTranslator.h"
+#include "language/forms/FormTranslator.h"
 #include "support/TestForms.h"
 
 class tst_FormTranslator : public QObject

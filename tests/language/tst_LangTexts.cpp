@@ -1,5 +1,5 @@
-#include "language/Captions.h"
 #include "language/Languages.h"
+#include "language/forms/Captions.h"
 #include "support/Test.h"
 
 #include <QDirIterator>

@@ -1,6 +1,6 @@
 #include "appearance/Theme.h"
-#include "lookup/CallerPopUp.h"
-#include "lookup/CallerText.h"
+#include "lookup/forms/CallerPopUp.h"
+#include "lookup/forms/CallerText.h"
 #include "store/Upgrade.h"
 #include "support/TestForms.h"
 

@@ -1,4 +1,4 @@
-#include "mainwindow/FrmMain.h"
+#include "mainwindow/forms/FrmMain.h"
 #include "support/TestForms.h"
 
 #include <QTextBlock>

@@ -1,6 +1,6 @@
-#include "messages/MessageWindows.h"
 #include "messages/ReceivedMessages.h"
 #include "messages/SmsRecord.h"
+#include "messages/forms/MessageWindows.h"
 #include "support/FullDisk.h"
 #include "support/TestForms.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "../store/DeliveredFiles.h"
-#include "notes/NoteWindows.h"
+#include "notes/forms/NoteWindows.h"
 #include "store/Upgrade.h"
 #include "support/Rows.h"
 #include "support/TestForms.h"

@@ -1,5 +1,5 @@
 #include "NoteDesk.h"
-#include "core/ReportPages.h"
+#include "core/qt/ReportPages.h"
 #include "notes/CallNotes.h"
 #include "notes/NoteConditions.h"
 #include "notes/NoteReport.h"

@@ -1,8 +1,8 @@
 #include "NoteDesk.h"
-#include "notes/ReportBox.h"
 #include "notes/ReportRun.h"
-#include "notes/frmNotePad.h"
-#include "notes/frmNotePadManager.h"
+#include "notes/forms/ReportBox.h"
+#include "notes/forms/frmNotePad.h"
+#include "notes/forms/frmNotePadManager.h"
 
 using core::Prompts;
 using notes::frmNotePad, notes::frmNotePadManager;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "options/OptionsWindows.h"
+#include "options/forms/OptionsWindows.h"
 #include "support/TestForms.h"
 
 /// A desk with the windows of the options, of which one class of form is looked at; records what saving has

@@ -1,5 +1,5 @@
 #include "OptionsDesk.h"
-#include "core/QtPrompts.h"
+#include "core/qt/QtPrompts.h"
 #include "support/Rows.h"
 
 /// The options: what each page shows, saves and causes.

@@ -1,5 +1,5 @@
 #include "PhoneBookRows.h"
-#include "phonebook/PhoneBookWindows.h"
+#include "phonebook/forms/PhoneBookWindows.h"
 #include "support/TestForms.h"
 
 using phonebook::frmChoosePhoneDatabase, phonebook::frmSimplePhoneBook, phonebook::frmSimplePhoneBookEdit;

@@ -2,7 +2,7 @@
 
 #include "appearance/FormContext.h"
 #include "core/Settings.h"
-#include "language/FormTranslator.h"
+#include "language/forms/FormTranslator.h"
 #include "lookup/ExistenceChecks.h"
 #include "support/TestDesk.h"
 

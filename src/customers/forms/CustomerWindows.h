@@ -1,0 +1,56 @@
+#pragma once
+
+#include "customers/forms/FrmCustomer.h"
+#include "customers/forms/FrmEditCustomer.h"
+
+#include <QPointer>
+
+namespace customers {
+
+class frmAddDataToExcel_Tarn20050921;
+
+/// The windows of the customer database, one of each.
+class CustomerWindows : private CustomerListCommands
+{
+public:
+    /// All of it must outlive the windows.
+    struct Context
+    {
+        const appearance::FormContext &form;
+        const lookup::ExistenceChecks &checks;
+        CustomerEffects &effects;
+    };
+
+    explicit CustomerWindows(const Context &context) : m_context(context) {}
+    /// Closes what is open, without a question.
+    ~CustomerWindows() override;
+
+    void showList();
+    /// Opens the list on the rows of a query in the given words, behind the editor where there is one.
+    void showList(const QString &query, QWidget *editor);
+    /// Opens the editor for a new customer with that number; with a key word, the list first on what it
+    /// finds.
+    void addCustomer(const QString &number, const QString &keyWord, const QString &name = {});
+    void editCustomer(qint32 sn) { editCustomer(sn, {}); }
+    void ShowCustomerByName(const QString &name);
+    /// Part of what a saved customer causes; nothing while the list is closed.
+    void refreshCustomerList();
+
+private:
+    void addCustomer() override { addCustomer({}, {}); }
+    bool editCustomer(qint32 sn, const QString &number) override;
+    void customerDeleted(qint32 sn) override;
+    void exportCustomers() override;
+    FrmCustomer &list();
+    FrmEditCustomer &editor();
+    void dropWaitingNumber();
+    static void showFound(FrmCustomer &form);
+    static void closeUnshown(FrmEditCustomer &form);
+
+    Context m_context;
+    QPointer<FrmCustomer> m_list;
+    QPointer<FrmEditCustomer> m_editor;
+    QPointer<frmAddDataToExcel_Tarn20050921> m_export;
+};
+
+} // namespace customers

@@ -1,0 +1,147 @@
+#include "customers/forms/FrmCustomer.h"
+
+#include "appearance/BringToFront.h"
+#include "appearance/ThemedIcons.h"
+#include "core/TextUtilities.h"
+#include "customers/CustomerQueries.h"
+#include "ui_FrmCustomer.h"
+
+#include <QCloseEvent>
+#include <QHeaderView>
+
+using namespace Qt::StringLiterals;
+
+namespace customers {
+
+FrmCustomer::FrmCustomer(const appearance::FormContext &context, CustomerListCommands &commands)
+    : m_context(context), m_commands(commands), m_ui(std::make_unique<Ui::FrmCustomer>()),
+      m_setup(context.services), Ado1(context.log, "Ado1"_L1)
+{
+    m_ui->setupUi(this);
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowIcon(appearance::programIcon());
+    m_setup.load(*this);
+    translateHeadings();
+    setUpGrid();
+    setUpList();
+    setUpCommands();
+    m_list->refresh();
+    m_ui->txtSearch->setFocus();
+}
+
+FrmCustomer::~FrmCustomer()
+{
+    m_setup.unload();
+}
+
+void FrmCustomer::showAnswer(bool whole)
+{
+    if (whole) {
+        layOutColumns();
+    }
+    showMessage(whole ? QString() : store::troubleKey(Ado1.trouble(), u"CustomerListUnavailable"_s));
+    showSortArrow();
+}
+
+void FrmCustomer::showQuery(const QString &query)
+{
+    m_list->showUnsearched({.query = query, .unsorted = query});
+}
+
+bool FrmCustomer::searchFor(const QString &keyWord, const QString &number)
+{
+    dropNumber(); // unless the rows are those of the search, it is nobody's
+    m_ui->txtSearch->setText(keyWord);
+    if (!m_list->search()) {
+        return false;
+    }
+    m_ui->txtAddToExist->setText(number);
+    if (Ado1.rowCount() == 0 && Ado1.isReading()) {
+        const auto comeForward = [this] {
+            if (hasNumber()) {
+                appearance::bringToFront(*this);
+            }
+        };
+        connect(&Ado1, &QAbstractItemModel::rowsInserted, this, comeForward,
+                static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+    }
+    return Ado1.rowCount() > 0;
+}
+
+bool FrmCustomer::hasNumber() const
+{
+    return !m_ui->txtAddToExist->text().isEmpty();
+}
+
+void FrmCustomer::dropNumber()
+{
+    m_ui->txtAddToExist->clear();
+}
+
+void FrmCustomer::sort(int column)
+{
+    const appearance::SearchedList::Asked &shown = m_list->shown();
+    const QString rows = shown.unsorted.isEmpty() ? QString::fromUtf16(refreshQuery) : shown.unsorted;
+    const QString query = sortQuery(column, rows.trimmed());
+    if (query.isEmpty()) {
+        showSortArrow(); // the heading has put it where it was clicked
+    } else {
+        m_list->show({.query = query, .unsorted = rows, .sortedColumn = column, .searched = shown.searched});
+    }
+}
+
+void FrmCustomer::refreshCustomerList()
+{
+    dropNumber(); // whoever was saved has the caller's number now, or it is not wanted
+    const QString all = QString::fromUtf16(refreshQuery);
+    m_list->follow({.query = all, .unsorted = all}, m_list->currentSn());
+}
+
+bool FrmCustomer::editRow(int row, const QString &number)
+{
+    const qint32 sn = Ado1.field(row, u"SN"_s).toInt();
+    if (sn == 0 && row >= 0) {
+        showMessage(u"CustomerNotFound"_s); // another desk has deleted it
+    }
+    return sn != 0 && m_commands.editCustomer(sn, number);
+}
+
+void FrmCustomer::deleteCurrent()
+{
+    using Removal = appearance::SearchedList::Removal;
+    const std::optional<qint32> sn = m_list->currentSn();
+    const Removal removal = m_list->removeCurrent([this] {
+        return m_context.prompts.askOkCancel(u"真的要删当前客户信息吗？"_s, u"HALDEN SOFTWARE"_s);
+    });
+    if (removal == Removal::Failed) {
+        showMessage(u"CustomerNotDeleted"_s);
+    } else if (removal == Removal::Done) {
+        showMessage({});
+        m_commands.customerDeleted(*sn);
+        m_context.server.SendServer(u"REFRESHCUSTOMERLIST"_s);
+    }
+}
+
+/// Without one, that a caller's number waits for its customer.
+void FrmCustomer::showMessage(const QString &key)
+{
+    const QString number = core::shownText(m_ui->txtAddToExist->text());
+    const QString waiting =
+        number.isEmpty()
+            ? QString()
+            : m_context.texts.Lms(u"CallerNumberWaits"_s).replace(u"%1"_s, core::isolated(number));
+    m_ui->lblMessage->setText(key.isEmpty() ? waiting : m_context.texts.Lms(key));
+}
+
+void FrmCustomer::showSortArrow()
+{
+    m_ui->DataGrid1->horizontalHeader()->setSortIndicator(m_list->shown().sortedColumn, Qt::AscendingOrder);
+}
+
+void FrmCustomer::closeEvent(QCloseEvent *event)
+{
+    m_setup.rememberGeometry(*this);
+    QWidget::closeEvent(event);
+}
+
+} // namespace customers

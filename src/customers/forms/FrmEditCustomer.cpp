@@ -1,0 +1,208 @@
+#include "customers/forms/FrmEditCustomer.h"
+
+#include "appearance/BringToFront.h"
+#include "appearance/Keys.h"
+#include "appearance/NameInTitle.h"
+#include "appearance/SaveRecord.h"
+#include "appearance/ThemedIcons.h"
+#include "core/TextUtilities.h"
+#include "ui_FrmEditCustomer.h"
+
+#include <QCloseEvent>
+
+using namespace Qt::StringLiterals;
+
+namespace customers {
+
+FrmEditCustomer::FrmEditCustomer(const Context &context)
+    : m_context(context), m_ui(std::make_unique<Ui::FrmEditCustomer>()), m_setup(context.form.services),
+      m_lists(context.form.paths, context.form.log, context.form.services.translator),
+      m_editing({context.form.paths, context.form.values, context.form.log, context.form.texts,
+                 context.form.server, context.effects})
+{
+    m_ui->setupUi(this);
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowIcon(appearance::programIcon());
+    m_setup.load(*this);
+    m_controls = CustomerControlSet(*this);
+    setUpCombos();
+    setUpAddresses();
+    setUpButtons();
+    mirror(*m_ui->txtLinkman, *m_ui->txtLinkman1);
+    mirror(*m_ui->txtLinkmanMobile, *m_ui->txtLinkmanMobile1);
+    mirror(*m_ui->txtLinkmanEmail, *m_ui->txtLinkmanEmail1);
+    setUpChecks();
+    setUpMessage();
+    appearance::nameInTitle(*this, *m_ui->txtCustomerName);
+    startNewCustomer({}, {});
+}
+
+// The field that has the keyboard says that it is left when it goes, and nobody is there to check it then.
+FrmEditCustomer::~FrmEditCustomer()
+{
+    for (QWidget *control : findChildren<QWidget *>()) {
+        control->disconnect(this);
+    }
+    m_setup.unload();
+}
+
+void FrmEditCustomer::setUpButtons()
+{
+    core::Navigator &navigator = m_context.form.navigator;
+    m_ui->cmdViewNotePad->setEnabled(navigator.canShow(core::Window::CallNotes));
+    connect(m_ui->cmdViewNotePad, &QPushButton::clicked, this, &FrmEditCustomer::viewNotes);
+    connect(m_ui->Command1, &QPushButton::clicked, this, [this] {
+        if (settleUnsavedChanges()) {
+            startNewCustomer({}, {});
+        }
+    });
+    connect(m_ui->Command2, &QPushButton::clicked, this, &FrmEditCustomer::save);
+    connect(m_ui->Command3, &QPushButton::clicked, this, &QWidget::close);
+    connect(m_ui->Command4, &QPushButton::clicked, this,
+            [&navigator] { navigator.ShowHelp(u"Popup_CustomerDatabase_Edit"_s); });
+    appearance::onHelpKey(*this, navigator, u"Popup_CustomerDatabase_Edit"_s);
+    appearance::onKeys(*this, QKeySequence::Save, [this] { save(); });
+}
+
+void FrmEditCustomer::begin(const LoadedCustomer &customer)
+{
+    m_controls.setTexts(customer.record.shown);
+    m_ownerLine->begin(customer.record.SN);
+    follow(customer);
+    m_ui->lblMessage->clear();
+    m_ui->SSTab1->setCurrentIndex(0);
+    m_ui->txtCustomerName->setFocus();
+}
+
+/// Fills in what the controls do not show already: of a customer just saved, what another desk has changed.
+void FrmEditCustomer::follow(const LoadedCustomer &customer)
+{
+    m_loaded = customer;
+    m_ui->Command1->setEnabled(!customer.record.SN);
+    m_ui->txtSN->setText(customer.record.SN ? QString::number(*customer.record.SN) : QString());
+    m_controls.followTexts(customer.record.shown);
+    m_loaded.record.shown = m_controls.texts();
+    m_ownerLine->follow(customer.record.SN);
+}
+
+void FrmEditCustomer::startNewCustomer(const QString &number, const QString &name)
+{
+    begin(CustomerEditing::newCustomer(number, name));
+}
+
+void FrmEditCustomer::addCustomer(const QString &number, const QString &name)
+{
+    if (settleUnsavedChanges()) {
+        startNewCustomer(number, name);
+    }
+    appearance::bringToFront(*this);
+}
+
+bool FrmEditCustomer::ShowCustomerBySN(qint32 sn)
+{
+    return edit([&] { return m_editing.ShowCustomerBySN(sn); });
+}
+
+bool FrmEditCustomer::ShowCustomerByName(const QString &name)
+{
+    return edit([&] { return m_editing.ShowCustomerByName(name); });
+}
+
+bool FrmEditCustomer::edit(const std::function<FoundCustomer()> &find)
+{
+    FoundCustomer found;
+    if (settleUnsavedChanges()) {
+        found = find();
+    }
+    if (found.customer) {
+        begin(*found.customer);
+    } else if (!found.message.isEmpty()) {
+        m_context.form.prompts.tell(found.message, {}, this);
+    }
+    if (found.customer || isVisible()) {
+        appearance::bringToFront(*this);
+    }
+    return found.customer.has_value();
+}
+
+void FrmEditCustomer::appendNumber(const QString &number)
+{
+    m_ui->txtCompanyCall->setText(m_ui->txtCompanyCall->text() + u',' + number);
+    m_ui->lblMessage->setText(m_context.form.texts.Lms(u"NumberAddedUnsaved"_s)
+                                  .replace(u"%1"_s, core::isolated(core::shownText(number))));
+}
+
+/// False where the operator wants to go on with what stands in the form.
+bool FrmEditCustomer::settleUnsavedChanges()
+{
+    if (!isVisible() || !hasUnsavedChanges()) {
+        return true;
+    }
+    appearance::bringToFront(*this);
+    using Answer = core::Prompts::Answer;
+    const QString question = m_context.form.texts.Lms(u"CustomerUnsaved"_s);
+    const Answer answer =
+        m_context.form.prompts.askSave(core::questionAbout(m_ui->txtCustomerName->text(), question), this);
+    return answer == Answer::Discard || (answer == Answer::Save && save());
+}
+
+// A shortcut leaves no field, so what was typed last is checked here, too. The operator hears of one thing:
+// why nothing was saved, or whose the name or number is.
+bool FrmEditCustomer::save()
+{
+    replaceApostrophes();
+    const std::optional<lookup::Owner> owner = m_ownerLine->untold();
+    CustomerRecord typed = shownCustomer();
+    LoadedCustomer loaded = m_loaded;
+    const SavedCustomer saved = appearance::saveRecord(
+        m_context.form,
+        appearance::recordEditor(*this, typed.text(u"CustomerName"),
+                                 [this](const QString &column) { return controlOf(column); }),
+        [&] { return m_editing.save(loaded, typed); },
+        [&](const core::Saved &refused, core::Whose holds) {
+            CustomerEditing::decide(refused, holds, loaded, typed);
+        });
+    if (saved.dropped) {
+        startNewCustomer({}, {});
+    } else if (saved.written) {
+        follow(saved.customer);
+        m_ui->lblMessage->setText(m_context.form.texts.Lms(u"EntrySaved"_s));
+    } else if (!saved.wrongField.isEmpty()) {
+        turnTo(saved.wrongField);
+    }
+    if (owner && saved.written) {
+        m_ownerLine->tell(*owner);
+    }
+    return saved.written || saved.dropped;
+}
+
+/// Of a customer on file under the name that the notes are kept under, whatever stands in the box.
+void FrmEditCustomer::viewNotes()
+{
+    const QString &onFile = m_loaded.nameOnFile();
+    m_context.form.navigator.ShowNotePad(m_loaded.record.SN ? onFile
+                                                            : m_ui->txtCustomerName->text().trimmed());
+}
+
+void FrmEditCustomer::closeEvent(QCloseEvent *event)
+{
+    if (!settleUnsavedChanges()) {
+        event->ignore();
+        return;
+    }
+    m_setup.rememberGeometry(*this);
+    QWidget::closeEvent(event);
+}
+
+void FrmEditCustomer::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape) {
+        close();
+    } else if (appearance::isEnter(*event)) {
+        appearance::buttonOfEnter(*this, *m_ui->Command2).click();
+    } else {
+        QWidget::keyPressEvent(event);
+    }
+}
+
+} // namespace customers

@@ -1,0 +1,139 @@
+#include "lookup/forms/OwnerLine.h"
+
+#include "appearance/FieldChecks.h"
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace lookup {
+
+OwnerLine::OwnerLine(QWidget &editor, const ExistenceChecks &checks, const Fields &fields)
+    : m_editor(editor), m_checks(checks), m_fields(fields)
+{
+    constexpr std::chrono::milliseconds pause{300};
+    m_typing.setSingleShot(true);
+    m_typing.setInterval(pause);
+    connect(&m_typing, &QTimer::timeout, this, &OwnerLine::show);
+    connect(&fields.button, &QPushButton::clicked, this, [this] {
+        if (m_owner) {
+            m_checks.open(*m_owner);
+        }
+    });
+    for (QLineEdit *numbers : fields.numbers) {
+        numbers->installEventFilter(this);
+        connect(numbers, &QLineEdit::textChanged, &m_typing, qOverload<>(&QTimer::start));
+    }
+    if (fields.name != nullptr) {
+        fields.name->installEventFilter(this);
+        connect(fields.name, &QLineEdit::textChanged, this, [this] {
+            m_lookedUpName.clear();
+            if (std::exchange(m_ownerOfName, std::nullopt)) {
+                show();
+            }
+        });
+    }
+    show();
+}
+
+void OwnerLine::begin(std::optional<qint32> sn)
+{
+    m_told.clear();
+    m_ownerOfName.reset();
+    m_lookedUpName = sn && m_fields.name ? m_fields.name->text().trimmed() : QString();
+    m_edited = sn;
+}
+
+void OwnerLine::follow(std::optional<qint32> sn)
+{
+    m_edited = sn;
+    show();
+}
+
+void OwnerLine::show()
+{
+    m_owner = m_ownerOfName;
+    for (const QLineEdit *numbers : m_fields.numbers) {
+        if (!m_owner) {
+            m_owner = m_checks.ownerOfNumbers(m_fields.table, numbers->text(), m_edited);
+        }
+    }
+    m_fields.label.setText(m_owner ? m_checks.text(*m_owner) : QString());
+    m_fields.label.setVisible(m_owner.has_value());
+    m_fields.button.setVisible(m_owner.has_value());
+}
+
+bool OwnerLine::isUntold(const QLineEdit &field) const
+{
+    const QString text = field.text().trimmed();
+    return !m_edited && !text.isEmpty() && text != m_told.value(&field);
+}
+
+void OwnerLine::lookUpName()
+{
+    const QString name = m_fields.name->text().trimmed();
+    if (name != m_lookedUpName) {
+        m_ownerOfName = m_checks.customerNamed(name, m_edited);
+        m_lookedUpName = name;
+    }
+}
+
+std::optional<Owner> OwnerLine::untold()
+{
+    if (m_fields.name != nullptr && isUntold(*m_fields.name)) {
+        lookUpName();
+        if (m_ownerOfName) {
+            return m_ownerOfName;
+        }
+    }
+    for (const QLineEdit *numbers : m_fields.numbers) {
+        if (isUntold(*numbers)) {
+            if (const auto owner = m_checks.indexedOwner(m_fields.table, numbers->text())) {
+                return owner;
+            }
+        }
+    }
+    return {};
+}
+
+/// A field that shows the same without having been typed in follows this one.
+void OwnerLine::remember(const QLineEdit &field)
+{
+    const QString text = field.text().trimmed();
+    m_told[&field] = text;
+    for (const QLineEdit *other : m_fields.numbers) {
+        if (!other->isModified() && other->text().trimmed() == text) {
+            m_told[other] = text;
+        }
+    }
+}
+
+// Remembered before it is told: the box itself takes the keyboard from the field.
+void OwnerLine::leave(QLineEdit &field)
+{
+    const QString text = field.text().trimmed();
+    const bool tells = isUntold(field);
+    remember(field);
+    if (&field == m_fields.name) {
+        lookUpName();
+        show();
+        if (tells && m_ownerOfName) {
+            tell(*m_ownerOfName);
+        }
+    } else if (tells) {
+        show();
+        m_fields.table == Owner::Table::PhoneBook ? m_checks.IfNumbersExistInSimplePhoneBook(text, &m_editor)
+                                                  : m_checks.IfThePhoneNumberExistInCustomer(text, &m_editor);
+    }
+}
+
+bool OwnerLine::eventFilter(QObject *watched, QEvent *event)
+{
+    if (auto *field = qobject_cast<QLineEdit *>(watched); field && appearance::leavesField(*event)) {
+        QTimer::singleShot(
+            0, this, [this, field] { appearance::whenReleased(m_editor, [this, field] { leave(*field); }); });
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+} // namespace lookup

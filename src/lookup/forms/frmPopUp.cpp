@@ -1,0 +1,222 @@
+#include "lookup/forms/frmPopUp.h"
+
+#include "appearance/Keys.h"
+#include "appearance/Theme.h"
+#include "appearance/ThemedIcons.h"
+#include "core/TextUtilities.h"
+#include "ui_frmPopUp.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPointer>
+#include <QScreen>
+#include <QWindow>
+
+using namespace Qt::StringLiterals;
+
+namespace lookup {
+
+namespace {
+
+constexpr int cardWidth = 440;
+constexpr int mostAboutLines = 3;
+constexpr int mostContentLines = 4;
+
+QRect onDesktop(const QWidget &widget)
+{
+    return {widget.mapToGlobal(QPoint()), widget.size()};
+}
+
+} // namespace
+
+frmPopUp::frmPopUp(core::Navigator &navigator, const appearance::FormServices &services)
+    : QWidget(nullptr, Qt::Tool | Qt::WindowStaysOnTopHint | Qt::FramelessWindowHint), m_navigator(navigator),
+      m_ui(std::make_unique<Ui::frmPopUp>()), m_setup(services)
+{
+    m_ui->setupUi(this);
+    setAttribute(Qt::WA_DeleteOnClose);
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    setWindowIcon(appearance::programIcon());
+    m_setup.load(*this, appearance::FormSetup::Place::OwnChoice);
+    setFixedWidth(cardWidth);
+    connect(m_ui->Command1, &QPushButton::clicked, this, &QWidget::close);
+    connect(m_ui->Command2, &QPushButton::clicked, this,
+            [this] { openAndClose([this] { m_navigator.Show_Editor(m_ui->txtSnType->text(), sn()); }); });
+    connect(m_ui->cmdNote, &QPushButton::clicked, this,
+            [this] { openAndClose([this] { m_navigator.addNote(sn()); }); });
+    appearance::onKeys(*this, Qt::Key_Escape, [this] { close(); }); // text boxes keep the key to themselves
+}
+
+frmPopUp::~frmPopUp()
+{
+    m_setup.unload();
+}
+
+// Fixed for each standing whatever the theme.
+frmPopUp::CardColors frmPopUp::colorsOf(core::Standing standing) const
+{
+    switch (standing) {
+    case core::Standing::BlackListed:
+        return {Qt::black, Qt::white, u"ban"};
+    case core::Standing::Vip:
+        return {Qt::red, Qt::blue, u"star"};
+    case core::Standing::Ordinary:
+        break;
+    }
+    return {Qt::green, Qt::blue, u"person"};
+}
+
+void frmPopUp::showCaller(const PopUpView &view, const QWidget &mainWindow)
+{
+    m_view = view;
+    fill(view);
+    color(colorsOf(view.standing));
+    const bool ours =
+        !isVisible() || (pos() == m_placed && !isActiveWindow()); // the operator moves it no more
+    adjustSize();
+    if (ours) {
+        m_placed = placeCard(size(), room(mainWindow)).topLeft();
+        move(m_placed);
+    }
+    show();
+    raise();
+}
+
+// It stays where it is, also where the notice makes it higher.
+void frmPopUp::showAsEarlier()
+{
+    const QColor pale = palette().color(QPalette::PlaceholderText); // but to be read
+    color({palette().color(QPalette::Disabled, QPalette::Base), pale, colorsOf(m_view.standing).icon});
+    m_ui->lblBlackListNotice->setText(m_view.earlierNotice);
+    m_ui->lblBlackListNotice->show();
+}
+
+void frmPopUp::showAge(const QString &text)
+{
+    m_ui->lblAge->setText(text);
+}
+
+void frmPopUp::showNotes(const QString &text)
+{
+    m_ui->lblNotes->setText(text);
+}
+
+void frmPopUp::fill(const PopUpView &view)
+{
+    m_ui->txtSN->setText(view.txtSN);
+    m_ui->txtSnType->setText(view.txtSnType);
+    showAbout(view.txtAbout);
+    m_ui->lblCall->setText(view.callOnLine);
+    m_ui->lblAge->clear();
+    m_ui->lblNotes->clear();
+    m_ui->lblNotes->setVisible(isOfCustomer());
+    m_ui->cmdNote->setVisible(isOfCustomer());
+    m_ui->txtContent->setPlainText(view.txtContent);
+    m_ui->txtContent->fitHeight(cardWidth - 34, mostContentLines);
+    for (QWidget *details :
+         {static_cast<QWidget *>(m_ui->lblDetailDes), static_cast<QWidget *>(m_ui->txtContent)}) {
+        details->setVisible(!view.txtContent.isEmpty());
+    }
+    m_ui->lblBlackListNotice->setText(view.lblBlackListNotice);
+    m_ui->lblBlackListNotice->setVisible(view.standing != core::Standing::Ordinary);
+}
+
+void frmPopUp::showAbout(const QString &line)
+{
+    m_ui->txtAbout->setPlainText(line);
+    m_ui->txtAbout->fitHeight(cardWidth - 18, mostAboutLines);
+}
+
+void frmPopUp::followName(const QString &source, qint32 sn, const QString &name)
+{
+    if (m_view.txtSnType == source && this->sn() == sn) {
+        showAbout(callerLine(m_view.callerNumber, name));
+    }
+}
+
+// The words of the band stand on the given ground, in black or white.
+void frmPopUp::color(const CardColors &colors)
+{
+    const bool onDark =
+        appearance::contrast(colors.ground, Qt::white) > appearance::contrast(colors.ground, Qt::black);
+    const QColor words = onDark ? Qt::white : Qt::black;
+    QPalette band = palette();
+    band.setColor(QPalette::Window, colors.ground);
+    band.setColor(QPalette::WindowText, words);
+    m_ui->band->setPalette(band);
+    for (CallerText *text : {m_ui->txtAbout, m_ui->txtContent}) {
+        text->setColors(colors.ground, colors.text);
+    }
+    constexpr int iconSize = 32;
+    m_ui->lblStandingIcon->setPixmap(
+        appearance::themedPixmap(colors.icon, words, iconSize, devicePixelRatioF()));
+}
+
+CardRoom frmPopUp::room(const QWidget &mainWindow) const
+{
+    const QWidget *active = QApplication::activeWindow();
+    if (active == nullptr || active == this) {
+        return {.screen = mainWindow.screen()->availableGeometry(), .mirrored = isRightToLeft()};
+    }
+    CardRoom room{.screen = active->screen()->availableGeometry(),
+                  .window = active->frameGeometry(),
+                  .mirrored = isRightToLeft()};
+    for (const QAbstractButton *button : active->findChildren<QAbstractButton *>()) {
+        if (button->isVisible() && button->window() == active) {
+            room.buttons.append(onDesktop(*button));
+        }
+    }
+    const QRect &frame = room.window;
+    room.buttons.append({frame.topLeft(), QPoint(frame.right(), active->geometry().top())}); // its title bar
+    if (const QWidget *field = active->focusWidget(); field != nullptr && field->isVisible()) {
+        room.field = onDesktop(*field);
+    }
+    return room;
+}
+
+bool frmPopUp::isOfCustomer() const
+{
+    return m_ui->txtSnType->text() == "CUSTOMER"_L1;
+}
+
+qint32 frmPopUp::sn() const
+{
+    return core::leadingNumber(m_ui->txtSN->text());
+}
+
+// While the window that opens asks something, the next caller may have come up on the card.
+void frmPopUp::openAndClose(const std::function<void()> &open)
+{
+    const QPointer<frmPopUp> card(this);
+    const QString number = m_view.callerNumber;
+    open();
+    if (card && m_view.callerNumber == number) {
+        close();
+    }
+}
+
+void frmPopUp::keyPressEvent(QKeyEvent *event)
+{
+    if (appearance::isEnter(*event)) {
+        appearance::buttonOfEnter(*this, *m_ui->Command1).click();
+    } else {
+        QWidget::keyPressEvent(event);
+    }
+}
+
+// Without a title bar, the card is moved by all of it that is no control.
+void frmPopUp::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton && windowHandle() != nullptr) {
+        windowHandle()->startSystemMove();
+    }
+}
+
+void frmPopUp::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.drawRect(rect() - QMargins(0, 0, 1, 1));
+}
+
+} // namespace lookup

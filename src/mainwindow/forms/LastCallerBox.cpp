@@ -1,0 +1,153 @@
+#include "mainwindow/forms/LastCallerBox.h"
+
+#include "appearance/Theme.h"
+
+#include <QContextMenuEvent>
+#include <QMenu>
+#include <QScopedValueRollback>
+#include <QSyntaxHighlighter>
+#include <QTextBlock>
+#include <QToolTip>
+
+using namespace Qt::StringLiterals;
+
+namespace mainwindow {
+
+namespace {
+
+constexpr double numberScale = 1.6;
+constexpr int padding = 8;
+
+/// Makes the first line large and the second one quiet.
+class CallerLines : public QSyntaxHighlighter
+{
+public:
+    explicit CallerLines(const QPlainTextEdit &box) : QSyntaxHighlighter(box.document()), m_box(box) {}
+
+protected:
+    void highlightBlock(const QString &text) override
+    {
+        const appearance::CallColors colors = appearance::callColors(m_box.palette());
+        QTextCharFormat format;
+        const bool first = currentBlock().blockNumber() == 0;
+        format.setForeground(first ? colors.lastCallerText : colors.lastCallerDetails);
+        if (first) {
+            format.setFontWeight(QFont::DemiBold);
+            format.setFontPointSize(m_box.font().pointSizeF() * numberScale);
+        }
+        setFormat(0, int(text.size()), format);
+    }
+
+private:
+    const QPlainTextEdit &m_box;
+};
+
+} // namespace
+
+LastCallerBox::LastCallerBox(QWidget *parent) : QPlainTextEdit(parent)
+{
+    new CallerLines(*this);
+    document()->setDocumentMargin(0); // which a text from right to left that stands for none ignores
+    setViewportMargins(padding, padding, padding, padding);
+    setBackgroundRole(QPalette::Base);
+    setAutoFillBackground(true);
+    setLineWrapMode(NoWrap);
+    applyColors();
+    fitHeight();
+}
+
+QSize LastCallerBox::sizeHint() const
+{
+    return {320, minimumSizeHint().height()};
+}
+
+QSize LastCallerBox::minimumSizeHint() const
+{
+    QFont large = font();
+    large.setPointSizeF(font().pointSizeF() * numberScale);
+    const int lines = QFontMetrics(large).lineSpacing() + fontMetrics().lineSpacing();
+    return {200, lines + 2 * padding + 2 * frameWidth() + 2};
+}
+
+void LastCallerBox::changeEvent(QEvent *event)
+{
+    QPlainTextEdit::changeEvent(event);
+    if (event->type() == QEvent::FontChange) {
+        fitHeight();
+    } else if (event->type() == QEvent::PaletteChange && !m_coloring) {
+        applyColors();
+    }
+}
+
+void LastCallerBox::contextMenuEvent(QContextMenuEvent *event)
+{
+    QMenu *menu = createStandardContextMenu(event->pos());
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->insertActions(menu->insertSeparator(menu->actions().value(0)), actions());
+    const auto closed = [this] {
+        m_menuOpen = false;
+        Q_EMIT menuClosed();
+    };
+    connect(menu, &QMenu::aboutToHide, this, closed, Qt::QueuedConnection); // behind the work of its choice
+    m_menuOpen = true;
+    menu->popup(event->globalPos());
+}
+
+// A narrow window cuts long lines; the tip then has all of them. Never as markup.
+bool LastCallerBox::event(QEvent *event)
+{
+    if (event->type() == QEvent::ToolTip && isCut()) {
+        const QString text = u"<div style='white-space:pre'>"_s + toPlainText().toHtmlEscaped() + u"</div>"_s;
+        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), text, this);
+        return true;
+    }
+    return QPlainTextEdit::event(event);
+}
+
+bool LastCallerBox::isCut() const
+{
+    const auto wide = [this](const QTextBlock &block) {
+        const QTextLayout &lines = *block.layout();
+        return lines.lineCount() > 0 && lines.lineAt(0).naturalTextWidth() > viewport()->width();
+    };
+    return wide(document()->firstBlock()) || wide(document()->lastBlock());
+}
+
+void LastCallerBox::fitHeight()
+{
+    setFixedHeight(minimumSizeHint().height());
+}
+
+// A line that tells nothing stays in the text, unseen; the other one then stands in the middle.
+void LastCallerBox::showCall(const QString &text, bool hasPrevious)
+{
+    setPlainText(text);
+    const QTextBlock previous = document()->lastBlock();
+    if (!hasPrevious && previous != document()->firstBlock()) {
+        QTextBlock(previous).setVisible(false);
+        document()->markContentsDirty(previous.position(), previous.length());
+    }
+    const int middle = hasPrevious ? 0 : fontMetrics().lineSpacing() / 2;
+    setViewportMargins(padding, padding + middle, padding, std::max(padding - middle, 0));
+}
+
+void LastCallerBox::setSignalling(bool on)
+{
+    if (m_signalling != on) {
+        m_signalling = on;
+        applyColors();
+    }
+}
+
+void LastCallerBox::applyColors()
+{
+    const QScopedValueRollback coloring(m_coloring, true);
+    const appearance::CallColors colors = appearance::callColors(palette());
+    QPalette yellow = palette();
+    yellow.setColor(QPalette::Base, m_signalling ? colors.newCallBar : colors.lastCallerBar);
+    yellow.setColor(QPalette::Text, colors.lastCallerText);
+    yellow.setColor(QPalette::PlaceholderText, colors.lastCallerDetails);
+    setPalette(yellow);
+}
+
+} // namespace mainwindow

@@ -1,0 +1,65 @@
+#include "messages/forms/MessageWindows.h"
+
+#include "appearance/BringToFront.h"
+
+using namespace Qt::StringLiterals;
+
+namespace messages {
+
+MessageWindows::MessageWindows(const Context &context) : m_context(context) {}
+
+MessageWindows::~MessageWindows()
+{
+    delete m_send;
+    delete m_show;
+}
+
+void MessageWindows::showSend()
+{
+    if (m_send == nullptr || !m_send->isVisible()) { // one that was closed is about to be deleted
+        m_send = new frmSendSMS(m_context.forms, m_context.codePage, m_draft);
+    }
+    appearance::bringToFront(*m_send);
+}
+
+void MessageWindows::showReceived(const QString &text, Filing filing)
+{
+    m_inbox.add(m_context.forms.log.timeStamp(), text, filing);
+    m_screen.schedule();
+}
+
+void MessageWindows::update()
+{
+    if (m_show == nullptr || !m_show->isVisible()) { // likewise
+        m_inbox.page(m_inbox.count());               // wherever the operator had leafed to in the last one
+        m_show = new frmShowSMS(m_context.forms, m_inbox, [this] { notifyUnread(); });
+    }
+    m_show->showMessages();
+    notifyUnread();
+}
+
+void MessageWindows::markAllSeen()
+{
+    m_inbox.markAllSeen();
+    notifyUnread();
+}
+
+bool MessageWindows::mayDropDraft()
+{
+    const bool may = m_draft.text.isEmpty() ||
+                     m_context.forms.prompts.askOkCancel(m_context.forms.texts.Lms(u"MessageUnsent"_s), {});
+    if (!may) {
+        showSend();
+    }
+    return may;
+}
+
+void MessageWindows::notifyUnread()
+{
+    const int unread = m_inbox.unseen();
+    if (std::exchange(m_told, unread) != unread && m_context.unreadChanged) {
+        m_context.unreadChanged(unread);
+    }
+}
+
+} // namespace messages

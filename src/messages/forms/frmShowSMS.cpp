@@ -1,0 +1,142 @@
+#include "messages/forms/frmShowSMS.h"
+
+#include "appearance/Keys.h"
+#include "appearance/ThemedIcons.h"
+#include "core/TextUtilities.h"
+#include "ui_frmShowSMS.h"
+
+#include <QApplication>
+#include <QScreen>
+#include <QStyle>
+
+using namespace Qt::StringLiterals;
+
+namespace messages {
+
+namespace {
+
+constexpr int screenMargin = 16;
+
+/// The beginning of `text` that is shown as one line; its line end is the character behind it.
+QStringView nextLine(QStringView text, bool breaksLines)
+{
+    constexpr qsizetype pieceLength = 1000;
+    const qsizetype lineEnd = breaksLines ? text.indexOf(u'\n') : -1;
+    qsizetype length = std::min(lineEnd < 0 ? text.size() : lineEnd, pieceLength);
+    if (length < text.size() && text[length].isLowSurrogate()) {
+        --length;
+    }
+    return text.first(length);
+}
+
+/// The text in lines that a box lays out in time: a long one is shown in pieces, and very many of them run on
+/// without breaks; none of it is left out.
+QString shownLines(QStringView text)
+{
+    constexpr qsizetype mostLines = 2000;
+    QStringList shown;
+    while (!text.isEmpty()) {
+        const bool breaksLines = shown.size() < mostLines;
+        const QStringView line = nextLine(text, breaksLines);
+        text = text.sliced(line.size());
+        if (breaksLines && text.startsWith(u'\n')) {
+            text = text.sliced(1);
+        }
+        shown.append(core::shownText(line.chopped(line.endsWith(u'\r') ? 1 : 0), line.size()));
+    }
+    return shown.join(u'\n');
+}
+
+} // namespace
+
+frmShowSMS::frmShowSMS(const appearance::FormContext &context, Inbox &inbox, std::function<void()> seen)
+    : QDialog(nullptr, Qt::Window | Qt::WindowStaysOnTopHint), m_context(context), m_inbox(inbox),
+      m_seen(std::move(seen)), m_ui(std::make_unique<Ui::frmShowSMS>()), m_setup(context.services)
+{
+    m_ui->setupUi(this);
+    setAttribute(Qt::WA_DeleteOnClose);
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    setWindowIcon(appearance::programIcon());
+    m_setup.load(*this);
+    if (context.services.windows.geometry(objectName()).isEmpty()) {
+        place();
+    }
+    connect(m_ui->Command1, &QPushButton::clicked, this, &QDialog::reject);
+    connect(m_ui->cmdPrevious, &QPushButton::clicked, this, [this] { page(-1); });
+    connect(m_ui->cmdNext, &QPushButton::clicked, this, [this] { page(1); });
+    appearance::onHelpKey(*this, m_context.navigator, u"Popup_Messages"_s);
+}
+
+frmShowSMS::~frmShowSMS()
+{
+    m_setup.unload();
+}
+
+// In a corner, away from what the operator types, and not in the one where callers pop up.
+void frmShowSMS::place()
+{
+    const QRect free = screen()->availableGeometry();
+    const int titleBar = style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    move(free.left() + screenMargin, free.bottom() - height() - titleBar - screenMargin);
+}
+
+void frmShowSMS::showMessages()
+{
+    fill();
+    if (isMinimized()) { // bringing it back from there would take the keyboard, showing it anew does not
+        hide();
+        setWindowState(windowState() & ~Qt::WindowMinimized);
+    }
+    show();
+    raise();
+    QApplication::alert(this);
+    if (isActiveWindow()) {
+        markSeen();
+    }
+}
+
+void frmShowSMS::fill()
+{
+    const Inbox::Message &message = m_inbox.current();
+    m_ui->lblReceived->setText(core::isolated(message.time));
+    if (m_shown != message.text || m_ui->txtSMS->document()->isEmpty()) {
+        m_shown = message.text;
+        m_ui->txtSMS->setPlainText(shownLines(m_shown));
+    }
+    m_ui->lblNotFiled->setVisible(message.filing != Filing::Works);
+    m_ui->lblNotFiled->setText(m_context.texts.Lms(filingKey(message.filing)));
+    m_ui->lblPlace->setText(u"%1 / %2"_s.arg(m_inbox.place() + 1).arg(m_inbox.count()));
+    m_ui->cmdPrevious->setEnabled(m_inbox.place() > 0);
+    m_ui->cmdNext->setEnabled(m_inbox.place() + 1 < m_inbox.count());
+}
+
+void frmShowSMS::page(int messages)
+{
+    m_inbox.page(messages);
+    fill();
+    markSeen();
+}
+
+void frmShowSMS::markSeen()
+{
+    m_inbox.markSeen();
+    m_seen();
+}
+
+// An operator who turns to the window reads what it shows.
+bool frmShowSMS::event(QEvent *event)
+{
+    if (event->type() == QEvent::WindowActivate && !m_inbox.isEmpty()) {
+        markSeen();
+    }
+    return QDialog::event(event);
+}
+
+void frmShowSMS::done(int result)
+{
+    markSeen();
+    m_setup.rememberGeometry(*this);
+    QDialog::done(result);
+}
+
+} // namespace messages

@@ -1,0 +1,75 @@
+#pragma once
+
+#include "notes/NoteConditions.h"
+#include "notes/forms/NoteContext.h"
+#include "store/Connection.h"
+#include "store/ResultModel.h"
+
+#include <QPointer>
+#include <QWidget>
+
+#include <functional>
+#include <memory>
+
+namespace Ui {
+class frmNotePadManager;
+}
+
+namespace notes {
+
+class ReportRun;
+
+/// Searches all call notes, and shows, prints and exports what it finds. Deletes itself when closed.
+class frmNotePadManager : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// With `fixedCustomer` every search finds the notes of that customer only.
+    frmNotePadManager(const NoteContext &context, const QString &fixedCustomer);
+    ~frmNotePadManager() override;
+
+    void ShowResult();
+    /// Goes along with a customer's new name: what was searched for is searched for again.
+    void followName(const QString &oldName, const QString &newName);
+
+Q_SIGNALS:
+    void addNoteRequested(const QString &customerName);
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void connectButtons();
+    void setDefaultRange();
+    void setRange(QDate first, QDate last);
+    void showAllDates();
+    void fillIfResolved();
+    void setUpGrid();
+    void translateHeadings();
+    void widenColumns();
+    NoteConditions conditions() const;
+    void search(const NoteConditions &conditions);
+    std::optional<QString> onlyCustomer() const;
+    bool GetRecordSet(const QString &select);
+    void showTotal();
+    void showTrouble();
+    void offerReport();
+    void openCustomer(int row);
+    void showMenu(const QPoint &position);
+    void readReport(const std::function<void(const QString &)> &use);
+    void exportResult();
+    void printResult();
+
+    NoteContext m_context;
+    QString m_fixedCustomer;
+    NoteConditions m_searched;    ///< what the result that is shown was searched by
+    QPointer<ReportRun> m_report; ///< that is being made
+    store::Connection m_connection;
+    store::ResultModel m_result;
+    std::unique_ptr<Ui::frmNotePadManager> m_ui;
+    appearance::FormSetup m_setup;
+};
+
+} // namespace notes

@@ -1,0 +1,153 @@
+#include "phonebook/forms/frmSimplePhoneBook.h"
+
+#include "appearance/SaveRecord.h"
+#include "appearance/ThemedIcons.h"
+#include "phonebook/PhoneBookEntry.h"
+#include "ui_frmSimplePhoneBook.h"
+
+#include <QCloseEvent>
+#include <QComboBox>
+
+using namespace Qt::StringLiterals;
+
+namespace phonebook {
+
+frmSimplePhoneBook::frmSimplePhoneBook(const appearance::FormContext &context)
+    : QWidget(nullptr, Qt::Window), m_context(context), m_ui(std::make_unique<Ui::frmSimplePhoneBook>()),
+      m_setup(context.services), m_data(new DataPhonebook(context.log, context.texts, this))
+{
+    m_ui->setupUi(this);
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowIcon(appearance::programIcon());
+    m_setup.load(*this);
+    setUpList();
+    connectControls();
+    connectGrid();
+    m_list->refresh();
+    m_ui->txtSearch->setFocus();
+}
+
+frmSimplePhoneBook::~frmSimplePhoneBook()
+{
+    m_setup.unload();
+}
+
+void frmSimplePhoneBook::followSaved(qint32 sn)
+{
+    m_list->follow({.query = allEntriesQuery()}, sn);
+}
+
+void frmSimplePhoneBook::showQuery(const QString &query)
+{
+    m_list->showUnsearched({.query = query});
+}
+
+/// There is no hint while no file could be read: it is not known then whether there are entries.
+void frmSimplePhoneBook::showAnswer(bool whole)
+{
+    const QString &shown = m_data->recordSource();
+    const QString key = shown == allEntriesQuery() ? u"PhoneBookEmpty"_s : u"NoEntryFound"_s;
+    m_ui->DbgPhoneBook->setHint(shown.isEmpty() ? QString() : m_context.texts.Lms(key));
+    if (whole) {
+        layOutColumns();
+        notice({});
+    } else {
+        showReadingTrouble();
+    }
+}
+
+void frmSimplePhoneBook::showReadingTrouble()
+{
+    const QString key = store::troubleKey(m_data->trouble(), {});
+    notice(key.isEmpty() ? troubleText(m_context.texts, m_context.paths.PhoneBookFile)
+                         : m_context.texts.Lms(key));
+}
+
+// The button sends the command of the customer list and not of the phone book: servers know the deletion of
+// an entry by it. What the grid itself deletes counts as a change made in the grid.
+void frmSimplePhoneBook::deleteCurrent(DeletedBy means)
+{
+    using Removal = appearance::SearchedList::Removal;
+    const Removal removal = m_list->removeCurrent([this] {
+        return m_context.prompts.askOkCancel(m_context.texts.Lms(u"DeletePhoneNumberInfo?"_s), u"CRM"_s);
+    });
+    if (removal == Removal::Failed) {
+        showWritingTrouble();
+    } else if (removal == Removal::Done) {
+        m_context.server.SendServer(means == DeletedBy::Button ? u"REFRESHCUSTOMERLIST"_s
+                                                               : u"REFRESHSIMPLEPHONEBOOK"_s);
+    }
+}
+
+/// A file that has taken the place of the one in the list is shown first.
+void frmSimplePhoneBook::showWritingTrouble()
+{
+    const QString &file = m_context.paths.PhoneBookFile;
+    const bool replaced = m_data->isReplaced() && obstacleText(m_context.texts, file).isEmpty();
+    if (replaced) {
+        m_list->refresh();
+    }
+    const bool otherIsShown = replaced && !m_data->isReplaced();
+    notice(otherIsShown ? m_context.texts.Lms(u"PhoneBookReplaced"_s) : troubleText(m_context.texts, file));
+}
+
+/// What somebody else has changed meanwhile is put before the operator.
+void frmSimplePhoneBook::settle(const QPersistentModelIndex &cell, PhoneBookEntry loaded,
+                                const QString &typed)
+{
+    if (!cell.isValid() || !isVisible()) {
+        return;
+    }
+    PhoneBookEntry entry = withField(loaded, m_data->fieldAt(cell.column()), typed);
+    const auto captionOf = [this](const QString &column) {
+        return m_data->headerData(m_data->columnOf(column), Qt::Horizontal).toString();
+    };
+    const auto isMark = [this](const QString &column) { return m_data->isMark(m_data->columnOf(column)); };
+    const SavedEntry saved = appearance::saveRecord(
+        m_context, {*this, loaded.simpledes, captionOf, isMark},
+        [&] { return m_data->write(cell.row(), loaded, entry); },
+        [&](const core::Saved &refused, core::Whose holds) { decide(refused, holds, loaded, entry); });
+    if (!saved.written && !saved.dropped) {
+        return editAgain(cell, typed);
+    }
+    if (saved.dropped || saved.entry.SN != currentSn()) { // a row has gone, or come
+        m_list->show(m_list->shown(), saved.entry.SN);
+    }
+}
+
+// The grid closes the editor of a cell whatever becomes of its text, so it is opened on the text once more.
+void frmSimplePhoneBook::editAgain(const QPersistentModelIndex &cell, const QString &typed)
+{
+    auto *grid = m_ui->DbgPhoneBook;
+    if (!cell.isValid() || !isVisible()) {
+        return;
+    }
+    const int column = cell.column();
+    grid->setCurrentIndex(cell);
+    const std::optional<qint32> sn = currentSn();
+    showWritingTrouble();
+    const QModelIndex place = grid->currentIndex().siblingAtColumn(column);
+    if (!place.isValid() || currentSn() != sn) {
+        return;
+    }
+    grid->setCurrentIndex(place);
+    grid->edit(place);
+    if (auto *line = qobject_cast<QLineEdit *>(grid->indexWidget(place))) {
+        line->setText(typed);
+    } else if (auto *words = qobject_cast<QComboBox *>(grid->indexWidget(place))) {
+        words->setCurrentIndex(words->findData(typed));
+    }
+}
+
+void frmSimplePhoneBook::notice(const QString &text)
+{
+    m_ui->lblNotice->setText(text);
+}
+
+void frmSimplePhoneBook::closeEvent(QCloseEvent *event)
+{
+    m_setup.rememberGeometry(*this);
+    QWidget::closeEvent(event);
+}
+
+} // namespace phonebook

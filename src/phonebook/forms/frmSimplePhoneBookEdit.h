@@ -1,0 +1,60 @@
+#pragma once
+
+#include "appearance/FormContext.h"
+#include "lookup/forms/OwnerLine.h"
+#include "phonebook/PhoneBookEntry.h"
+
+#include <QDialog>
+
+#include <memory>
+
+namespace Ui {
+class frmSimplePhoneBookEdit;
+}
+
+namespace phonebook {
+
+/// The editor of one entry. What was typed is never thrown away without asking. Deletes itself when closed.
+class frmSimplePhoneBookEdit : public QDialog
+{
+    Q_OBJECT
+
+public:
+    struct Needs
+    {
+        appearance::FormContext forms;
+        const lookup::ExistenceChecks &checks;
+        std::function<void(const PhoneBookEntry &entry)> entrySaved; ///< see Desk
+    };
+
+    explicit frmSimplePhoneBookEdit(const Needs &needs);
+    ~frmSimplePhoneBookEdit() override;
+
+    /// Shows an entry of the table, the mode "EDIT". Typed changes of this very entry are left standing.
+    void editEntry(const PhoneBookEntry &entry);
+    /// Shows an entry that is yet to be written, the mode "ADD".
+    void addEntry(const QString &number, const QString &name);
+
+    void reject() override { close(); }
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void connectControls();
+    void fill(const PhoneBookEntry &entry);
+    void follow(const PhoneBookEntry &entry);
+    PhoneBookEntry contents() const;
+    bool isChanged() const { return contents() != m_loaded; }
+    QWidget *controlOf(const QString &column) const;
+    bool mayDropContents();
+    bool save();
+
+    const Needs m_needs;
+    std::unique_ptr<Ui::frmSimplePhoneBookEdit> m_ui;
+    appearance::FormSetup m_setup;
+    PhoneBookEntry m_loaded; ///< the contents before the operator changed them; has an SN in the mode "EDIT"
+    std::optional<lookup::OwnerLine> m_ownerLine;
+};
+
+} // namespace phonebook
