@@ -111,7 +111,7 @@ private Q_SLOTS:
     {
         startWithTray();
         hideMainWindow();
-        QTRY_VERIFY(!windowOfType(u"= _NET_WM_WINDOW_TYPE_TOOLTIP"_s).isEmpty()); // the tray icon's balloon
+        QTRY_VERIFY(!windowOfType(*m_program, u"TOOLTIP"_s).isEmpty()); // the tray icon's balloon
         const QMap<QString, QByteArray> files = m_program->allFiles();
         QProcess second;
         m_program->startProcess(second);
