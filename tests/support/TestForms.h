@@ -23,14 +23,18 @@ Form *openForm(const QString &name = {})
     return shown != windows.end() ? qobject_cast<Form *>(*shown) : nullptr;
 }
 
-/// A control, by its name, of the window of a class once that opens; without it no test can go on.
+/// A control, by its name, of the window of a class once that opens; without one of them no test can go on.
 template <typename Form, typename Control = QAbstractButton>
 Control *find(const char *name)
 {
     if (!QTest::qWaitFor([] { return openForm<Form>() != nullptr; }, 30000)) {
         qFatal("%s did not open", Form::staticMetaObject.className());
     }
-    return openForm<Form>()->template findChild<Control *>(QLatin1String(name));
+    auto *control = openForm<Form>()->template findChild<Control *>(QLatin1String(name));
+    if (control == nullptr) {
+        qFatal("%s has no such %s", Form::staticMetaObject.className(), name);
+    }
+    return control;
 }
 template <typename Form>
 void press(const char *button)
