@@ -23,6 +23,7 @@ namespace {
 
 constexpr int rowPadding = 12;
 constexpr std::chrono::milliseconds copyingTurn{20};
+constexpr std::chrono::milliseconds untilFound{50};
 
 } // namespace
 
@@ -201,18 +202,22 @@ void RecordGrid::copySelection()
     copyOn();
 }
 
-// Reading a hundred thousand rows takes seconds, in which calls must go on being shown.
+// Reading a hundred thousand rows takes seconds, in which calls must go on being shown. A row that the list
+// still looks for is waited for.
 void RecordGrid::copyOn()
 {
     QElapsedTimer timer;
     timer.start();
-    while (!m_toCopy.empty() && timer.elapsed() < copyingTurn.count()) {
+    const auto isFound = [this](int row) {
+        return model()->flags(model()->index(row, 0)) != Qt::NoItemFlags;
+    };
+    while (!m_toCopy.empty() && isFound(m_toCopy.back()) && timer.elapsed() < copyingTurn.count()) {
         m_copied.append(rowText(m_toCopy.back()));
         m_toCopy.pop_back();
     }
     if (!m_toCopy.empty()) {
         viewport()->setCursor(Qt::BusyCursor);
-        return m_copying.start(0);
+        return m_copying.start(isFound(m_toCopy.back()) ? std::chrono::milliseconds(0) : untilFound);
     }
     QApplication::clipboard()->setText(m_copied.join(u'\n'));
     endCopying();

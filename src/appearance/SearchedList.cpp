@@ -172,7 +172,9 @@ SearchedList::Removal SearchedList::removeCurrent(const std::function<bool()> &q
         return Removal::Failed;
     }
     standOn(row - 1);
-    showCount(m_context.countSign);
+    if (!m_rows.isReading()) {
+        showCount(m_context.countSign);
+    }
     return Removal::Done;
 }
 

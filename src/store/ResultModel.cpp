@@ -19,6 +19,8 @@ constexpr size_t firstPage = 100; // rows of a large screen
 constexpr qint64 oneTurnMs = 20;
 constexpr std::chrono::milliseconds untilPainted{20}; // the first page is to be seen before all are counted
 constexpr std::chrono::seconds pauseAfterLock{2};
+constexpr int mostMoves = 16;          // in one turn; where more has changed, the rest is shown anew
+constexpr std::ptrdiff_t soonest = 50; // a row that comes within so many has others put in front of it
 
 ResultModel::Trouble troubleOf(const core::Error &error)
 {
@@ -29,15 +31,17 @@ ResultModel::Trouble troubleOf(const core::Error &error)
 
 } // namespace
 
+/// Of a row.
+struct ResultModel::Keys
+{
+    qint64 first;
+    qint64 second; ///< of the other table, where there are two
+    bool operator==(const Keys &) const = default;
+};
+
 /// The opened file, the keys of the rows found in it, and the reading of those that are still to be found.
 struct ResultModel::Rows
 {
-    struct Keys
-    {
-        qint64 first;
-        qint64 second; ///< of the other table, where there are two
-        bool operator==(const Keys &) const = default;
-    };
     static constexpr Keys unknown{std::numeric_limits<qint64>::min(), 0};
 
     Rows(const Database &database, const QString &tableOrSelect)
@@ -139,7 +143,7 @@ bool ResultModel::show(const std::function<std::unique_ptr<Rows>()> &open, bool 
     m_selectFailed = !attempt([&] {
         std::unique_ptr<Rows> rows = open();
         m_pause.stop();
-        if (again && rows->reading && rows->names == m_rows->names) {
+        if (again && rows->reading && !rows->isCounted && rows->names == m_rows->names) {
             rows->keys = std::move(m_rows->keys);
             m_rows = std::move(rows);
             m_cache.clear();
@@ -229,9 +233,7 @@ void ResultModel::countAll()
     const auto rows = static_cast<int>(m_rows->reading->total().value_or(0));
     m_rows->isCounted = true;
     if (rows > rowCount()) {
-        beginInsertRows({}, rowCount(), rows - 1);
-        m_rows->keys.resize(static_cast<size_t>(rows), Rows::unknown);
-        endInsertRows();
+        insert(m_rows->keys.size(), std::vector(static_cast<size_t>(rows - rowCount()), Rows::unknown));
     }
     m_reading.start(0);
 }
@@ -239,12 +241,8 @@ void ResultModel::countAll()
 /// Those that were shown before, or counted, and are there no more.
 void ResultModel::dropUnfound()
 {
-    const int known = static_cast<int>(m_rows->known);
-    if (known < rowCount()) {
-        beginRemoveRows({}, known, rowCount() - 1);
-        m_rows->keys.erase(m_rows->keys.begin() + known, m_rows->keys.end());
-        m_cache.clear();
-        endRemoveRows();
+    if (m_rows->known < m_rows->keys.size()) {
+        drop(m_rows->known, m_rows->keys.size());
     }
 }
 
@@ -269,30 +267,57 @@ void ResultModel::readOn()
     }
 }
 
-/// Shows the rows found: in the places of those that were shown before, and then behind them.
+/// Shows the rows found, behind those that were found before. A row of an earlier reading is moved rather
+/// than turned into another: whoever holds an index, be it an open cell, must not find somebody else there.
 bool ResultModel::takeFound()
 {
-    const std::vector<Rows::Keys> found = std::exchange(m_rows->found, {});
-    if (found.empty()) {
-        return false;
+    const std::vector<Keys> found = std::exchange(m_rows->found, {});
+    std::vector<Keys> &keys = m_rows->keys;
+    size_t &known = m_rows->known;
+    const size_t before = known;
+    int moves = 0;
+    bool filled = false;
+    for (auto key = found.begin(); key != found.end(); ++key, ++known) {
+        while (known < keys.size() && keys[known] != *key && keys[known] != Rows::unknown) {
+            const auto soon = key + std::min(found.end() - key, soonest);
+            if (++moves > mostMoves) {
+                dropUnfound();
+            } else if (std::find(key, soon, keys[known]) == soon) {
+                drop(known, known + 1);
+            } else {
+                insert(known, {*key});
+            }
+        }
+        if (known == keys.size()) {
+            insert(known, {key, found.end()});
+            known = keys.size();
+            break;
+        }
+        filled |= keys[known] != *key;
+        keys[known] = *key;
     }
-    std::vector<Rows::Keys> &keys = m_rows->keys;
-    const int first = static_cast<int>(m_rows->known);
-    const auto place = keys.begin() + first;
-    const auto shown = std::min(keys.end() - place, static_cast<std::ptrdiff_t>(found.size()));
-    const auto rest = found.begin() + shown;
-    m_rows->known += found.size();
-    if (!std::equal(found.begin(), rest, place)) {
-        std::copy(found.begin(), rest, place);
-        m_cache.clear();
-        Q_EMIT dataChanged(index(first, 0), index(first + static_cast<int>(shown) - 1, columnCount() - 1));
+    if (filled) {
+        Q_EMIT dataChanged(index(static_cast<int>(before), 0),
+                           index(static_cast<int>(known) - 1, columnCount() - 1));
     }
-    if (rest != found.end()) {
-        beginInsertRows({}, rowCount(), static_cast<int>(m_rows->known) - 1);
-        keys.insert(keys.end(), rest, found.end());
-        endInsertRows();
-    }
-    return true;
+    return !found.empty();
+}
+
+void ResultModel::insert(size_t place, const std::vector<Keys> &keys)
+{
+    beginInsertRows({}, static_cast<int>(place), static_cast<int>(place + keys.size()) - 1);
+    m_rows->keys.insert(m_rows->keys.begin() + static_cast<std::ptrdiff_t>(place), keys.begin(), keys.end());
+    m_cache.clear();
+    endInsertRows();
+}
+
+void ResultModel::drop(size_t first, size_t end)
+{
+    beginRemoveRows({}, static_cast<int>(first), static_cast<int>(end) - 1);
+    m_rows->keys.erase(m_rows->keys.begin() + static_cast<std::ptrdiff_t>(first),
+                       m_rows->keys.begin() + static_cast<std::ptrdiff_t>(end));
+    m_cache.clear();
+    endRemoveRows();
 }
 
 void ResultModel::endPause()
@@ -433,12 +458,8 @@ bool ResultModel::removeRows(int row, int count, const QModelIndex &parent)
         if (!m_log.trap(m_name, [&] { m_rows->handle->transaction(remove); })) {
             return false;
         }
-        m_cache.clear();
-        beginRemoveRows({}, row, row);
-        m_rows->keys.erase(m_rows->keys.begin() + row);
         m_rows->known -= static_cast<size_t>(row) < m_rows->known ? 1U : 0U;
-        m_cache.clear();
-        endRemoveRows();
+        drop(static_cast<size_t>(row), static_cast<size_t>(row) + 1);
     }
     return true;
 }
@@ -454,7 +475,7 @@ int ResultModel::rowOf(qint64 number) const
     if (m_rows == nullptr) {
         return -1;
     }
-    const auto found = std::ranges::find(m_rows->keys, number, &Rows::Keys::first);
+    const auto found = std::ranges::find(m_rows->keys, number, &Keys::first);
     return found != m_rows->keys.end() ? static_cast<int>(found - m_rows->keys.begin()) : -1;
 }
 

@@ -15,7 +15,7 @@ namespace store {
 /// Shows in a grid the rows of a table, of a select over one, or of one over two joined tables. The first
 /// page stands at once; the others are found from the event loop, and between two slices of that no lock is
 /// held on the file. Of a whole table all rows are counted from the second page on, so that a scroll bar
-/// tells the truth; one that is still to be found is empty and cannot be chosen. Where the same select is
+/// tells the truth; one that is still to be found is empty and cannot be chosen. Where the same table is
 /// shown anew, its rows stay until those of the file are found. Only the keys of the rows are kept: a row is
 /// read when it is looked at, and shown empty while another program has locked the file. Cells of one table
 /// may be edited in place.
@@ -108,12 +108,15 @@ protected:
 
 private:
     struct Rows;
+    struct Keys;
     bool show(const std::function<std::unique_ptr<Rows>()> &open, bool again);
     bool attempt(const std::function<void()> &work) const;
     void countAll();
     void readOn();
     bool takeFound();
     void dropUnfound();
+    void insert(size_t place, const std::vector<Keys> &keys);
+    void drop(size_t first, size_t end);
     void endPause();
     void arrangeColumns();
     QVariantList rowAt(int row) const;

@@ -312,11 +312,28 @@ private Q_SLOTS:
         QVERIFY(model->index(59990, 0).flags() != Qt::NoItemFlags);
 
         const QSignalSpy reset(model, &QAbstractItemModel::modelReset);
+        const QPersistentModelIndex held = model->index(40000, 0);
+        const QString holder = held.data().toString();
+        QStringList others;
+        const auto look = [&] {
+            if (held.data() != holder) {
+                others.append(held.data().toString());
+            }
+        };
+        connect(model, &QAbstractItemModel::rowsInserted, forms.form(), look);
+        connect(model, &QAbstractItemModel::rowsRemoved, forms.form(), look);
+        connect(model, &QAbstractItemModel::dataChanged, forms.form(), look);
         forms.run(u"delete from customer where SN=50000"_s);
+        forms.run(u"insert into customer(SN,CustomerName) values(70000,'many 00009')"_s);
+        forms.run(u"update customer set CustomerName='many 99999' where SN=20000"_s);
         forms.grid()->setCurrentIndex(model->index(59000, 0));
         QTest::keyClick(forms.form(), Qt::Key_F5);
-        QCOMPARE(forms.grid()->currentIndex().row(), 59000); // at once
-        QTRY_COMPARE(forms.shown("lblCount"), u"[Totalcount] 59990"_s);
+        QCOMPARE(forms.grid()->currentIndex().siblingAtColumn(0).data().toString(),
+                 u"many 59010"_s); // at once
+        QTRY_COMPARE(model->index(59990, 0).data().toString(), u"many 99999"_s);
+        QTRY_COMPARE(forms.shown("lblCount"), u"[Totalcount] 59991"_s);
+        QCOMPARE(others, QStringList()); // no row has become another
+        QCOMPARE(held.data().toString(), holder);
         QCOMPARE(forms.grid()->currentIndex().siblingAtColumn(0).data().toString(), u"many 59010"_s);
         QCOMPARE(forms.grid()->currentIndex().row(), 58999);
         QCOMPARE(reset.size(), 0);
