@@ -87,13 +87,12 @@ void Windows::ShowHelp(const QString &helpId)
     m_help.ShowHelp(helpId);
 }
 
-void Windows::Show_Editor(const QString &source, qint32 sn)
+bool Windows::Show_Editor(const QString &source, qint32 sn)
 {
     if (source == "CUSTOMER"_L1) {
-        m_customers.editCustomer(sn);
-    } else if (source == "PHONEBOOK"_L1) {
-        m_phoneBook.editEntry(sn);
+        return m_customers.editCustomer(sn);
     }
+    return source == "PHONEBOOK"_L1 && m_phoneBook.editEntry(sn);
 }
 
 void Windows::addCaller(const QString &number, const QString &keyWord)
@@ -116,9 +115,14 @@ void Windows::ShowNotePad(const QString &customerName)
     m_notes.ShowNotePad(customerName, 0);
 }
 
-void Windows::addNote(qint32 customerSn)
+bool Windows::addNote(qint32 customerSn)
 {
-    m_notes.ShowNotePad(m_context.callers.customerName(customerSn), 1);
+    const QString name = m_context.callers.customerName(customerSn);
+    if (name.isEmpty()) { // another desk has deleted him
+        m_context.outside.prompts.tell(m_forms.texts.Lms(u"CustomerNotFound"_s), {});
+        return false;
+    }
+    return m_notes.ShowNotePad(name, 1);
 }
 
 void Windows::showPhoneBook(const QString &query, QWidget *editor)

@@ -51,12 +51,12 @@ public:
     bool canShow(core::Window window) const override;
     void show(core::Window window) override;
     void ShowHelp(const QString &helpId) override;
-    void Show_Editor(const QString &source, qint32 sn) override;
+    bool Show_Editor(const QString &source, qint32 sn) override;
     void addCaller(const QString &number, const QString &keyWord) override;
     void addCustomer(const QString &number, const QString &keyWord, const QString &name) override;
     void ShowCustomerByName(const QString &name) override;
     void ShowNotePad(const QString &customerName) override;
-    void addNote(qint32 customerSn) override;
+    bool addNote(qint32 customerSn) override;
     void showPhoneBook(const QString &query, QWidget *editor) override;
     void showCustomerList(const QString &query, QWidget *editor) override;
 

@@ -19,8 +19,9 @@ public:
     /// Opens the window, or brings it to the front.
     virtual void show(Window window) = 0;
     virtual void ShowHelp(const QString &helpId) = 0;
-    /// Opens the editor of a known caller's row: source "CUSTOMER" or "PHONEBOOK" and its SN.
-    virtual void Show_Editor(const QString &source, qint32 sn) = 0;
+    /// Opens the editor of a known caller's row: source "CUSTOMER" or "PHONEBOOK" and its SN. False
+    /// where the operator was told that it cannot be shown, or goes on with what he edits.
+    virtual bool Show_Editor(const QString &source, qint32 sn) = 0;
     /// Opens the phone book, or the customer list, on the rows of a query in the given words; behind the
     /// editor that asks for it, which keeps the keyboard.
     virtual void showPhoneBook(const QString &query, QWidget *editor) = 0;
@@ -32,8 +33,8 @@ public:
     virtual void ShowCustomerByName(const QString &name) = 0;
     /// Opens the call notes editor for a customer, with the notes that were kept of him.
     virtual void ShowNotePad(const QString &customerName) = 0;
-    /// Opens the call notes editor for the customer with that SN, with a new note.
-    virtual void addNote(qint32 customerSn) = 0;
+    /// Opens the call notes editor for the customer with that SN, with a new note; false as above.
+    virtual bool addNote(qint32 customerSn) = 0;
     /// Opens the dialog that files an unknown caller; the key word is what the call says of him.
     virtual void addCaller(const QString &number, const QString &keyWord) = 0;
 };

@@ -93,17 +93,17 @@ std::optional<QString> ExistenceChecks::nameOfHolder(Owner::Table table, qint32 
     return name;
 }
 
-std::optional<Owner> ExistenceChecks::customerNamed(const QString &name, std::optional<qint32> edited) const
+OwnerAnswer ExistenceChecks::customerNamed(const QString &name, std::optional<qint32> edited) const
 {
     std::optional<Owner> owner;
-    IfTheCustumerExist(name, [&](const store::Recordset &customer) {
+    const QString answer = IfTheCustumerExist(name, [&](const store::Recordset &customer) {
         const qint32 sn = customer.value(u"SN"_s).toInt();
         if (sn != edited) {
             owner = Owner{.sn = sn, .name = customer.value(u"CustomerName"_s).toString()};
         }
         return !owner;
     });
-    return owner;
+    return {.isAnswered = !answer.isEmpty(), .owner = owner};
 }
 
 void ExistenceChecks::tell(const Owner &owner, QWidget *editor) const

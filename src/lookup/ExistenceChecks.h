@@ -22,6 +22,13 @@ struct Owner
     bool operator==(const Owner &) const = default;
 };
 
+/// What a look-up in a file says, which may fail.
+struct OwnerAnswer
+{
+    bool isAnswered = false; ///< false: the file could not be read
+    std::optional<Owner> owner = {};
+};
+
 /// The checks that keep one caller from being filed twice.
 class ExistenceChecks
 {
@@ -47,7 +54,7 @@ public:
     /// where that is not true any more.
     std::optional<Owner> indexedOwner(Owner::Table table, const QString &numbers) const;
     /// The first customer but `edited` whose name contains `name`, where * ? # [ are wildcards.
-    std::optional<Owner> customerNamed(const QString &name, std::optional<qint32> edited) const;
+    OwnerAnswer customerNamed(const QString &name, std::optional<qint32> edited) const;
 
     /// "555-0144 belongs to Acme.", or that a name is on file.
     QString text(const Owner &owner) const;

@@ -119,6 +119,19 @@ private Q_SLOTS:
         QCOMPARE(desk.window().calls().rowCount(), 1);
     }
 
+    void aNoteForADeletedCustomerIsRefusedAndLeavesCardAndNotePad()
+    {
+        ProgramDesk desk;
+        QVERIFY(desk.start());
+        desk.program->windows().ShowNotePad(u"Harbor Lantern Hotel"_s);
+        desk.send(call(vipNumber, u"Deleted"_s, u"5550100"_s, {}, u"999999"_s));
+        desk.prompts.expect();
+        press<lookup::frmPopUp>("cmdNote");
+        QCOMPARE(desk.prompts.asked, QStringList(u"This customer is no longer on file."_s));
+        QVERIFY(openForm<lookup::frmPopUp>() != nullptr);
+        QCOMPARE((find<notes::frmNotePad, QLineEdit>("txtCustomerName")->text()), u"Harbor Lantern Hotel"_s);
+    }
+
     void typedTextIsNotLostByEndingTheProgram()
     {
         ProgramDesk desk;

@@ -169,6 +169,22 @@ private Q_SLOTS:
         QCOMPARE(forms.text("txtSN"), u"2"_s);
     }
 
+    void aNameThatCouldNotBeLookedUpIsLookedUpOnceItCan()
+    {
+        for (const bool saves : {true, false}) {
+            Forms forms;
+            forms.form->addCustomer({});
+            std::optional<store::Database> other(forms.paths.CustomerFile);
+            other->Execute(u"begin exclusive"_s);
+            forms.type("txtCustomerName", u"acme"_s);
+            QCOMPARE(forms.logMessages().filter(u"IfTheCustumerExist"_s).size(), 1);
+            other.reset();
+            forms.prompts.expect();
+            saves ? forms.click("Command2") : forms.leave("txtCustomerName");
+            QCOMPARE(forms.prompts.asked, QStringList{u"[CustomerExisted]\n[NameOnFile]"_s});
+        }
+    }
+
     // One box for whatever is somebody else's, and none twice; the line stays as long as it is so.
     void anActBringsOneBoxAndTheLineSaysWhoseItIs()
     {

@@ -111,6 +111,13 @@ private Q_SLOTS:
         QTRY_VERIFY(find<QLabel>("lblBlackListNotice")->isVisible());
         QCOMPARE(card(), standing);
         QCOMPARE(card()->pos(), moved);
+        card()->move(moved.x(), free.bottom() + 1 - card()->height());
+        core::CallRecord longer = caller(u"5550166"_s, u"Y"_s);
+        longer.SimpleDes = QString(300, u'W');
+        desk.pop(longer);
+        QTRY_VERIFY(find<QPlainTextEdit>("txtAbout")->toPlainText().startsWith(u"5550166 "_s));
+        QCOMPARE(card()->x(), moved.x());
+        QVERIFY(free.contains(card()->geometry()));
     }
 
     void aCardIsOfAnEarlierCallOnceAnotherOneShowsNone()
@@ -241,6 +248,23 @@ private Q_SLOTS:
         desk.popUp.callerRenamed(u"PHONEBOOK"_s, 70007, u"Somebody else"_s);
         desk.popUp.callerRenamed(u"CUSTOMER"_s, 70007, u"Acme <b>"_s);
         QCOMPARE(find<QPlainTextEdit>("txtAbout")->toPlainText(), u"5550144     Acme <b>"_s);
+    }
+
+    void theCardStaysWhereNoWindowOpensAndForACallThatCameMeanwhile()
+    {
+        for (const char *button : {"Command2", "cmdNote"}) {
+            Desk desk;
+            desk.pop(caller(u"5550144"_s));
+            desk.navigator.opens = [] { return false; };
+            support::press<lookup::frmPopUp>(button);
+            QVERIFY(card() != nullptr);
+            desk.navigator.opens = [&desk] { // something is asked
+                desk.popUp.ShowPopup(caller(u"5550144"_s, u"Y"_s));
+                return QTest::qWaitFor([] { return find<QLabel>("lblBlackListNotice")->isVisible(); });
+            };
+            support::press<lookup::frmPopUp>(button);
+            QVERIFY(card() != nullptr);
+        }
     }
 
     void buttonsAndEscapeEndTheCard()

@@ -133,6 +133,8 @@ struct FakeNavigator : core::Navigator
 {
     QSet<core::Window> available; ///< what canShow answers
     QStringList shown;            ///< one line a call, such as "Show_Editor CUSTOMER 7"
+    /// What comes to pass while a caller's window opens, and whether it does.
+    std::function<bool()> opens = [] { return true; };
 
     bool canShow(core::Window window) const override { return available.contains(window); }
     void show(core::Window window) override { record({"show"_L1, QString::number(int(window))}); }
@@ -143,16 +145,21 @@ struct FakeNavigator : core::Navigator
     }
     void ShowCustomerByName(const QString &name) override { record({"ShowCustomerByName"_L1, name}); }
     void ShowNotePad(const QString &customerName) override { record({"ShowNotePad"_L1, customerName}); }
-    void addNote(qint32 customerSn) override { record({"addNote"_L1, QString::number(customerSn)}); }
+    bool addNote(qint32 customerSn) override
+    {
+        record({"addNote"_L1, QString::number(customerSn)});
+        return opens();
+    }
     void showPhoneBook(const QString &query, QWidget *) override { record({"showPhoneBook"_L1, query}); }
     void showCustomerList(const QString &query, QWidget *) override
     {
         record({"showCustomerList"_L1, query});
     }
     void addCaller(const QString &tel, const QString &key) override { record({"addCaller"_L1, tel, key}); }
-    void Show_Editor(const QString &source, qint32 sn) override
+    bool Show_Editor(const QString &source, qint32 sn) override
     {
         record({"Show_Editor"_L1, source, QString::number(sn)});
+        return opens();
     }
 
 private:

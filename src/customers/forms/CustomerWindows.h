@@ -31,7 +31,7 @@ public:
     /// Opens the editor for a new customer with that number; with a key word, the list first on what it
     /// finds.
     void addCustomer(const QString &number, const QString &keyWord, const QString &name = {});
-    void editCustomer(qint32 sn) { editCustomer(sn, {}); }
+    bool editCustomer(qint32 sn) { return editCustomer(sn, {}); }
     void ShowCustomerByName(const QString &name);
     /// Part of what a saved customer causes; nothing while the list is closed.
     void refreshCustomerList();

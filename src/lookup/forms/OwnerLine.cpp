@@ -69,13 +69,19 @@ bool OwnerLine::isUntold(const QLineEdit &field) const
     return !m_edited && !text.isEmpty() && text != m_told.value(&field);
 }
 
-void OwnerLine::lookUpName()
+/// False after a failure: the name is looked up again the next time.
+bool OwnerLine::lookUpName()
 {
     const QString name = m_fields.name->text().trimmed();
     if (name != m_lookedUpName) {
-        m_ownerOfName = m_checks.customerNamed(name, m_edited);
+        const OwnerAnswer answer = m_checks.customerNamed(name, m_edited);
+        if (!answer.isAnswered) {
+            return false;
+        }
+        m_ownerOfName = answer.owner;
         m_lookedUpName = name;
     }
+    return true;
 }
 
 std::optional<Owner> OwnerLine::untold()
@@ -113,9 +119,11 @@ void OwnerLine::leave(QLineEdit &field)
 {
     const QString text = field.text().trimmed();
     const bool tells = isUntold(field);
+    if (&field == m_fields.name && !lookUpName()) {
+        return;
+    }
     remember(field);
     if (&field == m_fields.name) {
-        lookUpName();
         show();
         if (tells && m_ownerOfName) {
             tell(*m_ownerOfName);

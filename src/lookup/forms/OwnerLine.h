@@ -47,7 +47,7 @@ private:
     bool isUntold(const QLineEdit &field) const;
     void remember(const QLineEdit &field);
     void leave(QLineEdit &field);
-    void lookUpName();
+    bool lookUpName();
     void show();
 
     QWidget &m_editor;

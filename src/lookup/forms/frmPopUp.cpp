@@ -12,6 +12,8 @@
 #include <QScreen>
 #include <QWindow>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace lookup {
@@ -40,10 +42,11 @@ frmPopUp::frmPopUp(core::Navigator &navigator, const appearance::FormServices &s
     m_setup.load(*this, appearance::FormSetup::Place::OwnChoice);
     setFixedWidth(cardWidth);
     connect(m_ui->Command1, &QPushButton::clicked, this, &QWidget::close);
-    connect(m_ui->Command2, &QPushButton::clicked, this,
-            [this] { openAndClose([this] { m_navigator.Show_Editor(m_ui->txtSnType->text(), sn()); }); });
+    connect(m_ui->Command2, &QPushButton::clicked, this, [this] {
+        openAndClose([this] { return m_navigator.Show_Editor(m_ui->txtSnType->text(), sn()); });
+    });
     connect(m_ui->cmdNote, &QPushButton::clicked, this,
-            [this] { openAndClose([this] { m_navigator.addNote(sn()); }); });
+            [this] { openAndClose([this] { return m_navigator.addNote(sn()); }); });
     appearance::onKeys(*this, Qt::Key_Escape, [this] { close(); }); // text boxes keep the key to themselves
 }
 
@@ -69,14 +72,15 @@ frmPopUp::CardColors frmPopUp::colorsOf(core::Standing standing) const
 void frmPopUp::showCaller(const PopUpView &view, const QWidget &mainWindow)
 {
     m_view = view;
+    ++m_shown;
     fill(view);
     color(colorsOf(view.standing));
-    const bool ours =
-        !isVisible() || (pos() == m_placed && !isActiveWindow()); // the operator moves it no more
+    const bool moved = isVisible() && pos() != m_placed; // by the operator
+    const bool stays = moved || isActiveWindow();        // he may move it just now
     adjustSize();
-    if (ours) {
-        m_placed = placeCard(size(), room(mainWindow)).topLeft();
-        move(m_placed);
+    move(stays ? raisedOntoScreen() : placeCard(size(), room(mainWindow)).topLeft());
+    if (!moved) {
+        m_placed = pos();
     }
     show();
     raise();
@@ -152,6 +156,14 @@ void frmPopUp::color(const CardColors &colors)
         appearance::themedPixmap(colors.icon, words, iconSize, devicePixelRatioF()));
 }
 
+/// Where it stands, but as high as its buttons take to be reached.
+QPoint frmPopUp::raisedOntoScreen() const
+{
+    const QRect free = screen()->availableGeometry();
+    const int lowest = std::max(free.top(), free.bottom() + 1 - height());
+    return {x(), std::min(y(), lowest)};
+}
+
 CardRoom frmPopUp::room(const QWidget &mainWindow) const
 {
     const QWidget *active = QApplication::activeWindow();
@@ -184,13 +196,14 @@ qint32 frmPopUp::sn() const
     return core::leadingNumber(m_ui->txtSN->text());
 }
 
-// While the window that opens asks something, the next caller may have come up on the card.
-void frmPopUp::openAndClose(const std::function<void()> &open)
+// While the window that opens asks something, the next call may have come up on the card, also of the same
+// caller.
+void frmPopUp::openAndClose(const std::function<bool()> &open)
 {
     const QPointer<frmPopUp> card(this);
-    const QString number = m_view.callerNumber;
-    open();
-    if (card && m_view.callerNumber == number) {
+    const int shown = m_shown;
+    const bool opened = open();
+    if (opened && card && m_shown == shown) {
         close();
     }
 }

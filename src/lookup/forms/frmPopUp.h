@@ -56,8 +56,9 @@ private:
     void fill(const PopUpView &view);
     void showAbout(const QString &line);
     void color(const CardColors &colors);
+    QPoint raisedOntoScreen() const;
     CardRoom room(const QWidget &mainWindow) const;
-    void openAndClose(const std::function<void()> &open);
+    void openAndClose(const std::function<bool()> &open);
     bool isOfCustomer() const;
     qint32 sn() const;
 
@@ -65,6 +66,7 @@ private:
     std::unique_ptr<Ui::frmPopUp> m_ui;
     appearance::FormSetup m_setup;
     PopUpView m_view;
+    int m_shown = 0; ///< callers so far
     QPoint m_placed; ///< where we put the card
 };
 

@@ -50,7 +50,7 @@ void PhoneBookWindows::showList(const QString &query, QWidget *editor)
 }
 
 // The row is read anew: another desk may have changed it since the list has shown it.
-void PhoneBookWindows::editEntry(qint32 sn)
+bool PhoneBookWindows::editEntry(qint32 sn)
 {
     const appearance::FormContext &forms = m_context.forms;
     std::optional<PhoneBookEntry> entry;
@@ -59,10 +59,11 @@ void PhoneBookWindows::editEntry(qint32 sn)
     if (!entry) {
         forms.prompts.tell(wasRead ? forms.texts.Lms(u"EntryGone"_s)
                                    : troubleText(forms.texts, forms.paths.PhoneBookFile));
-        return;
+        return false;
     }
-    editor().editEntry(*entry);
+    const bool shown = editor().editEntry(*entry);
     appearance::bringToFront(editor());
+    return shown;
 }
 
 void PhoneBookWindows::addEntry(const QString &number, const QString &name)

@@ -28,8 +28,9 @@ public:
     void showList();
     /// The list on the rows of a query in the given words, behind the editor where there is one.
     void showList(const QString &query, QWidget *editor);
-    /// Opens the editor on an entry; tells the operator where it is gone or cannot be read.
-    void editEntry(qint32 sn);
+    /// Opens the editor on an entry; tells the operator where it is gone or cannot be read. False
+    /// where the editor is not on it.
+    bool editEntry(qint32 sn);
     /// Opens the editor for a new entry.
     void addEntry(const QString &number = {}, const QString &name = {});
     /// Opens the dialog that files an unknown caller here or among the customers.

@@ -50,11 +50,12 @@ void frmSimplePhoneBookEdit::connectControls()
     appearance::onHelpKey(*this, m_needs.forms.navigator, u"Popup_SimplePhoneBook"_s);
 }
 
-void frmSimplePhoneBookEdit::editEntry(const PhoneBookEntry &entry)
+bool frmSimplePhoneBookEdit::editEntry(const PhoneBookEntry &entry)
 {
     if (m_loaded.SN == entry.SN ? !isChanged() : mayDropContents()) {
         fill(entry);
     }
+    return m_loaded.SN == entry.SN;
 }
 
 void frmSimplePhoneBookEdit::addEntry(const QString &number, const QString &name)

@@ -31,7 +31,8 @@ public:
     ~frmSimplePhoneBookEdit() override;
 
     /// Shows an entry of the table, the mode "EDIT". Typed changes of this very entry are left standing.
-    void editEntry(const PhoneBookEntry &entry);
+    /// False where the operator goes on with another one.
+    bool editEntry(const PhoneBookEntry &entry);
     /// Shows an entry that is yet to be written, the mode "ADD".
     void addEntry(const QString &number, const QString &name);
 
