@@ -121,14 +121,14 @@ OptionsLogic::SavedSystem OptionsLogic::saveSystemPage(const SystemPage &page)
     return saved;
 }
 
-/// Why the list was not saved; empty where it is, or has not changed.
+/// Why the list was not saved; empty where it is, or was to stay.
 QString OptionsLogic::saveSenders(const std::optional<QString> &senders)
 {
     if (!senders) {
         return {};
     }
     QString refusal = m_context.effects.sendersRefusal(*senders);
-    if (!refusal.isEmpty() || senders == m_context.effects.senders()) {
+    if (!refusal.isEmpty()) {
         return refusal;
     }
     return m_context.effects.saveSenders(*senders) ? QString() : m_context.texts.Lms(u"SendersNotSaved"_s);

@@ -50,7 +50,7 @@ public:
         QString language; ///< as it stands in the combo box
         QString port;
         QStringList columns;            ///< names of the grid's columns, in order
-        std::optional<QString> senders; ///< who may send; nothing where that cannot be read and so stays
+        std::optional<QString> senders; ///< who may send; nothing: as it is
         bool operator==(const SystemPage &) const = default;
     };
 

@@ -147,6 +147,7 @@ void Endpoint::close()
     m_gathering.stop();
     m_waiting.clear();
     m_waitingBytes = 0;
+    tellWaiting(false);
     m_context.senders.logCounted();
 }
 

@@ -1,7 +1,5 @@
 #include "start/ConversionRun.h"
 
-using namespace std::chrono_literals;
-
 namespace start {
 
 namespace {
@@ -12,32 +10,23 @@ struct Cancelled : std::exception
 } // namespace
 
 ConversionRun::ConversionRun(const QString &folder, const QDate &today)
+    : m_report([this, folder, today] { return convert(folder, today); })
+{}
+
+ConversionRun::~ConversionRun()
 {
-    m_report = std::async(std::launch::async, [this, folder, today] {
+    cancel();
+}
+
+std::optional<conversion::Report> ConversionRun::convert(const QString &folder, const QDate &today)
+{
+    try {
         return conversion::convertDesk(folder, today, [this] {
             if (m_cancelled) {
                 throw Cancelled();
             }
             ++m_rowsSeen;
         });
-    });
-}
-
-// The future of a thread waits for it when it goes.
-ConversionRun::~ConversionRun()
-{
-    cancel();
-}
-
-bool ConversionRun::isDone() const
-{
-    return m_report.wait_for(0s) == std::future_status::ready;
-}
-
-std::optional<conversion::Report> ConversionRun::takeReport()
-{
-    try {
-        return m_report.get();
     } catch (const Cancelled &) {
         return {};
     }

@@ -1,14 +1,14 @@
 #pragma once
 
 #include "conversion/DeskConversion.h"
+#include "start/Background.h"
 
 #include <atomic>
-#include <future>
 #include <optional>
 
 namespace start {
 
-/// A conversion of a desk's folder on a thread of its own, so that the window that shows it stays alive.
+/// A conversion of a desk's folder on a thread of its own.
 class ConversionRun
 {
 public:
@@ -19,17 +19,19 @@ public:
 
     /// Ends it soon and leaves the folder as it was; too late once the files change places.
     void cancel() { m_cancelled = true; }
-    bool isDone() const;
+    bool isDone() const { return m_report.isDone(); }
     /// Rows that were copied and rows that were compared, together.
     qint64 rowsSeen() const { return m_rowsSeen; }
     /// Once it is done, and once only. Nothing for one that was cancelled; throws core::Error for one that
     /// failed.
-    std::optional<conversion::Report> takeReport();
+    std::optional<conversion::Report> takeReport() { return m_report.take(); }
 
 private:
+    std::optional<conversion::Report> convert(const QString &folder, const QDate &today);
+
     std::atomic<bool> m_cancelled = false;
     std::atomic<qint64> m_rowsSeen = 0;
-    std::future<conversion::Report> m_report;
+    Background<std::optional<conversion::Report>> m_report;
 };
 
 } // namespace start

@@ -5,6 +5,7 @@
 #include "language/ShownTexts.h"
 #include "language/forms/Captions.h"
 #include "start/forms/frmConvertDesk.h"
+#include "support/JetWriter.h"
 #include "support/Rows.h"
 
 #include <QFileDialog>
@@ -182,10 +183,14 @@ class tst_LanguageTour : public QObject
         const language::BuiltInTexts texts(m_code);
         const language::LanguageState state{m_code, {}, {}, language::fontChoice(m_code)};
         const language::FormTranslator translator(texts, state, desk.log);
+        const QTemporaryDir folder;
+        support::JetWriter customers;
+        customers.add({u"customer"_s, {{u"CustomerName"_s}}, {{u"Harbor Lantern Hotel"_s}}});
+        desk.writeFile(folder.filePath(u"Customer.ccsm"_s), customers.file());
         start::frmConvertDesk oldDesk(
-            {desk.paths.StartFolder, desk.clock.now().date(), texts, translator, desk.prompts},
-            {{u"Customer.ccsm"_s, {{u"customer"_s, 50000}}}});
+            {folder.path(), desk.clock.now().date(), texts, translator, desk.prompts});
         oldDesk.show();
+        QTRY_COMPARE(oldDesk.findChild<QTreeWidget *>(u"lstFound"_s)->topLevelItemCount(), 1);
         look(u"frmConvertDesk"_s);
     }
 

@@ -79,14 +79,18 @@ struct OldDesk : ProgramDesk
     QMap<QString, QByteArray> before;
 };
 
-/// What the operator does once the question stands.
-void whenAsked(std::function<void()> act)
-{
-    QTimer::singleShot(0, qApp, std::move(act));
-}
 bool isAsking()
 {
-    return find<frmConvertDesk>("cmdConvert")->isVisible();
+    auto *button = find<frmConvertDesk>("cmdConvert");
+    return button->isVisible() && button->isEnabled();
+}
+/// What the operator does once the question stands, and the files are read.
+void whenAsked(std::function<void()> act)
+{
+    QTimer::singleShot(0, qApp, [act = std::move(act)] {
+        QTRY_VERIFY(isAsking());
+        act();
+    });
 }
 
 } // namespace
@@ -207,11 +211,26 @@ private Q_SLOTS:
         encoded.encodingKey = 5;
         desk.writeFile(desk.folderPath + u"SimplePhoneBook.cpbk"_s, encoded.file());
         desk.before = desk.files();
-        desk.prompts.expect();
+        bool seen = false;
+        desk.prompts.expect(true, [&seen] { seen = openForm<frmConvertDesk>()->isVisible(); });
         QVERIFY(!desk.start());
+        QVERIFY(seen); // while they were read
         const QString told = desk.prompts.asked.value(0);
         QVERIFY2(told.contains(u"SimplePhoneBook.cpbk: "_s) && told.contains(u"encoded"_s), qPrintable(told));
         QVERIFY(desk.isAsItWas());
+    }
+
+    void whateverAThreadFailsWithIsAReasonThatCanBeTold()
+    {
+        start::Background<int> work([]() -> int { throw std::bad_alloc(); });
+        QVERIFY_THROWS_EXCEPTION(core::Error, work.take());
+        start::Background<int> named([]() -> int { throw core::Error(7, u"why"_s); });
+        try {
+            named.take();
+            QFAIL("it succeeded");
+        } catch (const core::Error &error) {
+            QCOMPARE(error.description() + QString::number(error.number()), u"why7"_s);
+        }
     }
 
     // A file of the operator's own that happens to be such a database is nobody's desk.

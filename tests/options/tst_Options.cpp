@@ -190,6 +190,32 @@ private Q_SLOTS:
         }
     }
 
+    void aListThatNobodyTouchedHereStaysAsSomebodyElseHasMadeIt()
+    {
+        for (const auto &[loaded, now] : {std::pair(QString(), u"10.1.2.3"_s),
+                                          {u"10.1.2.3"_s, u"10.1.2.3\n10.1.2.4"_s},
+                                          {u"10.1.2.3"_s, QString()},
+                                          {u"!"_s, u"!"_s}}) {
+            Desk desk(1);
+            desk.form()->close();
+            QTRY_COMPARE(desk.openForms.count(), 0);
+            desk.caused.clear();
+            desk.kept = loaded;
+            desk.windows.showOptions();
+            desk.kept = now;
+            desk.press("Command3");
+            QCOMPARE(desk.find<QPlainTextEdit>("txtSenders")->toPlainText(), now);
+            desk.find<QComboBox>("CmbLanguage")->setCurrentText(u"FRN"_s);
+            desk.kept = loaded;
+            desk.prompts.expectSave(core::Prompts::Answer::Save);
+            desk.prompts.expect();
+            desk.form()->close();
+            QTRY_COMPARE(desk.openForms.count(), 0);
+            QCOMPARE(desk.prompts.asked.value(1), u"[PlsRestartSys]"_s);
+            QCOMPARE(desk.caused, QStringList{u"iniGridCallerID_tarn"_s}); // as a form that closes does
+        }
+    }
+
     void columnsMoveWithTheirSelection()
     {
         Desk desk(1);

@@ -244,6 +244,21 @@ private Q_SLOTS:
         QTRY_COMPARE(told, (QList<bool>{true, false}));
     }
 
+    void aCallThatIsDroppedIsNotSaidToWait()
+    {
+        Reception reception;
+        QList<bool> told;
+        connect(reception.endpoint.get(), &reception::Endpoint::callWaits, this,
+                [&told](bool waits) { told.append(waits); });
+        reception.prompts.expect(true, [&] {
+            reception.unit.send({"<CRMV1, the rest does not matter"});
+            QTRY_COMPARE(told, QList<bool>{true});
+            reception.endpoint->close();
+            QCOMPARE(told, (QList<bool>{true, false}));
+        });
+        reception.prompts.tell(u"box"_s, {}, nullptr);
+    }
+
     void aCustomersRecordIsForwardedToTheLastSenderAsOneDatagram()
     {
         Reception reception;

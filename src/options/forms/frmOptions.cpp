@@ -234,7 +234,11 @@ bool frmOptions::savePopUpPage()
 // A port that was refused gives way to the one that stays in use; a list of senders stays to be corrected.
 bool frmOptions::saveSystemPage()
 {
-    const OptionsLogic::SavedSystem saved = m_logic.saveSystemPage(systemPage());
+    OptionsLogic::SystemPage page = systemPage();
+    if (page.senders == m_storedSystem.senders) {
+        page.senders.reset(); // somebody else may have made another list meanwhile
+    }
+    const OptionsLogic::SavedSystem saved = m_logic.saveSystemPage(page);
     m_ui->lblSystemSaved->setText(savedText(saved.whole()));
     showPort();
     if (saved.senders) {

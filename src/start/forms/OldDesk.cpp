@@ -1,7 +1,6 @@
 #include "start/forms/OldDesk.h"
 
 #include "conversion/DeskConversion.h"
-#include "core/Error.h"
 #include "language/ShownTexts.h"
 #include "language/forms/FormTranslator.h"
 #include "start/StartLanguage.h"
@@ -26,16 +25,9 @@ bool convertOldDesk(const Context &context)
     context.prompts.setTexts(&texts);
     const auto back = qScopeGuard([&] { context.prompts.setTexts(nullptr); });
     QApplication::setLayoutDirection(language::layoutDirection(code));
-    try {
-        const QList<conversion::ConvertedFile> found = conversion::oldTablesIn(folder);
-        const language::FormTranslator translator(texts, language, context.log);
-        frmConvertDesk question({folder, context.clock.now().date(), texts, translator, context.prompts},
-                                found);
-        return question.exec() == QDialog::Accepted;
-    } catch (const core::Error &error) {
-        context.prompts.tell(texts.Lms(u"DeskNotConverted"_s) + u'\n' + error.description());
-        return false;
-    }
+    const language::FormTranslator translator(texts, language, context.log);
+    frmConvertDesk question({folder, context.clock.now().date(), texts, translator, context.prompts});
+    return question.exec() == QDialog::Accepted;
 }
 
 } // namespace start

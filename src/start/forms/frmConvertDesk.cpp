@@ -20,29 +20,54 @@ constexpr int wholeBar = 1000;
 
 } // namespace
 
-frmConvertDesk::frmConvertDesk(const Context &context, const QList<conversion::ConvertedFile> &found)
+frmConvertDesk::frmConvertDesk(const Context &context)
     : m_context(context), m_ui(std::make_unique<Ui::frmConvertDesk>())
 {
     m_ui->setupUi(this);
     setWindowIcon(appearance::programIcon());
     m_context.translator.iniFormFonts(*this);
     m_context.translator.iniFormLang(*this);
-    showFound(found);
+    m_ui->lblFolder->setText(QDir::toNativeSeparators(m_context.folder));
+    m_ui->lstFound->setHeaderLabels({m_context.texts.Lms(u"OldTable"_s), m_context.texts.Lms(u"OldRows"_s)});
+    m_ui->lstFound->header()->setStretchLastSection(false);
+    m_ui->lstFound->header()->setSectionResizeMode(0, QHeaderView::Stretch);
     showRunning(false);
     appearance::FormSetup::fitToScreen(*this);
     connect(m_ui->cmdConvert, &QPushButton::clicked, this, &frmConvertDesk::convert);
     connect(m_ui->cmdNotNow, &QPushButton::clicked, this, &frmConvertDesk::reject);
     connect(m_ui->cmdCancel, &QPushButton::clicked, this, &frmConvertDesk::reject);
     connect(&m_looks, &QTimer::timeout, this, &frmConvertDesk::lookOn);
+    read();
 }
 
 frmConvertDesk::~frmConvertDesk() = default;
 
+// Large files on a share take their time.
+void frmConvertDesk::read()
+{
+    m_ui->cmdConvert->setEnabled(false);
+    setCursor(Qt::BusyCursor);
+    m_reading =
+        std::make_unique<Reading>([folder = m_context.folder] { return conversion::oldTablesIn(folder); });
+    m_looks.start(lookEvery);
+}
+
+void frmConvertDesk::endReading()
+{
+    m_looks.stop();
+    const std::unique_ptr<Reading> reading = std::move(m_reading);
+    unsetCursor();
+    try {
+        showFound(reading->take());
+        m_ui->cmdConvert->setEnabled(true);
+    } catch (const core::Error &error) {
+        tellFailure(u"DeskNotConverted"_s, error);
+        QDialog::reject();
+    }
+}
+
 void frmConvertDesk::showFound(const QList<conversion::ConvertedFile> &found)
 {
-    const core::TextLookup &texts = m_context.texts;
-    m_ui->lstFound->setHeaderLabels({texts.Lms(u"OldTable"_s), texts.Lms(u"OldRows"_s)});
-    m_ui->lblFolder->setText(QDir::toNativeSeparators(m_context.folder));
     for (const conversion::ConvertedFile &file : found) {
         auto *top = new QTreeWidgetItem(m_ui->lstFound, {file.path});
         top->setFirstColumnSpanned(true);
@@ -53,8 +78,6 @@ void frmConvertDesk::showFound(const QList<conversion::ConvertedFile> &found)
         }
     }
     m_ui->lstFound->expandAll();
-    m_ui->lstFound->header()->setStretchLastSection(false);
-    m_ui->lstFound->header()->setSectionResizeMode(0, QHeaderView::Stretch);
 }
 
 void frmConvertDesk::convert()
@@ -66,6 +89,12 @@ void frmConvertDesk::convert()
 
 void frmConvertDesk::lookOn()
 {
+    if (m_reading) {
+        if (m_reading->isDone()) {
+            endReading();
+        }
+        return;
+    }
     const qint64 expected = 2 * m_rowsFound; // each is copied, and compared
     const qint64 seen = std::min(m_run->rowsSeen(), expected);
     m_ui->prgConvert->setValue(expected > 0 ? int(seen * wholeBar / expected) : 0);

@@ -5,6 +5,7 @@
 #include "core/Prompts.h"
 #include "core/TextLookup.h"
 #include "language/forms/FormTranslator.h"
+#include "start/Background.h"
 
 #include <QDialog>
 #include <QTimer>
@@ -34,13 +35,16 @@ public:
         const language::FormTranslator &translator;
         core::Prompts &prompts;
     };
-    frmConvertDesk(const Context &context, const QList<conversion::ConvertedFile> &found);
+    explicit frmConvertDesk(const Context &context);
     ~frmConvertDesk() override;
 
     /// "Not now", Esc and the window's own button: a conversion that runs is cancelled first.
     void reject() override;
 
 private:
+    using Reading = Background<QList<conversion::ConvertedFile>>;
+    void read();
+    void endReading();
     void showFound(const QList<conversion::ConvertedFile> &found);
     void convert();
     void lookOn();
@@ -51,6 +55,7 @@ private:
 
     Context m_context;
     std::unique_ptr<Ui::frmConvertDesk> m_ui;
+    std::unique_ptr<Reading> m_reading;   ///< until its end is shown
     std::unique_ptr<ConversionRun> m_run; ///< while one runs
     qint64 m_rowsFound = 0;
     QTimer m_looks;
