@@ -153,7 +153,7 @@ QString ExistenceChecks::IfTheCustumerExist(const QString &name,
         if (name.isEmpty()) {
             return QString();
         }
-        const QString query =
+        QString query =
             u"Select * from customer where  customername like '*"_s + store::quoted(name) + u"*'"_s;
         store::Database database(m_needs.paths.CustomerFile);
         store::Recordset found = database.OpenRecordset(query);

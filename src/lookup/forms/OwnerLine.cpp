@@ -94,7 +94,7 @@ std::optional<Owner> OwnerLine::untold()
     }
     for (const QLineEdit *numbers : m_fields.numbers) {
         if (isUntold(*numbers)) {
-            if (const auto owner = m_checks.indexedOwner(m_fields.table, numbers->text())) {
+            if (auto owner = m_checks.indexedOwner(m_fields.table, numbers->text())) {
                 return owner;
             }
         }
