@@ -178,18 +178,20 @@ QString CallerDirectory::customerName(qint32 sn) const
 
 void CallerDirectory::completeFromDesk(core::CallRecord &record) const
 {
-    if (!record.Source.isEmpty() || record.CallerID.isEmpty()) {
+    if (record.CallerID.isEmpty()) {
         return;
     }
+    const QString customers = u"CUSTOMER"_s;
     const qint32 sn = m_index.FindCustomerSnOfCaller(record.CallerID);
-    const std::optional<KnownCustomer> customer = m_index.customer(sn);
+    const bool agrees = record.Source.isEmpty() || (record.Source == customers && record.SN == sn);
+    const std::optional<KnownCustomer> customer = agrees ? m_index.customer(sn) : std::nullopt;
     if (!customer) {
         return;
     }
     const auto fill = [](QString &field, const QString &text) { field = field.isEmpty() ? text : field; };
     record.SN = sn;
-    record.SnText = QString::number(sn);
-    record.Source = u"CUSTOMER"_s;
+    fill(record.SnText, QString::number(sn));
+    record.Source = customers;
     fill(record.SimpleDes, customer->name.trimmed());
     fill(record.SimpleDes, record.CallerID);
     fill(record.DetailDes, customer->note);

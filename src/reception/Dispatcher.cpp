@@ -151,7 +151,8 @@ void Dispatcher::lookAgain()
         } else if (call.popsUp) {
             m_effects.showEarlierCall(call.record, listed);
         }
-        const bool changed = call.popsUp != before.popsUp || call.record.SnText != before.record.SnText;
+        const bool changed = call.popsUp != before.popsUp || call.record.SnText != before.record.SnText ||
+                             call.record.SimpleDes != before.record.SimpleDes;
         if (changed && &before == &calls.back()) {
             if (call.popsUp) {
                 m_effects.showMainWindow();

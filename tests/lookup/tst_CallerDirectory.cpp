@@ -82,6 +82,12 @@ private Q_SLOTS:
         QTest::newRow("black-listed, without a name") << call(u"22"_s) << u"CUSTOMER8|8|22|||Y"_s;
         QTest::newRow("what the sender wrote stays") << own << u"CUSTOMER7|7|Theirs|Told|N|N"_s;
         QTest::newRow("a match of the sender's own") << matched << u"PHONEBOOK3|3||||"_s;
+        matched.Source = u"CUSTOMER"_s;
+        QTest::newRow("the sender's match is another customer") << matched << u"CUSTOMER3|3||||"_s;
+        matched.SnText = u"007"_s;
+        matched.SN = 7;
+        QTest::newRow("the sender's match is the same customer")
+            << matched << u"CUSTOMER007|7|Harbour Ltd|Pays late|Y|"_s;
         QTest::newRow("nobody's number") << call(u"12"_s) << u"|0||||"_s;
         QTest::newRow("no number") << call({}) << u"|0||||"_s;
         QTest::newRow("a long note is cut between characters")
