@@ -343,7 +343,7 @@ Sample waiting(Station &station)
 /// customer shows his name.
 Sample following(Station &station)
 {
-    std::mt19937 random(17);
+    std::mt19937 random(std::random_device{}()); // the desk knows the numbers of earlier runs
     const Connection other = openPlain(station.desk.paths().CustomerFile);
     auto &lastCaller = control<QPlainTextEdit>(station.program.mainWindow(), "txtLastCallerID");
     return median(3, [&] {
