@@ -1,6 +1,6 @@
 #include "lookup/forms/OwnerLine.h"
 
-#include "appearance/FieldChecks.h"
+#include "appearance/FieldLeft.h"
 
 #include <utility>
 
@@ -21,11 +21,11 @@ OwnerLine::OwnerLine(QWidget &editor, const ExistenceChecks &checks, const Field
         }
     });
     for (QLineEdit *numbers : fields.numbers) {
-        numbers->installEventFilter(this);
+        appearance::onLeft(*numbers, *this, [this, numbers] { leave(*numbers); });
         connect(numbers, &QLineEdit::textChanged, &m_typing, qOverload<>(&QTimer::start));
     }
     if (fields.name != nullptr) {
-        fields.name->installEventFilter(this);
+        appearance::onLeft(*fields.name, *this, [this] { leave(*m_fields.name); });
         connect(fields.name, &QLineEdit::textChanged, this, [this] {
             m_lookedUpName.clear();
             if (std::exchange(m_ownerOfName, std::nullopt)) {
@@ -114,8 +114,13 @@ void OwnerLine::remember(const QLineEdit &field)
     }
 }
 
-// Remembered before it is told: the box itself takes the keyboard from the field.
 void OwnerLine::leave(QLineEdit &field)
+{
+    appearance::whenReleased(m_editor, [this, &field] { check(field); });
+}
+
+// Remembered before it is told: the box itself takes the keyboard from the field.
+void OwnerLine::check(QLineEdit &field)
 {
     const QString text = field.text().trimmed();
     const bool tells = isUntold(field);
@@ -133,15 +138,6 @@ void OwnerLine::leave(QLineEdit &field)
         m_fields.table == Owner::Table::PhoneBook ? m_checks.IfNumbersExistInSimplePhoneBook(text, &m_editor)
                                                   : m_checks.IfThePhoneNumberExistInCustomer(text, &m_editor);
     }
-}
-
-bool OwnerLine::eventFilter(QObject *watched, QEvent *event)
-{
-    if (auto *field = qobject_cast<QLineEdit *>(watched); field && appearance::leavesField(*event)) {
-        QTimer::singleShot(
-            0, this, [this, field] { appearance::whenReleased(m_editor, [this, field] { leave(*field); }); });
-    }
-    return QObject::eventFilter(watched, event);
 }
 
 } // namespace lookup

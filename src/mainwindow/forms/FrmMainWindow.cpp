@@ -79,7 +79,7 @@ void FrmMain::showShape(bool small)
 void FrmMain::rememberPlace()
 {
     if (!isSmall()) {
-        m_setup.rememberGeometry(*this);
+        m_setup.rememberGeometry();
     }
 }
 
