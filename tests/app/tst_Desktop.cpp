@@ -255,7 +255,7 @@ private Q_SLOTS:
             QCOMPARE(xdotool(u"getactivewindow"_s), note);
             QVERIFY(stands(note) > stands(window));
         }
-        QCOMPARE(activeWindow(), letters + u" - Call note"_s); // which were typed into the name
+        QTRY_COMPARE(activeWindow(), letters + u" - Call note"_s); // which were typed into the name
         QVERIFY(!windowOfType(*m_program, u"UTILITY"_s).isEmpty());
     }
 
