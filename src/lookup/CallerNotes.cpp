@@ -73,8 +73,8 @@ bool CallerNotes::readOn()
     });
 }
 
-// Notes stand under the name that the customer has in the file, whatever name the call came with. Without
-// the file, or its tables of notes, there are none.
+// Notes are kept under the customer's name on file, which may differ from the name in the call. Without the
+// file or its tables of notes there are no notes.
 void CallerNotes::open()
 {
     if (!QFileInfo::exists(m_paths.CustomerFile)) {

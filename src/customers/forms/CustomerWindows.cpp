@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::chrono::milliseconds newWindowSettles{200};
 
-/// The form, made when it is not open.
+// The form, made when it is not open.
 template <typename Form, typename... Arguments>
 Form &opened(QPointer<Form> &form, Arguments &&...arguments)
 {
@@ -45,7 +45,7 @@ FrmEditCustomer &CustomerWindows::editor()
         m_editor, FrmEditCustomer::Context{m_context.form, m_context.checks, m_context.effects});
 }
 
-/// A number that waits there for its customer is not given to whom the operator opens for another reason.
+// The number waits in the list for its customer. A customer who is opened for another reason must not get it.
 void CustomerWindows::dropWaitingNumber()
 {
     if (m_list) {
@@ -87,7 +87,8 @@ void CustomerWindows::addCustomer(const QString &number, const QString &keyWord,
     }
 }
 
-// The empty record would cover them. A window manager puts a new window in front a moment after it was shown.
+// The empty record would cover what was found: a window manager puts a new window in front a moment after it
+// is shown, so the list comes to the front after that.
 void CustomerWindows::showFound(FrmCustomer &form)
 {
     const bool wasOpen = form.isVisible();
@@ -119,7 +120,7 @@ void CustomerWindows::ShowCustomerByName(const QString &name)
     closeUnshown(form);
 }
 
-/// An editor whose customer is gone would count as an open form.
+// Without a customer, the editor was never shown, but it would still count as an open form.
 void CustomerWindows::closeUnshown(FrmEditCustomer &form)
 {
     if (!form.isVisible()) {

@@ -37,7 +37,8 @@ FrmEditCustomer::FrmEditCustomer(const Context &context)
     startNewCustomer({}, {});
 }
 
-// The field that has the keyboard says that it is left when it goes, and nobody is there to check it then.
+// The field with the keyboard reports that it is left even while the form is deleted, when nothing can be
+// checked any more.
 FrmEditCustomer::~FrmEditCustomer()
 {
     for (QWidget *control : findChildren<QWidget *>()) {
@@ -74,7 +75,7 @@ void FrmEditCustomer::begin(const LoadedCustomer &customer)
     m_ui->txtCustomerName->setFocus();
 }
 
-/// Fills in what the controls do not show already: of a customer just saved, what another desk has changed.
+// Fills in only what differs. After a save that is what another desk has changed.
 void FrmEditCustomer::follow(const LoadedCustomer &customer)
 {
     m_loaded = customer;
@@ -132,7 +133,7 @@ void FrmEditCustomer::appendNumber(const QString &number)
                                   .replace(u"%1"_s, core::isolated(core::shownText(number))));
 }
 
-/// False where the operator wants to go on with what stands in the form.
+// False where the operator wants to go on with what stands in the form.
 bool FrmEditCustomer::settleUnsavedChanges()
 {
     if (!isVisible() || !hasUnsavedChanges()) {
@@ -146,8 +147,8 @@ bool FrmEditCustomer::settleUnsavedChanges()
     return answer == Answer::Discard || (answer == Answer::Save && save());
 }
 
-// A shortcut leaves no field, so what was typed last is checked here, too. The operator hears of one thing:
-// why nothing was saved, or whose the name or number is.
+// A shortcut saves without leaving the field, so the text typed last is checked here, too. The operator is
+// told one thing only: why nothing was saved, or whose the name or number is.
 bool FrmEditCustomer::save()
 {
     replaceApostrophes();
@@ -176,7 +177,7 @@ bool FrmEditCustomer::save()
     return saved.written || saved.dropped;
 }
 
-/// Of a customer on file under the name that the notes are kept under, whatever stands in the box.
+// The notes of a customer on file are kept under his stored name, whatever the box shows now.
 void FrmEditCustomer::viewNotes()
 {
     const QString &onFile = m_loaded.nameOnFile();

@@ -19,7 +19,7 @@ namespace notes {
 
 namespace {
 
-/// An answer in the current language; without its texts the key, which is English.
+// An answer in the current language; without its texts the key, which is English.
 QString answer(const core::TextLookup &texts, const QString &key)
 {
     const QString found = texts.Lms(key);
@@ -72,7 +72,7 @@ void frmNotePadManager::connectButtons()
     onClick(m_ui->cmdClose, [this] { close(); });
 }
 
-/// A fixed range: notes of later years are found once the end date is changed.
+// The range is fixed: to find notes of later years, the operator has to change the end date.
 void frmNotePadManager::setDefaultRange()
 {
     setRange(QDate(2001, 1, 1), QDate(2009, 12, 31));
@@ -130,7 +130,7 @@ void frmNotePadManager::translateHeadings()
     }
 }
 
-/// Until the operator chooses widths, identifier and time are seen whole.
+// Until the operator chooses widths, identifier and time are seen whole.
 void frmNotePadManager::widenColumns()
 {
     int column = 0;
@@ -159,7 +159,7 @@ void frmNotePadManager::ShowResult()
     search(conditions());
 }
 
-// What is being typed for the next search waits for it, but for the old name.
+// What the operator has typed for the next search stays, except for the old name.
 void frmNotePadManager::followName(const QString &oldName, const QString &newName)
 {
     const auto follow = [&](const QString &name) { return name.trimmed() == oldName ? newName : name; };
@@ -228,7 +228,8 @@ void frmNotePadManager::showTotal()
     offerReport();
 }
 
-/// A button that loses its rows would hand the keyboard on to the one that closes the window.
+// When these buttons are disabled, the one with the keyboard would pass it on to the button that closes the
+// window.
 void frmNotePadManager::offerReport()
 {
     const bool rows = m_result.rowCount() > 0;
@@ -264,7 +265,7 @@ void frmNotePadManager::showMenu(const QPoint &position)
     menu.exec(grid->viewport()->mapToGlobal(position));
 }
 
-/// The report of the result that is shown; one at a time.
+// The report of the result that is shown; one at a time.
 void frmNotePadManager::readReport(const std::function<void(const QString &)> &use)
 {
     if (m_report != nullptr) {
