@@ -50,7 +50,7 @@ private Q_SLOTS:
         fields.name = u"Old Mill"_s;
         desk.send(sim::callRecord(fields, sim::CodePageChoice()));
         find<lookup::frmPopUp>("Command2");
-        desk.program->windows().Show_Editor(u"CUSTOMER"_s, sn.toInt());
+        desk.program->windows().Show_Editor({core::RowKey::Table::Customer, sn.toInt()});
         type<FrmEditCustomer>("txtCustomerName", u"New Mill"_s);
         press<FrmEditCustomer>("Command2");
         QVERIFY((find<lookup::frmPopUp, QPlainTextEdit>("txtAbout")->toPlainText().contains(u"New Mill"_s)));
@@ -64,7 +64,7 @@ private Q_SLOTS:
         QVERIFY(desk.start());
         const QString quiet = desk.source();
         desk.runSql(desk.paths.CustomerFile, u"drop table CallInfo"_s);
-        desk.program->windows().Show_Editor(u"CUSTOMER"_s, 1);
+        desk.program->windows().Show_Editor({core::RowKey::Table::Customer, 1});
         type<FrmEditCustomer>("txtCustomerName", u"Changed"_s);
         type<FrmEditCustomer>("txtCompanyCall", u"2125550188"_s);
         std::optional<store::Database> other;
@@ -92,7 +92,8 @@ private Q_SLOTS:
         for (const QString &row : found.split(u'\n')) {
             const QString name = row.section(u'|', 1);
             desk.clock.time = desk.clock.time.addSecs(1); // another call
-            desk.program->windows().Show_Editor(u"CUSTOMER"_s, row.section(u'|', 0, 0).toInt());
+            desk.program->windows().Show_Editor(
+                {core::RowKey::Table::Customer, row.section(u'|', 0, 0).toInt()});
             Q_EMIT find<FrmEditCustomer, QLineEdit>("txtCustomerName")->editingFinished();
             press<FrmEditCustomer>("cmdViewNotePad");
             QCOMPARE((find<notes::frmNotePad, QLineEdit>("txtCustomerName")->text()), name);
@@ -136,7 +137,7 @@ private Q_SLOTS:
     {
         ProgramDesk desk;
         QVERIFY(desk.start());
-        desk.program->windows().Show_Editor(u"CUSTOMER"_s, 1);
+        desk.program->windows().Show_Editor({core::RowKey::Table::Customer, 1});
         type<FrmEditCustomer>("txtCustomerName", u"Changed"_s);
         desk.prompts.expect(false, [&] { desk.choose("mnuTrayClose"); }); // waits for the answer, unasked
         desk.choose("Command2");

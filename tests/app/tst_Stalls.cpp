@@ -135,8 +135,8 @@ class tst_Stalls : public QObject
         desk.windows().show(core::Window::PhoneBook);
         desk.windows().show(core::Window::CallNotes);
         desk.windows().show(core::Window::Options);
-        desk.windows().Show_Editor(u"CUSTOMER"_s, 1);
-        desk.windows().Show_Editor(u"PHONEBOOK"_s, 1);
+        desk.windows().Show_Editor({core::RowKey::Table::Customer, 1});
+        desk.windows().Show_Editor({core::RowKey::Table::PhoneBook, 1});
         desk.windows().ShowNotePad(u"Harbor Lantern Hotel"_s);
         press<frmOptions>("cmdLanguageEditor");
         press<frmNotePadManager>("cmdAllDates");
@@ -186,10 +186,16 @@ class tst_Stalls : public QObject
                  press<frmLanguageEditor>("cmdSearch");
              }},
             {"export: open", [] { press<FrmCustomer>("cmdExport"); }},
-            {"another customer", [&desk] { desk.windows().Show_Editor(u"CUSTOMER"_s, 2); }},
+            {"another customer",
+             [&desk] {
+                 desk.windows().Show_Editor({core::RowKey::Table::Customer, 2});
+             }},
             {"customer by name", [&desk] { desk.windows().ShowCustomerByName(u"Harbor Lantern Hotel"_s); }},
             {"new customer", [&desk] { desk.windows().addCustomer(u"1"_s, u"lantern"_s, {}); }},
-            {"another entry", [&desk] { desk.windows().Show_Editor(u"PHONEBOOK"_s, 2); }},
+            {"another entry",
+             [&desk] {
+                 desk.windows().Show_Editor({core::RowKey::Table::PhoneBook, 2});
+             }},
             {"help", [&desk] { desk.windows().ShowHelp(u"Popup_CustomerDatabase"_s); }}};
     }
 

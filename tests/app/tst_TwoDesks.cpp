@@ -87,7 +87,7 @@ namespace {
 
 void save(ProgramDesk &desk, int sn, const std::function<void()> &change)
 {
-    desk.program->windows().Show_Editor(u"CUSTOMER"_s, sn);
+    desk.program->windows().Show_Editor({core::RowKey::Table::Customer, sn});
     change();
     press<FrmEditCustomer>("Command2");
     openForm<FrmEditCustomer>()->close();

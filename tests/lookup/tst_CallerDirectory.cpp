@@ -43,7 +43,7 @@ class tst_CallerDirectory : public QObject
         }
         qint32 ownerOf(int number)
         {
-            return callers.numbers().FindCustomerSnOfCaller(QString::number(number));
+            return callers.numbers().FindCustomerSnOfCaller(QString::number(number)).value_or(-1);
         }
     };
 

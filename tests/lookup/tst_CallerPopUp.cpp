@@ -244,9 +244,9 @@ private Q_SLOTS:
     {
         Desk desk;
         desk.pop(caller(u"5550144"_s));
-        desk.popUp.callerRenamed(u"CUSTOMER"_s, 7, u"Somebody else"_s);
-        desk.popUp.callerRenamed(u"PHONEBOOK"_s, 70007, u"Somebody else"_s);
-        desk.popUp.callerRenamed(u"CUSTOMER"_s, 70007, u"Acme <b>"_s);
+        desk.popUp.callerRenamed({core::RowKey::Table::Customer, 7}, u"Somebody else"_s);
+        desk.popUp.callerRenamed({core::RowKey::Table::PhoneBook, 70007}, u"Somebody else"_s);
+        desk.popUp.callerRenamed({core::RowKey::Table::Customer, 70007}, u"Acme <b>"_s);
         QCOMPARE(find<QPlainTextEdit>("txtAbout")->toPlainText(), u"5550144     Acme <b>"_s);
     }
 

@@ -97,7 +97,7 @@ private Q_SLOTS:
             QCOMPARE(entries.find(number), sn);
             const QChar wide(number.back().unicode() + 0x100);
             for (const QString &other : {number + u' ', u'1' + number, number.chopped(1) + wide}) {
-                QCOMPARE(entries.find(other), -1);
+                QCOMPARE(entries.find(other), std::nullopt);
             }
         }
     }
@@ -119,12 +119,12 @@ private Q_SLOTS:
             return entries;
         };
         const auto listed = [](const lookup::NumberEntries &entries) {
-            QList<std::pair<QString, qint32>> list = {{u""_s, entries.find(u"")}};
+            QList<std::pair<QString, qint32>> list = {{u""_s, entries.find(u"").value_or(-1)}};
             for (size_t i = 0; i < entries.size(); ++i) {
                 list.append({entries.at(i).PhoneNumber.toString(), entries.at(i).SN});
             }
             for (QString number = u"0"_s; number != u"700"; number.setNum(number.toInt() + 1)) {
-                list.append({number, entries.find(number)});
+                list.append({number, entries.find(number).value_or(-1)});
             }
             return list;
         };
@@ -155,7 +155,9 @@ private Q_SLOTS:
             desk.runSql(desk.paths.CustomerFile, sql);
             return desk.index.updateCustomer(sn);
         };
-        const auto ownerOf = [&](QStringView number) { return desk.index.FindCustomerSnOfCaller(number); };
+        const auto ownerOf = [&](QStringView number) {
+            return desk.index.FindCustomerSnOfCaller(number).value_or(-1);
+        };
         for (const auto &[sql, sn, taken, number, owner] :
              {std::tuple(u"update customer set WorkPhones='5' where SN=70000"_s, 70000, true, u"11"_s, -1),
               {u"update customer set WorkPhones='5,22' where SN=70000"_s, 70000, true, u"22"_s, 70000},
@@ -198,16 +200,16 @@ private Q_SLOTS:
         QCOMPARE(desk.index.GetSnByPhoneNumber(u"95331234567"), 3);
         QCOMPARE(desk.index.GetSnByPhoneNumber(u"13900000000"), 3);
         QCOMPARE(desk.index.GetSnByPhoneNumber(u""), 8); // the word, which holds no digit
-        QCOMPARE(desk.index.GetSnByPhoneNumber(u"11"), -1);
+        QCOMPARE(desk.index.GetSnByPhoneNumber(u"11"), std::nullopt);
         for (const QString &number : {u"11"_s, u"22"_s, u"33"_s, u"44"_s}) {
             QCOMPARE(desk.index.GetCustomerSnByPhoneNumber(number), 70000);
         }
         QCOMPARE(desk.index.FindCustomerSnOfCaller(u"13900000000"), 70001);
-        QCOMPARE(desk.index.FindCustomerSnOfCaller(u"1-1"), -1);
+        QCOMPARE(desk.index.FindCustomerSnOfCaller(u"1-1"), std::nullopt);
         desk.runSql(desk.paths.PhoneBookFile, u"delete from phonebook"_s);
         desk.index.LoadPhoneNumberSNArray();
         QCOMPARE(desk.index.GetSnByPhoneNumber(u""), 0); // the blank entry of an empty table
-        QCOMPARE(desk.index.GetSnByPhoneNumber(u"95331234567"), -1);
+        QCOMPARE(desk.index.GetSnByPhoneNumber(u"95331234567"), std::nullopt);
         QCOMPARE(desk.logMessages(), QStringList());
         for (const QString &spoil : {u"alter table customer drop column Fax"_s, u"drop table customer"_s}) {
             desk.runSql(desk.paths.CustomerFile, spoil);

@@ -156,9 +156,9 @@ struct FakeNavigator : core::Navigator
         record({"showCustomerList"_L1, query});
     }
     void addCaller(const QString &tel, const QString &key) override { record({"addCaller"_L1, tel, key}); }
-    bool Show_Editor(const QString &source, qint32 sn) override
+    bool Show_Editor(core::RowKey caller) override
     {
-        record({"Show_Editor"_L1, source, QString::number(sn)});
+        record({"Show_Editor"_L1, core::sourceOf(caller.table), QString::number(caller.sn)});
         return opens();
     }
 

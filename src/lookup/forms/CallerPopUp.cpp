@@ -28,9 +28,9 @@ CallerPopUp::~CallerPopUp()
 void CallerPopUp::ShowPopup(const core::CallRecord &info)
 {
     m_context.log.trap("ShowPopup"_L1, [&] {
-        const bool detail = m_context.settings.record.PopupDetail == 1;
+        const bool ordinaryToo = m_context.settings.record.PopupDetail == 1;
         PopupInfo caller = popupInfoOf(info);
-        if (!opensCard(caller, detail)) {
+        if (!opensCard(caller, ordinaryToo)) {
             return;
         }
         caller.time = caller.time.isValid() ? caller.time : m_context.clock.now().time();
@@ -51,7 +51,7 @@ void CallerPopUp::showNext()
     m_context.log.trap("ShowPopup"_L1, [&] {
         const std::optional<PopupInfo> caller = std::exchange(m_next, std::nullopt);
         if (caller) {
-            show(popUpViewOf(*caller, m_context.texts));
+            show(cardViewOf(*caller, m_context.texts));
         }
         const bool stands =
             m_form != nullptr && m_form->isVisible(); // one that was closed is about to be deleted
@@ -61,7 +61,7 @@ void CallerPopUp::showNext()
     });
 }
 
-void CallerPopUp::show(const PopUpView &view)
+void CallerPopUp::show(const CardView &view)
 {
     if (m_form == nullptr || !m_form->isVisible()) {
         m_form = new frmPopUp(m_context.navigator, m_context.services);
@@ -70,8 +70,8 @@ void CallerPopUp::show(const PopUpView &view)
     m_arrived = m_context.clock.now();
     m_aging.start(betweenAges);
     m_notes.drop();
-    if (view.txtSnType == "CUSTOMER"_L1) {
-        m_notes.read(core::leadingNumber(view.txtSN));
+    if (core::isCustomer(view.caller)) {
+        m_notes.read(view.caller->sn);
     }
 }
 
@@ -91,10 +91,10 @@ void CallerPopUp::showNotes(const CallerNotes::Summary &summary)
     }
 }
 
-void CallerPopUp::callerRenamed(const QString &source, qint32 sn, const QString &name)
+void CallerPopUp::callerRenamed(core::RowKey caller, const QString &name)
 {
     if (m_form != nullptr && m_form->isVisible()) {
-        m_form->followName(source, sn, name);
+        m_form->followName(caller, name);
     }
 }
 

@@ -1,4 +1,4 @@
-#include "lookup/PopUpDecision.h"
+#include "lookup/CardDecision.h"
 
 #include "core/TextUtilities.h"
 
@@ -23,7 +23,8 @@ QString noticeFor(core::Standing standing, const core::TextLookup &texts)
     return {};
 }
 
-/// When the call came and what sets the caller apart, in words that are not taken for the call that rings.
+// Says when the call came and what sets the caller apart, so that nobody takes it for the call that rings
+// now.
 QString earlierNotice(const PopupInfo &info, core::Standing standing, const core::TextLookup &texts)
 {
     QString notice = texts.Lms(u"EarlierCall"_s).replace("%1"_L1, info.time.toString(u"hh:mm"_s));
@@ -87,25 +88,24 @@ PopupInfo popupInfoOf(const core::CallRecord &record)
             .IfInBlackList = record.IfInBlackList};
 }
 
-bool opensCard(const PopupInfo &info, bool popupDetail)
+bool opensCard(const PopupInfo &info, bool ordinaryToo)
 {
     const bool ordinary = core::standingOf(info.IfVIP, info.IfInBlackList) == core::Standing::Ordinary;
-    return !info.SnText.isEmpty() && !info.AboutSecond.isEmpty() && (popupDetail || !ordinary);
+    return !info.SnText.isEmpty() && !info.AboutSecond.isEmpty() && (ordinaryToo || !ordinary);
 }
 
-PopUpView popUpViewOf(const PopupInfo &info, const core::TextLookup &texts)
+CardView cardViewOf(const PopupInfo &info, const core::TextLookup &texts)
 {
     const core::Standing standing = core::standingOf(info.IfVIP, info.IfInBlackList);
-    return PopUpView{.standing = standing,
-                     .callerNumber = core::shownText(info.AboutFirst),
-                     .callerName = core::shownText(info.AboutSecond),
-                     .callOnLine = callOnLine(info, texts),
-                     .txtSN = info.SnText,
-                     .txtSnType = info.SnType,
-                     .txtAbout = callerLine(info.AboutFirst, info.AboutSecond),
-                     .txtContent = core::shownText(info.Content),
-                     .lblBlackListNotice = noticeFor(standing, texts),
-                     .earlierNotice = earlierNotice(info, standing, texts)};
+    return CardView{.standing = standing,
+                    .callerNumber = core::shownText(info.AboutFirst),
+                    .callerName = core::shownText(info.AboutSecond),
+                    .callOnLine = callOnLine(info, texts),
+                    .caller = core::rowKeyOf(QString(info.SnType + info.SnText)),
+                    .txtAbout = callerLine(info.AboutFirst, info.AboutSecond),
+                    .txtContent = core::shownText(info.Content),
+                    .lblBlackListNotice = noticeFor(standing, texts),
+                    .earlierNotice = earlierNotice(info, standing, texts)};
 }
 
 } // namespace lookup

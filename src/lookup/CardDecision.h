@@ -5,9 +5,11 @@
 
 #include <QTime>
 
+#include <optional>
+
 namespace lookup {
 
-/// The fields of a call record that the popup reads; each names the popup's use of it.
+/// What the card reads of a call record; the names say what for.
 struct PopupInfo
 {
     QString AboutFirst;    ///< start of the caller line
@@ -26,15 +28,14 @@ QString callerLine(const QString &number, const QString &name);
 
 PopupInfo popupInfoOf(const core::CallRecord &record);
 
-/// What the popup shows, by the names of its controls, fit to be shown as plain text.
-struct PopUpView
+/// What the card shows, some of it by the names of its controls, all of it fit to be shown as plain text.
+struct CardView
 {
     core::Standing standing = core::Standing::Ordinary;
     QString callerNumber; ///< the two halves of the caller line
     QString callerName;
     QString callOnLine; ///< when the call came, and on which line
-    QString txtSN;
-    QString txtSnType;
+    std::optional<core::RowKey> caller;
     QString txtAbout;
     QString txtContent;
     QString lblBlackListNotice; ///< empty for an ordinary caller: the label is hidden
@@ -47,9 +48,9 @@ QString ageText(qint64 seconds, const core::TextLookup &texts);
 /// What the notes of a customer hold; `lastDate` is empty where there are none.
 QString notesText(const QString &lastDate, int openRequests, const core::TextLookup &texts);
 
-/// False when the caller is unknown or has no name, and for ordinary callers without `popupDetail`: a card
-/// that stands is then left alone.
-bool opensCard(const PopupInfo &info, bool popupDetail);
-PopUpView popUpViewOf(const PopupInfo &info, const core::TextLookup &texts);
+/// Whether a call opens the card. One from an unknown caller or without a name does not, and one from an
+/// ordinary caller only with `ordinaryToo`. A card that stands is then left alone.
+bool opensCard(const PopupInfo &info, bool ordinaryToo);
+CardView cardViewOf(const PopupInfo &info, const core::TextLookup &texts);
 
 } // namespace lookup
