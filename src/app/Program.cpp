@@ -167,7 +167,7 @@ bool Program::completeConversion()
     return true;
 }
 
-// In the operator's language, unless its file is one of those that the broken conversion has moved away.
+// In the operator's language, unless its file is one of those that the unfinished conversion has moved.
 void Program::tellHalfConverted(const QString &reason)
 {
     readSettings();

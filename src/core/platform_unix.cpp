@@ -211,8 +211,8 @@ qint64 freeBytes(const QString &folder)
     return known ? qint64(disk.f_bavail) * qint64(disk.f_frsize) : -1;
 }
 
-// The owner's own rights stay as they are: a file that he has marked read-only must still refuse to be
-// overwritten.
+// The owner's own rights stay as they are: a file that he has marked read-only must stay protected from
+// overwriting.
 bool closeToOthers(const QString &path)
 {
     const QByteArray name = QFile::encodeName(path);

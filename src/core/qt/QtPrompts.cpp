@@ -14,7 +14,7 @@ namespace core {
 
 namespace {
 
-// "(*.txt)|*.txt|(*.*)|*.*", pairs of a name and a pattern, as Qt wants it.
+// Pairs of a name and a pattern, "(*.txt)|*.txt|(*.*)|*.*", in the form that Qt wants.
 QString toolkitFilter(const QString &filter)
 {
     const QStringList parts = filter.split(u'|');
