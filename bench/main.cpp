@@ -9,8 +9,8 @@
 #include "PaintedApplication.h"
 #include "Rows.h"
 
-#include "appearance/Theme.h"
-#include "appearance/ThemedIcons.h"
+#include "appearance/theme/Theme.h"
+#include "appearance/theme/ThemedIcons.h"
 
 #include <QTimer>
 

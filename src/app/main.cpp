@@ -1,6 +1,6 @@
 #include "app/Program.h"
-#include "appearance/Theme.h"
-#include "appearance/ThemedIcons.h"
+#include "appearance/theme/Theme.h"
+#include "appearance/theme/ThemedIcons.h"
 #include "core/QtClock.h"
 #include "core/platform.h"
 #include "core/qt/QtPrinter.h"

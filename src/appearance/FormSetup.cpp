@@ -14,38 +14,45 @@ QMargins likelyFrame(const QWidget &form)
     return {side, side + form.style()->pixelMetric(QStyle::PM_TitleBarHeight), side, side};
 }
 
+} // namespace
+
 // Window managers that look for free room put a large window half off the screen.
-void center(QWidget &form)
+void FormSetup::center(QWidget &form)
 {
     const QRect screen = form.screen()->availableGeometry();
     const QSize free = screen.size() - (form.rect() + likelyFrame(form)).size();
     form.move(screen.topLeft() + QPoint(std::max(free.width(), 0), std::max(free.height(), 0)) / 2);
 }
 
-} // namespace
-
-void FormSetup::load(QWidget &form, Place place)
+FormSetup::~FormSetup()
 {
-    m_loaded = true;
-    m_place = place;
-    m_services.openForms.IncOpenedForm(&form);
-    m_services.translator.iniFormFonts(form);
-    m_services.translator.iniFormLang(form);
-    if (m_place == Place::Remembered) {
-        placeAsRemembered(form);
+    if (m_loaded) {
+        m_services.openForms.DecOpenedForm();
     }
 }
 
-void FormSetup::placeAsRemembered(QWidget &form)
+void FormSetup::load(Place place)
 {
-    const bool placed = form.restoreGeometry(m_services.windows.geometry(form.objectName()));
-    if (!form.testAttribute(Qt::WA_Resized) || form.windowState() != Qt::WindowNoState) {
+    m_loaded = true;
+    m_place = place;
+    m_services.openForms.IncOpenedForm(&m_form);
+    m_services.translator.iniFormFonts(m_form);
+    m_services.translator.iniFormLang(m_form);
+    if (m_place == Place::Remembered) {
+        placeAsRemembered();
+    }
+}
+
+void FormSetup::placeAsRemembered()
+{
+    const bool placed = m_form.restoreGeometry(m_services.windows.geometry(m_form.objectName()));
+    if (!m_form.testAttribute(Qt::WA_Resized) || m_form.windowState() != Qt::WindowNoState) {
         return;
     }
-    const QSize wanted = form.size();
-    fitToScreen(form);
-    if (!placed || form.size() != wanted) {
-        center(form);
+    const QSize wanted = m_form.size();
+    fitToScreen(m_form);
+    if (!placed || m_form.size() != wanted) {
+        center(m_form);
     }
 }
 
@@ -57,17 +64,10 @@ void FormSetup::fitToScreen(QWidget &form)
     form.resize(form.size().boundedTo(room.size()).expandedTo(form.minimumSizeHint()));
 }
 
-void FormSetup::rememberGeometry(const QWidget &form)
+void FormSetup::rememberGeometry()
 {
     if (m_place == Place::Remembered) {
-        m_services.windows.setGeometry(form.objectName(), form.saveGeometry());
-    }
-}
-
-void FormSetup::unload()
-{
-    if (std::exchange(m_loaded, false)) {
-        m_services.openForms.DecOpenedForm();
+        m_services.windows.setGeometry(m_form.objectName(), m_form.saveGeometry());
     }
 }
 

@@ -16,29 +16,31 @@ struct FormServices
     core::WindowMemory &windows;
 };
 
-/// The load and unload handler that every form has: counts it as open, sets its fonts and texts, and gives it
-/// the place on the screen that it had the last time.
+/// The load and unload handler that every form has, as one of its members: counts it as open, sets its fonts
+/// and texts, and gives it the place on the screen that it had the last time.
 class FormSetup
 {
 public:
     enum class Place { Remembered, OwnChoice };
 
-    explicit FormSetup(const FormServices &services) : m_services(services) {}
+    FormSetup(QWidget &form, const FormServices &services) : m_form(form), m_services(services) {}
+    ~FormSetup();
+    Q_DISABLE_COPY_MOVE(FormSetup)
 
     /// Call once the form's controls exist.
-    void load(QWidget &form, Place place = Place::Remembered);
+    void load(Place place = Place::Remembered);
     /// Remembers the form's place, where it is to be; call when it closes.
-    void rememberGeometry(const QWidget &form);
-    /// Call when the form is gone; a second call does nothing.
-    void unload();
+    void rememberGeometry();
 
     /// Takes off the size of a form, not yet shown, what the screen has no room for. Loading a form with a
     /// size does it, too.
     static void fitToScreen(QWidget &form);
+    static void center(QWidget &form);
 
 private:
-    void placeAsRemembered(QWidget &form);
+    void placeAsRemembered();
 
+    QWidget &m_form;
     FormServices m_services;
     Place m_place = Place::Remembered;
     bool m_loaded = false;

@@ -25,6 +25,14 @@ constexpr int rowPadding = 12;
 constexpr std::chrono::milliseconds copyingTurn{20};
 constexpr std::chrono::milliseconds untilFound{50};
 
+/// For popup(), behind which everything goes on: exec() would be an event loop of its own.
+QMenu *newMenu(QWidget &widget)
+{
+    auto *menu = new QMenu(&widget);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    return menu;
+}
+
 } // namespace
 
 RecordGrid::RecordGrid(QWidget *parent) : QTableView(parent)
@@ -59,9 +67,9 @@ void RecordGrid::setColumnsChoosable()
 
 void RecordGrid::chooseColumns(const QPoint &position)
 {
-    QMenu menu(this);
+    QMenu *menu = newMenu(*this);
     for (int column = 0; column < model()->columnCount(); ++column) {
-        QAction *action = menu.addAction(model()->headerData(column, Qt::Horizontal).toString());
+        QAction *action = menu->addAction(model()->headerData(column, Qt::Horizontal).toString());
         action->setCheckable(true);
         action->setChecked(!isColumnHidden(column));
         connect(action, &QAction::toggled, this, [this, column](bool shown) {
@@ -70,7 +78,36 @@ void RecordGrid::chooseColumns(const QPoint &position)
             widenToHeading(column);
         });
     }
-    menu.exec(horizontalHeader()->mapToGlobal(position));
+    menu->popup(horizontalHeader()->mapToGlobal(position));
+}
+
+void RecordGrid::setWidths(std::span<const int> characters)
+{
+    for (int column = 0; const int count : characters) {
+        setColumnWidth(column++, count * fontMetrics().horizontalAdvance(u'0'));
+    }
+}
+
+void RecordGrid::setRowMenu(const QList<RowCommand> &commands)
+{
+    for (const RowCommand &command : commands) {
+        auto *action = new QAction(command.caption, this);
+        action->setSeparator(command.caption.isEmpty());
+        action->setEnabled(currentIndex().isValid());
+        connect(this, &RecordGrid::currentRowChanged, action, &QAction::setEnabled);
+        connect(action, &QAction::triggered, this, command.work);
+        addAction(action);
+    }
+}
+
+void RecordGrid::contextMenuEvent(QContextMenuEvent *event)
+{
+    if (actions().isEmpty()) {
+        return QTableView::contextMenuEvent(event);
+    }
+    QMenu *menu = newMenu(*this);
+    menu->addActions(actions());
+    menu->popup(event->globalPos());
 }
 
 void RecordGrid::remember(core::WindowMemory &memory, const QString &name)

@@ -6,6 +6,7 @@
 #include <QTimer>
 
 #include <functional>
+#include <span>
 #include <vector>
 
 namespace appearance {
@@ -25,6 +26,16 @@ public:
     void setHint(const QString &text);
     /// Lets the operator move, hide and show columns by the header's context menu.
     void setColumnsChoosable();
+    /// How wide the first columns are, in characters, before the operator chooses.
+    void setWidths(std::span<const int> characters);
+    /// A command on the current row; the one without a caption is a line between others.
+    struct RowCommand
+    {
+        QString caption;
+        std::function<void()> work;
+    };
+    /// What the grid's context menu offers while there is a current row, beside the grid's own actions.
+    void setRowMenu(const QList<RowCommand> &commands);
     /// Takes widths, order and choice of columns from the memory, and keeps them there under `name` from then
     /// on. Before the operator has chosen any, a column is as wide as its heading at least. Call once the
     /// model and the first widths stand; the memory must outlive the grid.
@@ -50,6 +61,7 @@ public Q_SLOTS:
 protected:
     void paintEvent(QPaintEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
     void hideEvent(QHideEvent *event) override;
     void changeEvent(QEvent *event) override;
     void dataChanged(const QModelIndex &first, const QModelIndex &last,

@@ -41,6 +41,15 @@ QString wordOf(const core::TextLookup &texts, const QVariant &mark)
 
 } // namespace
 
+bool settleUnsaved(const FormContext &context, Form &form, const Unsaved &unsaved)
+{
+    using Answer = core::Prompts::Answer;
+    form.bringToFront();
+    const QString question = core::questionAbout(unsaved.name, context.texts.Lms(unsaved.question));
+    const Answer answer = context.prompts.askSave(question, &form);
+    return answer == Answer::Discard || (answer == Answer::Save && unsaved.save());
+}
+
 RecordEditor recordEditor(QWidget &form, const QString &name,
                           const std::function<const QWidget *(const QString &column)> &controlOf)
 {

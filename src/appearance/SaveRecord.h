@@ -1,11 +1,24 @@
 #pragma once
 
+#include "appearance/Form.h"
 #include "appearance/FormContext.h"
 #include "core/RecordSave.h"
 
 #include <functional>
 
 namespace appearance {
+
+/// What was typed into a form and stands on no file yet.
+struct Unsaved
+{
+    QString name;               ///< of the record; may be empty
+    QString question;           ///< its key
+    std::function<bool()> save; ///< false where it could not be saved
+};
+
+/// Asks what becomes of it, in front of the form. False where the operator is to go on with it: he wants to,
+/// or it could not be saved.
+bool settleUnsaved(const FormContext &context, Form &form, const Unsaved &unsaved);
 
 /// The window that a record is edited in, as far as its questions need it.
 struct RecordEditor

@@ -4,7 +4,7 @@
 
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QMenu>
+#include <QScopedValueRollback>
 
 #include <algorithm>
 
@@ -16,6 +16,7 @@ SearchedList::SearchedList(const Context &context, const Controls &controls)
     : m_context(context), m_controls(controls), m_rows(context.rows)
 {
     connectControls();
+    connectWords();
     connectRows();
     QSizePolicy place = controls.count.sizePolicy();
     place.setRetainSizeWhenHidden(true);
@@ -26,15 +27,17 @@ SearchedList::SearchedList(const Context &context, const Controls &controls)
 void SearchedList::connectControls()
 {
     RecordGrid &grid = m_controls.grid;
-    m_typing.watch(m_controls.words, grid, [this] { search(); });
     connect(&m_controls.search, &QPushButton::clicked, this, &SearchedList::search);
     connect(&m_controls.edit, &QPushButton::clicked, this,
             [this, &grid] { Q_EMIT editAsked(grid.currentIndex().row()); });
     connect(&m_controls.remove, &QPushButton::clicked, this, &SearchedList::removeAsked);
     connect(&grid, &RecordGrid::deleteRequested, this, &SearchedList::removeKeyPressed);
     connect(&grid, &RecordGrid::currentRowChanged, this, &SearchedList::offerCommands);
-    grid.setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(&grid, &QWidget::customContextMenuRequested, this, &SearchedList::showMenu);
+    grid.setRowMenu({{m_controls.edit.text(), [this] { m_controls.edit.click(); }},
+                     {m_context.texts.Lms(u"CopyRow"_s), [&grid] { grid.copySelection(); }},
+                     {m_context.texts.Lms(u"CopyCell"_s), [&grid] { grid.copyCell(); }},
+                     {},
+                     {m_controls.remove.text(), [this] { m_controls.remove.click(); }}});
     onKeys(*grid.window(), QKeySequence::Refresh, [this] { refresh(); });
     offerCommands(false);
 }
@@ -47,6 +50,86 @@ void SearchedList::connectRows()
     connect(&m_rows, &ResultModel::readingHeldUp, this, [this] { answer(false); });
     connect(&m_rows, &ResultModel::lockEnded, this,
             [this] { m_controls.grid.whenNotTyping([this] { show(m_asked, m_wanted); }); });
+}
+
+void SearchedList::connectWords()
+{
+    constexpr std::chrono::milliseconds typingPause{300};
+    QLineEdit &words = m_controls.words;
+    m_pause.setSingleShot(true);
+    m_pause.setInterval(typingPause);
+    connect(&m_pause, &QTimer::timeout, this, &SearchedList::searchIfNew);
+    connect(&words, &QLineEdit::textEdited, &m_pause, qOverload<>(&QTimer::start));
+    connect(&words, &QLineEdit::returnPressed, this, [this, &words] {
+        m_showsTyped &&words.text().trimmed() == m_settledWords ? turnToList() : searchTyped();
+    });
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_PageDown}) {
+        auto *down = new QShortcut(key, &words, nullptr, nullptr, Qt::WidgetShortcut);
+        connect(down, &QShortcut::activated, this, [this] {
+            searchIfNew();
+            turnToList();
+        });
+    }
+    onKeys(*words.window(), QKeySequence::Find, [&words] {
+        words.setFocus(Qt::ShortcutFocusReason);
+        words.selectAll();
+    });
+}
+
+void SearchedList::searchTyped()
+{
+    m_showsTyped = false;
+    const QScopedValueRollback searches(m_searchesTyped, true);
+    search();
+}
+
+void SearchedList::searchIfNew()
+{
+    if (m_controls.words.text().trimmed() != m_settledWords) {
+        searchTyped();
+    }
+}
+
+void SearchedList::turnToList()
+{
+    RecordGrid &grid = m_controls.grid;
+    if (m_rows.rowCount() == 0) {
+        return;
+    }
+    if (!grid.currentIndex().isValid()) {
+        grid.setCurrentIndex(m_rows.index(0, 0));
+    }
+    grid.setFocus(Qt::ShortcutFocusReason);
+}
+
+/// False where the keyboard is in no search.
+bool SearchedList::leaveSearch()
+{
+    if (!m_controls.words.hasFocus() || m_controls.words.text().isEmpty()) {
+        return false;
+    }
+    m_controls.words.clear();
+    searchTyped();
+    return true;
+}
+
+/// The words in the box are not searched for unless the operator types again.
+void SearchedList::settleWords()
+{
+    m_pause.stop();
+    m_settledWords = m_controls.words.text().trimmed();
+}
+
+/// While the question stands, no pause runs out and puts other rows in the place of those it is about.
+bool SearchedList::ask(const std::function<bool()> &question)
+{
+    const bool typed = m_pause.isActive();
+    m_pause.stop();
+    const bool answer = question();
+    if (typed) {
+        m_pause.start();
+    }
+    return answer;
 }
 
 // What is being typed into a cell is written first: new rows take its box away.
@@ -67,7 +150,7 @@ bool SearchedList::show(const Asked &asked, std::optional<qint32> sn)
     }
     m_shown = asked;
     if (!asked.searched) {
-        m_typing.rowsShown();
+        m_showsTyped = m_searchesTyped;
     }
     answer(true);
     standOn(0);
@@ -81,17 +164,17 @@ bool SearchedList::show(const Asked &asked, std::optional<qint32> sn)
 bool SearchedList::showUnsearched(const Asked &asked)
 {
     m_controls.words.clear();
-    m_typing.settle();
+    settleWords();
     return show(asked);
 }
 
 bool SearchedList::search()
 {
-    m_typing.settle();
+    settleWords();
     const QString query = m_context.searchQuery(m_controls.words.text().trimmed());
     const bool found = show({.query = query, .unsorted = query, .searched = true});
     if (found) {
-        m_typing.rowsShown();
+        m_showsTyped = m_searchesTyped;
     }
     return found;
 }
@@ -164,7 +247,7 @@ SearchedList::Removal SearchedList::removeCurrent(const std::function<bool()> &q
 {
     const bool onRow = m_controls.grid.currentIndex().isValid();
     const std::optional<qint32> sn = currentSn();
-    if (!m_typing.ask(question) || !onRow) {
+    if (!ask(question) || !onRow) {
         return Removal::None;
     }
     const int row = sn ? m_rows.rowOf(*sn) : -1;
@@ -189,28 +272,13 @@ void SearchedList::offerCommands(bool onRow)
     }
 }
 
-void SearchedList::showMenu(const QPoint &position)
-{
-    RecordGrid &grid = m_controls.grid;
-    QMenu menu(&grid);
-    const auto add = [&](const QString &caption, auto work) {
-        menu.addAction(caption, this, work)->setEnabled(grid.currentIndex().isValid());
-    };
-    add(m_controls.edit.text(), [this] { m_controls.edit.click(); });
-    add(m_context.texts.Lms(u"CopyRow"_s), [&grid] { grid.copySelection(); });
-    add(m_context.texts.Lms(u"CopyCell"_s), [&grid] { grid.copyCell(); });
-    menu.addSeparator();
-    add(m_controls.remove.text(), [this] { m_controls.remove.click(); });
-    menu.exec(grid.viewport()->mapToGlobal(position));
-}
-
 bool SearchedList::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::WindowActivate && !m_rows.isReading()) {
         showCount(m_context.countSign);
     } else if (event->type() == QEvent::KeyPress &&
                static_cast<const QKeyEvent *>(event)->key() == Qt::Key_Escape) {
-        return m_typing.leave() || m_controls.grid.window()->close();
+        return leaveSearch();
     }
     return QObject::eventFilter(watched, event);
 }

@@ -1,13 +1,14 @@
 #pragma once
 
 #include "appearance/RecordGrid.h"
-#include "appearance/SearchWhileTyping.h"
 #include "core/TextLookup.h"
 #include "store/ResultModel.h"
 
 #include <QLabel>
+#include <QLineEdit>
 #include <QObject>
 #include <QPushButton>
+#include <QTimer>
 
 #include <functional>
 #include <optional>
@@ -15,8 +16,11 @@
 namespace appearance {
 
 /// What the windows of a list have in common that is searched: which rows were asked for, which it shows and
-/// stands on, how many they are, and what can be done with the one that it stands on. Esc leaves the search,
-/// and then the window.
+/// stands on, how many they are, and what can be done with the one that it stands on.
+///
+/// It searches at Enter, and a short pause after the last key where other words stand in the box then. Ctrl+F
+/// turns to the box; Down, Page Down, and Enter where its words were searched for already, go from it to what
+/// was found. Esc leaves a search before it closes the window.
 class SearchedList : public QObject
 {
     Q_OBJECT
@@ -89,8 +93,14 @@ protected:
 private:
     void connectControls();
     void connectRows();
+    void connectWords();
+    void searchTyped();
+    void searchIfNew();
+    void turnToList();
+    bool leaveSearch();
+    void settleWords();
+    bool ask(const std::function<bool()> &question);
     void offerCommands(bool onRow);
-    void showMenu(const QPoint &position);
     void standOnWanted();
     void showAllFound();
     void answer(bool whole);
@@ -99,12 +109,15 @@ private:
     const Context m_context;
     const Controls m_controls;
     store::ResultModel &m_rows;
-    SearchWhileTyping m_typing;
     Asked m_asked; ///< last
     Asked m_shown;
     std::optional<qint32> m_wanted; ///< the SN to stand on once it is found
     int m_standsOn = -1;            ///< the row where it was found last
     bool m_isWhole = false;         ///< as was last said by answered()
+    QTimer m_pause;                 ///< runs until the operator pauses in the box of words
+    QString m_settledWords;         ///< searched for last, or left alone since other rows were asked for
+    bool m_searchesTyped = false;
+    bool m_showsTyped = false; ///< the list shows what was searched for from the box
 };
 
 } // namespace appearance

@@ -1,6 +1,6 @@
 #include "ProgramDesk.h"
 #include "Scene.h"
-#include "appearance/Theme.h"
+#include "appearance/theme/Theme.h"
 #include "core/platform.h"
 #include "language/ShownTexts.h"
 #include "language/forms/Captions.h"

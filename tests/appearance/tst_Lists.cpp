@@ -75,6 +75,30 @@ private Q_SLOTS:
         QVERIFY(again.isColumnHidden(1));
         QCOMPARE(again.horizontalHeader()->logicalIndex(0), 2);
     }
+
+    // A menu that ran an event loop of its own would keep the test from going on.
+    void theMenuOfARowIsNotWaitedFor()
+    {
+        QStandardItemModel model(1, 1);
+        appearance::RecordGrid grid;
+        grid.setModel(&model);
+        int opened = 0;
+        grid.setRowMenu({{u"Open"_s, [&opened] { ++opened; }}, {}, {u"Copy"_s, [] {}}});
+        grid.show();
+        for (const bool onRow : {false, true}) {
+            grid.setCurrentIndex(onRow ? model.index(0, 0) : QModelIndex());
+            QContextMenuEvent asked(QContextMenuEvent::Mouse, QPoint(4, 4), QPoint(4, 4));
+            QApplication::sendEvent(grid.viewport(), &asked);
+            auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+            QVERIFY(menu != nullptr);
+            QCOMPARE(menu->actions().size(), 3);
+            QCOMPARE(menu->actions().first()->isEnabled(), onRow);
+            menu->actions().first()->trigger();
+            menu->close();
+            QTRY_VERIFY(QApplication::activePopupWidget() == nullptr);
+        }
+        QCOMPARE(opened, 1);
+    }
 };
 
 QTEST_MAIN(tst_Lists)

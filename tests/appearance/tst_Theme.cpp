@@ -1,4 +1,4 @@
-#include "appearance/Theme.h"
+#include "appearance/theme/Theme.h"
 #include "support/Test.h"
 
 /// What the theme draws on each other can be told apart, light and dark.

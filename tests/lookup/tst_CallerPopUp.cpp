@@ -1,4 +1,4 @@
-#include "appearance/Theme.h"
+#include "appearance/theme/Theme.h"
 #include "lookup/forms/CallerPopUp.h"
 #include "lookup/forms/CallerText.h"
 #include "store/Upgrade.h"

@@ -1,6 +1,5 @@
 #include "customers/forms/CustomerWindows.h"
 
-#include "appearance/BringToFront.h"
 #include "customers/forms/frmAddDataToExcel_Tarn20050921.h"
 
 #include <QTimer>
@@ -11,59 +10,36 @@ namespace {
 
 constexpr std::chrono::milliseconds newWindowSettles{200};
 
-// The form, made when it is not open.
-template <typename Form, typename... Arguments>
-Form &opened(QPointer<Form> &form, Arguments &&...arguments)
-{
-    if (Form *kept = form; kept != nullptr && !kept->isVisible()) {
-        kept->deleteLater(); // it was closed
-        form.clear();
-    }
-    if (!form) {
-        form = new Form(std::forward<Arguments>(arguments)...);
-    }
-    return *form;
-}
-
 } // namespace
 
-CustomerWindows::~CustomerWindows()
-{
-    delete m_export.data();
-    delete m_editor.data();
-    delete m_list.data();
-}
+CustomerWindows::CustomerWindows(const Context &context)
+    : m_context(context), m_list([this] { return new FrmCustomer(m_context.form, *this); }), m_editor([this] {
+          return new FrmEditCustomer({m_context.form, m_context.checks, m_context.effects});
+      }),
+      m_export([this] { return new frmAddDataToExcel_Tarn20050921(m_context.form); })
+{}
 
-FrmCustomer &CustomerWindows::list()
-{
-    return opened<FrmCustomer>(m_list, m_context.form, static_cast<CustomerListCommands &>(*this));
-}
-
-FrmEditCustomer &CustomerWindows::editor()
-{
-    return opened<FrmEditCustomer>(
-        m_editor, FrmEditCustomer::Context{m_context.form, m_context.checks, m_context.effects});
-}
+CustomerWindows::~CustomerWindows() = default;
 
 // The number waits in the list for its customer. A customer who is opened for another reason must not get it.
 void CustomerWindows::dropWaitingNumber()
 {
-    if (m_list) {
-        m_list->dropNumber();
+    if (FrmCustomer *list = m_list.ifOpen()) {
+        list->dropNumber();
     }
 }
 
 void CustomerWindows::showList()
 {
     dropWaitingNumber();
-    appearance::bringToFront(list());
+    m_list.get().bringToFront();
 }
 
 void CustomerWindows::showList(const QString &query, QWidget *editor)
 {
     dropWaitingNumber();
-    FrmCustomer &form = list();
-    appearance::showBehind(form, editor);
+    FrmCustomer &form = m_list.get();
+    form.showBehind(editor);
     form.showQuery(query);
 }
 
@@ -72,18 +48,18 @@ void CustomerWindows::addCustomer(const QString &number, const QString &keyWord,
     dropWaitingNumber();
     bool found = false;
     if (!keyWord.isEmpty()) {
-        FrmCustomer &form = list();
+        FrmCustomer &form = m_list.get();
         found = form.searchFor(keyWord, number);
         if (!found) {
-            appearance::bringToFront(form);
+            form.bringToFront();
         }
     }
-    editor().addCustomer(number, name);
-    if (found && m_list) {
-        if (!m_list->hasNumber()) { // another customer was saved first, and the list shows all
-            m_list->searchFor(keyWord, number);
+    m_editor.get().addCustomer(number, name);
+    if (FrmCustomer *list = m_list.ifOpen(); found && list != nullptr) {
+        if (!list->hasNumber()) { // another customer was saved first, and the list shows all
+            list->searchFor(keyWord, number);
         }
-        showFound(*m_list);
+        showFound(*list);
     }
 }
 
@@ -92,11 +68,11 @@ void CustomerWindows::addCustomer(const QString &number, const QString &keyWord,
 void CustomerWindows::showFound(FrmCustomer &form)
 {
     const bool wasOpen = form.isVisible();
-    appearance::bringToFront(form);
+    form.bringToFront();
     if (wasOpen) {
         QTimer::singleShot(newWindowSettles, &form, [&form] {
             if (form.hasNumber()) {
-                appearance::bringToFront(form);
+                form.bringToFront();
             }
         });
     }
@@ -104,7 +80,7 @@ void CustomerWindows::showFound(FrmCustomer &form)
 
 bool CustomerWindows::editCustomer(qint32 sn, const QString &number)
 {
-    FrmEditCustomer &form = editor();
+    FrmEditCustomer &form = m_editor.get();
     const bool shown = form.ShowCustomerBySN(sn);
     if (shown && !number.isEmpty()) {
         form.appendNumber(number);
@@ -115,7 +91,7 @@ bool CustomerWindows::editCustomer(qint32 sn, const QString &number)
 
 void CustomerWindows::ShowCustomerByName(const QString &name)
 {
-    FrmEditCustomer &form = editor();
+    FrmEditCustomer &form = m_editor.get();
     form.ShowCustomerByName(name);
     closeUnshown(form);
 }
@@ -130,8 +106,8 @@ void CustomerWindows::closeUnshown(FrmEditCustomer &form)
 
 void CustomerWindows::refreshCustomerList()
 {
-    if (FrmCustomer *form = m_list; form != nullptr && form->isVisible()) {
-        form->refreshCustomerList();
+    if (FrmCustomer *list = m_list.ifOpen()) {
+        list->refreshCustomerList();
     }
 }
 
@@ -142,7 +118,7 @@ void CustomerWindows::customerDeleted(qint32 sn)
 
 void CustomerWindows::exportCustomers()
 {
-    appearance::bringToFront(opened(m_export, m_context.form));
+    m_export.get().bringToFront();
 }
 
 } // namespace customers

@@ -1,9 +1,8 @@
 #pragma once
 
+#include "appearance/OneWindow.h"
 #include "customers/forms/FrmCustomer.h"
 #include "customers/forms/FrmEditCustomer.h"
-
-#include <QPointer>
 
 namespace customers {
 
@@ -21,8 +20,7 @@ public:
         CustomerEffects &effects;
     };
 
-    explicit CustomerWindows(const Context &context) : m_context(context) {}
-    /// Closes what is open, without a question.
+    explicit CustomerWindows(const Context &context);
     ~CustomerWindows() override;
 
     void showList();
@@ -41,16 +39,14 @@ private:
     bool editCustomer(qint32 sn, const QString &number) override;
     void customerDeleted(qint32 sn) override;
     void exportCustomers() override;
-    FrmCustomer &list();
-    FrmEditCustomer &editor();
     void dropWaitingNumber();
     static void showFound(FrmCustomer &form);
     static void closeUnshown(FrmEditCustomer &form);
 
     Context m_context;
-    QPointer<FrmCustomer> m_list;
-    QPointer<FrmEditCustomer> m_editor;
-    QPointer<frmAddDataToExcel_Tarn20050921> m_export;
+    appearance::OneWindow<FrmCustomer> m_list;
+    appearance::OneWindow<FrmEditCustomer> m_editor;
+    appearance::OneWindow<frmAddDataToExcel_Tarn20050921> m_export;
 };
 
 } // namespace customers

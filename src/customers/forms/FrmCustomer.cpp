@@ -1,12 +1,9 @@
 #include "customers/forms/FrmCustomer.h"
 
-#include "appearance/BringToFront.h"
-#include "appearance/ThemedIcons.h"
 #include "core/TextUtilities.h"
 #include "customers/CustomerQueries.h"
 #include "ui_FrmCustomer.h"
 
-#include <QCloseEvent>
 #include <QHeaderView>
 
 using namespace Qt::StringLiterals;
@@ -14,13 +11,11 @@ using namespace Qt::StringLiterals;
 namespace customers {
 
 FrmCustomer::FrmCustomer(const appearance::FormContext &context, CustomerListCommands &commands)
-    : m_context(context), m_commands(commands), m_ui(std::make_unique<Ui::FrmCustomer>()),
-      m_setup(context.services), Ado1(context.log, "Ado1"_L1)
+    : Form(context.services), m_context(context), m_commands(commands),
+      m_ui(std::make_unique<Ui::FrmCustomer>()), Ado1(context.log, "Ado1"_L1)
 {
     m_ui->setupUi(this);
-    setAttribute(Qt::WA_DeleteOnClose);
-    setWindowIcon(appearance::programIcon());
-    m_setup.load(*this);
+    load();
     translateHeadings();
     setUpGrid();
     setUpList();
@@ -29,10 +24,7 @@ FrmCustomer::FrmCustomer(const appearance::FormContext &context, CustomerListCom
     m_ui->txtSearch->setFocus();
 }
 
-FrmCustomer::~FrmCustomer()
-{
-    m_setup.unload();
-}
+FrmCustomer::~FrmCustomer() = default;
 
 void FrmCustomer::showAnswer(bool whole)
 {
@@ -59,7 +51,7 @@ bool FrmCustomer::searchFor(const QString &keyWord, const QString &number)
     if (Ado1.rowCount() == 0 && Ado1.isReading()) {
         const auto comeForward = [this] {
             if (hasNumber()) {
-                appearance::bringToFront(*this);
+                bringToFront();
             }
         };
         constexpr int onceAndLater = Qt::QueuedConnection | Qt::SingleShotConnection;
@@ -137,12 +129,6 @@ void FrmCustomer::showMessage(const QString &key)
 void FrmCustomer::showSortArrow()
 {
     m_ui->DataGrid1->horizontalHeader()->setSortIndicator(m_list->shown().sortedColumn, Qt::AscendingOrder);
-}
-
-void FrmCustomer::closeEvent(QCloseEvent *event)
-{
-    m_setup.rememberGeometry(*this);
-    QWidget::closeEvent(event);
 }
 
 } // namespace customers

@@ -1,10 +1,9 @@
 #pragma once
 
+#include "appearance/Form.h"
 #include "appearance/FormContext.h"
 #include "appearance/SearchedList.h"
 #include "store/ResultModel.h"
-
-#include <QWidget>
 
 #include <memory>
 
@@ -28,7 +27,7 @@ public:
 };
 
 /// The list of customers. Deletes itself when closed.
-class FrmCustomer : public QWidget
+class FrmCustomer : public appearance::Form
 {
     Q_OBJECT
 
@@ -50,9 +49,6 @@ public:
     /// else all customers.
     void refreshCustomerList();
 
-protected:
-    void closeEvent(QCloseEvent *event) override;
-
 private:
     void setUpGrid();
     void layOutColumns();
@@ -70,7 +66,6 @@ private:
     appearance::FormContext m_context;
     CustomerListCommands &m_commands;
     std::unique_ptr<Ui::FrmCustomer> m_ui;
-    appearance::FormSetup m_setup;
     store::ResultModel Ado1;
     std::optional<appearance::SearchedList> m_list;
     bool m_columnsLaidOut = false;

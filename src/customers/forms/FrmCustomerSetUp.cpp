@@ -1,4 +1,3 @@
-#include "appearance/Keys.h"
 #include "customers/CustomerFields.h"
 #include "customers/CustomerQueries.h"
 #include "customers/forms/FrmCustomer.h"
@@ -77,9 +76,7 @@ void FrmCustomer::layOutColumns()
         return;
     }
     appearance::RecordGrid &grid = *m_ui->DataGrid1;
-    for (int column = 0; column < int(columnWidths.size()); ++column) {
-        grid.setColumnWidth(column, columnWidths.at(size_t(column)) * fontMetrics().horizontalAdvance(u'0'));
-    }
+    grid.setWidths(columnWidths);
     for (int column = int(usualFields().size()); column < Ado1.columnCount(); ++column) {
         grid.setColumnHidden(column, true);
     }
@@ -105,10 +102,8 @@ void FrmCustomer::setUpCommands()
 {
     connect(m_ui->Command1, &QPushButton::clicked, this, [this] { m_commands.addCustomer(); });
     connect(m_ui->cmdExport, &QPushButton::clicked, this, [this] { m_commands.exportCustomers(); });
-    connect(m_ui->Command3, &QPushButton::clicked, this,
-            [this] { m_context.navigator.ShowHelp(u"Popup_CustomerDatabase"_s); });
     connect(m_ui->Command2, &QPushButton::clicked, this, &QWidget::close);
-    appearance::onHelpKey(*this, m_context.navigator, u"Popup_CustomerDatabase"_s);
+    offerHelp(m_context.navigator, u"Popup_CustomerDatabase"_s, {m_ui->Command3});
     connect(m_ui->txtAddToExist, &QLineEdit::textChanged, this, [this] { showMessage({}); });
 }
 

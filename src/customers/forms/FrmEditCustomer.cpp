@@ -1,29 +1,22 @@
 #include "customers/forms/FrmEditCustomer.h"
 
-#include "appearance/BringToFront.h"
 #include "appearance/Keys.h"
-#include "appearance/NameInTitle.h"
 #include "appearance/SaveRecord.h"
-#include "appearance/ThemedIcons.h"
 #include "core/TextUtilities.h"
 #include "ui_FrmEditCustomer.h"
-
-#include <QCloseEvent>
 
 using namespace Qt::StringLiterals;
 
 namespace customers {
 
 FrmEditCustomer::FrmEditCustomer(const Context &context)
-    : m_context(context), m_ui(std::make_unique<Ui::FrmEditCustomer>()), m_setup(context.form.services),
+    : Form(context.form.services), m_context(context), m_ui(std::make_unique<Ui::FrmEditCustomer>()),
       m_lists(context.form.paths, context.form.log, context.form.services.translator),
       m_editing({context.form.paths, context.form.values, context.form.log, context.form.texts,
                  context.form.server, context.effects})
 {
     m_ui->setupUi(this);
-    setAttribute(Qt::WA_DeleteOnClose);
-    setWindowIcon(appearance::programIcon());
-    m_setup.load(*this);
+    load();
     m_controls = CustomerControlSet(*this);
     setUpCombos();
     setUpAddresses();
@@ -33,19 +26,11 @@ FrmEditCustomer::FrmEditCustomer(const Context &context)
     mirror(*m_ui->txtLinkmanEmail, *m_ui->txtLinkmanEmail1);
     setUpChecks();
     setUpMessage();
-    appearance::nameInTitle(*this, *m_ui->txtCustomerName);
+    nameInTitle(*m_ui->txtCustomerName);
     startNewCustomer({}, {});
 }
 
-// The field with the keyboard reports that it is left even while the form is deleted, when nothing can be
-// checked any more.
-FrmEditCustomer::~FrmEditCustomer()
-{
-    for (QWidget *control : findChildren<QWidget *>()) {
-        control->disconnect(this);
-    }
-    m_setup.unload();
-}
+FrmEditCustomer::~FrmEditCustomer() = default;
 
 void FrmEditCustomer::setUpButtons()
 {
@@ -53,15 +38,13 @@ void FrmEditCustomer::setUpButtons()
     m_ui->cmdViewNotePad->setEnabled(navigator.canShow(core::Window::CallNotes));
     connect(m_ui->cmdViewNotePad, &QPushButton::clicked, this, &FrmEditCustomer::viewNotes);
     connect(m_ui->Command1, &QPushButton::clicked, this, [this] {
-        if (settleUnsavedChanges()) {
+        if (mayDropContents()) {
             startNewCustomer({}, {});
         }
     });
     connect(m_ui->Command2, &QPushButton::clicked, this, &FrmEditCustomer::save);
     connect(m_ui->Command3, &QPushButton::clicked, this, &QWidget::close);
-    connect(m_ui->Command4, &QPushButton::clicked, this,
-            [&navigator] { navigator.ShowHelp(u"Popup_CustomerDatabase_Edit"_s); });
-    appearance::onHelpKey(*this, navigator, u"Popup_CustomerDatabase_Edit"_s);
+    offerHelp(navigator, u"Popup_CustomerDatabase_Edit"_s, {m_ui->Command4});
     appearance::onKeys(*this, QKeySequence::Save, [this] { save(); });
 }
 
@@ -93,10 +76,10 @@ void FrmEditCustomer::startNewCustomer(const QString &number, const QString &nam
 
 void FrmEditCustomer::addCustomer(const QString &number, const QString &name)
 {
-    if (settleUnsavedChanges()) {
+    if (mayDropContents()) {
         startNewCustomer(number, name);
     }
-    appearance::bringToFront(*this);
+    bringToFront();
 }
 
 bool FrmEditCustomer::ShowCustomerBySN(qint32 sn)
@@ -112,7 +95,7 @@ bool FrmEditCustomer::ShowCustomerByName(const QString &name)
 bool FrmEditCustomer::edit(const std::function<FoundCustomer()> &find)
 {
     FoundCustomer found;
-    if (settleUnsavedChanges()) {
+    if (mayDropContents()) {
         found = find();
     }
     if (found.customer) {
@@ -121,7 +104,7 @@ bool FrmEditCustomer::edit(const std::function<FoundCustomer()> &find)
         m_context.form.prompts.tell(found.message, {}, this);
     }
     if (found.customer || isVisible()) {
-        appearance::bringToFront(*this);
+        bringToFront();
     }
     return found.customer.has_value();
 }
@@ -134,24 +117,18 @@ void FrmEditCustomer::appendNumber(const QString &number)
 }
 
 // False where the operator wants to go on with what stands in the form.
-bool FrmEditCustomer::settleUnsavedChanges()
+bool FrmEditCustomer::mayDropContents()
 {
-    if (!isVisible() || !hasUnsavedChanges()) {
-        return true;
-    }
-    appearance::bringToFront(*this);
-    using Answer = core::Prompts::Answer;
-    const QString question = m_context.form.texts.Lms(u"CustomerUnsaved"_s);
-    const Answer answer =
-        m_context.form.prompts.askSave(core::questionAbout(m_ui->txtCustomerName->text(), question), this);
-    return answer == Answer::Discard || (answer == Answer::Save && save());
+    return !hasUnsavedChanges() || appearance::settleUnsaved(m_context.form, *this,
+                                                             {.name = m_ui->txtCustomerName->text(),
+                                                              .question = u"CustomerUnsaved"_s,
+                                                              .save = [this] { return save(); }});
 }
 
-// A shortcut saves without leaving the field, so the text typed last is checked here, too. The operator is
-// told one thing only: why nothing was saved, or whose the name or number is.
+// The operator hears of one thing: why nothing was saved, or whose the name or number is.
 bool FrmEditCustomer::save()
 {
-    replaceApostrophes();
+    settleFields();
     const std::optional<lookup::Owner> owner = m_ownerLine->untold();
     CustomerRecord typed = shownCustomer();
     LoadedCustomer loaded = m_loaded;
@@ -183,27 +160,6 @@ void FrmEditCustomer::viewNotes()
     const QString &onFile = m_loaded.nameOnFile();
     m_context.form.navigator.ShowNotePad(m_loaded.record.SN ? onFile
                                                             : m_ui->txtCustomerName->text().trimmed());
-}
-
-void FrmEditCustomer::closeEvent(QCloseEvent *event)
-{
-    if (!settleUnsavedChanges()) {
-        event->ignore();
-        return;
-    }
-    m_setup.rememberGeometry(*this);
-    QWidget::closeEvent(event);
-}
-
-void FrmEditCustomer::keyPressEvent(QKeyEvent *event)
-{
-    if (event->key() == Qt::Key_Escape) {
-        close();
-    } else if (appearance::isEnter(*event)) {
-        appearance::buttonOfEnter(*this, *m_ui->Command2).click();
-    } else {
-        QWidget::keyPressEvent(event);
-    }
 }
 
 } // namespace customers

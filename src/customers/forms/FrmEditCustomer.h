@@ -1,12 +1,11 @@
 #pragma once
 
 #include "appearance/ComboLists.h"
+#include "appearance/Form.h"
 #include "appearance/FormContext.h"
 #include "customers/CustomerEditing.h"
 #include "customers/forms/CustomerControlSet.h"
 #include "lookup/forms/OwnerLine.h"
-
-#include <QWidget>
 
 #include <functional>
 #include <memory>
@@ -20,7 +19,7 @@ class FrmEditCustomer;
 namespace customers {
 
 /// The editor of one customer. Deletes itself when closed.
-class FrmEditCustomer : public QWidget
+class FrmEditCustomer : public appearance::Form
 {
     Q_OBJECT
 
@@ -49,8 +48,7 @@ public:
     void appendNumber(const QString &number);
 
 protected:
-    void closeEvent(QCloseEvent *event) override;
-    void keyPressEvent(QKeyEvent *event) override;
+    bool mayClose() override { return mayDropContents(); }
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
@@ -67,11 +65,13 @@ private:
     void setUpChecks();
     void setUpMessage();
     static void mirror(QLineEdit &one, QLineEdit &other);
+    void rememberText(QComboBox &combo);
+    void settleFields();
     void replaceApostrophes();
 
     void startNewCustomer(const QString &number, const QString &name);
     bool edit(const std::function<FoundCustomer()> &find);
-    bool settleUnsavedChanges();
+    bool mayDropContents();
     bool save();
     void viewNotes();
     void openHomepage();
@@ -79,7 +79,6 @@ private:
 
     Context m_context;
     std::unique_ptr<Ui::FrmEditCustomer> m_ui;
-    appearance::FormSetup m_setup;
     appearance::ComboLists m_lists;
     CustomerControlSet m_controls;
     CustomerEditing m_editing;

@@ -1,4 +1,5 @@
-#include "appearance/ThemedIcons.h"
+#include "appearance/FieldLeft.h"
+#include "appearance/theme/ThemedIcons.h"
 #include "customers/Addresses.h"
 #include "customers/forms/FrmEditCustomer.h"
 #include "ui_FrmEditCustomer.h"
@@ -25,9 +26,15 @@ void FrmEditCustomer::setUpCombos()
             combo->addItems({u"Male"_s, u"FeMale"_s});
         } else if (combo != m_ui->cmbSeatID) {
             m_lists.ReadComboList(*combo);
-            connect(combo->lineEdit(), &QLineEdit::editingFinished, this,
-                    [this, combo] { m_lists.SaveComboItem(*combo); });
         }
+        appearance::onLeft(*combo, *this, [this, combo] { rememberText(*combo); });
+    }
+}
+
+void FrmEditCustomer::rememberText(QComboBox &combo)
+{
+    if (&combo != m_ui->txtContactPersonSex && &combo != m_ui->cmbSeatID) {
+        m_lists.SaveComboItem(combo);
     }
 }
 
@@ -65,7 +72,9 @@ void FrmEditCustomer::setUpChecks()
                                   .numbers = {m_ui->txtCompanyCall, m_ui->txtCompanyFax,
                                               m_ui->txtLinkmanMobile, m_ui->txtLinkmanMobile1},
                                   .name = m_ui->txtCustomerName});
-    connect(m_ui->txtCustomerName, &QLineEdit::editingFinished, this, &FrmEditCustomer::replaceApostrophes);
+    // Of two that watch a field Qt asks the later one first, and the owner line is to look up the name as it
+    // will be filed.
+    appearance::onLeft(*m_ui->txtCustomerName, *this, [this] { replaceApostrophes(); });
 }
 
 QWidget *FrmEditCustomer::controlOf(QStringView column) const
@@ -88,6 +97,15 @@ void FrmEditCustomer::turnTo(QStringView column)
 void FrmEditCustomer::setUpMessage()
 {
     m_controls.onChanged(*this, [this] { m_ui->lblMessage->clear(); });
+}
+
+// Keys that save leave no field.
+void FrmEditCustomer::settleFields()
+{
+    replaceApostrophes();
+    if (auto *combo = qobject_cast<QComboBox *>(focusWidget())) {
+        rememberText(*combo);
+    }
 }
 
 // If another program has filed the name with an apostrophe, it stays the customer's name until somebody types
@@ -125,7 +143,7 @@ bool FrmEditCustomer::eventFilter(QObject *watched, QEvent *event)
         auto *const combo = qobject_cast<QComboBox *>(watched);
         return combo != nullptr && !combo->hasFocus();
     }
-    return QWidget::eventFilter(watched, event);
+    return Form::eventFilter(watched, event);
 }
 
 } // namespace customers

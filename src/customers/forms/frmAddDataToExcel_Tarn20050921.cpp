@@ -1,12 +1,8 @@
 #include "customers/forms/frmAddDataToExcel_Tarn20050921.h"
 
-#include "appearance/BringToFront.h"
-#include "appearance/Keys.h"
-#include "appearance/ThemedIcons.h"
 #include "customers/CustomerQueries.h"
 #include "ui_frmAddDataToExcel_Tarn20050921.h"
 
-#include <QCloseEvent>
 #include <QKeyEvent>
 
 #include <numeric>
@@ -24,13 +20,10 @@ constexpr int titleBarButtons = 200;
 } // namespace
 
 frmAddDataToExcel_Tarn20050921::frmAddDataToExcel_Tarn20050921(const appearance::FormContext &context)
-    : m_context(context), m_ui(std::make_unique<Ui::frmAddDataToExcel_Tarn20050921>()),
-      m_setup(context.services)
+    : Form(context.services), m_context(context), m_ui(std::make_unique<Ui::frmAddDataToExcel_Tarn20050921>())
 {
     m_ui->setupUi(this);
-    setAttribute(Qt::WA_DeleteOnClose);
-    setWindowIcon(appearance::programIcon());
-    m_setup.load(*this);
+    load();
     setMinimumWidth(fontMetrics().horizontalAdvance(windowTitle()) + titleBarButtons);
     fillFields();
     showCount();
@@ -40,14 +33,11 @@ frmAddDataToExcel_Tarn20050921::frmAddDataToExcel_Tarn20050921(const appearance:
     connect(m_ui->cmdAddToExcel, &QPushButton::clicked, this, &frmAddDataToExcel_Tarn20050921::exportTicked);
     connect(m_ui->cmdCancel, &QPushButton::clicked, this, &frmAddDataToExcel_Tarn20050921::cancel);
     connect(m_ui->cmdClose, &QPushButton::clicked, this, &QWidget::close);
-    appearance::onHelpKey(*this, m_context.navigator, u"Popup_Export"_s);
+    offerHelp(m_context.navigator, u"Popup_Export"_s);
     connect(&m_slices, &QTimer::timeout, this, &frmAddDataToExcel_Tarn20050921::writeOn);
 }
 
-frmAddDataToExcel_Tarn20050921::~frmAddDataToExcel_Tarn20050921()
-{
-    m_setup.unload();
-}
+frmAddDataToExcel_Tarn20050921::~frmAddDataToExcel_Tarn20050921() = default;
 
 void frmAddDataToExcel_Tarn20050921::fillFields()
 {
@@ -175,26 +165,25 @@ void frmAddDataToExcel_Tarn20050921::showRunning(bool running)
 
 void frmAddDataToExcel_Tarn20050921::keyPressEvent(QKeyEvent *event)
 {
-    if (appearance::isEnter(*event)) {
-        appearance::buttonOfEnter(*this, *m_ui->cmdAddToExcel).click();
-    } else if (event->key() != Qt::Key_Escape) {
-        QWidget::keyPressEvent(event);
-    } else if (m_export) {
+    if (m_export && event->matches(QKeySequence::Cancel)) {
         cancel();
     } else {
-        close();
+        Form::keyPressEvent(event);
     }
 }
 
-void frmAddDataToExcel_Tarn20050921::closeEvent(QCloseEvent *event)
+bool frmAddDataToExcel_Tarn20050921::mayClose()
 {
-    if (m_export && m_export->isPacking()) {
-        appearance::bringToFront(*this); // it shows that it is still at work
-        return event->ignore();
+    const bool packing = m_export && m_export->isPacking();
+    if (packing) {
+        bringToFront(); // it shows that it is still at work
     }
+    return !packing;
+}
+
+void frmAddDataToExcel_Tarn20050921::closing()
+{
     m_slices.stop();
-    m_setup.rememberGeometry(*this);
-    QWidget::closeEvent(event);
 }
 
 } // namespace customers

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "appearance/Form.h"
 #include "appearance/FormContext.h"
 #include "customers/CustomerExport.h"
 
 #include <QTimer>
-#include <QWidget>
 
 #include <memory>
 
@@ -16,7 +16,7 @@ namespace customers {
 
 /// Exports the ticked fields of all customers to a spreadsheet file, slice by slice while calls keep
 /// arriving. Deletes itself when closed; an export that runs is then dropped.
-class frmAddDataToExcel_Tarn20050921 : public QWidget
+class frmAddDataToExcel_Tarn20050921 : public appearance::Form
 {
     Q_OBJECT
 
@@ -26,7 +26,8 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
-    void closeEvent(QCloseEvent *event) override;
+    bool mayClose() override;
+    void closing() override;
 
 private:
     void fillFields();
@@ -46,7 +47,6 @@ private:
 
     appearance::FormContext m_context;
     std::unique_ptr<Ui::frmAddDataToExcel_Tarn20050921> m_ui;
-    appearance::FormSetup m_setup;
     QString m_target;
     std::unique_ptr<CustomerExport> m_export; ///< while one runs
     QTimer m_slices;

@@ -1,11 +1,10 @@
 #pragma once
 
 #include "appearance/FormContext.h"
+#include "appearance/OneWindow.h"
 #include "help/HelpTexts.h"
 #include "help/forms/frmHelp.h"
 #include "language/LanguageChoice.h"
-
-#include <QPointer>
 
 namespace help {
 
@@ -20,8 +19,6 @@ public:
     };
 
     explicit HelpWindow(const Context &context);
-    ~HelpWindow();
-    Q_DISABLE_COPY_MOVE(HelpWindow)
 
     /// Shows a page in the current language, in front of the other windows.
     void ShowHelp(const QString &helpId);
@@ -29,7 +26,7 @@ public:
 private:
     Context m_context;
     HelpTexts m_texts;
-    QPointer<frmHelp> m_form;
+    appearance::OneWindow<frmHelp> m_form;
 };
 
 } // namespace help

@@ -1,8 +1,7 @@
 #pragma once
 
+#include "appearance/Form.h"
 #include "appearance/FormContext.h"
-
-#include <QDialog>
 
 #include <memory>
 #include <optional>
@@ -14,7 +13,7 @@ class frmHelp;
 namespace help {
 
 /// Shows one help page. Deletes itself when closed.
-class frmHelp : public QDialog
+class frmHelp : public appearance::Form
 {
     Q_OBJECT
 
@@ -24,12 +23,10 @@ public:
 
     /// Shows the page from its beginning, and says so where there is none; nothing: it could not be read.
     void setText(const std::optional<QString> &text);
-    void done(int result) override;
 
 private:
     QString m_noPage;
     std::unique_ptr<Ui::frmHelp> m_ui;
-    appearance::FormSetup m_setup;
 };
 
 } // namespace help

@@ -13,16 +13,13 @@ constexpr std::chrono::seconds betweenAges{1};
 } // namespace
 
 CallerPopUp::CallerPopUp(Context context)
-    : m_context(std::move(context)), m_screen([this] { showNext(); }), m_notes(m_context.paths, m_context.log)
+    : m_context(std::move(context)), m_screen([this] { showNext(); }),
+      m_notes(m_context.paths, m_context.log),
+      m_form([this] { return new frmPopUp(m_context.navigator, m_context.services); })
 {
     QObject::connect(&m_notes, &CallerNotes::isRead, &m_notes,
                      [this](const CallerNotes::Summary &summary) { showNotes(summary); });
     QObject::connect(&m_aging, &QTimer::timeout, &m_aging, [this] { showAge(); });
-}
-
-CallerPopUp::~CallerPopUp()
-{
-    delete m_form;
 }
 
 void CallerPopUp::ShowPopup(const core::CallRecord &info)
@@ -53,20 +50,15 @@ void CallerPopUp::showNext()
         if (caller) {
             show(cardViewOf(*caller, m_context.texts));
         }
-        const bool stands =
-            m_form != nullptr && m_form->isVisible(); // one that was closed is about to be deleted
-        if (stands && m_isEarlier) {
-            m_form->showAsEarlier();
+        if (frmPopUp *card = m_form.ifOpen(); card != nullptr && m_isEarlier) {
+            card->showAsEarlier();
         }
     });
 }
 
 void CallerPopUp::show(const CardView &view)
 {
-    if (m_form == nullptr || !m_form->isVisible()) {
-        m_form = new frmPopUp(m_context.navigator, m_context.services);
-    }
-    m_form->showCaller(view, m_context.mainWindow());
+    m_form.get().showCaller(view, m_context.mainWindow());
     m_arrived = m_context.clock.now();
     m_aging.start(betweenAges);
     m_notes.drop();
@@ -77,32 +69,32 @@ void CallerPopUp::show(const CardView &view)
 
 void CallerPopUp::showAge()
 {
-    if (m_form == nullptr) {
-        m_aging.stop();
-        return;
+    frmPopUp *card = m_form.ifOpen();
+    if (card == nullptr) {
+        return m_aging.stop();
     }
-    m_form->showAge(ageText(m_arrived.secsTo(m_context.clock.now()), m_context.texts));
+    card->showAge(ageText(m_arrived.secsTo(m_context.clock.now()), m_context.texts));
 }
 
 void CallerPopUp::showNotes(const CallerNotes::Summary &summary)
 {
-    if (m_form != nullptr) {
-        m_form->showNotes(notesText(summary.lastDate, summary.open, m_context.texts));
+    if (frmPopUp *card = m_form.ifOpen()) {
+        card->showNotes(notesText(summary.lastDate, summary.open, m_context.texts));
     }
 }
 
 void CallerPopUp::callerRenamed(core::RowKey caller, const QString &name)
 {
-    if (m_form != nullptr && m_form->isVisible()) {
-        m_form->followName(caller, name);
+    if (frmPopUp *card = m_form.ifOpen()) {
+        card->followName(caller, name);
     }
 }
 
 void CallerPopUp::close()
 {
     m_next.reset();
-    if (m_form != nullptr) {
-        m_form->close();
+    if (frmPopUp *card = m_form.ifOpen()) {
+        card->close();
     }
 }
 

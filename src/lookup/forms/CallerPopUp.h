@@ -1,5 +1,6 @@
 #pragma once
 
+#include "appearance/OneWindow.h"
 #include "core/CallRecord.h"
 #include "core/FrameGate.h"
 #include "core/RunLog.h"
@@ -9,7 +10,6 @@
 #include "lookup/forms/frmPopUp.h"
 
 #include <QDateTime>
-#include <QPointer>
 #include <QTimer>
 
 #include <functional>
@@ -36,8 +36,6 @@ public:
     };
 
     explicit CallerPopUp(Context context);
-    ~CallerPopUp();
-    Q_DISABLE_COPY_MOVE(CallerPopUp)
 
     void ShowPopup(const core::CallRecord &info);
     /// Another call has come: a card that stands is told apart from it, unless ShowPopup now fills it.
@@ -60,7 +58,7 @@ private:
     std::optional<PopupInfo> m_next;
     QDateTime m_arrived;      ///< of the call on the card
     bool m_isEarlier = false; ///< what the card shows, or will show next
-    QPointer<frmPopUp> m_form;
+    appearance::OneWindow<frmPopUp> m_form;
 };
 
 } // namespace lookup

@@ -1,6 +1,6 @@
 #include "lookup/forms/CallerText.h"
 
-#include "appearance/Theme.h"
+#include "appearance/theme/Theme.h"
 
 #include <QPainter>
 #include <QTextBlock>

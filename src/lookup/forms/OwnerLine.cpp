@@ -1,6 +1,6 @@
 #include "lookup/forms/OwnerLine.h"
 
-#include "appearance/FieldChecks.h"
+#include "appearance/FieldLeft.h"
 
 #include <utility>
 
@@ -21,11 +21,11 @@ OwnerLine::OwnerLine(QWidget &editor, const ExistenceChecks &checks, const Field
         }
     });
     for (QLineEdit *numbers : fields.numbers) {
-        numbers->installEventFilter(this);
+        appearance::onLeft(*numbers, *this, [this, numbers] { leave(*numbers); });
         connect(numbers, &QLineEdit::textChanged, &m_typing, qOverload<>(&QTimer::start));
     }
     if (fields.name != nullptr) {
-        fields.name->installEventFilter(this);
+        appearance::onLeft(*fields.name, *this, [this] { leave(*m_fields.name); });
         connect(fields.name, &QLineEdit::textChanged, this, [this] {
             m_lookedUpName.clear();
             if (std::exchange(m_ownerOfName, std::nullopt)) {
@@ -114,9 +114,14 @@ void OwnerLine::remember(const QLineEdit &field)
     }
 }
 
+void OwnerLine::leave(QLineEdit &field)
+{
+    appearance::whenReleased(m_editor, [this, &field] { check(field); });
+}
+
 // Remember first, tell then: the message box takes the keyboard from the field, which would report again that
 // it is left.
-void OwnerLine::leave(QLineEdit &field)
+void OwnerLine::check(QLineEdit &field)
 {
     const QString text = field.text().trimmed();
     const bool tells = isUntold(field);
@@ -135,15 +140,6 @@ void OwnerLine::leave(QLineEdit &field)
             ? m_checks.IfNumbersExistInSimplePhoneBook(text, &m_editor)
             : m_checks.IfThePhoneNumberExistInCustomer(text, &m_editor);
     }
-}
-
-bool OwnerLine::eventFilter(QObject *watched, QEvent *event)
-{
-    if (auto *field = qobject_cast<QLineEdit *>(watched); field && appearance::leavesField(*event)) {
-        QTimer::singleShot(
-            0, this, [this, field] { appearance::whenReleased(m_editor, [this, field] { leave(*field); }); });
-    }
-    return QObject::eventFilter(watched, event);
 }
 
 } // namespace lookup

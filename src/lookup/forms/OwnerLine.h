@@ -41,13 +41,11 @@ public:
     std::optional<Owner> untold();
     void tell(const Owner &owner) const { m_checks.tell(owner, &m_editor); }
 
-protected:
-    bool eventFilter(QObject *watched, QEvent *event) override;
-
 private:
     bool isUntold(const QLineEdit &field) const;
     void remember(const QLineEdit &field);
     void leave(QLineEdit &field);
+    void check(QLineEdit &field);
     bool lookUpName();
     void show();
 

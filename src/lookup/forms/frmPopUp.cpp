@@ -1,8 +1,8 @@
 #include "lookup/forms/frmPopUp.h"
 
-#include "appearance/Keys.h"
-#include "appearance/Theme.h"
-#include "appearance/ThemedIcons.h"
+#include "appearance/theme/Theme.h"
+#include "appearance/theme/ThemedIcons.h"
+#include "core/TextUtilities.h"
 #include "ui_frmPopUp.h"
 
 #include <QMouseEvent>
@@ -31,14 +31,12 @@ QRect onDesktop(const QWidget &widget)
 } // namespace
 
 frmPopUp::frmPopUp(core::Navigator &navigator, const appearance::FormServices &services)
-    : QWidget(nullptr, Qt::Tool | Qt::WindowStaysOnTopHint | Qt::FramelessWindowHint), m_navigator(navigator),
-      m_ui(std::make_unique<Ui::frmPopUp>()), m_setup(services)
+    : Form(services, Qt::Tool | Qt::WindowStaysOnTopHint | Qt::FramelessWindowHint), m_navigator(navigator),
+      m_ui(std::make_unique<Ui::frmPopUp>())
 {
     m_ui->setupUi(this);
-    setAttribute(Qt::WA_DeleteOnClose);
     setAttribute(Qt::WA_ShowWithoutActivating);
-    setWindowIcon(appearance::programIcon());
-    m_setup.load(*this, appearance::FormSetup::Place::OwnChoice);
+    load(Place::OwnChoice);
     setFixedWidth(cardWidth);
     connect(m_ui->Command1, &QPushButton::clicked, this, &QWidget::close);
     connect(m_ui->Command2, &QPushButton::clicked, this, [this] {
@@ -47,13 +45,9 @@ frmPopUp::frmPopUp(core::Navigator &navigator, const appearance::FormServices &s
     connect(m_ui->cmdNote, &QPushButton::clicked, this, [this] {
         openAndClose([this] { return m_view.caller && m_navigator.addNote(m_view.caller->sn); });
     });
-    appearance::onKeys(*this, Qt::Key_Escape, [this] { close(); }); // text boxes keep the key to themselves
 }
 
-frmPopUp::~frmPopUp()
-{
-    m_setup.unload();
-}
+frmPopUp::~frmPopUp() = default;
 
 // The colours of a standing are given and do not follow the theme.
 frmPopUp::CardColors frmPopUp::colorsOf(core::Standing standing) const
@@ -196,15 +190,6 @@ void frmPopUp::openAndClose(const std::function<bool()> &open)
     const bool opened = open();
     if (opened && card && m_shown == shown) {
         close();
-    }
-}
-
-void frmPopUp::keyPressEvent(QKeyEvent *event)
-{
-    if (appearance::isEnter(*event)) {
-        appearance::buttonOfEnter(*this, *m_ui->Command1).click();
-    } else {
-        QWidget::keyPressEvent(event);
     }
 }
 

@@ -1,11 +1,9 @@
 #pragma once
 
-#include "appearance/FormSetup.h"
+#include "appearance/Form.h"
 #include "core/Navigator.h"
 #include "lookup/CardDecision.h"
 #include "lookup/CardPlace.h"
-
-#include <QWidget>
 
 #include <functional>
 #include <memory>
@@ -18,7 +16,7 @@ namespace lookup {
 
 /// The card that tells who is calling: a band in the colours of his standing, and details below it. It comes
 /// up without taking the keyboard from what the operator types, and deletes itself when closed.
-class frmPopUp : public QWidget
+class frmPopUp : public appearance::Form
 {
     Q_OBJECT
 
@@ -39,7 +37,6 @@ public:
     void followName(core::RowKey caller, const QString &name);
 
 protected:
-    void keyPressEvent(QKeyEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
@@ -62,7 +59,6 @@ private:
 
     core::Navigator &m_navigator;
     std::unique_ptr<Ui::frmPopUp> m_ui;
-    appearance::FormSetup m_setup;
     CardView m_view;
     int m_shown = 0; ///< callers so far
     QPoint m_placed; ///< where we put the card

@@ -1,7 +1,7 @@
 #include "mainwindow/forms/CallGridView.h"
 
 #include "appearance/GridDelegate.h"
-#include "appearance/ThemedIcons.h"
+#include "appearance/theme/ThemedIcons.h"
 #include "mainwindow/CallGridModel.h"
 
 #include <QEvent>

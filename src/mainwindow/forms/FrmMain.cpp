@@ -1,6 +1,6 @@
 #include "mainwindow/forms/FrmMain.h"
 
-#include "appearance/ThemedIcons.h"
+#include "appearance/theme/ThemedIcons.h"
 #include "core/TextFiles.h"
 #include "core/TextUtilities.h"
 #include "ui_FrmMain.h"
@@ -29,7 +29,7 @@ constexpr qint64 shownMessageBytes = 64 << 10; // of a log that only ever grows
 } // namespace
 
 FrmMain::FrmMain(const Context &context)
-    : m_context(context), m_ui(std::make_unique<Ui::FrmMain>()), m_setup(context.services),
+    : m_context(context), m_ui(std::make_unique<Ui::FrmMain>()), m_setup(*this, context.services),
       m_calls(context.settings, context.values, context.texts, context.log),
       m_runInfo([this] { m_screen.schedule(); }), m_sms([this] { m_screen.schedule(); }),
       m_screen([this] { updateScreen(); }), m_sourceLabel(new QLabel)
@@ -41,14 +41,13 @@ FrmMain::FrmMain(const Context &context)
 FrmMain::~FrmMain()
 {
     m_context.log.setRunInfoBox(nullptr);
-    m_setup.unload();
 }
 
 void FrmMain::Form_Load()
 {
     m_context.values.MainWindowReady = true;
     m_context.log.setRunInfoBox(&m_runInfo);
-    m_setup.load(*this);
+    m_setup.load();
     loadTexts();
     loadStatusLine();
     loadToolbar();

@@ -75,7 +75,7 @@ void FrmMain::showShape(Shape shape)
 void FrmMain::rememberPlace()
 {
     if (m_shape == Shape::Full) {
-        m_setup.rememberGeometry(*this);
+        m_setup.rememberGeometry();
     }
 }
 

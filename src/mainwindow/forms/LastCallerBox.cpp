@@ -1,6 +1,6 @@
 #include "mainwindow/forms/LastCallerBox.h"
 
-#include "appearance/Theme.h"
+#include "appearance/theme/Theme.h"
 
 #include <QContextMenuEvent>
 #include <QMenu>

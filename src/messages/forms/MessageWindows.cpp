@@ -1,25 +1,20 @@
 #include "messages/forms/MessageWindows.h"
 
-#include "appearance/BringToFront.h"
-
 using namespace Qt::StringLiterals;
 
 namespace messages {
 
-MessageWindows::MessageWindows(const Context &context) : m_context(context) {}
-
-MessageWindows::~MessageWindows()
-{
-    delete m_send;
-    delete m_show;
-}
+MessageWindows::MessageWindows(const Context &context)
+    : m_context(context),
+      m_send([this] { return new frmSendSMS(m_context.forms, m_context.codePage, m_draft); }), m_show([this] {
+          m_inbox.page(m_inbox.count()); // wherever the operator had leafed to in the last one
+          return new frmShowSMS(m_context.forms, m_inbox, [this] { notifyUnread(); });
+      })
+{}
 
 void MessageWindows::showSend()
 {
-    if (m_send == nullptr || !m_send->isVisible()) { // one that was closed is about to be deleted
-        m_send = new frmSendSMS(m_context.forms, m_context.codePage, m_draft);
-    }
-    appearance::bringToFront(*m_send);
+    m_send.get().bringToFront();
 }
 
 void MessageWindows::showReceived(const QString &text, Filing filing)
@@ -30,11 +25,7 @@ void MessageWindows::showReceived(const QString &text, Filing filing)
 
 void MessageWindows::update()
 {
-    if (m_show == nullptr || !m_show->isVisible()) { // likewise
-        m_inbox.page(m_inbox.count());               // wherever the operator had leafed to in the last one
-        m_show = new frmShowSMS(m_context.forms, m_inbox, [this] { notifyUnread(); });
-    }
-    m_show->showMessages();
+    m_show.get().showMessages();
     notifyUnread();
 }
 

@@ -1,13 +1,12 @@
 #pragma once
 
 #include "appearance/FormContext.h"
+#include "appearance/OneWindow.h"
 #include "core/CodePage.h"
 #include "core/FrameGate.h"
 #include "messages/Inbox.h"
 #include "messages/forms/frmSendSMS.h"
 #include "messages/forms/frmShowSMS.h"
-
-#include <QPointer>
 
 #include <functional>
 
@@ -25,8 +24,6 @@ public:
     };
 
     explicit MessageWindows(const Context &context);
-    ~MessageWindows();
-    Q_DISABLE_COPY_MOVE(MessageWindows)
 
     /// Opens the form that sends a message, or brings it to the front.
     void showSend();
@@ -46,8 +43,8 @@ private:
     Inbox m_inbox;
     Draft m_draft;
     int m_told = 0; ///< the number last given to unreadChanged
-    QPointer<frmSendSMS> m_send;
-    QPointer<frmShowSMS> m_show;
+    appearance::OneWindow<frmSendSMS> m_send;
+    appearance::OneWindow<frmShowSMS> m_show;
     core::FrameGate m_screen{[this] { update(); }};
 };
 

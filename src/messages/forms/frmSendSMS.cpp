@@ -1,9 +1,8 @@
 #include "messages/forms/frmSendSMS.h"
 
-#include "appearance/FieldChecks.h"
+#include "appearance/FieldLeft.h"
 #include "appearance/Keys.h"
 #include "appearance/MemoBox.h"
-#include "appearance/ThemedIcons.h"
 #include "core/TextUtilities.h"
 #include "ui_frmSendSMS.h"
 
@@ -15,15 +14,13 @@ using namespace Qt::StringLiterals;
 namespace messages {
 
 frmSendSMS::frmSendSMS(const appearance::FormContext &context, const core::CodePage &codePage, Draft &draft)
-    : QDialog(nullptr, Qt::Window), m_context(context), m_draft(draft),
+    : Form(context.services), m_context(context), m_draft(draft),
       m_sender(context.server, codePage, context.log),
       m_lists(context.paths, context.log, context.services.translator),
-      m_ui(std::make_unique<Ui::frmSendSMS>()), m_setup(context.services)
+      m_ui(std::make_unique<Ui::frmSendSMS>())
 {
     m_ui->setupUi(this);
-    setAttribute(Qt::WA_DeleteOnClose);
-    setWindowIcon(appearance::programIcon());
-    m_setup.load(*this);
+    load();
     m_lists.ReadComboList(*m_ui->txtSendTo);
     // A list without completion inside the line: "Ann" must not turn into "Anna" while it is typed.
     m_ui->txtSendTo->completer()->setCompletionMode(QCompleter::PopupCompletion);
@@ -32,32 +29,19 @@ frmSendSMS::frmSendSMS(const appearance::FormContext &context, const core::CodeP
     m_ui->txtSendTo->lineEdit()->selectAll(); // another name is typed over it
     m_ui->txtSMS->setText(m_draft.text);
     m_ui->txtSMS->moveCursor(QTextCursor::End);
-    m_ui->txtSendTo->installEventFilter(this);
+    appearance::onLeft(*m_ui->txtSendTo, *this, [this] { txtSendTo_LostFocus(); });
     connect(m_ui->Command6, &QPushButton::clicked, this, &frmSendSMS::send);
-    connect(m_ui->Command1, &QPushButton::clicked, this, &QDialog::reject);
+    connect(m_ui->Command1, &QPushButton::clicked, this, &QWidget::close);
     appearance::onKeys(*this, QKeySequence(Qt::CTRL | Qt::Key_Return), [this] { send(); });
-    appearance::onHelpKey(*this, m_context.navigator, u"Popup_Messages"_s);
+    offerHelp(m_context.navigator, u"Popup_Messages"_s);
 }
 
-frmSendSMS::~frmSendSMS()
-{
-    m_setup.unload();
-}
+frmSendSMS::~frmSendSMS() = default;
 
-void frmSendSMS::done(int result)
+void frmSendSMS::closing()
 {
     const Draft draft = typed();
     m_draft = draft.text == m_sentText ? Draft() : draft;
-    m_setup.rememberGeometry(*this);
-    QDialog::done(result);
-}
-
-bool frmSendSMS::eventFilter(QObject *watched, QEvent *event)
-{
-    if (watched == m_ui->txtSendTo && appearance::leavesField(*event)) {
-        txtSendTo_LostFocus();
-    }
-    return QDialog::eventFilter(watched, event);
 }
 
 Draft frmSendSMS::typed() const

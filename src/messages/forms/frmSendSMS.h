@@ -1,10 +1,9 @@
 #pragma once
 
 #include "appearance/ComboLists.h"
+#include "appearance/Form.h"
 #include "appearance/FormContext.h"
 #include "messages/MessageSender.h"
-
-#include <QDialog>
 
 #include <memory>
 
@@ -23,7 +22,7 @@ struct Draft
 
 /// Composes a short message. The form stays open with its text, so that it may be sent to the next colleague;
 /// deletes itself when closed.
-class frmSendSMS : public QDialog
+class frmSendSMS : public appearance::Form
 {
     Q_OBJECT
 
@@ -33,10 +32,8 @@ public:
     frmSendSMS(const appearance::FormContext &context, const core::CodePage &codePage, Draft &draft);
     ~frmSendSMS() override;
 
-    void done(int result) override;
-
 protected:
-    bool eventFilter(QObject *watched, QEvent *event) override;
+    void closing() override;
 
 private:
     void txtSendTo_LostFocus();
@@ -49,7 +46,6 @@ private:
     MessageSender m_sender;
     appearance::ComboLists m_lists;
     std::unique_ptr<Ui::frmSendSMS> m_ui;
-    appearance::FormSetup m_setup;
     QString m_sentText;
 };
 

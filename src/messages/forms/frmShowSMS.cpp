@@ -1,7 +1,5 @@
 #include "messages/forms/frmShowSMS.h"
 
-#include "appearance/Keys.h"
-#include "appearance/ThemedIcons.h"
 #include "core/TextUtilities.h"
 #include "ui_frmShowSMS.h"
 
@@ -50,27 +48,22 @@ QString shownLines(QStringView text)
 } // namespace
 
 frmShowSMS::frmShowSMS(const appearance::FormContext &context, Inbox &inbox, std::function<void()> seen)
-    : QDialog(nullptr, Qt::Window | Qt::WindowStaysOnTopHint), m_context(context), m_inbox(inbox),
-      m_seen(std::move(seen)), m_ui(std::make_unique<Ui::frmShowSMS>()), m_setup(context.services)
+    : Form(context.services, Qt::Window | Qt::WindowStaysOnTopHint), m_context(context), m_inbox(inbox),
+      m_seen(std::move(seen)), m_ui(std::make_unique<Ui::frmShowSMS>())
 {
     m_ui->setupUi(this);
-    setAttribute(Qt::WA_DeleteOnClose);
     setAttribute(Qt::WA_ShowWithoutActivating);
-    setWindowIcon(appearance::programIcon());
-    m_setup.load(*this);
+    load();
     if (context.services.windows.geometry(objectName()).isEmpty()) {
         place();
     }
-    connect(m_ui->Command1, &QPushButton::clicked, this, &QDialog::reject);
+    connect(m_ui->Command1, &QPushButton::clicked, this, &QWidget::close);
     connect(m_ui->cmdPrevious, &QPushButton::clicked, this, [this] { page(-1); });
     connect(m_ui->cmdNext, &QPushButton::clicked, this, [this] { page(1); });
-    appearance::onHelpKey(*this, m_context.navigator, u"Popup_Messages"_s);
+    offerHelp(m_context.navigator, u"Popup_Messages"_s);
 }
 
-frmShowSMS::~frmShowSMS()
-{
-    m_setup.unload();
-}
+frmShowSMS::~frmShowSMS() = default;
 
 // Places the form in a corner, away from what the operator types, and not in the corner of the caller's card.
 void frmShowSMS::place()
@@ -129,14 +122,7 @@ bool frmShowSMS::event(QEvent *event)
     if (event->type() == QEvent::WindowActivate && !m_inbox.isEmpty()) {
         markSeen();
     }
-    return QDialog::event(event);
-}
-
-void frmShowSMS::done(int result)
-{
-    markSeen();
-    m_setup.rememberGeometry(*this);
-    QDialog::done(result);
+    return Form::event(event);
 }
 
 } // namespace messages

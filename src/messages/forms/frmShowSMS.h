@@ -1,9 +1,8 @@
 #pragma once
 
+#include "appearance/Form.h"
 #include "appearance/FormContext.h"
 #include "messages/Inbox.h"
-
-#include <QDialog>
 
 #include <functional>
 #include <memory>
@@ -16,7 +15,7 @@ namespace messages {
 
 /// Shows the messages that came in, the newest first to be seen. It comes up without taking the keyboard from
 /// what the operator types, and deletes itself when closed.
-class frmShowSMS : public QDialog
+class frmShowSMS : public appearance::Form
 {
     Q_OBJECT
 
@@ -27,9 +26,9 @@ public:
 
     /// Shows the inbox as it now is; the form comes up above the others.
     void showMessages();
-    void done(int result) override;
 
 protected:
+    void closing() override { markSeen(); }
     bool event(QEvent *event) override;
 
 private:
@@ -42,7 +41,6 @@ private:
     Inbox &m_inbox;
     std::function<void()> m_seen;
     std::unique_ptr<Ui::frmShowSMS> m_ui;
-    appearance::FormSetup m_setup;
     QString m_shown;
 };
 

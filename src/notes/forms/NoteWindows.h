@@ -1,8 +1,7 @@
 #pragma once
 
+#include "appearance/OneWindow.h"
 #include "notes/forms/NoteContext.h"
-
-#include <QPointer>
 
 namespace notes {
 
@@ -13,7 +12,7 @@ class frmNotePadManager;
 class NoteWindows
 {
 public:
-    explicit NoteWindows(const NoteContext &context) : m_context(context) {}
+    explicit NoteWindows(const NoteContext &context);
     ~NoteWindows();
     Q_DISABLE_COPY_MOVE(NoteWindows)
 
@@ -27,9 +26,11 @@ public:
     bool RefreshNotePad(const QString &oldName, const QString &newName);
 
 private:
+    frmNotePadManager *newManager();
+
     NoteContext m_context;
-    QPointer<frmNotePad> m_notePad;
-    QPointer<frmNotePadManager> m_manager;
+    appearance::OneWindow<frmNotePadManager> m_manager;
+    appearance::OneWindow<frmNotePad> m_notePad;
 };
 
 } // namespace notes

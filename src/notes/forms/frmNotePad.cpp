@@ -2,16 +2,12 @@
 
 #include "appearance/Keys.h"
 #include "appearance/MemoBox.h"
-#include "appearance/NameInTitle.h"
 #include "appearance/SaveRecord.h"
-#include "appearance/ThemedIcons.h"
 #include "notes/ExportText.h"
 #include "notes/PrintNotePad.h"
 #include "notes/ReportRun.h"
 #include "ui_frmNotePad.h"
 
-#include <QCloseEvent>
-#include <QKeyEvent>
 #include <QTabBar>
 
 using namespace Qt::StringLiterals;
@@ -19,30 +15,26 @@ using namespace Qt::StringLiterals;
 namespace notes {
 
 frmNotePad::frmNotePad(const NoteContext &context)
-    : m_context(context), m_notes(context.forms.log, context.forms.paths, context.forms.texts),
-      m_ui(std::make_unique<Ui::frmNotePad>()), m_setup(context.forms.services)
+    : Form(context.forms.services), m_context(context),
+      m_notes(context.forms.log, context.forms.paths, context.forms.texts),
+      m_ui(std::make_unique<Ui::frmNotePad>())
 {
     m_ui->setupUi(this);
-    setAttribute(Qt::WA_DeleteOnClose);
-    setWindowIcon(appearance::programIcon());
-    m_setup.load(*this);
-    appearance::nameInTitle(*this, *m_ui->txtCustomerName);
+    load();
+    nameInTitle(*m_ui->txtCustomerName);
     connectButtons();
     connectMessage();
     m_ui->cmdExport->setEnabled(false); // until there is a report
     m_context.values.NotePadOpen = true;
 }
 
-frmNotePad::~frmNotePad()
-{
-    m_context.values.NotePadOpen = false;
-    m_setup.unload();
-}
+frmNotePad::~frmNotePad() = default;
 
 void frmNotePad::connectButtons()
 {
     connect(m_ui->cmdSave, &QPushButton::clicked, this, &frmNotePad::save);
-    appearance::onHelpKey(*this, m_context.forms.navigator, u"Popup_Notes"_s);
+    appearance::onKeys(*this, QKeySequence::Save, [this] { save(); });
+    offerHelp(m_context.forms.navigator, u"Popup_Notes"_s);
     connect(m_ui->cmdRefreshReport, &QPushButton::clicked, this, &frmNotePad::refreshReport);
     connect(m_ui->cmdPrint, &QPushButton::clicked, this, &frmNotePad::print);
     connect(m_ui->cmdExport, &QPushButton::clicked, this, [this] {
@@ -223,30 +215,17 @@ void frmNotePad::print()
     });
 }
 
-void frmNotePad::keyPressEvent(QKeyEvent *event)
+bool frmNotePad::mayClose()
 {
-    if (event->key() == Qt::Key_Escape) {
-        close();
-    } else if (event->matches(QKeySequence::Save)) {
-        save();
-    } else if (appearance::isEnter(*event) && m_ui->SSTab1->currentWidget() == m_ui->pageEntry) {
-        appearance::buttonOfEnter(*this, *m_ui->cmdSave).click();
-    } else {
-        QWidget::keyPressEvent(event);
-    }
+    return !isUnsaved() || appearance::settleUnsaved(m_context.forms, *this,
+                                                     {.name = m_ui->txtCustomerName->text(),
+                                                      .question = u"SaveNoteFirst?"_s,
+                                                      .save = [this] { return save(); }});
 }
 
-void frmNotePad::closeEvent(QCloseEvent *event)
+void frmNotePad::closing()
 {
-    using Answer = core::Prompts::Answer;
-    const Answer answer =
-        isUnsaved() ? m_context.forms.prompts.askSave(m_context.forms.texts.Lms(u"SaveNoteFirst?"_s), this)
-                    : Answer::Discard;
-    const bool goes = answer == Answer::Discard || (answer == Answer::Save && save());
-    event->setAccepted(goes);
-    if (goes) {
-        m_setup.rememberGeometry(*this);
-    }
+    m_context.values.NotePadOpen = false;
 }
 
 } // namespace notes

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "appearance/Form.h"
 #include "notes/CallNotes.h"
 #include "notes/forms/NoteContext.h"
 
 #include <QPointer>
-#include <QWidget>
 
 #include <functional>
 #include <memory>
@@ -19,7 +19,7 @@ class ReportRun;
 
 /// The call note editor: the customer's notes so far on its first page, one call with its entries on the
 /// second. Deletes itself when closed.
-class frmNotePad : public QWidget
+class frmNotePad : public appearance::Form
 {
     Q_OBJECT
 
@@ -33,8 +33,8 @@ public:
     void followName(const QString &oldName, const QString &newName);
 
 protected:
-    void keyPressEvent(QKeyEvent *event) override;
-    void closeEvent(QCloseEvent *event) override;
+    bool mayClose() override;
+    void closing() override;
 
 private:
     void connectButtons();
@@ -57,7 +57,6 @@ private:
     CallNotes m_notes;
     std::optional<CallFields> m_call; ///< as this editor has saved it
     std::unique_ptr<Ui::frmNotePad> m_ui;
-    appearance::FormSetup m_setup;
     QPointer<ReportRun> m_refresh; ///< of the report that is shown next
 };
 

@@ -1,23 +1,30 @@
 #include "notes/forms/frmNotePadManager.h"
 
-#include "appearance/ConnectDatabase.h"
-#include "appearance/Keys.h"
-#include "appearance/ThemedIcons.h"
 #include "notes/ExportText.h"
 #include "notes/NoteStatements.h"
 #include "notes/PrintNotePad.h"
 #include "notes/ReportRun.h"
 #include "ui_frmNotePadManager.h"
 
-#include <QCloseEvent>
-#include <QKeyEvent>
-#include <QMenu>
+#include <array>
 
 using namespace Qt::StringLiterals;
 
 namespace notes {
 
 namespace {
+
+// In characters; until the operator chooses others, identifier and time are seen whole.
+constexpr std::array columnWidths{20, 22, 19, 14, 20, 24, 20, 11, 20};
+
+// Shows a result in a grid, and has the grid drawn anew.
+void ConnectDatabase(core::RunLog &log, store::ResultModel &result, appearance::RecordGrid &grid)
+{
+    log.trap("ConnectDatabase"_L1, [&] {
+        grid.setModel(&result);
+        grid.viewport()->update();
+    });
+}
 
 // An answer in the current language; without its texts the key, which is English.
 QString answer(const core::TextLookup &texts, const QString &key)
@@ -29,14 +36,12 @@ QString answer(const core::TextLookup &texts, const QString &key)
 } // namespace
 
 frmNotePadManager::frmNotePadManager(const NoteContext &context, const QString &fixedCustomer)
-    : m_context(context), m_fixedCustomer(fixedCustomer), m_result(context.forms.log, "GetRecordSet"_L1),
-      m_ui(std::make_unique<Ui::frmNotePadManager>()), m_setup(context.forms.services)
+    : Form(context.forms.services), m_context(context), m_fixedCustomer(fixedCustomer),
+      m_result(context.forms.log, "GetRecordSet"_L1), m_ui(std::make_unique<Ui::frmNotePadManager>())
 {
     m_ui->setupUi(this);
-    setAttribute(Qt::WA_DeleteOnClose);
-    setWindowIcon(appearance::programIcon());
     m_context.forms.log.trap("frmNotePadManager_Load"_L1, [this] {
-        m_setup.load(*this);
+        load();
         setDefaultRange();
         fillIfResolved();
         setUpGrid();
@@ -50,7 +55,6 @@ frmNotePadManager::~frmNotePadManager()
 {
     m_result.clear();
     m_connection.close();
-    m_setup.unload();
 }
 
 void frmNotePadManager::connectButtons()
@@ -59,7 +63,7 @@ void frmNotePadManager::connectButtons()
         connect(button, &QPushButton::clicked, this, handler);
     };
     onClick(m_ui->cmdShowResult, [this] { ShowResult(); });
-    appearance::onHelpKey(*this, m_context.forms.navigator, u"Popup_Notes_Manager"_s);
+    offerHelp(m_context.forms.navigator, u"Popup_Notes_Manager"_s);
     onClick(m_ui->cmdToday, [this] {
         const QDate today = m_context.forms.clock.now().date();
         setRange(today, today);
@@ -108,8 +112,11 @@ void frmNotePadManager::setUpGrid()
     appearance::RecordGrid &grid = *m_ui->DataGrid1;
     grid.setHint(texts.Lms(u"NoNotesFound"_s));
     m_result.setYesNo(answer(texts, u"Yes"_s), answer(texts, u"No"_s));
-    grid.setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(&grid, &QWidget::customContextMenuRequested, this, &frmNotePadManager::showMenu);
+    grid.setRowMenu(
+        {{texts.Lms(u"OpenCustomer"_s), [this, &grid] { openCustomer(grid.currentIndex().row()); }},
+         {},
+         {texts.Lms(u"CopyRow"_s), [&grid] { grid.copySelection(); }},
+         {texts.Lms(u"CopyCell"_s), [&grid] { grid.copyCell(); }}});
     connect(&grid, &appearance::RecordGrid::recordActivated, this, &frmNotePadManager::openCustomer);
     connect(&m_result, &QAbstractItemModel::rowsInserted, this, &frmNotePadManager::showTotal);
     connect(&m_result, &store::ResultModel::readingEnded, this, [this] {
@@ -127,15 +134,6 @@ void frmNotePadManager::translateHeadings()
     for (int column = 0; column < m_result.columnCount(); ++column) {
         const QString field = m_result.headerData(column, Qt::Horizontal).toString();
         m_result.setHeading(field, m_context.forms.texts.Lms(field));
-    }
-}
-
-// Until the operator chooses widths, identifier and time are seen whole.
-void frmNotePadManager::widenColumns()
-{
-    int column = 0;
-    for (const int characters : {20, 22, 19, 14, 20, 24, 20, 11, 20}) {
-        m_ui->DataGrid1->setColumnWidth(column++, characters * fontMetrics().horizontalAdvance(u'0'));
     }
 }
 
@@ -182,8 +180,8 @@ void frmNotePadManager::search(const NoteConditions &conditions)
         }
         if (m_ui->DataGrid1->model() == nullptr) {
             translateHeadings();
-            appearance::ConnectDatabase(m_context.forms.log, m_result, *m_ui->DataGrid1);
-            widenColumns();
+            ConnectDatabase(m_context.forms.log, m_result, *m_ui->DataGrid1);
+            m_ui->DataGrid1->setWidths(columnWidths);
             m_ui->DataGrid1->remember(m_context.forms.services.windows, u"frmNotePadManager.DataGrid1"_s);
         }
         m_ui->DataGrid1->scrollToTop();
@@ -249,22 +247,6 @@ void frmNotePadManager::openCustomer(int row)
     }
 }
 
-void frmNotePadManager::showMenu(const QPoint &position)
-{
-    appearance::RecordGrid *grid = m_ui->DataGrid1;
-    const int row = grid->currentIndex().row();
-    if (row < 0) {
-        return;
-    }
-    const core::TextLookup &texts = m_context.forms.texts;
-    QMenu menu(this);
-    menu.addAction(texts.Lms(u"OpenCustomer"_s), this, [this, row] { openCustomer(row); });
-    menu.addSeparator();
-    menu.addAction(texts.Lms(u"CopyRow"_s), grid, &appearance::RecordGrid::copySelection);
-    menu.addAction(texts.Lms(u"CopyCell"_s), grid, &appearance::RecordGrid::copyCell);
-    menu.exec(grid->viewport()->mapToGlobal(position));
-}
-
 // The report of the result that is shown; one at a time.
 void frmNotePadManager::readReport(const std::function<void(const QString &)> &use)
 {
@@ -298,23 +280,6 @@ void frmNotePadManager::printResult()
         PrintNotePad(m_context.forms.log, m_context.printer, m_context.forms.texts, m_context.language,
                      report, this);
     });
-}
-
-void frmNotePadManager::keyPressEvent(QKeyEvent *event)
-{
-    if (event->key() == Qt::Key_Escape) {
-        close();
-    } else if (appearance::isEnter(*event)) {
-        appearance::buttonOfEnter(*this, *m_ui->cmdShowResult).click();
-    } else {
-        QWidget::keyPressEvent(event);
-    }
-}
-
-void frmNotePadManager::closeEvent(QCloseEvent *event)
-{
-    m_setup.rememberGeometry(*this);
-    QWidget::closeEvent(event);
 }
 
 } // namespace notes

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "appearance/Form.h"
 #include "notes/NoteConditions.h"
 #include "notes/forms/NoteContext.h"
 #include "store/Connection.h"
 #include "store/ResultModel.h"
 
 #include <QPointer>
-#include <QWidget>
 
 #include <functional>
 #include <memory>
@@ -20,7 +20,7 @@ namespace notes {
 class ReportRun;
 
 /// Searches all call notes, and shows, prints and exports what it finds. Deletes itself when closed.
-class frmNotePadManager : public QWidget
+class frmNotePadManager : public appearance::Form
 {
     Q_OBJECT
 
@@ -36,10 +36,6 @@ public:
 Q_SIGNALS:
     void addNoteRequested(const QString &customerName);
 
-protected:
-    void keyPressEvent(QKeyEvent *event) override;
-    void closeEvent(QCloseEvent *event) override;
-
 private:
     void connectButtons();
     void setDefaultRange();
@@ -48,7 +44,6 @@ private:
     void fillIfResolved();
     void setUpGrid();
     void translateHeadings();
-    void widenColumns();
     NoteConditions conditions() const;
     void search(const NoteConditions &conditions);
     std::optional<QString> onlyCustomer() const;
@@ -57,7 +52,6 @@ private:
     void showTrouble();
     void offerReport();
     void openCustomer(int row);
-    void showMenu(const QPoint &position);
     void readReport(const std::function<void(const QString &)> &use);
     void exportResult();
     void printResult();
@@ -69,7 +63,6 @@ private:
     store::Connection m_connection;
     store::ResultModel m_result;
     std::unique_ptr<Ui::frmNotePadManager> m_ui;
-    appearance::FormSetup m_setup;
 };
 
 } // namespace notes

@@ -1,46 +1,34 @@
 #include "options/forms/OptionsWindows.h"
 
-#include "appearance/BringToFront.h"
-
 namespace options {
 
-OptionsWindows::~OptionsWindows()
+OptionsWindows::OptionsWindows(const Context &context)
+    : m_context(context), m_options([this] { return newOptions(); }), m_editor([this] { return newEditor(); })
+{}
+
+frmOptions *OptionsWindows::newOptions()
 {
-    delete m_editor;
-    delete m_options;
+    const appearance::FormContext &forms = m_context.forms;
+    const OptionsLogic::Context options = {forms.paths, forms.log,     m_context.settings,
+                                           forms.texts, forms.prompts, m_context.effects};
+    auto *form = new frmOptions(forms, options, [this] { showLanguageEditor(); });
+    QObject::connect(form, &frmOptions::languageSaved, form, [this] {
+        if (frmLanguageEditor *editor = m_editor.ifOpen()) {
+            editor->showLanguage();
+        }
+    });
+    return form;
 }
 
-void OptionsWindows::showOptions()
+frmLanguageEditor *OptionsWindows::newEditor()
 {
-    frmOptions *form = m_options;
-    if (form == nullptr || !form->isVisible()) { // one that was closed is about to be deleted
-        const appearance::FormContext &forms = m_context.forms;
-        const OptionsLogic::Context options = {forms.paths, forms.log,     m_context.settings,
-                                               forms.texts, forms.prompts, m_context.effects};
-        form = new frmOptions(forms, options, [this] { showLanguageEditor(); });
-        m_options = form;
-        QObject::connect(form, &frmOptions::languageSaved, form, [this] {
-            if (m_editor != nullptr) {
-                m_editor->showLanguage();
-            }
-        });
-    }
-    appearance::bringToFront(*form);
-}
-
-void OptionsWindows::showLanguageEditor()
-{
-    frmLanguageEditor *form = m_editor;
-    if (form == nullptr || !form->isVisible()) { // likewise
-        form = new frmLanguageEditor(m_context.forms, m_context.settings);
-        m_editor = form;
-        QObject::connect(form, &frmLanguageEditor::languageSaved, form, [this] {
-            if (m_options != nullptr) {
-                m_options->showLanguage();
-            }
-        });
-    }
-    appearance::bringToFront(*form);
+    auto *form = new frmLanguageEditor(m_context.forms, m_context.settings);
+    QObject::connect(form, &frmLanguageEditor::languageSaved, form, [this] {
+        if (frmOptions *options = m_options.ifOpen()) {
+            options->showLanguage();
+        }
+    });
+    return form;
 }
 
 } // namespace options

@@ -1,11 +1,10 @@
 #pragma once
 
 #include "appearance/FormContext.h"
+#include "appearance/OneWindow.h"
 #include "options/OptionsEffects.h"
 #include "options/forms/frmLanguageEditor.h"
 #include "options/forms/frmOptions.h"
-
-#include <QPointer>
 
 namespace options {
 
@@ -20,18 +19,19 @@ public:
         OptionsEffects &effects;
     };
 
-    explicit OptionsWindows(const Context &context) : m_context(context) {}
-    ~OptionsWindows();
-    Q_DISABLE_COPY_MOVE(OptionsWindows)
+    explicit OptionsWindows(const Context &context);
 
     /// Both open their window or bring it to the front.
-    void showOptions();
-    void showLanguageEditor();
+    void showOptions() { m_options.get().bringToFront(); }
+    void showLanguageEditor() { m_editor.get().bringToFront(); }
 
 private:
+    frmOptions *newOptions();
+    frmLanguageEditor *newEditor();
+
     Context m_context;
-    QPointer<frmOptions> m_options;
-    QPointer<frmLanguageEditor> m_editor;
+    appearance::OneWindow<frmOptions> m_options;
+    appearance::OneWindow<frmLanguageEditor> m_editor;
 };
 
 } // namespace options

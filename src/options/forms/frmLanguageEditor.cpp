@@ -1,7 +1,5 @@
 #include "options/forms/frmLanguageEditor.h"
 
-#include "appearance/Keys.h"
-#include "appearance/ThemedIcons.h"
 #include "options/forms/CellDelegate.h"
 #include "ui_frmLanguageEditor.h"
 
@@ -22,31 +20,25 @@ bool isLanguageTable(const store::ResultModel &rows)
 } // namespace
 
 frmLanguageEditor::frmLanguageEditor(const appearance::FormContext &context, core::Settings &settings)
-    : QDialog(nullptr, Qt::Window), m_context(context), m_settings(settings),
-      m_ui(std::make_unique<Ui::frmLanguageEditor>()), Data1(context.log, "Data1"_L1),
-      m_setup(context.services)
+    : Form(context.services), m_context(context), m_settings(settings),
+      m_ui(std::make_unique<Ui::frmLanguageEditor>()), Data1(context.log, "Data1"_L1)
 {
     m_ui->setupUi(this);
-    setAttribute(Qt::WA_DeleteOnClose);
-    setWindowIcon(appearance::programIcon());
     loadGrid();
-    m_setup.load(*this);
+    load();
     showLanguage();
     connectButtons();
     loadRows();
 }
 
-frmLanguageEditor::~frmLanguageEditor()
-{
-    m_setup.unload();
-}
+frmLanguageEditor::~frmLanguageEditor() = default;
 
 void frmLanguageEditor::connectButtons()
 {
     connect(m_ui->cmdSearch, &QPushButton::clicked, this, &frmLanguageEditor::search);
     connect(m_ui->cmdRefresh, &QPushButton::clicked, this, &frmLanguageEditor::refresh);
     connect(m_ui->cmdReturn, &QPushButton::clicked, this, &frmLanguageEditor::saveAndClose);
-    appearance::onHelpKey(*this, m_context.navigator, u"Popup_LanguageEditor"_s);
+    offerHelp(m_context.navigator, u"Popup_LanguageEditor"_s);
 }
 
 void frmLanguageEditor::loadGrid()
@@ -148,13 +140,13 @@ void frmLanguageEditor::SetGrid()
 
 void frmLanguageEditor::resizeEvent(QResizeEvent *event)
 {
-    QDialog::resizeEvent(event);
+    Form::resizeEvent(event);
     SetGrid();
 }
 
 void frmLanguageEditor::showEvent(QShowEvent *event)
 {
-    QDialog::showEvent(event);
+    Form::showEvent(event);
     SetGrid();
 }
 
@@ -183,16 +175,7 @@ void frmLanguageEditor::saveAndClose()
         return m_context.prompts.tell(m_context.texts.Lms(u"OptionsNotSaved"_s));
     }
     Q_EMIT languageSaved();
-    accept();
-}
-
-void frmLanguageEditor::done(int result)
-{
-    if (!keepTyped()) {
-        return;
-    }
-    m_setup.rememberGeometry(*this);
-    QDialog::done(result);
+    close();
 }
 
 } // namespace options

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "appearance/Form.h"
 #include "appearance/FormContext.h"
 #include "core/Settings.h"
 #include "options/LanguageEdit.h"
 #include "store/ResultModel.h"
 
-#include <QDialog>
 #include <QPersistentModelIndex>
 
 #include <memory>
@@ -18,7 +18,7 @@ namespace options {
 
 /// Where operators write a translation of their own: every cell that they change is in the file at once.
 /// Deletes itself when closed.
-class frmLanguageEditor : public QDialog
+class frmLanguageEditor : public appearance::Form
 {
     Q_OBJECT
 
@@ -29,13 +29,13 @@ public:
 
     /// The language setting was changed elsewhere.
     void showLanguage();
-    void done(int result) override;
 
 Q_SIGNALS:
     /// The language setting may have changed.
     void languageSaved();
 
 protected:
+    bool mayClose() override { return keepTyped(); }
     void resizeEvent(QResizeEvent *event) override;
     void showEvent(QShowEvent *event) override;
 
@@ -57,7 +57,6 @@ private:
     core::Settings &m_settings;
     std::unique_ptr<Ui::frmLanguageEditor> m_ui;
     store::ResultModel Data1;
-    appearance::FormSetup m_setup;
     OwnTexts m_storedTexts;              ///< as the settings hold the choice
     QPersistentModelIndex m_refusedCell; ///< could not be written, which the operator was not told yet
 };

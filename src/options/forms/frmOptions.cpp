@@ -1,7 +1,6 @@
 #include "options/forms/frmOptions.h"
 
-#include "appearance/Keys.h"
-#include "appearance/ThemedIcons.h"
+#include "appearance/SaveRecord.h"
 #include "ui_frmOptions.h"
 
 #include <QKeyEvent>
@@ -50,15 +49,12 @@ QString languageName(const QString &code, const core::TextLookup &texts)
 
 frmOptions::frmOptions(const appearance::FormContext &context, const OptionsLogic::Context &options,
                        std::function<void()> showLanguageEditor)
-    : QDialog(nullptr, Qt::Window), m_context(context), m_logic(options), m_effects(options.effects),
-      m_showLanguageEditor(std::move(showLanguageEditor)), m_ui(std::make_unique<Ui::frmOptions>()),
-      m_setup(context.services)
+    : Form(context.services), m_context(context), m_logic(options), m_effects(options.effects),
+      m_showLanguageEditor(std::move(showLanguageEditor)), m_ui(std::make_unique<Ui::frmOptions>())
 {
     m_ui->setupUi(this);
-    setAttribute(Qt::WA_DeleteOnClose);
-    setWindowIcon(appearance::programIcon());
     loadLanguages();
-    m_setup.load(*this);
+    load();
     showPopUpPage();
     showPort();
     showSenders();
@@ -73,10 +69,7 @@ frmOptions::frmOptions(const appearance::FormContext &context, const OptionsLogi
     m_storedSystem = systemPage();
 }
 
-frmOptions::~frmOptions()
-{
-    m_setup.unload();
-}
+frmOptions::~frmOptions() = default;
 
 void frmOptions::loadLanguages()
 {
@@ -93,7 +86,7 @@ void frmOptions::loadLanguages()
 
 void frmOptions::connectButtons()
 {
-    connect(m_ui->Command1, &QPushButton::clicked, this, &QDialog::reject);
+    connect(m_ui->Command1, &QPushButton::clicked, this, &QWidget::close);
     connect(m_ui->Command2, &QPushButton::clicked, this, &frmOptions::savePopUpPage);
     connect(m_ui->Command3, &QPushButton::clicked, this, &frmOptions::saveSystemPage);
     connect(m_ui->cmdUp, &QPushButton::clicked, this, [this] { moveColumn(-1); });
@@ -107,26 +100,17 @@ void frmOptions::connectButtons()
             m_showLanguageEditor();
         }
     });
-    connect(m_ui->SSTab1, &QTabWidget::currentChanged, this, &frmOptions::choosePage);
-    const auto help = [this] { m_context.navigator.ShowHelp(helpId()); };
-    connect(m_ui->Command4, &QPushButton::clicked, this, help);
-    connect(m_ui->Command5, &QPushButton::clicked, this, help);
-    appearance::onKeys(*this, QKeySequence::HelpContents, help);
+    connect(m_ui->SSTab1, &QTabWidget::currentChanged, this, [this] {
+        m_ui->lblPopUpSaved->clear();
+        m_ui->lblSystemSaved->clear();
+    });
+    offerHelp(m_context.navigator, [this] { return helpId(); }, {m_ui->Command4, m_ui->Command5});
 }
 
 QString frmOptions::helpId() const
 {
     return m_ui->SSTab1->currentWidget() == m_ui->pagePopUp ? u"Popup_Options_Options"_s
                                                             : u"Popup_System_Options"_s;
-}
-
-// Enter presses the button of the visible page.
-void frmOptions::choosePage()
-{
-    const bool popUp = m_ui->SSTab1->currentWidget() == m_ui->pagePopUp;
-    (popUp ? m_ui->Command2 : m_ui->Command3)->setDefault(true);
-    m_ui->lblPopUpSaved->clear();
-    m_ui->lblSystemSaved->clear();
 }
 
 void frmOptions::showPopUpPage()
@@ -257,13 +241,10 @@ bool frmOptions::mayClose()
 {
     const bool popUp = popUpPage() != m_storedPopUp;
     const bool system = systemPage() != m_storedSystem;
-    if (!popUp && !system) {
-        return true;
-    }
-    const auto answer = m_context.prompts.askSave(m_context.texts.Lms(u"OptionsUnsaved"_s), this);
-    return answer == core::Prompts::Answer::Discard ||
-           (answer == core::Prompts::Answer::Save && (!popUp || savePopUpPage()) &&
-            (!system || saveSystemPage()));
+    const auto save = [&] { return (!popUp || savePopUpPage()) && (!system || saveSystemPage()); };
+    return (!popUp && !system) ||
+           appearance::settleUnsaved(m_context, *this,
+                                     {.name = {}, .question = u"OptionsUnsaved"_s, .save = save});
 }
 
 QString frmOptions::savedText(bool saved) const
@@ -279,17 +260,12 @@ bool frmOptions::eventFilter(QObject *watched, QEvent *event)
         const QString typed = static_cast<QKeyEvent *>(event)->text();
         return !typed.isEmpty() && typed.front().isPrint() && typed.front() != u' ';
     }
-    return QDialog::eventFilter(watched, event);
+    return Form::eventFilter(watched, event);
 }
 
-void frmOptions::done(int result)
+void frmOptions::closing()
 {
-    if (!mayClose()) {
-        return;
-    }
     m_effects.iniGridCallerID_tarn();
-    m_setup.rememberGeometry(*this);
-    QDialog::done(result);
 }
 
 } // namespace options

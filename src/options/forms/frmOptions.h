@@ -1,9 +1,8 @@
 #pragma once
 
+#include "appearance/Form.h"
 #include "appearance/FormContext.h"
 #include "options/OptionsLogic.h"
-
-#include <QDialog>
 
 #include <functional>
 #include <memory>
@@ -15,7 +14,7 @@ class frmOptions;
 namespace options {
 
 /// The options dialog: two pages, each with its own button that saves. Deletes itself when closed.
-class frmOptions : public QDialog
+class frmOptions : public appearance::Form
 {
     Q_OBJECT
 
@@ -27,13 +26,14 @@ public:
 
     /// The language setting was changed elsewhere.
     void showLanguage();
-    void done(int result) override;
 
 Q_SIGNALS:
     /// The language setting may have changed.
     void languageSaved();
 
 protected:
+    bool mayClose() override;
+    void closing() override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
@@ -43,7 +43,6 @@ private:
     void Init_lstGridCallerIDShowOrder_tarn();
     void showPort();
     void showSenders();
-    void choosePage();
     void moveColumn(int rows);
     QStringList columnNames() const;
     OptionsLogic::PopUpPage popUpPage() const;
@@ -51,7 +50,6 @@ private:
     /// They are false where something was not saved as it stands in the page; the operator was told.
     bool savePopUpPage();
     bool saveSystemPage();
-    bool mayClose();
     QString savedText(bool saved) const;
     QString helpId() const;
 
@@ -62,7 +60,6 @@ private:
     OptionsLogic::SystemPage m_storedSystem;
     std::function<void()> m_showLanguageEditor;
     std::unique_ptr<Ui::frmOptions> m_ui;
-    appearance::FormSetup m_setup;
 };
 
 } // namespace options

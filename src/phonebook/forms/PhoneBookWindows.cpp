@@ -1,52 +1,42 @@
 #include "phonebook/forms/PhoneBookWindows.h"
 
-#include "appearance/BringToFront.h"
-
 using namespace Qt::StringLiterals;
 
 namespace phonebook {
 
-PhoneBookWindows::~PhoneBookWindows()
+PhoneBookWindows::PhoneBookWindows(const Context &context)
+    : m_context(context), m_list([this] { return newList(); }), m_editor([this] { return newEditor(); }),
+      m_choice([this] {
+          return new frmChoosePhoneDatabase(
+              m_context.forms,
+              [this](const QString &number, const QString &name) { addEntry(number, name); });
+      })
+{}
+
+frmSimplePhoneBook *PhoneBookWindows::newList()
 {
-    delete m_choice;
-    delete m_editor;
-    delete m_list;
+    auto *list = new frmSimplePhoneBook(m_context.forms);
+    QObject::connect(list, &frmSimplePhoneBook::addAsked, list, [this] { addEntry(); });
+    QObject::connect(list, &frmSimplePhoneBook::editAsked, list, [this] { ShowaSimplePhoneBook(); });
+    QObject::connect(list, &frmSimplePhoneBook::entrySaved, list, m_context.entrySaved);
+    return list;
 }
 
-frmSimplePhoneBook &PhoneBookWindows::list()
+frmSimplePhoneBookEdit *PhoneBookWindows::newEditor()
 {
-    if (m_list == nullptr) {
-        m_list = new frmSimplePhoneBook(m_context.forms);
-        QObject::connect(m_list, &frmSimplePhoneBook::addAsked, m_list, [this] { addEntry(); });
-        QObject::connect(m_list, &frmSimplePhoneBook::editAsked, m_list, [this] { ShowaSimplePhoneBook(); });
-        QObject::connect(m_list, &frmSimplePhoneBook::entrySaved, m_list, m_context.entrySaved);
-    }
-    return *m_list;
-}
-
-frmSimplePhoneBookEdit &PhoneBookWindows::editor()
-{
-    if (m_editor == nullptr) {
-        const auto entrySaved = [this](const PhoneBookEntry &entry) {
-            if (m_list != nullptr) {
-                m_list->followSaved(*entry.SN);
-            }
-            m_context.entrySaved(entry);
-        };
-        m_editor = new frmSimplePhoneBookEdit({m_context.forms, m_context.checks, entrySaved});
-    }
-    return *m_editor;
-}
-
-void PhoneBookWindows::showList()
-{
-    appearance::bringToFront(list());
+    const auto entrySaved = [this](const PhoneBookEntry &entry) {
+        if (frmSimplePhoneBook *list = m_list.ifOpen()) {
+            list->followSaved(*entry.SN);
+        }
+        m_context.entrySaved(entry);
+    };
+    return new frmSimplePhoneBookEdit({m_context.forms, m_context.checks, entrySaved});
 }
 
 void PhoneBookWindows::showList(const QString &query, QWidget *editor)
 {
-    list().showQuery(query);
-    appearance::showBehind(list(), editor);
+    m_list.get().showQuery(query);
+    m_list.get().showBehind(editor);
 }
 
 // Reads the row again: another desk may have changed it since the list was filled.
@@ -61,30 +51,27 @@ bool PhoneBookWindows::editEntry(qint32 sn)
                                    : troubleText(forms.texts, forms.paths.PhoneBookFile));
         return false;
     }
-    const bool shown = editor().editEntry(*entry);
-    appearance::bringToFront(editor());
+    const bool shown = m_editor.get().editEntry(*entry);
+    m_editor.get().bringToFront();
     return shown;
 }
 
 void PhoneBookWindows::addEntry(const QString &number, const QString &name)
 {
-    editor().addEntry(number, name);
-    appearance::bringToFront(editor());
+    m_editor.get().addEntry(number, name);
+    m_editor.get().bringToFront();
 }
 
 void PhoneBookWindows::addCaller(const QString &number, const QString &keyWord)
 {
-    if (m_choice == nullptr) {
-        m_choice = new frmChoosePhoneDatabase(
-            m_context.forms, [this](const QString &filed, const QString &name) { addEntry(filed, name); });
-    }
-    m_choice->setCaller(number, keyWord);
-    appearance::bringToFront(*m_choice);
+    m_choice.get().setCaller(number, keyWord);
+    m_choice.get().bringToFront();
 }
 
 void PhoneBookWindows::ShowaSimplePhoneBook()
 {
-    const std::optional<qint32> sn = m_list != nullptr ? m_list->currentSn() : std::nullopt;
+    const frmSimplePhoneBook *list = m_list.ifOpen();
+    const std::optional<qint32> sn = list != nullptr ? list->currentSn() : std::nullopt;
     if (sn) {
         editEntry(*sn);
     }

@@ -1,12 +1,11 @@
 #pragma once
 
 #include "appearance/FormContext.h"
+#include "appearance/OneWindow.h"
 #include "lookup/ExistenceChecks.h"
 #include "phonebook/forms/frmChoosePhoneDatabase.h"
 #include "phonebook/forms/frmSimplePhoneBook.h"
 #include "phonebook/forms/frmSimplePhoneBookEdit.h"
-
-#include <QPointer>
 
 namespace phonebook {
 
@@ -21,11 +20,9 @@ public:
         std::function<void(const PhoneBookEntry &entry)> entrySaved; ///< what it causes in other folders
     };
 
-    explicit PhoneBookWindows(const Context &context) : m_context(context) {}
-    ~PhoneBookWindows();
-    Q_DISABLE_COPY_MOVE(PhoneBookWindows)
+    explicit PhoneBookWindows(const Context &context);
 
-    void showList();
+    void showList() { m_list.get().bringToFront(); }
     /// The list on the rows of a query in the given words, behind the editor where there is one.
     void showList(const QString &query, QWidget *editor);
     /// Opens the editor on an entry; tells the operator where it is gone or cannot be read. False
@@ -40,13 +37,13 @@ public:
     void ShowaSimplePhoneBook();
 
 private:
-    frmSimplePhoneBook &list();
-    frmSimplePhoneBookEdit &editor();
+    frmSimplePhoneBook *newList();
+    frmSimplePhoneBookEdit *newEditor();
 
     const Context m_context;
-    QPointer<frmSimplePhoneBook> m_list;
-    QPointer<frmSimplePhoneBookEdit> m_editor;
-    QPointer<frmChoosePhoneDatabase> m_choice;
+    appearance::OneWindow<frmSimplePhoneBook> m_list;
+    appearance::OneWindow<frmSimplePhoneBookEdit> m_editor;
+    appearance::OneWindow<frmChoosePhoneDatabase> m_choice;
 };
 
 } // namespace phonebook

@@ -1,25 +1,18 @@
 #include "phonebook/forms/frmChoosePhoneDatabase.h"
 
-#include "appearance/Keys.h"
-#include "appearance/ThemedIcons.h"
 #include "core/TextUtilities.h"
 #include "ui_frmChoosePhoneDatabase.h"
-
-#include <QCloseEvent>
 
 using namespace Qt::StringLiterals;
 
 namespace phonebook {
 
 frmChoosePhoneDatabase::frmChoosePhoneDatabase(const appearance::FormContext &context, AddEntry addEntry)
-    : QDialog(nullptr, Qt::Window | Qt::WindowCloseButtonHint), m_context(context),
-      m_addEntry(std::move(addEntry)), m_ui(std::make_unique<Ui::frmChoosePhoneDatabase>()),
-      m_setup(context.services)
+    : Form(context.services, Qt::Window | Qt::WindowCloseButtonHint), m_context(context),
+      m_addEntry(std::move(addEntry)), m_ui(std::make_unique<Ui::frmChoosePhoneDatabase>())
 {
     m_ui->setupUi(this);
-    setAttribute(Qt::WA_DeleteOnClose);
-    setWindowIcon(appearance::programIcon());
-    m_setup.load(*this);
+    load();
     m_ui->Option2->setEnabled(m_context.navigator.canShow(core::Window::CustomerList));
     for (QWidget *control :
          {static_cast<QWidget *>(m_ui->Label2), static_cast<QWidget *>(m_ui->txtKeyWord)}) {
@@ -27,15 +20,12 @@ frmChoosePhoneDatabase::frmChoosePhoneDatabase(const appearance::FormContext &co
         connect(m_ui->Option2, &QRadioButton::toggled, control, &QWidget::setEnabled);
     }
     m_ui->Option1->setChecked(true);
-    connect(m_ui->OKButton, &QPushButton::clicked, this, &QDialog::accept);
+    connect(m_ui->OKButton, &QPushButton::clicked, this, &frmChoosePhoneDatabase::openChosen);
     connect(m_ui->CancelButton, &QPushButton::clicked, this, &QWidget::close);
-    appearance::onHelpKey(*this, m_context.navigator, u"Popup_MainHelp"_s);
+    offerHelp(m_context.navigator, u"Popup_MainHelp"_s);
 }
 
-frmChoosePhoneDatabase::~frmChoosePhoneDatabase()
-{
-    m_setup.unload();
-}
+frmChoosePhoneDatabase::~frmChoosePhoneDatabase() = default;
 
 void frmChoosePhoneDatabase::setCaller(const QString &number, const QString &keyWord)
 {
@@ -45,7 +35,7 @@ void frmChoosePhoneDatabase::setCaller(const QString &number, const QString &key
     m_ui->Option1->setFocus();
 }
 
-void frmChoosePhoneDatabase::accept()
+void frmChoosePhoneDatabase::openChosen()
 {
     if (m_ui->Option1->isChecked()) {
         m_addEntry(m_ui->txtCID->text(), m_name);
@@ -53,12 +43,6 @@ void frmChoosePhoneDatabase::accept()
         m_context.navigator.addCustomer(m_ui->txtCID->text(), m_ui->txtKeyWord->text(), m_name);
     }
     close();
-}
-
-void frmChoosePhoneDatabase::closeEvent(QCloseEvent *event)
-{
-    m_setup.rememberGeometry(*this);
-    event->accept();
 }
 
 } // namespace phonebook

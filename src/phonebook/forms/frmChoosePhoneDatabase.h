@@ -1,8 +1,7 @@
 #pragma once
 
+#include "appearance/Form.h"
 #include "appearance/FormContext.h"
-
-#include <QDialog>
 
 #include <functional>
 #include <memory>
@@ -14,7 +13,7 @@ class frmChoosePhoneDatabase;
 namespace phonebook {
 
 /// Asks where an unknown caller is to be filed. Deletes itself when closed.
-class frmChoosePhoneDatabase : public QDialog
+class frmChoosePhoneDatabase : public appearance::Form
 {
     Q_OBJECT
 
@@ -28,18 +27,13 @@ public:
     /// `keyWord` is what the call says of the caller, and his name unless it is his number again.
     void setCaller(const QString &number, const QString &keyWord);
 
-    /// Opens the editor that was chosen.
-    void accept() override;
-
-protected:
-    void closeEvent(QCloseEvent *event) override;
-
 private:
+    void openChosen();
+
     const appearance::FormContext m_context;
     const AddEntry m_addEntry;
     QString m_name;
     std::unique_ptr<Ui::frmChoosePhoneDatabase> m_ui;
-    appearance::FormSetup m_setup;
 };
 
 } // namespace phonebook

@@ -1,11 +1,9 @@
 #include "phonebook/forms/frmSimplePhoneBook.h"
 
 #include "appearance/SaveRecord.h"
-#include "appearance/ThemedIcons.h"
 #include "phonebook/PhoneBookEntry.h"
 #include "ui_frmSimplePhoneBook.h"
 
-#include <QCloseEvent>
 #include <QComboBox>
 
 using namespace Qt::StringLiterals;
@@ -13,13 +11,11 @@ using namespace Qt::StringLiterals;
 namespace phonebook {
 
 frmSimplePhoneBook::frmSimplePhoneBook(const appearance::FormContext &context)
-    : QWidget(nullptr, Qt::Window), m_context(context), m_ui(std::make_unique<Ui::frmSimplePhoneBook>()),
-      m_setup(context.services), m_data(new DataPhonebook(context.log, context.texts, this))
+    : Form(context.services), m_context(context), m_ui(std::make_unique<Ui::frmSimplePhoneBook>()),
+      m_data(new DataPhonebook(context.log, context.texts, this))
 {
     m_ui->setupUi(this);
-    setAttribute(Qt::WA_DeleteOnClose);
-    setWindowIcon(appearance::programIcon());
-    m_setup.load(*this);
+    load();
     setUpList();
     connectControls();
     connectGrid();
@@ -27,10 +23,7 @@ frmSimplePhoneBook::frmSimplePhoneBook(const appearance::FormContext &context)
     m_ui->txtSearch->setFocus();
 }
 
-frmSimplePhoneBook::~frmSimplePhoneBook()
-{
-    m_setup.unload();
-}
+frmSimplePhoneBook::~frmSimplePhoneBook() = default;
 
 void frmSimplePhoneBook::followSaved(qint32 sn)
 {
@@ -142,12 +135,6 @@ void frmSimplePhoneBook::editAgain(const QPersistentModelIndex &cell, const QStr
 void frmSimplePhoneBook::notice(const QString &text)
 {
     m_ui->lblNotice->setText(text);
-}
-
-void frmSimplePhoneBook::closeEvent(QCloseEvent *event)
-{
-    m_setup.rememberGeometry(*this);
-    QWidget::closeEvent(event);
 }
 
 } // namespace phonebook

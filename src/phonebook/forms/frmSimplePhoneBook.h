@@ -1,10 +1,9 @@
 #pragma once
 
+#include "appearance/Form.h"
 #include "appearance/FormContext.h"
 #include "appearance/SearchedList.h"
 #include "phonebook/DataPhonebook.h"
-
-#include <QWidget>
 
 #include <memory>
 
@@ -15,7 +14,7 @@ class frmSimplePhoneBook;
 namespace phonebook {
 
 /// The list of the simple phone book. Deletes itself when closed.
-class frmSimplePhoneBook : public QWidget
+class frmSimplePhoneBook : public appearance::Form
 {
     Q_OBJECT
 
@@ -37,9 +36,6 @@ Q_SIGNALS:
     /// In the list itself.
     void entrySaved(const phonebook::PhoneBookEntry &entry);
 
-protected:
-    void closeEvent(QCloseEvent *event) override;
-
 private:
     enum class DeletedBy { Button, Grid };
 
@@ -57,7 +53,6 @@ private:
 
     const appearance::FormContext m_context;
     std::unique_ptr<Ui::frmSimplePhoneBook> m_ui;
-    appearance::FormSetup m_setup;
     DataPhonebook *m_data; ///< a child
     std::optional<appearance::SearchedList> m_list;
 };

@@ -1,27 +1,19 @@
 #include "phonebook/forms/frmSimplePhoneBookEdit.h"
 
-#include "appearance/Keys.h"
 #include "appearance/MemoBox.h"
-#include "appearance/NameInTitle.h"
 #include "appearance/SaveRecord.h"
-#include "appearance/ThemedIcons.h"
-#include "core/TextUtilities.h"
 #include "ui_frmSimplePhoneBookEdit.h"
-
-#include <QCloseEvent>
 
 using namespace Qt::StringLiterals;
 
 namespace phonebook {
 
 frmSimplePhoneBookEdit::frmSimplePhoneBookEdit(const Needs &needs)
-    : QDialog(nullptr, Qt::Window | Qt::WindowCloseButtonHint), m_needs(needs),
-      m_ui(std::make_unique<Ui::frmSimplePhoneBookEdit>()), m_setup(needs.forms.services)
+    : Form(needs.forms.services, Qt::Window | Qt::WindowCloseButtonHint), m_needs(needs),
+      m_ui(std::make_unique<Ui::frmSimplePhoneBookEdit>())
 {
     m_ui->setupUi(this);
-    setAttribute(Qt::WA_DeleteOnClose);
-    setWindowIcon(appearance::programIcon());
-    m_setup.load(*this);
+    load();
     m_ownerLine.emplace(*this, needs.checks,
                         lookup::OwnerLine::Fields{.label = *m_ui->lblOwner,
                                                   .button = *m_ui->cmdOpenOwner,
@@ -31,10 +23,7 @@ frmSimplePhoneBookEdit::frmSimplePhoneBookEdit(const Needs &needs)
     m_loaded = contents();
 }
 
-frmSimplePhoneBookEdit::~frmSimplePhoneBookEdit()
-{
-    m_setup.unload();
-}
+frmSimplePhoneBookEdit::~frmSimplePhoneBookEdit() = default;
 
 void frmSimplePhoneBookEdit::connectControls()
 {
@@ -46,8 +35,8 @@ void frmSimplePhoneBookEdit::connectControls()
     connect(m_ui->chkBlackList, &QCheckBox::stateChanged, this, clearNotice);
     connect(m_ui->Command1, &QPushButton::clicked, this, &QWidget::close);
     connect(m_ui->Command2, &QPushButton::clicked, this, &frmSimplePhoneBookEdit::save);
-    appearance::nameInTitle(*this, *m_ui->txtSimpleDes);
-    appearance::onHelpKey(*this, m_needs.forms.navigator, u"Popup_SimplePhoneBook"_s);
+    nameInTitle(*m_ui->txtSimpleDes);
+    offerHelp(m_needs.forms.navigator, u"Popup_SimplePhoneBook"_s);
 }
 
 bool frmSimplePhoneBookEdit::editEntry(const PhoneBookEntry &entry)
@@ -119,19 +108,10 @@ QWidget *frmSimplePhoneBookEdit::controlOf(const QString &column) const
 
 bool frmSimplePhoneBookEdit::mayDropContents()
 {
-    if (!isChanged()) {
-        return true;
-    }
-    const QString question = m_needs.forms.texts.Lms(u"AskSaveEntry"_s);
-    switch (m_needs.forms.prompts.askSave(core::questionAbout(m_ui->txtSimpleDes->text(), question), this)) {
-    case core::Prompts::Answer::Save:
-        return save();
-    case core::Prompts::Answer::Discard:
-        return true;
-    case core::Prompts::Answer::Cancel:
-        break;
-    }
-    return false;
+    return !isChanged() || appearance::settleUnsaved(m_needs.forms, *this,
+                                                     {.name = m_ui->txtSimpleDes->text(),
+                                                      .question = u"AskSaveEntry"_s,
+                                                      .save = [this] { return save(); }});
 }
 
 // Enter saves without leaving the box, so the numbers are checked here, too. A number that is on file does
@@ -162,16 +142,6 @@ bool frmSimplePhoneBookEdit::save()
         m_ownerLine->tell(*owner);
     }
     return saved.written || saved.dropped;
-}
-
-void frmSimplePhoneBookEdit::closeEvent(QCloseEvent *event)
-{
-    if (mayDropContents()) {
-        m_setup.rememberGeometry(*this);
-        event->accept();
-    } else {
-        event->ignore();
-    }
 }
 
 } // namespace phonebook

@@ -1,10 +1,9 @@
 #pragma once
 
+#include "appearance/Form.h"
 #include "appearance/FormContext.h"
 #include "lookup/forms/OwnerLine.h"
 #include "phonebook/PhoneBookEntry.h"
-
-#include <QDialog>
 
 #include <memory>
 
@@ -15,7 +14,7 @@ class frmSimplePhoneBookEdit;
 namespace phonebook {
 
 /// The editor of one entry. What was typed is never thrown away without asking. Deletes itself when closed.
-class frmSimplePhoneBookEdit : public QDialog
+class frmSimplePhoneBookEdit : public appearance::Form
 {
     Q_OBJECT
 
@@ -36,10 +35,8 @@ public:
     /// Shows an entry that is yet to be written.
     void addEntry(const QString &number, const QString &name);
 
-    void reject() override { close(); }
-
 protected:
-    void closeEvent(QCloseEvent *event) override;
+    bool mayClose() override { return mayDropContents(); }
 
 private:
     void connectControls();
@@ -53,7 +50,6 @@ private:
 
     const Needs m_needs;
     std::unique_ptr<Ui::frmSimplePhoneBookEdit> m_ui;
-    appearance::FormSetup m_setup;
     PhoneBookEntry m_loaded; ///< the contents before the operator changed them; has an SN once it is on file
     std::optional<lookup::OwnerLine> m_ownerLine;
 };

@@ -1,4 +1,3 @@
-#include "appearance/Keys.h"
 #include "phonebook/PhoneBookEntry.h"
 #include "phonebook/forms/MarkDelegate.h"
 #include "phonebook/forms/frmSimplePhoneBook.h"
@@ -46,9 +45,7 @@ void frmSimplePhoneBook::connectControls()
 {
     connect(m_ui->cmdPhonebook_Add, &QPushButton::clicked, this, &frmSimplePhoneBook::addAsked);
     connect(m_ui->Command2, &QPushButton::clicked, this, &QWidget::close);
-    connect(m_ui->Command4, &QPushButton::clicked, this,
-            [this] { m_context.navigator.ShowHelp(u"Popup_SimplePhoneBook"_s); });
-    appearance::onHelpKey(*this, m_context.navigator, u"Popup_SimplePhoneBook"_s);
+    offerHelp(m_context.navigator, u"Popup_SimplePhoneBook"_s, {m_ui->Command4});
 }
 
 void frmSimplePhoneBook::connectGrid()
@@ -84,9 +81,7 @@ void frmSimplePhoneBook::layOutColumns()
     if (key < 0 || grid->isColumnHidden(key)) {
         return;
     }
-    for (int column = 0; column < int(columnWidths.size()); ++column) {
-        grid->setColumnWidth(column, columnWidths.at(size_t(column)) * fontMetrics().horizontalAdvance(u'0'));
-    }
+    grid->setWidths(columnWidths);
     grid->remember(m_context.services.windows, u"frmSimplePhoneBook.DbgPhoneBook"_s);
     grid->hideColumn(key);
 }

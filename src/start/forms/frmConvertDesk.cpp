@@ -1,7 +1,7 @@
 #include "start/forms/frmConvertDesk.h"
 
 #include "appearance/FormSetup.h"
-#include "appearance/ThemedIcons.h"
+#include "appearance/theme/ThemedIcons.h"
 #include "start/ConversionRun.h"
 #include "ui_frmConvertDesk.h"
 

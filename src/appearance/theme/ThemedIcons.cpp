@@ -1,4 +1,4 @@
-#include "appearance/ThemedIcons.h"
+#include "appearance/theme/ThemedIcons.h"
 
 #include <QIconEngine>
 #include <QImage>

@@ -1,6 +1,6 @@
-#include "appearance/Theme.h"
+#include "appearance/theme/Theme.h"
 
-#include "appearance/ThemedIcons.h"
+#include "appearance/theme/ThemedIcons.h"
 
 #include <QLineEdit>
 #include <QProxyStyle>
