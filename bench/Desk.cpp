@@ -2,7 +2,7 @@
 
 #include "core/QtClock.h"
 #include "core/RunLog.h"
-#include "store/EngineFunctions.h"
+#include "store/engine/SqliteFunctions.h"
 #include "store/Upgrade.h"
 
 #include <QCryptographicHash>
