@@ -6,9 +6,13 @@ using namespace Qt::StringLiterals;
 
 namespace store {
 
-core::Error sqliteError(int number, const QString &description)
+core::Error sqliteError(int code, const QString &description)
 {
     using Kind = core::Error::Kind;
+    constexpr int primaryCode = 0xFF; // an extended one tells more in its upper bits
+    const int number = code & primaryCode;
+    const bool duplicate = code == SQLITE_CONSTRAINT_UNIQUE || code == SQLITE_CONSTRAINT_PRIMARYKEY ||
+                           code == SQLITE_CONSTRAINT_ROWID;
     switch (number) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
@@ -18,21 +22,18 @@ core::Error sqliteError(int number, const QString &description)
         return {number, description, Kind::Damaged};
     case SQLITE_TOOBIG:
         return {number, description, Kind::TooLong};
-    case SQLITE_CONSTRAINT:
-        return {number, description, Kind::Duplicate};
     default:
-        return {number, description};
+        return {number, description, duplicate ? Kind::Duplicate : Kind::Other};
     }
 }
 
 void throwSqliteError(sqlite3 *engine)
 {
-    constexpr int primaryCode = 0xFF;
     QString description = QString::fromUtf8(sqlite3_errmsg(engine));
     if (const char *file = sqlite3_db_filename(engine, "main"); file != nullptr) {
         description += u": "_s + QString::fromUtf8(file);
     }
-    throw sqliteError(sqlite3_errcode(engine) & primaryCode, description);
+    throw sqliteError(sqlite3_extended_errcode(engine), description);
 }
 
 void SqliteStatement::Finalize::operator()(sqlite3_stmt *statement) const

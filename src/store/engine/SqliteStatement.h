@@ -35,8 +35,8 @@ private:
     std::unique_ptr<sqlite3_stmt, Finalize> m_statement;
 };
 
-/// A failure with SQLite's number, and what kind it is.
-core::Error sqliteError(int number, const QString &description);
+/// A failure with the primary number of SQLite's code, and what kind it is.
+core::Error sqliteError(int code, const QString &description);
 
 /// Throws what SQLite reports of its last failure, with its primary error code and the file's name.
 [[noreturn]] void throwSqliteError(sqlite3 *engine);
