@@ -101,7 +101,6 @@ void createTable(store::Database &database, const oldfiles::Table &table)
 // "unique".
 void createIndex(store::Database &database, const QString &table, const oldfiles::Index &index)
 {
-    constexpr int constraint = 19;
     QStringList keys;
     for (const oldfiles::Index::Key &key : index.keys) {
         keys.append(quoted(key.column) + (key.ascending ? u""_s : u" desc"_s));
@@ -110,7 +109,7 @@ void createIndex(store::Database &database, const QString &table, const oldfiles
     try {
         database.Execute((index.unique ? u"create unique "_s : u"create "_s) + rest);
     } catch (const core::Error &error) {
-        if (!index.unique || error.number() != constraint) {
+        if (!index.unique || error.kind() != core::Error::Kind::Duplicate) {
             throw;
         }
         database.Execute(u"create "_s + rest);
@@ -123,9 +122,7 @@ void keepLastNumber(store::Database &database, const oldfiles::Table &table)
 {
     const QList<oldfiles::Column> &columns = table.definition.columns;
     if (std::any_of(columns.begin(), columns.end(), [](const auto &column) { return column.autoNumber; })) {
-        database.Execute(u"delete from sqlite_sequence where name=?"_s, {table.name});
-        database.Execute(u"insert into sqlite_sequence (name,seq) values (?,?)"_s,
-                         {table.name, table.definition.lastAutoNumber});
+        database.keepLastNumber(table.name, table.definition.lastAutoNumber);
     }
 }
 

@@ -1,7 +1,7 @@
 #include "customers/CustomerEditing.h"
 
 #include "customers/CustomerForwarding.h"
-#include "store/HeldFile.h"
+#include "store/Database.h"
 
 using namespace Qt::StringLiterals;
 

@@ -146,7 +146,7 @@ void CallerDirectory::customersEnded()
         setAvailable(m_available && areKnown());
         return;
     }
-    setAvailable(!failure || failure->number() == 0);
+    setAvailable(!failure || (failure->number() == 0 && !store::tellsOfDamage(*failure)));
     if (m_index.hasUnflagged() && m_isFixed) {
         fixCustomers();
     }

@@ -1,7 +1,5 @@
 #include "lookup/CallerNotes.h"
 
-#include "store/LockPatience.h"
-
 #include <QFileInfo>
 
 #include <algorithm>
@@ -90,13 +88,12 @@ void CallerNotes::open()
     }
     const QString select = u"select CallInfo.[DateAndTime],CustomerRequest.[IfResolved]"
                            " from CustomerRequest,CallInfo where CallInfo.CallID = CustomerRequest.CallID"_s;
-    const auto &handle = m_database->handle();
     const store::JoinTables notes{.details = u"CustomerRequest"_s,
                                   .masters = u"CallInfo"_s,
                                   .group = u"CustomerName"_s,
                                   .key = u"CallID"_s,
                                   .onlyGroup = name};
-    m_reading.emplace(handle, store::selectOf(select, handle->wildcards(), 2), notes,
+    m_reading.emplace(m_database->engine(), store::selectOf(select, 2), notes,
                       store::SlicedReading::Columns::Given);
 }
 

@@ -1,6 +1,6 @@
 #include "lookup/NumberIndex.h"
 
-#include "store/LockPatience.h"
+#include "store/Database.h"
 
 #include <algorithm>
 #include <iterator>

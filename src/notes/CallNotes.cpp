@@ -1,7 +1,6 @@
 #include "notes/CallNotes.h"
 
 #include "core/TextUtilities.h"
-#include "store/HeldFile.h"
 
 #include <algorithm>
 #include <array>

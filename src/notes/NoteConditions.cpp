@@ -1,7 +1,7 @@
 #include "notes/NoteConditions.h"
 
 #include "store/Database.h"
-#include "store/SqlDialect.h"
+#include "store/SqlTokens.h"
 
 #include <algorithm>
 

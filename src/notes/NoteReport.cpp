@@ -91,12 +91,12 @@ NoteReport::NoteReport(core::RunLog &log, const QString &customerFile, const QSt
 
 void NoteReport::open(const QString &select, const std::optional<QString> &customer)
 {
-    const auto &handle = m_connection.database().handle();
-    const store::Select apart = store::selectOf(select, handle->wildcards(), 2);
+    const store::Select apart = store::selectOf(select, 2);
     for (size_t i = 0; i < fields.size(); ++i) {
         m_columns[i] = columnOf(apart.names, fields[i]);
     }
-    m_reading.emplace(handle, apart, noteTables(customer), store::SlicedReading::Columns::Given);
+    m_reading.emplace(m_connection.database().engine(), apart, noteTables(customer),
+                      store::SlicedReading::Columns::Given);
 }
 
 bool NoteReport::GetExportContent()

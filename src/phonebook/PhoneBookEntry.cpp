@@ -2,7 +2,7 @@
 
 #include "core/TextUtilities.h"
 #include "store/Database.h"
-#include "store/SqlDialect.h"
+#include "store/SqlTokens.h"
 
 #include <QFileInfo>
 

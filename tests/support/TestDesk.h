@@ -2,7 +2,7 @@
 
 #include "core/RunLog.h"
 #include "store/Database.h"
-#include "store/SqlDialect.h"
+#include "store/SqlTokens.h"
 #include "support/Fakes.h"
 
 #include <QDir>

@@ -1,9 +1,4 @@
-#include "store/Statement.h"
-
-#include "core/Error.h"
-
-#include <QByteArray>
-#include <QStringList>
+#include "store/engine/SqliteStatement.h"
 
 #include <sqlite3.h>
 
@@ -11,30 +6,49 @@ using namespace Qt::StringLiterals;
 
 namespace store {
 
-void throwEngineError(sqlite3 *engine)
+core::Error sqliteError(int code, const QString &description)
 {
-    constexpr int primaryCode = 0xFF;
-    const int number = sqlite3_errcode(engine) & primaryCode;
+    using Kind = core::Error::Kind;
+    constexpr int primaryCode = 0xFF; // an extended one tells more in its upper bits
+    const int number = code & primaryCode;
+    const bool duplicate = code == SQLITE_CONSTRAINT_UNIQUE || code == SQLITE_CONSTRAINT_PRIMARYKEY ||
+                           code == SQLITE_CONSTRAINT_ROWID;
+    switch (number) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        return {number, description, Kind::Locked};
+    case SQLITE_CORRUPT:
+    case SQLITE_IOERR:
+        return {number, description, Kind::Damaged};
+    case SQLITE_TOOBIG:
+        return {number, description, Kind::TooLong};
+    default:
+        return {number, description, duplicate ? Kind::Duplicate : Kind::Other};
+    }
+}
+
+void throwSqliteError(sqlite3 *engine)
+{
     QString description = QString::fromUtf8(sqlite3_errmsg(engine));
     if (const char *file = sqlite3_db_filename(engine, "main"); file != nullptr) {
         description += u": "_s + QString::fromUtf8(file);
     }
-    throw core::Error(number, description);
+    throw sqliteError(sqlite3_extended_errcode(engine), description);
 }
 
-void Statement::Finalize::operator()(sqlite3_stmt *statement) const
+void SqliteStatement::Finalize::operator()(sqlite3_stmt *statement) const
 {
     sqlite3_finalize(statement);
 }
 
-Statement::Statement(sqlite3 *engine, const QString &sql)
+SqliteStatement::SqliteStatement(sqlite3 *engine, const QString &sql)
 {
     const QByteArray bytes = sql.toUtf8();
     sqlite3_stmt *statement = nullptr;
     const char *rest = nullptr;
     const int length = static_cast<int>(bytes.size()) + 1;
     if (sqlite3_prepare_v2(engine, bytes.constData(), length, &statement, &rest) != SQLITE_OK) {
-        throwEngineError(engine);
+        throwSqliteError(engine);
     }
     m_statement.reset(statement);
     if (statement == nullptr || rest != bytes.constEnd()) {
@@ -42,7 +56,7 @@ Statement::Statement(sqlite3 *engine, const QString &sql)
     }
 }
 
-void Statement::bind(const QVariantList &values)
+void SqliteStatement::bind(const QVariantList &values)
 {
     if (values.size() != sqlite3_bind_parameter_count(raw())) {
         throw core::Error(SQLITE_RANGE, u"the statement asks for another number of values"_s);
@@ -52,7 +66,7 @@ void Statement::bind(const QVariantList &values)
     }
 }
 
-void Statement::bindOne(int position, const QVariant &value)
+void SqliteStatement::bindOne(int position, const QVariant &value)
 {
     int result = SQLITE_OK;
     switch (value.isNull() ? QMetaType::UnknownType : value.typeId()) {
@@ -82,42 +96,48 @@ void Statement::bindOne(int position, const QVariant &value)
     }
     }
     if (result != SQLITE_OK) {
-        throwEngineError(sqlite3_db_handle(raw()));
+        throwSqliteError(sqlite3_db_handle(raw()));
     }
 }
 
-bool Statement::step()
+bool SqliteStatement::step()
 {
     const int result = sqlite3_step(raw());
     if (result == SQLITE_ROW) {
         return true;
     }
     if (result != SQLITE_DONE) {
-        throwEngineError(sqlite3_db_handle(raw()));
+        throwSqliteError(sqlite3_db_handle(raw()));
     }
     return false;
 }
 
-void Statement::reset()
+void SqliteStatement::reset()
 {
     sqlite3_reset(raw());
 }
 
-int Statement::columnCount() const
-{
-    return sqlite3_column_count(raw());
-}
-
-QStringList Statement::columnNames() const
+QStringList SqliteStatement::columnNames() const
 {
     QStringList names;
-    for (int i = 0; i < columnCount(); ++i) {
+    for (int i = 0; i < sqlite3_column_count(raw()); ++i) {
         names.append(QString::fromUtf8(sqlite3_column_name(raw(), i)));
     }
     return names;
 }
 
-QVariant Statement::value(int column) const
+QByteArrayView SqliteStatement::bytes(int column) const
+{
+    const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(raw(), column));
+    return text != nullptr ? QByteArrayView(text, sqlite3_column_bytes(raw(), column)) : QByteArrayView("");
+}
+
+qint64 SqliteStatement::key(int column) const
+{
+    return sqlite3_column_int64(raw(), column);
+}
+
+QVariant SqliteStatement::value(int column) const
 {
     switch (sqlite3_column_type(raw(), column)) {
     case SQLITE_NULL:
@@ -132,22 +152,22 @@ QVariant Statement::value(int column) const
         return QByteArray(static_cast<const char *>(sqlite3_column_blob(raw(), column)),
                           sqlite3_column_bytes(raw(), column));
     default:
-        const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(raw(), column));
-        return QString::fromUtf8(text, sqlite3_column_bytes(raw(), column));
+        return text(column);
     }
 }
 
-QVariantList Statement::row() const
+QVariantList SqliteStatement::row() const
 {
+    const int columns = sqlite3_column_count(raw());
     QVariantList values;
-    values.reserve(columnCount());
-    for (int i = 0; i < columnCount(); ++i) {
+    values.reserve(columns);
+    for (int i = 0; i < columns; ++i) {
         values.append(value(i));
     }
     return values;
 }
 
-bool Statement::isYesNo(int column) const
+bool SqliteStatement::isYesNo(int column) const
 {
     const char *type = sqlite3_column_decltype(raw(), column);
     return type != nullptr && qstricmp(type, "BOOLEAN") == 0;

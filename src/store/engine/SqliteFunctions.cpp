@@ -1,8 +1,8 @@
-#include "store/EngineFunctions.h"
+#include "store/engine/SqliteFunctions.h"
 
-#include "store/Statement.h"
 #include "store/TextMatcher.h"
 #include "store/TextOrder.h"
+#include "store/engine/SqliteStatement.h"
 
 #include <QByteArrayView>
 
@@ -20,7 +20,7 @@ QByteArrayView textOf(sqlite3_value *value)
     return text != nullptr ? QByteArrayView(text, sqlite3_value_bytes(value)) : QByteArrayView("");
 }
 
-/// `text like pattern` and `text glob pattern`; the engine passes the pattern first, and keeps the matcher
+/// `text like pattern` and `text glob pattern`; SQLite passes the pattern first, and keeps the matcher
 /// made from it for the whole statement.
 template <Wildcards wildcards>
 void isLike(sqlite3_context *context, int, sqlite3_value **arguments)
@@ -28,7 +28,7 @@ void isLike(sqlite3_context *context, int, sqlite3_value **arguments)
     if (sqlite3_value_type(arguments[0]) == SQLITE_NULL || sqlite3_value_type(arguments[1]) == SQLITE_NULL) {
         return sqlite3_result_null(context);
     }
-    constexpr int patternLimit = 50000; // the engine's own
+    constexpr int patternLimit = 50000; // SQLite's own
     if (sqlite3_value_bytes(arguments[0]) > patternLimit) {
         return sqlite3_result_error_toobig(context);
     }
@@ -57,7 +57,7 @@ void add(sqlite3 *engine, const char *name, Function function)
 {
     constexpr int flags = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS;
     if (sqlite3_create_function(engine, name, 2, flags, nullptr, function, nullptr, nullptr) != SQLITE_OK) {
-        throwEngineError(engine);
+        throwSqliteError(engine);
     }
 }
 
@@ -68,7 +68,7 @@ void registerFunctions(sqlite3 *engine)
     add(engine, "glob", isLike<Wildcards::Asterisk>);
     add(engine, "like", isLike<Wildcards::Percent>);
     if (sqlite3_create_collation(engine, "JET", SQLITE_UTF8, nullptr, jetOrder) != SQLITE_OK) {
-        throwEngineError(engine);
+        throwSqliteError(engine);
     }
 }
 

@@ -1,8 +1,10 @@
-#include "store/SqliteEmitter.h"
+#include "store/engine/SqliteEmitter.h"
 
 #include "core/Error.h"
 
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -39,7 +41,42 @@ QString singleQuoted(QStringView text)
     return u'\'' + inner + u'\'';
 }
 
-} // namespace
+/// Writes the tokens of one statement in SQLite's words.
+class SqliteEmitter
+{
+public:
+    SqliteEmitter(std::vector<SqlToken> tokens, Wildcards wildcards)
+        : m_tokens(std::move(tokens)), m_wildcards(wildcards)
+    {}
+    /// Throws core::Error when a second statement follows.
+    QString emitted();
+
+private:
+    bool at(size_t position, QLatin1StringView word) const
+    {
+        return position < m_tokens.size() && m_tokens[position].is(word);
+    }
+    bool symbolAt(size_t position, char16_t symbol) const
+    {
+        return position < m_tokens.size() && m_tokens[position].isSymbol(symbol);
+    }
+    void dropSemicolon();
+    void emitUpTo(size_t end);
+    void emitToken(const SqlToken &token);
+    void closeNullTest(const SqlToken &token);
+    void emitCreateTable();
+    void emitColumn(size_t end);
+    void emitCreateIndex(size_t nameAt);
+    size_t columnEnd() const;
+    void append(QStringView text, bool blankBefore);
+
+    std::vector<SqlToken> m_tokens;
+    Wildcards m_wildcards;
+    size_t m_next = 0;
+    int m_depth = 0;              ///< of the open brackets
+    std::vector<int> m_nullTests; ///< the depths of the open "isnull("
+    QString m_sql;
+};
 
 QString SqliteEmitter::emitted()
 {
@@ -165,6 +202,13 @@ void SqliteEmitter::emitCreateIndex(size_t nameAt)
     append(u'[' + table.toString() + u'_' + m_tokens[nameAt].name().toString() + u']', true);
     ++m_next;
     emitUpTo(m_tokens.size());
+}
+
+} // namespace
+
+QString toSqlite(QStringView sql, Wildcards wildcards)
+{
+    return SqliteEmitter(tokenize(sql), wildcards).emitted();
 }
 
 } // namespace store

@@ -1,5 +1,6 @@
-#include "store/OwnSaves.h"
+#include "store/engine/FileState.h"
 
+#include <QDateTime>
 #include <QFileInfo>
 #include <QHash>
 
@@ -17,6 +18,13 @@ struct Chain
 thread_local QHash<QString, Chain> ownSaves;
 
 } // namespace
+
+QByteArray stampOf(const QString &path)
+{
+    const QFileInfo file(path);
+    return QByteArray::number(file.size()) + ' ' +
+           QByteArray::number(file.lastModified().toMSecsSinceEpoch());
+}
 
 void rememberOwnSave(const QString &path, const QByteArray &before, const QByteArray &after)
 {
