@@ -2,7 +2,8 @@
 #include "lookup/forms/CallerPopUp.h"
 #include "lookup/forms/CallerText.h"
 #include "store/Upgrade.h"
-#include "support/TestForms.h"
+#include "support/Row.h"
+#include "support/Ui.h"
 
 class tst_CallerPopUp : public QObject
 {
@@ -194,49 +195,31 @@ private Q_SLOTS:
         QVERIFY(!find<QWidget>("cmdNote")->isVisible() && !find<QWidget>("lblNotes")->isVisible());
     }
 
-    void theCardStandsInNobodysWay_data()
-    {
-        QTest::addColumn<QRect>("screen");
-        QTest::addColumn<QRect>("window");
-        QTest::addColumn<QRect>("field");
-        QTest::addColumn<bool>("mirrored");
-        QTest::addColumn<QPoint>("place");
-        const QRect small(0, 0, 1366, 768), common(1366, 0, 1920, 1080), large(0, 0, 2560, 1440);
-        const QRect none;
-        QTest::newRow("nothing of ours is in use") << small << none << none << false << QPoint(910, 452);
-        QTest::newRow("the same, mirrored") << small << none << none << true << QPoint(16, 452);
-        QTest::newRow("beside") << common << QRect(1500, 100, 900, 600) << QRect(1550, 150, 400, 300) << false
-                                << QPoint(2416, 400);
-        QTest::newRow("beside, mirrored")
-            << large << QRect(900, 100, 900, 600) << QRect(950, 150, 400, 300) << true << QPoint(444, 400);
-        QTest::newRow("beside on the side that is free")
-            << common << QRect(2300, 100, 900, 900) << QRect(2350, 150, 400, 300) << false
-            << QPoint(1844, 700);
-        QTest::newRow("below") << large << QRect(200, 10, 2300, 900) << QRect(300, 100, 300, 30) << false
-                               << QPoint(2104, 916);
-        QTest::newRow("on a small screen")
-            << small << QRect(200, 40, 960, 700) << QRect(220, 100, 500, 300) << false << QPoint(16, 452);
-        QTest::newRow("the same, mirrored")
-            << small << QRect(200, 40, 960, 700) << QRect(600, 100, 500, 300) << true << QPoint(16, 452);
-        QTest::newRow("all of the screen is in use")
-            << small << small << QRect(20, 100, 700, 500) << false << QPoint(910, 416);
-    }
     void theCardStandsInNobodysWay()
     {
-        QFETCH(const QRect, screen);
-        QFETCH(const QRect, window);
-        QFETCH(const QRect, field);
-        QFETCH(const bool, mirrored);
-        lookup::CardRoom room{screen, window, field, {}, mirrored};
-        for (int button = 0; button < 3 && window.isValid(); ++button) { // a row at the foot
-            room.buttons.append(QRect(window.right() - 100 * (button + 1), window.bottom() - 35, 90, 26));
-        }
-        room.buttons.append(QRect(window.topLeft(), QSize(window.width(), 24))); // the title bar's
-        const QRect card = lookup::placeCard({440, 300}, room);
-        QTEST(card.topLeft(), "place");
-        QVERIFY(screen.contains(card) && !card.intersects(field));
-        for (const QRect &button : std::as_const(room.buttons)) {
-            QVERIFY(!card.intersects(button));
+        const QRect small(0, 0, 1366, 768), common(1366, 0, 1920, 1080), large(0, 0, 2560, 1440), none;
+        for (const auto &[name, screen, window, field, mirrored, place] :
+             {std::tuple("nothing of ours is in use", small, none, none, false, QPoint(910, 452)),
+              {"the same, mirrored", small, none, none, true, QPoint(16, 452)},
+              {"beside", common, {1500, 100, 900, 600}, {1550, 150, 400, 300}, false, {2416, 400}},
+              {"beside, mirrored", large, {900, 100, 900, 600}, {950, 150, 400, 300}, true, {444, 400}},
+              {"on the free side", common, {2300, 100, 900, 900}, {2350, 150, 400, 300}, false, {1844, 700}},
+              {"below", large, {200, 10, 2300, 900}, {300, 100, 300, 30}, false, {2104, 916}},
+              {"a small screen", small, {200, 40, 960, 700}, {220, 100, 500, 300}, false, {16, 452}},
+              {"the same, mirrored", small, {200, 40, 960, 700}, {600, 100, 500, 300}, true, {16, 452}},
+              {"all of the screen is in use", small, small, {20, 100, 700, 500}, false, {910, 416}}}) {
+            const support::Row row(name);
+            lookup::CardRoom room{screen, window, field, {}, mirrored};
+            for (int button = 0; button < 3 && window.isValid(); ++button) { // a row at the foot
+                room.buttons.append(QRect(window.right() - 100 * (button + 1), window.bottom() - 35, 90, 26));
+            }
+            room.buttons.append(QRect(window.topLeft(), QSize(window.width(), 24))); // the title bar's
+            const QRect card = lookup::placeCard({440, 300}, room);
+            QCOMPARE(card.topLeft(), place);
+            QVERIFY(screen.contains(card) && !card.intersects(field));
+            for (const QRect &button : std::as_const(room.buttons)) {
+                QVERIFY(!card.intersects(button));
+            }
         }
     }
 
