@@ -100,8 +100,6 @@ private Q_SLOTS:
             search(u"O"_s + apostrophe + u"Brien"_s);
             QCOMPARE(List::rows(), u"O'Brien b|O\u2019Brien a|o\u2018brien c"_s);
         }
-        clickHeading(0);
-        QCOMPARE(List::rows(), u"O'Brien b|o\u2018brien c|O\u2019Brien a"_s);
         clickHeading(1); // who has no ID comes first
         QCOMPARE(List::rows(), u"O\u2019Brien a|o\u2018brien c|O'Brien b"_s);
         List::standOn(1);
