@@ -152,10 +152,11 @@ private Q_SLOTS:
     void onlyTheFirstCustomerWithAValueCounts()
     {
         Desk desk;
-        customerSql(desk, u"insert into customer (CustomerID) values ('Ł'),('ł'),(''''),(null)"_s);
+        customerSql(desk, u"insert into customer (CustomerID) values ('Ł'),('ł'),('straße'),(''''),(null)"_s);
         for (const auto &[sn, value, repeats] : {std::tuple(std::optional<qint32>(), u"ł"_s, true),
                                                  {1, u"ł"_s, false},
                                                  {2, u"Ł"_s, true},
+                                                 {std::nullopt, u"STRASSE"_s, true},
                                                  {std::nullopt, u"'"_s, true},
                                                  {std::nullopt, u"Ł "_s, false},
                                                  {std::nullopt, u""_s, false}}) {

@@ -43,7 +43,7 @@ class tst_NoteForms : public QObject
     static QString found() { return Manager::rows().remove(u"Call"_s); }
 
 private Q_SLOTS:
-    void twoEntriesOfOneCallShowInTheReport()
+    void twoEntriesOfOneCallAreSaved()
     {
         NoteDesk desk;
         QVERIFY(desk.windowsOfNotes.ShowNotePad(u" O'Brien's "_s, 1));
@@ -71,15 +71,18 @@ private Q_SLOTS:
                  u"O'Brien's|can't wait|Sent today|true\nO'Brien's|More|Yes\r\nNo|false"_s);
     }
 
-    void theReportIsOnlyReadPrintedAndExported()
+    void theReportOfTwoEntriesIsOnlyReadPrintedAndExported()
     {
         NoteDesk desk;
         desk.windowsOfNotes.ShowNotePad(u"Acme"_s, 1);
-        typeEntry();
-        Editor::press("cmdSave");
+        for (int entry = 0; entry < 2; ++entry) {
+            typeEntry();
+            Editor::press("cmdSave");
+        }
         turnTo(0);
         Editor::press("cmdRefreshReport");
-        QTRY_VERIFY(report()->report().contains(u"can't wait\r\n"_s));
+        QTRY_COMPARE(report()->report().count(u"can't wait\r\n"_s), 2);
+        QCOMPARE(report()->report().count(u"CallID:"_s), 1);
         QTRY_COMPARE(report()->textCursor().position(), report()->toPlainText().size());
         QTest::keyClicks(report(), u"typed"_s);
         QTest::keyClick(report(), Qt::Key_Backspace);

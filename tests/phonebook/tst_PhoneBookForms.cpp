@@ -24,10 +24,14 @@ class tst_PhoneBookForms : public QObject
             runSql(paths.PhoneBookFile, phoneBookRows);
             numbers.LoadPhoneNumberSNArray();
             if (withList) {
-                windows.showList();
-                List::activate();
-                List::rows();
+                showList();
             }
+        }
+        void showList()
+        {
+            windows.showList();
+            List::activate();
+            List::rows();
         }
         QString row(int place) const { return tableRows(*this).value(place); }
         void run(const QString &sql) const { runSql(paths.PhoneBookFile, sql); }
@@ -63,6 +67,8 @@ private Q_SLOTS:
         QCOMPARE(headings.join(u' '), u"[Telno] [SimpleDes] [IfVip] [IfInBlackList] [DetailDes]"_s);
         QVERIFY(List::grid()->isColumnHidden(5));
         QTRY_COMPARE(List::text("lblCount"), u"[Totalcount]: 4"_s);
+        List::type("txtSearch", u"nobody"_s);
+        QTRY_VERIFY(!List::isEnabled("Command1") && !List::isEnabled("cmdPhonebook_delete"));
         List::type("txtSearch", u" 5550 "_s);
         QTRY_COMPARE(List::text("lblCount"), u"[Totalcount]: 2"_s);
         List::set("txtSearch", QString(20'000, u'\u6885'));
@@ -193,7 +199,7 @@ private Q_SLOTS:
     // Although the numbers are read at the start alone.
     void theOwnerLineSaysWhatIsOnFileNow()
     {
-        Desk desk;
+        Desk desk(false);
         desk.windows.addEntry();
         Editor::activate();
         const QLabel *owned = Editor::find<QLabel>("lblOwner");
@@ -205,7 +211,7 @@ private Q_SLOTS:
         Editor::type("txtTelno", u"5550155"_s);
         Editor::press("Command2");
         QVERIFY(!owned->isVisible()); // it is his own
-        List::activate();
+        desk.showList();
         typeCell(2, 0, u"77"_s, Qt::Key_Return);
         QTRY_COMPARE(desk.server.sent.size(), 2);
         desk.windows.addEntry();
@@ -263,12 +269,11 @@ private Q_SLOTS:
         desk.windows.editEntry(3);
         QCOMPARE(desk.prompts.asked.join(u' '), u"[EntryGone] [PhoneBookMissing]"_s);
         QVERIFY(desk.logMessages().constLast().startsWith("!ShowaSimplePhoneBook "_L1));
-        desk.windows.showList();
+        desk.showList();
         QCOMPARE(List::text("lblNotice"), u"[PhoneBookMissing]"_s);
         List::press("Command1");
         QVERIFY(!Editor::form());
         desk.writeFile(desk.paths.PhoneBookFile, QByteArray(4096, 'x'));
-        List::activate();
         QTest::keyClick(List::form(), Qt::Key_F5);
         QCOMPARE(List::text("lblNotice"), u"[PhoneBookUnusable]"_s);
         QVERIFY(QFile::remove(desk.paths.PhoneBookFile));
