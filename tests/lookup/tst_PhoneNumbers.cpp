@@ -36,46 +36,39 @@ class tst_PhoneNumbers : public QObject
     };
 
 private Q_SLOTS:
+    // What is one byte of the desk's own code page belongs to a number.
     void aTextIsCutAtItsSeparators()
     {
         support::TestDesk desk;
         const std::optional<QString> builtIn;
-        const core::CodePage page(1252);
-        for (const auto &[separator, text, pieces] :
-             {std::tuple(builtIn, u""_s, u""_s),
-              {builtIn, u",,1,2:3.4 5|6\r\n7\r8\n"_s, u"1/2/3/4/5/6/7/8"_s},
-              {builtIn, u"0533-1234;4\t5"_s, u"0533-1234;4\t5"_s},
-              {builtIn, u"（0533）12－34"_s, u"（0533）12－34"_s},
-              {builtIn, u"1，2　3４5"_s, u"1/2/3/5"_s},
-              {builtIn, u"电话123号😀4"_s, u"123/4"_s},
-              {builtIn, u"1\u00FF2\u01003"_s, u"1\u00FF2/3"_s}, // of the Western page the first only
-              {builtIn, u"617–555—01•01"_s, u"617–555—01•01"_s},
-              {builtIn, u"7 "_s.repeated(101), u"7/"_s.repeated(101).chopped(1)},
-              {builtIn, QString(32767, u'7'), QString(32767, u'7')},
-              {u";"_s, u"123;4 5,6"_s, u"123/4 5,6"_s},
-              {u"a"_s, u"1a2A3"_s, u"1/2A3"_s},
-              {u"ab"_s, u"1ab2"_s, u""_s}}) {
-            const lookup::PhoneNumberList list = lookup::SplitPhoneNumber(desk.log, page, text, separator);
-            QCOMPARE(QStringList(list.Items.begin(), list.Items.begin() + list.Count).join(u'/'), pieces);
+        const auto split = [&desk](int page, const QString &text, const std::optional<QString> &separator) {
+            const auto list = lookup::SplitPhoneNumber(desk.log, core::CodePage(page), text, separator);
+            return QStringList(list.Items.begin(), list.Items.begin() + list.Count);
+        };
+        for (const auto &[page, separator, text, pieces] :
+             {std::tuple(1252, builtIn, u""_s, u""_s),
+              {1252, builtIn, u",,1,2:3.4 5|6\r\n7\r8\n"_s, u"1/2/3/4/5/6/7/8"_s},
+              {1252, builtIn, u"0533-1234;4\t5"_s, u"0533-1234;4\t5"_s},
+              {1252, builtIn, u"（0533）12－34"_s, u"（0533）12－34"_s},
+              {1252, builtIn, u"1，2　3４5"_s, u"1/2/3/5"_s},
+              {1252, builtIn, u"电话123号😀4"_s, u"123/4"_s},
+              {1252, builtIn, u"1\u00FF2\u01003"_s, u"1\u00FF2/3"_s}, // of the Western page the first only
+              {1252, builtIn, u"617–555—01•01"_s, u"617–555—01•01"_s},
+              {936, builtIn, u"617–555·01°01"_s, u"617/555/01/01"_s},
+              {1254, builtIn, u"617–555ş01"_s, u"617–555ş01"_s},
+              {1256, builtIn, u"\u200E617–5550101"_s, u"\u200E617–5550101"_s},
+              {1252, builtIn, u"617ş5550101"_s, u"617/5550101"_s},
+              {1252, builtIn, u"7 "_s.repeated(101), u"7/"_s.repeated(101).chopped(1)},
+              {1252, builtIn, QString(32767, u'7'), QString(32767, u'7')},
+              {1252, u";"_s, u"123;4 5,6"_s, u"123/4 5,6"_s},
+              {1252, u"a"_s, u"1a2A3"_s, u"1/2A3"_s},
+              {1252, u"ab"_s, u"1ab2"_s, u""_s}}) {
+            QCOMPARE(split(page, text, separator).join(u'/'), pieces);
         }
         QCOMPARE(desk.logMessages(), QStringList());
         for (const QString &tooMuch : {u"7 "_s.repeated(101) + u'7', QString(32768, u'7')}) {
-            QCOMPARE(lookup::SplitPhoneNumber(desk.log, page, tooMuch).Count, 0);
+            QCOMPARE(split(1252, tooMuch, builtIn), QStringList());
             QVERIFY(desk.logMessages().last().startsWith(u"!SplitPhoneNumber "_s));
-        }
-    }
-
-    // What is one byte of the desk's own code page belongs to a number.
-    void theCodePageTellsWhatSeparates()
-    {
-        support::TestDesk desk;
-        for (const auto &[number, text, pieces] : {std::tuple(936, u"617–555·01°01"_s, u"617/555/01/01"_s),
-                                                   {1254, u"617–555ş01"_s, u"617–555ş01"_s},
-                                                   {1256, u"\u200E617–5550101"_s, u"\u200E617–5550101"_s},
-                                                   {1252, u"617ş5550101"_s, u"617/5550101"_s}}) {
-            const core::CodePage page(number);
-            const lookup::PhoneNumberList list = lookup::SplitPhoneNumber(desk.log, page, text);
-            QCOMPARE(QStringList(list.Items.begin(), list.Items.begin() + list.Count).join(u'/'), pieces);
         }
     }
 
