@@ -109,21 +109,6 @@ private Q_SLOTS:
         QVERIFY(!codePage.holds(u"ā") && !codePage.holds(u"梅"));
         QCOMPARE(codePage.encode(u"āx"), QByteArray("?x"));
     }
-
-    // Every pair of bytes, assigned or not, before a NUL, a byte that is often no character, and a digit.
-    void everyByteKeepsItsColumn()
-    {
-        for (const int number : {932, 936, 949, 950, 1255}) {
-            const CodePage codePage(number);
-            for (int pair = 0x8000; pair <= 0xFFFF; ++pair) {
-                const char array[] = {char(pair >> 8), char(pair & 0xFF), '\0', '\xFF', '7'};
-                const QByteArrayView bytes(array, sizeof(array));
-                const auto [text, columns] = codePage.decode(bytes);
-                QVERIFY2(text.endsWith(u'7'), qPrintable(QString::number(pair, 16)));
-                QCOMPARE(reception::ByteColumns(text, columns), bytes.size());
-            }
-        }
-    }
 };
 
 QTEST_GUILESS_MAIN(tst_CodePage)
