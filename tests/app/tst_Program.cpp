@@ -216,8 +216,9 @@ private Q_SLOTS:
                 return QFile::setPermissions(desk.paths.SettingsFile, QFile::ReadOwner);
             },
             [](Desk &desk) {
-                return QDir(desk.paths.DataFolder).removeRecursively() &&
-                       QFile::link(u"/dev/null"_s, desk.paths.DataFolder);
+                const bool removed = QDir(desk.paths.DataFolder).removeRecursively();
+                desk.writeFile(desk.paths.DataFolder, "in the way");
+                return removed;
             }};
         for (const auto &happens : accidents) {
             Desk desk;

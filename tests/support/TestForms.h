@@ -58,7 +58,8 @@ inline void act(const QString &window, const QString &steps)
 {
     for (const QString &step : steps.split(u' ')) {
         const QString name = step.section(u'=', 0, 0);
-        auto *control = openForm<QWidget>(window)->findChild<QWidget *>(name);
+        const auto *form = openForm<QWidget>(window);
+        auto *control = form != nullptr ? form->findChild<QWidget *>(name) : nullptr;
         QVERIFY2(control != nullptr, qPrintable(window + u' ' + name));
         if (step.contains(u'=')) {
             typeOver(control, step.section(u'=', 1));
