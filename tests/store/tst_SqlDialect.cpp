@@ -109,6 +109,7 @@ private Q_SLOTS:
                                                  {u"a[]b"_s, u"ab"_s, u"a[]b"_s},
                                                  {u"*[a*"_s, u"x[Ay"_s, u"xay"_s},
                                                  {u"a[*]"_s, u"a*"_s, u"ab"_s},
+                                                 {u"*ą?c*d"_s, u"xĄ张cyd"_s, u"xĄcd"_s},
                                                  {u"*istanbul ışık*"_s, u"İSTANBUL IŞIK AŞ"_s, u"stanbul"_s},
                                                  {u"5%*"_s, u"5% off"_s, u"5 off"_s}}) {
             QVERIFY2(like(hit, pattern) && !like(miss, pattern), qPrintable(pattern));
