@@ -58,6 +58,9 @@ struct FakePrompts : core::Prompts
     bool isOpen() const override { return m_open > 0; }
 
     QStringList asked; ///< the texts, in order
+    /// Where a file is named, everything unannounced is agreed to, typed text dropped, and a file saved
+    /// there.
+    QString agreesToFile;
 
 private:
     struct Scripted
@@ -70,6 +73,9 @@ private:
     Scripted answer(const QString &text)
     {
         asked.append(text);
+        if (m_script.isEmpty() && !agreesToFile.isEmpty()) {
+            return {.path = agreesToFile, .choice = Answer::Discard};
+        }
         if (text.isEmpty() && m_script.value(0).path.isNull()) {
             QTest::qFail("a prompt without a text", __FILE__, __LINE__);
         }
