@@ -2,8 +2,8 @@
 
 #include "core/QtClock.h"
 #include "core/RunLog.h"
-#include "store/EngineFunctions.h"
 #include "store/Upgrade.h"
+#include "store/engine/SqliteFunctions.h"
 
 #include <QCryptographicHash>
 #include <QDir>

@@ -257,7 +257,10 @@ Sample loading(Station &station)
     };
     return least(9, [&] {
         const int sn = anyCustomer(station, random);
-        return Sample{ms([&] { station.program.windows().Show_Editor(u"CUSTOMER"_s, sn); }), ms([&] {
+        return Sample{ms([&] {
+                          station.program.windows().Show_Editor({core::RowKey::Table::Customer, sn});
+                      }),
+                      ms([&] {
                           readThrough(openPlain(file).get(), u"select * from customer where SN=%1"_s.arg(sn));
                           station.program.windows().addCustomer({}, {}, {});
                       })};
@@ -279,7 +282,7 @@ quint32 transactionsOf(const QString &path)
 /// A new number of a customer, typed into his editor and saved, the list standing open.
 double msOfSave(Station &station, int sn, const QString &number)
 {
-    station.program.windows().Show_Editor(u"CUSTOMER"_s, sn);
+    station.program.windows().Show_Editor({core::RowKey::Table::Customer, sn});
     paint(shownWindow(editorName));
     QWidget &editor = shownWindow(editorName);
     control<QLineEdit>(editor, "txtCompanyCall").setText(number);

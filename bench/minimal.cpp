@@ -5,18 +5,19 @@
 #include "PaintedApplication.h"
 
 #include <QMainWindow>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 #include <QUdpSocket>
+
+#include <sqlite3.h>
 
 int main(int argc, char *argv[])
 {
     const bench::PaintedApplication application(argc, argv);
     const QStringList arguments = QApplication::arguments();
-    QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"));
-    database.setDatabaseName(arguments.at(1));
+    sqlite3 *database = nullptr; // stays open until the program is killed
     QUdpSocket socket;
-    if (!database.open() || !QSqlQuery(database).exec(QStringLiteral("select count(*) from sqlite_master")) ||
+    if (sqlite3_open(arguments.at(1).toUtf8().constData(), &database) != SQLITE_OK ||
+        sqlite3_exec(database, "select count(*) from sqlite_schema", nullptr, nullptr, nullptr) !=
+            SQLITE_OK ||
         !socket.bind(QHostAddress::AnyIPv4, arguments.at(2).toUShort())) {
         return 1;
     }

@@ -1,3 +1,4 @@
+#include "Support.h"
 #include "core/TextUtilities.h"
 #include "reception/Columns.h"
 #include "reception/Dispatcher.h"
@@ -5,25 +6,11 @@
 #include <QTemporaryDir>
 
 #include <cstdint>
-#include <cstdlib>
 #include <deque>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-void require(bool truth)
-{
-    if (!truth) {
-        std::abort();
-    }
-}
-
-class FixedClock : public core::Clock
-{
-public:
-    QDateTime now() const override { return QDateTime(QDate(2026, 11, 21), QTime(9, 30, 15)); }
-};
 
 /// Whatever arrives must be one entry, that is one line.
 class OneLineBox : public core::RunInfoBox

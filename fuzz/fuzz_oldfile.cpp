@@ -1,7 +1,7 @@
+#include "Support.h"
 #include "oldfiles/OldDatabase.h"
 
 #include <cstdint>
-#include <cstdlib>
 
 /// Reads all of a file that could be anything: it is refused, or every row has a value for each column.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
@@ -13,13 +13,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
             qint64 rows = 0;
             database.forEachRow(table, [&](const QVariantList &row) {
                 ++rows;
-                if (row.size() != table.definition.columns.size()) {
-                    std::abort();
-                }
+                require(row.size() == table.definition.columns.size());
             });
-            if (rows < table.definition.rows) {
-                std::abort();
-            }
+            require(rows >= table.definition.rows);
         }
     } catch (const core::Error &) { // what a damaged file is answered with
     }

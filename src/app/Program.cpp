@@ -48,8 +48,8 @@ Program::Program(const Outside &outside)
                  .forwarding = m_forwarding,
                  .services = m_formServices,
                  .mainWindow = [this]() -> mainwindow::FrmMain & { return *m_mainWindow; },
-                 .callerRenamed = [this](const QString &source, qint32 sn,
-                                         const QString &name) { m_popUp.callerRenamed(source, sn, name); }}),
+                 .callerRenamed = [this](core::RowKey caller,
+                                         const QString &name) { m_popUp.callerRenamed(caller, name); }}),
       m_popUp({.paths = m_paths,
                .log = m_log,
                .settings = m_settings,
@@ -81,7 +81,7 @@ void Program::connectParts()
         [this](messages::Filing filing) { m_mainWindow->showMessageLogs(messages::filingKey(filing)); });
 }
 
-// A window that was closed just now is deleted while all that it uses is there.
+// Delete closed windows now, while the objects that they use still exist.
 Program::~Program()
 {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -89,7 +89,8 @@ Program::~Program()
     m_outside.prompts.setClosedHandler({});
 }
 
-// A step that fails is logged, and the next one is taken.
+// A step that fails is logged, and the next one runs all the same. Only without a main window is there no
+// program: nobody could see it, or end it.
 bool Program::subMain()
 {
     const auto step = [this](void (Program::*part)()) {
@@ -114,7 +115,7 @@ bool Program::subMain()
     return true;
 }
 
-// Where the lock cannot be used at all, starting twice is the lesser evil.
+// If the lock cannot be used at all, start: a second program is a lesser evil than none.
 bool Program::becomeFirst()
 {
     if (m_log.trap("SingleInstance"_L1, true, [&] { return m_instance.tryToBeFirst(); })) {
@@ -166,7 +167,7 @@ bool Program::completeConversion()
     return true;
 }
 
-// In the operator's language, unless its file is one of those that are not in their places.
+// In the operator's language, unless its file is one of those that the unfinished conversion has moved.
 void Program::tellHalfConverted(const QString &reason)
 {
     readSettings();
@@ -193,8 +194,8 @@ void Program::chooseLanguage()
     QApplication::setLayoutDirection(language::layoutDirection(code));
 }
 
-// Another program had the texts to itself when this one started. Windows that were opened meanwhile are in
-// the right language when they are opened again.
+// The language file was locked when the program started. Windows that have been opened since then show the
+// right language when they are opened again.
 void Program::retryLanguage()
 {
     if (m_language.retry()) {
@@ -264,8 +265,8 @@ void Program::showMainForm()
     }
 }
 
-// The operator sees the window before the databases are looked after, which takes its time on a large desk.
-// No call and no key can come in meanwhile.
+// Show the window before the databases are looked after, which takes a while on a large desk. Neither calls
+// nor keys are let in: what they need is not there yet.
 void Program::paintAtOnce()
 {
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);
@@ -293,8 +294,8 @@ void Program::maintainData()
     m_callers.addCallNoteTables();
 }
 
-// The tray's menu works while a message box, or the dialog of the printer, is open. Closing windows under
-// that box would leave it, and whoever waits for its answer, without ground: the answer comes first.
+// The tray's menu works while a message box or the printer's dialog is open. Closing windows would delete
+// that box under the code that waits for its answer, so the operator has to answer first.
 bool Program::operatorEnds()
 {
     if (m_outside.prompts.isOpen() || QApplication::activeModalWidget() != nullptr) {
@@ -380,7 +381,7 @@ void Program::ShowSmallMessage(const QString &datagramText)
     }
 }
 
-// In the name of the last unit, which stays the one to be answered.
+// The sample call comes from the last unit, so that commands still go to that one.
 void Program::handleSampleCall()
 {
     const QHostAddress unit(m_settings.record.LastSenderIp.text());

@@ -12,7 +12,8 @@ namespace app {
 
 namespace {
 
-// The icon in a tray is a window, too, but one that no window manager knows. Closed, it does not come back.
+// The icon in the tray is a window, too, one that bypasses the window manager. If it were closed, it would
+// not come back.
 bool isForm(const QWidget &window)
 {
     return !window.windowFlags().testFlag(Qt::BypassWindowManagerHint);
@@ -52,7 +53,8 @@ Windows::Windows(const Context &context)
       m_help({.forms = m_forms, .language = context.language})
 {}
 
-// Asked when the main window comes up; a window that needs a file of the desk's is not there without it.
+// Asked once, when the main window comes up: a window that needs one of the desk's files is offered only with
+// that file.
 bool Windows::canShow(core::Window window) const
 {
     switch (window) {
@@ -87,12 +89,10 @@ void Windows::ShowHelp(const QString &helpId)
     m_help.ShowHelp(helpId);
 }
 
-bool Windows::Show_Editor(const QString &source, qint32 sn)
+bool Windows::Show_Editor(core::RowKey caller)
 {
-    if (source == "CUSTOMER"_L1) {
-        return m_customers.editCustomer(sn);
-    }
-    return source == "PHONEBOOK"_L1 && m_phoneBook.editEntry(sn);
+    return caller.table == core::RowKey::Table::Customer ? m_customers.editCustomer(caller.sn)
+                                                         : m_phoneBook.editEntry(caller.sn);
 }
 
 void Windows::addCaller(const QString &number, const QString &keyWord)
@@ -160,7 +160,7 @@ void Windows::customerSaved(qint32 sn, const QString &oldName, const QString &ne
 {
     if (!oldName.isEmpty() && oldName != newName) {
         renameNotes(oldName, newName);
-        m_context.callerRenamed(u"CUSTOMER"_s, sn, newName);
+        m_context.callerRenamed({.table = core::RowKey::Table::Customer, .sn = sn}, newName);
     }
     m_context.callers.customerSaved(sn);
 }
@@ -168,7 +168,7 @@ void Windows::customerSaved(qint32 sn, const QString &oldName, const QString &ne
 void Windows::entrySaved(const phonebook::PhoneBookEntry &entry)
 {
     m_context.callers.entrySaved(*entry.SN, entry.Telno);
-    m_context.callerRenamed(u"PHONEBOOK"_s, *entry.SN, entry.simpledes);
+    m_context.callerRenamed({.table = core::RowKey::Table::PhoneBook, .sn = *entry.SN}, entry.simpledes);
 }
 
 void Windows::renameNotes(const QString &oldName, const QString &newName)
@@ -210,7 +210,7 @@ QStringList Windows::hiddenGridColumns() const
     return names;
 }
 
-// Widths and visibility stay with the names.
+// Each column keeps its width and visibility; only the order changes.
 bool Windows::ChangeGridCfg(const QStringList &names)
 {
     mainwindow::CallGridModel &calls = m_context.mainWindow().calls();

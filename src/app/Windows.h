@@ -44,14 +44,14 @@ public:
         appearance::FormServices services;
         std::function<mainwindow::FrmMain &()> mainWindow;
         /// For an open card.
-        std::function<void(const QString &source, qint32 sn, const QString &name)> callerRenamed;
+        std::function<void(core::RowKey caller, const QString &name)> callerRenamed;
     };
     explicit Windows(const Context &context);
 
     bool canShow(core::Window window) const override;
     void show(core::Window window) override;
     void ShowHelp(const QString &helpId) override;
-    bool Show_Editor(const QString &source, qint32 sn) override;
+    bool Show_Editor(core::RowKey caller) override;
     void addCaller(const QString &number, const QString &keyWord) override;
     void addCustomer(const QString &number, const QString &keyWord, const QString &name) override;
     void ShowCustomerByName(const QString &name) override;

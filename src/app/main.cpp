@@ -21,7 +21,8 @@ int main(int argc, char *argv[])
     QApplication::setWindowIcon(appearance::programIcon());
     appearance::applyTheme(application, core::platform::prefersDark());
 
-    // Not quit(), which first asks every window to close, and ours only hide.
+    // quit() would first ask every window to close, and the main window answers by hiding; exit() asks
+    // nobody.
     const auto endProcess = [] { QCoreApplication::exit(0); };
     core::QtPrompts prompts;
     core::QtShell shell;

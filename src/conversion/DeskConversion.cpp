@@ -30,7 +30,7 @@ void makeFolder(const QString &path)
     }
 }
 
-/// The files below a folder, as paths below it.
+// The files below a folder, as paths below it.
 QStringList filesBelow(const QString &folder)
 {
     QStringList paths;
@@ -42,7 +42,7 @@ QStringList filesBelow(const QString &folder)
     return paths;
 }
 
-/// Without its table such a file is no file of a desk, so a catalogue that has lost it shows here.
+// A file of a desk always has this table. Where it lacks it, its catalogue is damaged.
 QString tableWantedIn(const QString &path)
 {
     static const QList<std::pair<QString, QString>> tables = {
@@ -56,7 +56,7 @@ QString tableWantedIn(const QString &path)
     return {};
 }
 
-/// What fails, fails with the file's name.
+// Puts the file's name in front of whatever goes wrong.
 template <typename Action>
 auto namingFile(const QString &path, Action &&action)
 {
@@ -67,7 +67,7 @@ auto namingFile(const QString &path, Action &&action)
     }
 }
 
-/// The program that wrote a file keeps such a lock beside it for as long as it has it open.
+// The program of that time keeps a lock file beside each database that it has open.
 void refuseOpenElsewhere(const QString &path)
 {
     const QFileInfo file(path);
@@ -79,13 +79,13 @@ void refuseOpenElsewhere(const QString &path)
     }
 }
 
-/// One conversion of a desk's folder, with the names of its own folders.
+// One conversion of a desk's folder, with the names of its own folders.
 class Conversion
 {
 public:
     explicit Conversion(const QString &folder) : m_folder(QDir(folder).absolutePath()) {}
 
-    /// Keeps everybody else from converting the folder until the result is gone.
+    // Keeps everybody else from converting the folder until the result is gone.
     auto lock() const
     {
         const QString path = m_folder.filePath(lockName);
@@ -96,7 +96,7 @@ public:
         return qScopeGuard([path, lock] { QFile::remove(path); });
     }
 
-    /// The dates of conversions that were broken off while the files changed places.
+    // The dates of conversions that were broken off while the files changed places.
     QStringList unfinished() const
     {
         static const QRegularExpression date(u"^\\d{4}-\\d\\d-\\d\\d( \\(\\d+\\))?$"_s);
@@ -114,8 +114,8 @@ public:
         return !dates.isEmpty();
     }
 
-    /// Makes and checks the new files. With the last step it is decided: from then on a conversion that is
-    /// broken off is completed.
+    // Makes and checks the new files. The last step decides: a conversion that is broken off after it is
+    // completed later, not undone.
     QList<ConvertedFile> make(const QStringList &paths, const QString &date, const RowWatcher &watcher) const
     {
         QList<ConvertedFile> files;
@@ -136,7 +136,7 @@ public:
         return files;
     }
 
-    /// Every file to its place, or every one back.
+    // Moves every file to its new place, or, if one cannot be moved, all of them back.
     void changePlaces(const QString &date) const
     {
         try {
@@ -156,7 +156,7 @@ public:
         removeEmpty(ready + date);
     }
 
-    /// A name that no folder of an earlier conversion has.
+    // A name that no folder of an earlier conversion has.
     QString nameFor(const QDate &today) const
     {
         const QString date = today.toString(Qt::ISODate);
@@ -185,7 +185,7 @@ private:
         });
     }
 
-    /// What cannot be put back now is completed by the next conversion.
+    // If a file cannot be put back now, the next conversion completes this one.
     void putBack(const QString &date) const
     {
         try {
@@ -208,14 +208,14 @@ private:
         makeFolder(QFileInfo(m_folder.filePath(to)).path());
         core::platform::replaceFile(m_folder.filePath(from), m_folder.filePath(to));
     }
-    /// Not as files are moved: no system puts a folder in the place of another.
+    // Files can be moved over others; no system does that with folders.
     void moveFolder(const QString &from, const QString &to) const
     {
         if (!QDir(m_folder).rename(from, to)) {
             throw core::Error(0, u"cannot rename the folder "_s + m_folder.filePath(from));
         }
     }
-    /// A folder that holds nothing but an empty folder of help files; any other stays.
+    // A folder that holds nothing but an empty folder of help files; any other stays.
     void removeEmpty(const QString &path) const
     {
         m_folder.rmdir(path + u"/Help"_s);

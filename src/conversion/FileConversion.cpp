@@ -14,7 +14,8 @@ namespace conversion {
 
 namespace {
 
-/// What tells two tables apart: how many rows, and a sum over every cell, whatever the order of the rows.
+// Tells whether two tables hold the same: the number of rows, and a sum over all cells that does not depend
+// on the order of the rows.
 class TableSum
 {
 public:
@@ -59,8 +60,8 @@ QString quoted(const QString &name)
     return u'[' + name + u']';
 }
 
-/// A column's type in the given words. What has no counterpart is kept as text, so that no digit of it is
-/// lost, or as bare bytes.
+// A column's type in the given words. A type without a counterpart is kept as text, so that no digit is lost,
+// or as bare bytes.
 QString typeOf(const oldfiles::Column &column)
 {
     using oldfiles::ColumnType;
@@ -96,10 +97,10 @@ void createTable(store::Database &database, const oldfiles::Table &table)
     database.Execute(u"Create Table "_s + quoted(table.name) + u" ("_s + columns.join(u',') + u')');
 }
 
-/// Texts that the old order told apart may be equal in ours; their index is then not unique.
+// Two texts that differ in the old order of texts may be equal in ours. Then the index is made without
+// "unique".
 void createIndex(store::Database &database, const QString &table, const oldfiles::Index &index)
 {
-    constexpr int constraint = 19;
     QStringList keys;
     for (const oldfiles::Index::Key &key : index.keys) {
         keys.append(quoted(key.column) + (key.ascending ? u""_s : u" desc"_s));
@@ -108,21 +109,20 @@ void createIndex(store::Database &database, const QString &table, const oldfiles
     try {
         database.Execute((index.unique ? u"create unique "_s : u"create "_s) + rest);
     } catch (const core::Error &error) {
-        if (!index.unique || error.number() != constraint) {
+        if (!index.unique || error.kind() != core::Error::Kind::Duplicate) {
             throw;
         }
         database.Execute(u"create "_s + rest);
     }
 }
 
-/// The numbers of rows that were deleted are not given again.
+// The new table goes on counting where the old one stopped, so that no new row gets the number of a deleted
+// one.
 void keepLastNumber(store::Database &database, const oldfiles::Table &table)
 {
     const QList<oldfiles::Column> &columns = table.definition.columns;
     if (std::any_of(columns.begin(), columns.end(), [](const auto &column) { return column.autoNumber; })) {
-        database.Execute(u"delete from sqlite_sequence where name=?"_s, {table.name});
-        database.Execute(u"insert into sqlite_sequence (name,seq) values (?,?)"_s,
-                         {table.name, table.definition.lastAutoNumber});
+        database.keepLastNumber(table.name, table.definition.lastAutoNumber);
     }
 }
 

@@ -1,11 +1,12 @@
 #pragma once
 
+#include "core/RowKey.h"
+
 #include <QString>
 
 namespace core {
 
-/// One received caller-ID record. The order of the fields is fixed: the popup reads them by position. A field
-/// that the datagram lacks is empty. Every text is a stranger's.
+/// One received caller-ID record. A field that the datagram lacks is empty. Every text comes from a stranger.
 struct CallRecord
 {
     QString CallerID;      ///< the calling number as the unit delivers it
@@ -23,6 +24,12 @@ struct CallRecord
     QString Tail;     ///< the previous call: 16 characters of time, 8 of extension, 15 of number; not trimmed
     QString SenderIp; ///< the unit or server that made the record
 };
+
+/// The row that the caller is matched with; none for an unknown one.
+inline std::optional<RowKey> rowKeyOf(const CallRecord &record)
+{
+    return rowKeyOf(QString(record.Source + record.SnText));
+}
 
 /// What sets a caller apart, as the sender marks it.
 enum class Standing { Ordinary, Vip, BlackListed };

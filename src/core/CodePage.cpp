@@ -23,7 +23,7 @@ bool isUtf8(QByteArrayView bytes)
     return QUtf8StringView(bytes.data(), bytes.size()).isValidUtf8();
 }
 
-/// Of valid UTF-8: it holds a character of two bytes.
+// True where valid UTF-8 holds a character of two bytes.
 bool hasPairs(QByteArrayView utf8)
 {
     return std::ranges::any_of(utf8, [](char byte) { return (byte & 0xE0) == 0xC0; });
@@ -40,7 +40,7 @@ bool isTone(QChar character)
            MyIn(character.unicode(), 0x0300, 0x0301, 0x0303, 0x0309, 0x0323); // as the page has them
 }
 
-/// The letter at a position with the marks behind it.
+// The letter at a position with the marks behind it.
 QStringView letterAt(QStringView text, qsizetype at)
 {
     qsizetype end = at + 1;
@@ -50,7 +50,7 @@ QStringView letterAt(QStringView text, qsizetype at)
     return text.sliced(at, end - at);
 }
 
-/// The characters of the bytes 0x80 to 0xFF, `none` for half a character or an unassigned byte.
+// The characters of the bytes 0x80 to 0xFF, `none` for half a character or an unassigned byte.
 QString highBytes(const platform::AnsiDecoder &decoder)
 {
     QString characters;

@@ -10,11 +10,22 @@ namespace core {
 class Error : public std::exception
 {
 public:
-    Error(int number, QString description)
-        : m_number(number), m_description(std::move(description)), m_bytes(m_description.toUtf8())
+    /// What is answered by more than telling it.
+    enum class Kind {
+        Other,
+        Locked,    ///< by another program: worth another try
+        Damaged,   ///< a database, or the disk that it stands on
+        TooLong,   ///< a text that is searched for
+        Duplicate, ///< a value in a row that another row has
+    };
+
+    Error(int number, QString description, Kind kind = Kind::Other)
+        : m_number(number), m_description(std::move(description)), m_bytes(m_description.toUtf8()),
+          m_kind(kind)
     {}
     /// The failing system's own number (errno, socket error, database code), 0 where it has none.
     int number() const { return m_number; }
+    Kind kind() const { return m_kind; }
     const QString &description() const { return m_description; }
     const char *what() const noexcept override { return m_bytes.constData(); }
 
@@ -22,6 +33,7 @@ private:
     int m_number;
     QString m_description;
     QByteArray m_bytes;
+    Kind m_kind;
 };
 
 } // namespace core

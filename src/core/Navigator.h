@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/RowKey.h"
+
 #include <QString>
 
 class QWidget;
@@ -19,9 +21,9 @@ public:
     /// Opens the window, or brings it to the front.
     virtual void show(Window window) = 0;
     virtual void ShowHelp(const QString &helpId) = 0;
-    /// Opens the editor of a known caller's row: source "CUSTOMER" or "PHONEBOOK" and its SN. False
-    /// where the operator was told that it cannot be shown, or goes on with what he edits.
-    virtual bool Show_Editor(const QString &source, qint32 sn) = 0;
+    /// Opens the editor of a known caller's row. False where the operator was told that it cannot be shown,
+    /// or goes on with what he edits.
+    virtual bool Show_Editor(RowKey caller) = 0;
     /// Opens the phone book, or the customer list, on the rows of a query in the given words; behind the
     /// editor that asks for it, which keeps the keyboard.
     virtual void showPhoneBook(const QString &query, QWidget *editor) = 0;

@@ -45,7 +45,7 @@ bool isDriveRoot(const QString &path)
     return path.size() <= 3 && path.mid(1, 1) == u':' && (path.size() < 3 || path.back() == u'\\');
 }
 
-// A share that shows no folder may still answer as a volume.
+// A network share may be there although it cannot be listed as a folder.
 bool isNetworkVolume(const QString &path)
 {
     return path.startsWith("\\\\"_L1) && QStorageInfo(path).isReady();
@@ -66,7 +66,7 @@ void makeFolder(const QString &path)
     }
 }
 
-// A folder that was moved elsewhere, with a link in its place, is meant itself.
+// Where a link stands for the folder, the folder that it leads to is made private.
 void makePrivateFolder(const QString &path)
 {
     makeFolder(path);

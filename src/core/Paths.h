@@ -4,7 +4,7 @@
 
 namespace core {
 
-/// Every file and folder of the program, fixed once at start (see iniPath); native separators.
+/// The files and folders that are fixed once at start (see iniPath); others have names by language or month.
 struct Paths
 {
     QString StartFolder; ///< the current directory at start: databases and language files

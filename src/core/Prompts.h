@@ -41,8 +41,7 @@ public:
     /// Called each time the last open prompt has closed.
     void setClosedHandler(std::function<void()> handler) { m_closed = std::move(handler); }
 
-    /// Where the words of the buttons come from; null for the toolkit's own. The texts must outlive their use
-    /// here.
+    /// Where the words of the buttons come from; null for Qt's own. The texts must outlive their use here.
     void setTexts(const TextLookup *texts) { m_texts = texts; }
 
 protected:

@@ -51,7 +51,7 @@ QString RunLog::timeStamp()
     return m_stamp;
 }
 
-// A received line break must not forge an entry of its own, for whatever reads the file.
+// A line break in a datagram must not look like the end of an entry, or a sender could forge the next one.
 QString RunLog::line(const QString &message)
 {
     const QString start = u'<' % timeStamp() % ">  "_L1;
@@ -71,7 +71,7 @@ void RunLog::WriteRunLog(const QString &message)
             show(entry);
         }
     } catch (const Error &) {
-        // Nobody is left to tell: the log itself is what failed.
+        // Nothing more can be done: it is the log itself that failed.
     }
 }
 

@@ -12,7 +12,8 @@ namespace core {
 
 namespace {
 
-/// Walks the record's fields in file order, reading or writing each; one list of fields serves both ways.
+// Goes through the record's fields in the order of the file and reads or writes each of them, so that one
+// list of fields serves both.
 class RecordReader
 {
 public:
@@ -100,7 +101,7 @@ void Settings::Get_misc()
     });
 }
 
-// Writing has no name of its own in the run log.
+// A failed write is logged like a failed read: the run log has only ever known one name for both.
 bool Settings::SaveMisc()
 {
     return m_log.trap("Get_misc"_L1, [&] {

@@ -10,7 +10,7 @@
 namespace core {
 
 /// Where each window stood when it was last used, kept in "Windows.json" of the data folder: a JSON object
-/// from window name to base64 of the toolkit's own geometry bytes. A file that is no such object counts as
+/// from window name to base64 of Qt's own geometry bytes. A file that is no such object counts as
 /// empty.
 class WindowMemory
 {

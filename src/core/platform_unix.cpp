@@ -28,14 +28,15 @@ namespace {
     throw Error(number, QString::fromLocal8Bit(std::strerror(number)) + u": "_s + path);
 }
 
-/// A new file is open to nobody who may not enter its folder.
+// A new file is closed to everybody who may not enter its folder.
 mode_t modeIn(const QByteArray &folder)
 {
     struct stat status = {};
     return ::stat(folder.constData(), &status) == 0 ? status.st_mode & 0666 : 0600;
 }
 
-/// Who may open a file is asked only where it has to be made: most entries go to one that is there.
+// The rights are worked out only when the file has to be made: nearly every entry goes to one that is there
+// already.
 int openFile(const QString &path, int flags)
 {
     constexpr int always = O_CLOEXEC | O_NOFOLLOW;
@@ -49,7 +50,7 @@ int openFile(const QString &path, int flags)
     return ::open(name.constData(), flags | always, modeIn(QFile::encodeName(QFileInfo(path).path())));
 }
 
-/// An open file; a link is not followed.
+// An open file; a link is not followed.
 class Descriptor
 {
 public:
@@ -77,8 +78,8 @@ public:
             bytes = bytes.sliced(std::max<ssize_t>(written, 0));
         }
     }
-    /// The same for all of it or nothing; how long the file is then. Only what is still the file's end can be
-    /// taken back.
+    // Appends all of the bytes or none and returns the new length. A part that was written is cut off again
+    // only while it is still the file's end.
     qint64 append(QByteArrayView bytes) const
     {
         const qint64 before = size();
@@ -113,7 +114,7 @@ private:
     int m_fd;
 };
 
-/// The name by which the C library was told the user's language, such as "zh_TW.UTF-8".
+// The name by which the C library was told the user's language, such as "zh_TW.UTF-8".
 QString localeName()
 {
     for (const char *variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
@@ -210,7 +211,8 @@ qint64 freeBytes(const QString &folder)
     return known ? qint64(disk.f_bavail) * qint64(disk.f_frsize) : -1;
 }
 
-// The owner's own rights stay: a file marked read-only is still refused to be written over.
+// The owner's own rights stay as they are: a file that he has marked read-only must stay protected from
+// overwriting.
 bool closeToOthers(const QString &path)
 {
     const QByteArray name = QFile::encodeName(path);

@@ -32,7 +32,7 @@ HANDLE openFile(const QString &path, DWORD access, DWORD disposition)
                        FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
 }
 
-/// An open file; a link is not followed, and refused.
+// An open file; a link is not followed, and refused.
 class Handle
 {
 public:

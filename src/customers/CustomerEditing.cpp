@@ -1,7 +1,7 @@
 #include "customers/CustomerEditing.h"
 
 #include "customers/CustomerForwarding.h"
-#include "store/HeldFile.h"
+#include "store/Database.h"
 
 using namespace Qt::StringLiterals;
 
@@ -16,7 +16,8 @@ store::Recordset openTable(store::Database &database, const QString &index)
     return table;
 }
 
-// The messenger shows the home phones, on purpose, and not its own column; the next save writes them there.
+// As it has always been, the messenger's box shows the home phones and not its own column, and the next save
+// writes them into that column.
 FieldTexts shownOf(FieldTexts read)
 {
     const auto at = [&read](QStringView column) -> QString & {
@@ -32,13 +33,13 @@ LoadedCustomer customerOf(const store::Recordset &row)
     customer.record.SN = row.value(u"SN"_s).toInt();
     for (size_t place = 0; place < customer.read.size(); ++place) {
         const CustomerField &field = customerFields().at(place);
-        customer.read.at(place) = shownValue(field, row.value(QLatin1StringView(field.column)));
+        customer.read.at(place) = shownValue(field, row.value(field.column));
     }
     customer.record.shown = shownOf(customer.read);
     return customer;
 }
 
-/// A pop-up flag that somebody has made unreadable is no change of his: it is written anew.
+// A pop-up flag that cannot be read counts as unchanged, so that it is written anew.
 QString textOnFile(const CustomerField &field, const QVariant &stored, const QString &read)
 {
     bool isNumber = false;
@@ -52,7 +53,7 @@ QList<core::FieldEdit> editsOf(const LoadedCustomer &loaded, const CustomerRecor
     QList<core::FieldEdit> edits;
     for (size_t place = 0; place < typed.shown.size(); ++place) {
         const CustomerField &field = customerFields().at(place);
-        const QString column = QLatin1StringView(field.column);
+        const QString column = field.column;
         const QString &read = loaded.read.at(place);
         const QString onFile = typed.SN ? textOnFile(field, row.value(column), read) : QString();
         edits.append({.column = column,
@@ -64,7 +65,7 @@ QList<core::FieldEdit> editsOf(const LoadedCustomer &loaded, const CustomerRecor
     return edits;
 }
 
-/// How the customer stands in the editor once the edits are written.
+// How the customer stands in the editor once the edits are written.
 LoadedCustomer afterSave(const QList<core::FieldEdit> &edits, const CustomerRecord &typed, qint32 sn)
 {
     LoadedCustomer customer{.record = {.SN = sn, .shown = typed.shown}};
@@ -124,9 +125,10 @@ LoadedCustomer CustomerEditing::newCustomer(const QString &number, const QString
     return customer;
 }
 
-// The first match is the one with the smallest key. Texts of the same capitals have the same letters in the
-// order of texts and lie behind the capitals themselves, before whatever goes on behind them: all but the
-// joined letters, as U+FB01, that no column holds which is written in capitals.
+// The first match is the one with the smallest key. In the order of texts, all texts with the same capitals
+// stand together, between the capitals and the capitals with one more character: the index finds them at
+// once. Only joined letters, such as U+FB01, would be missed; a column that is written in capitals holds
+// none.
 bool CustomerEditing::IfRepeatCustomerField(const std::optional<qint32> &sn, const QString &column,
                                             const QString &value) const
 {
@@ -134,8 +136,7 @@ bool CustomerEditing::IfRepeatCustomerField(const std::optional<qint32> &sn, con
         if (value.isEmpty()) {
             return false;
         }
-        const QString name =
-            QLatin1StringView(customerFields().at(static_cast<size_t>(fieldOf(column))).column);
+        const QString name = customerFields().at(static_cast<size_t>(fieldOf(column))).column;
         const QString capitals = value.toUpper();
         std::optional<qint32> first;
         store::Database database(m_context.paths.CustomerFile, store::Database::Mode::ReadOnly);
@@ -150,7 +151,7 @@ bool CustomerEditing::IfRepeatCustomerField(const std::optional<qint32> &sn, con
     });
 }
 
-// The row is read again under the lock under which it is written, so that nobody comes in between.
+// Reads the row again under the same lock that it writes under, so that no other desk comes in between.
 SavedCustomer CustomerEditing::SaveCustomer(const LoadedCustomer &loaded, const CustomerRecord &typed) const
 {
     SavedCustomer saved;

@@ -14,57 +14,57 @@ namespace customers {
 namespace {
 
 constexpr CustomerFieldTable fieldTable = {{
-    {"CustomerName", "txtCustomerName", "CustomerName", FieldKind::Name, 100},
-    {"CustomerID", "txtCustomerID", "CustomerID", FieldKind::UpperText, 50},
-    {"IfVIP", "chkYNVIP", "IFVIP", FieldKind::FlagLetter, 1},
-    {"broker", "txtBroker", "Broker", FieldKind::Text, 50},
-    {"city", "txtCity", "City", FieldKind::Text, 50},
-    {"customertype", "txtCustomerType", "CustomerType", FieldKind::Text, 50},
-    {"Address", "txtAddress", "Address", FieldKind::Text, 150},
-    {"ContactPersonName", "txtLinkman", "ContactPersonName", FieldKind::Text, 50},
-    {"WorkPhones", "txtCompanyCall", "PhoneNumbers", FieldKind::Text, 255},
-    {"Fax", "txtCompanyFax", "Fax", FieldKind::Text, 100},
-    {"ContactPersonEmail", "txtLinkmanEmail", "Email", FieldKind::Text, 100},
-    {"PostalCode", "txtPostalCode", "PostalCode", FieldKind::Text, 20},
-    {"ContactPersonMobile", "txtLinkmanMobile", "Mobile", FieldKind::Text, 100},
-    {"WebPage", "txtHomepage", "WebPage", FieldKind::Text, 100},
-    {"mainoperation", "txtMainOperation", "MainOperation", FieldKind::Text, 100},
-    {"payway", "txtPayway", "TypeofPayment", FieldKind::Text, 30},
-    {"credit", "txtCredit", "credit", FieldKind::Text, 30},
-    {"quote", "txtQuote", "Quote", FieldKind::Text, 100},
-    {"ContactPersonTitle", "txtLinkmanPosition", "WorkTitle", FieldKind::Text, 50},
-    {"note", "txtRemark", "CustomerMemo", FieldKind::Text, 255},
-    {"seatid", "cmbSeatID", "SpecifiedSeatID", FieldKind::Trimmed, 20},
-    {"customerserviceid", "txtCustomerServiceID", "CustomerServiceID", FieldKind::Trimmed, 50},
-    {"customerbigtype", "txtBigType", "BasicCustomerType", FieldKind::Trimmed, 50},
-    {"Province", "txtProvince", "Province", FieldKind::Trimmed, 50},
-    {"Country", "txtCountry", "CountryOrArea", FieldKind::Trimmed, 50},
-    {"requiredproduct", "txtRequiredProduct", "RequiredProducts", FieldKind::Trimmed, 100},
-    {"ifinblacklist", "chkIfInBlackList", "IfInBlackList", FieldKind::FlagNumber, 1},
-    {"BlackListReason", "txtBlackListReason", "ListinBlackListReason", FieldKind::Trimmed, 100},
-    {"ContactPersonSex", "txtContactPersonSex", "MaleFemale", FieldKind::Trimmed, 10},
-    {"ContactPersonDepartment", "txtContactPersonDepartment", "Department", FieldKind::Trimmed, 50},
-    {"ContactPersonHomePhones", "txtHomePhones", "HomePhone", FieldKind::Trimmed, 100},
-    {"contactpersonadditionalemail", "txtAdditionalEmail", "OtherEmails", FieldKind::Trimmed, 100},
-    {"ContactPersonMessenger", "txtContactPersonMessenger", "InstantMessager", FieldKind::Trimmed, 50},
-    {"ContactPersonPager", "txtContactPersonPager", "Pager", FieldKind::Trimmed, 20},
-    {"contactPersonNote", "txtContactPersonNote", "NoteforContactPerson", FieldKind::Trimmed, 100},
-    {"othercontactPersonList", "txtOtherContactPersonList", "OtherContacts", FieldKind::Trimmed, 150},
-    {"ShipmentRequirement", "txtShipmentRequirement", "DeliveryRquirement", FieldKind::Trimmed, 100},
-    {"custom1", "txtCustom1", "SelfDefinedInfo1", FieldKind::Trimmed, 40},
-    {"custom2", "txtCustom2", "SelfDefinedInfo2", FieldKind::Trimmed, 40},
-    {"custom3", "txtCustom3", "SelfDefinedInfo3", FieldKind::Trimmed, 40},
-    {"custom4", "txtCustom4", "SelfDefinedInfo4", FieldKind::Trimmed, 40},
-    {"custom5", "txtCustom5", "SelfDefinedInfo5", FieldKind::Trimmed, 40},
-    {"custom13", "txtCustom13", "SelfDefinedInfo6", FieldKind::Trimmed, 40},
-    {"custom14", "txtCustom14", "SelfDefinedInfo7", FieldKind::Trimmed, 40},
-    {"custom15", "txtCustom15", "SelfDefinedInfo8", FieldKind::Trimmed, 40},
-    {"T1", "txtLinkman2", "", FieldKind::Trimmed, 50},
-    {"T2", "txtLinkmanMobile2", "", FieldKind::Trimmed, 50},
-    {"T3", "ChkPopTheCaller", "", FieldKind::PopUpFlag, 1},
+    {"CustomerName"_L1, "txtCustomerName", "CustomerName"_L1, FieldKind::Name, 100},
+    {"CustomerID"_L1, "txtCustomerID", "CustomerID"_L1, FieldKind::UpperText, 50},
+    {"IfVIP"_L1, "chkYNVIP", "IFVIP"_L1, FieldKind::FlagLetter, 1},
+    {"broker"_L1, "txtBroker", "Broker"_L1, FieldKind::Text, 50},
+    {"city"_L1, "txtCity", "City"_L1, FieldKind::Text, 50},
+    {"customertype"_L1, "txtCustomerType", "CustomerType"_L1, FieldKind::Text, 50},
+    {"Address"_L1, "txtAddress", "Address"_L1, FieldKind::Text, 150},
+    {"ContactPersonName"_L1, "txtLinkman", "ContactPersonName"_L1, FieldKind::Text, 50},
+    {"WorkPhones"_L1, "txtCompanyCall", "PhoneNumbers"_L1, FieldKind::Text, 255},
+    {"Fax"_L1, "txtCompanyFax", "Fax"_L1, FieldKind::Text, 100},
+    {"ContactPersonEmail"_L1, "txtLinkmanEmail", "Email"_L1, FieldKind::Text, 100},
+    {"PostalCode"_L1, "txtPostalCode", "PostalCode"_L1, FieldKind::Text, 20},
+    {"ContactPersonMobile"_L1, "txtLinkmanMobile", "Mobile"_L1, FieldKind::Text, 100},
+    {"WebPage"_L1, "txtHomepage", "WebPage"_L1, FieldKind::Text, 100},
+    {"mainoperation"_L1, "txtMainOperation", "MainOperation"_L1, FieldKind::Text, 100},
+    {"payway"_L1, "txtPayway", "TypeofPayment"_L1, FieldKind::Text, 30},
+    {"credit"_L1, "txtCredit", "credit"_L1, FieldKind::Text, 30},
+    {"quote"_L1, "txtQuote", "Quote"_L1, FieldKind::Text, 100},
+    {"ContactPersonTitle"_L1, "txtLinkmanPosition", "WorkTitle"_L1, FieldKind::Text, 50},
+    {"note"_L1, "txtRemark", "CustomerMemo"_L1, FieldKind::Text, 255},
+    {"seatid"_L1, "cmbSeatID", "SpecifiedSeatID"_L1, FieldKind::Trimmed, 20},
+    {"customerserviceid"_L1, "txtCustomerServiceID", "CustomerServiceID"_L1, FieldKind::Trimmed, 50},
+    {"customerbigtype"_L1, "txtBigType", "BasicCustomerType"_L1, FieldKind::Trimmed, 50},
+    {"Province"_L1, "txtProvince", "Province"_L1, FieldKind::Trimmed, 50},
+    {"Country"_L1, "txtCountry", "CountryOrArea"_L1, FieldKind::Trimmed, 50},
+    {"requiredproduct"_L1, "txtRequiredProduct", "RequiredProducts"_L1, FieldKind::Trimmed, 100},
+    {"ifinblacklist"_L1, "chkIfInBlackList", "IfInBlackList"_L1, FieldKind::FlagNumber, 1},
+    {"BlackListReason"_L1, "txtBlackListReason", "ListinBlackListReason"_L1, FieldKind::Trimmed, 100},
+    {"ContactPersonSex"_L1, "txtContactPersonSex", "MaleFemale"_L1, FieldKind::Trimmed, 10},
+    {"ContactPersonDepartment"_L1, "txtContactPersonDepartment", "Department"_L1, FieldKind::Trimmed, 50},
+    {"ContactPersonHomePhones"_L1, "txtHomePhones", "HomePhone"_L1, FieldKind::Trimmed, 100},
+    {"contactpersonadditionalemail"_L1, "txtAdditionalEmail", "OtherEmails"_L1, FieldKind::Trimmed, 100},
+    {"ContactPersonMessenger"_L1, "txtContactPersonMessenger", "InstantMessager"_L1, FieldKind::Trimmed, 50},
+    {"ContactPersonPager"_L1, "txtContactPersonPager", "Pager"_L1, FieldKind::Trimmed, 20},
+    {"contactPersonNote"_L1, "txtContactPersonNote", "NoteforContactPerson"_L1, FieldKind::Trimmed, 100},
+    {"othercontactPersonList"_L1, "txtOtherContactPersonList", "OtherContacts"_L1, FieldKind::Trimmed, 150},
+    {"ShipmentRequirement"_L1, "txtShipmentRequirement", "DeliveryRquirement"_L1, FieldKind::Trimmed, 100},
+    {"custom1"_L1, "txtCustom1", "SelfDefinedInfo1"_L1, FieldKind::Trimmed, 40},
+    {"custom2"_L1, "txtCustom2", "SelfDefinedInfo2"_L1, FieldKind::Trimmed, 40},
+    {"custom3"_L1, "txtCustom3", "SelfDefinedInfo3"_L1, FieldKind::Trimmed, 40},
+    {"custom4"_L1, "txtCustom4", "SelfDefinedInfo4"_L1, FieldKind::Trimmed, 40},
+    {"custom5"_L1, "txtCustom5", "SelfDefinedInfo5"_L1, FieldKind::Trimmed, 40},
+    {"custom13"_L1, "txtCustom13", "SelfDefinedInfo6"_L1, FieldKind::Trimmed, 40},
+    {"custom14"_L1, "txtCustom14", "SelfDefinedInfo7"_L1, FieldKind::Trimmed, 40},
+    {"custom15"_L1, "txtCustom15", "SelfDefinedInfo8"_L1, FieldKind::Trimmed, 40},
+    {"T1"_L1, "txtLinkman2", ""_L1, FieldKind::Trimmed, 50},
+    {"T2"_L1, "txtLinkmanMobile2", ""_L1, FieldKind::Trimmed, 50},
+    {"T3"_L1, "ChkPopTheCaller", ""_L1, FieldKind::PopUpFlag, 1},
 }};
 
-// Receivers count on the size: what one text gains in width, another must give.
+// Receivers count on the size of the record: if one text gets wider, another must get narrower.
 static_assert(std::accumulate(fieldTable.begin(), fieldTable.end(),
                               int(sizeof(core::CustomerInfo::doNotSend)),
                               [](int sum, const CustomerField &field) { return sum + field.width; }) ==
@@ -72,9 +72,8 @@ static_assert(std::accumulate(fieldTable.begin(), fieldTable.end(),
 
 constexpr QStringView flagLetters = u"NYG"; // at the check box's number
 
-// A pop-up flag has no rule for a missing one: what it would stand for is settled when the program repairs
-// the rows at its start, and guessing it here would switch a customer's popup on or off behind the operator's
-// back.
+// Nothing says what a missing pop-up flag means until the repairs at the program's start write one. A guess
+// made here would switch the pop-up on or off behind the operator's back.
 int popUpFlag(const QVariant &stored)
 {
     constexpr int invalidNull = 94;
@@ -98,7 +97,7 @@ const CustomerFieldTable &customerFields()
 qsizetype fieldOf(QStringView column)
 {
     const auto *const found = std::ranges::find_if(fieldTable, [&](const CustomerField &field) {
-        return column.compare(QLatin1StringView(field.column), Qt::CaseInsensitive) == 0;
+        return column.compare(field.column, Qt::CaseInsensitive) == 0;
     });
     if (found == fieldTable.end()) {
         throw core::Error(0, u"no such field of a customer: "_s + column.toString());

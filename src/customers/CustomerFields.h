@@ -23,9 +23,9 @@ enum class FieldKind : quint8 {
 /// through this table, in this order: loading, saving, the forwarded record, headings.
 struct CustomerField
 {
-    const char *column;
-    const char *control;  ///< of FrmEditCustomer
-    const char *labelKey; ///< the text key that names it; empty for three that have none
+    QLatin1StringView column;
+    const char *control;        ///< of FrmEditCustomer
+    QLatin1StringView labelKey; ///< the text key that names it; empty for three that have none
     FieldKind kind;
     int width; ///< bytes in the forwarded record
 };

@@ -7,8 +7,7 @@ core::CustomerInfo GetCustomerInfo(const CustomerRecord &saved)
     core::CustomerInfo info;
     for (size_t place = 0; place < saved.shown.size(); ++place) {
         const CustomerField &field = customerFields().at(place);
-        info.fields.append({field.width, storedValue(field, saved.shown.at(place)).toString(),
-                            QLatin1StringView(field.column)});
+        info.fields.append({field.width, storedValue(field, saved.shown.at(place)).toString(), field.column});
     }
     return info;
 }
@@ -24,7 +23,7 @@ QList<ReceivedField> receivedFields(QByteArrayView image)
         while (bytes.endsWith(' ')) {
             bytes.chop(1);
         }
-        received.append({QLatin1StringView(field.column), bytes});
+        received.append({field.column, bytes});
         image = image.sliced(field.width);
     }
     return received;

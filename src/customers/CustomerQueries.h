@@ -8,8 +8,8 @@
 namespace customers {
 
 /// The queries of the customer list.
-inline constexpr char16_t listQuery[] = u"select * from customer order by CustomerName";
-inline constexpr char16_t refreshQuery[] = u"select * from customer ";
+QString listQuery();
+QString refreshQuery();
 QString searchQuery(QStringView typed);
 /// The query of a click on a heading of the list, which sorts the rows of another query, or else all; empty
 /// for a heading that does not sort.
@@ -18,8 +18,8 @@ QString sortQuery(int column, const QString &rows = QStringLiteral("select * fro
 /// A column that can be exported, and the text key that titles it.
 struct ExportField
 {
-    const char *column;
-    const char *labelKey;
+    QLatin1StringView column;
+    QLatin1StringView labelKey;
 };
 inline constexpr int exportFieldCount = 27;
 const std::array<ExportField, exportFieldCount> &exportFields();

@@ -27,7 +27,7 @@ void check(lxw_error error)
     }
 }
 
-/// Bytes that stand in a cell as they are: all but a few texts.
+// True for a text that needs no escaping, as nearly every text does.
 bool isPlain(QByteArrayView utf8)
 {
     const auto isControl = [](char c) { return (c >= 0 && c < ' ') || c == 0x7F; };
@@ -35,7 +35,7 @@ bool isPlain(QByteArrayView utf8)
            !utf8.contains("\xEF\xBF") && QUtf8StringView(utf8.data(), utf8.size()).isValidUtf8();
 }
 
-/// What XML forbids becomes a blank, or the whole file would be refused.
+// Replaces what XML forbids by blanks: spreadsheets would refuse the whole file.
 QString withoutForbidden(QString text)
 {
     text.replace("\r\n"_L1, "\n"_L1);
@@ -49,7 +49,7 @@ QString withoutForbidden(QString text)
     return text;
 }
 
-/// Fit for a cell. A spreadsheet reads "_x0041_" as the character of that code, unless its "_" is written so.
+// Fit for a cell. A spreadsheet reads "_x0041_" as the character of that code, unless its "_" is written so.
 QByteArray cellText(QByteArrayView utf8)
 {
     static const QRegularExpression code(u"_(?=x[0-9A-Fa-f]{4}_)"_s);
@@ -114,7 +114,7 @@ void SpreadsheetWriter::writeCell(int column, QByteArrayView utf8)
     check(worksheet_write_string(m_sheet, m_row, place, m_text.c_str(), nullptr));
 }
 
-/// The library does not look whether its temporary files were written whole.
+// Asked beforehand, because the library does not check whether its temporary files were written whole.
 void SpreadsheetWriter::requireSpace() const
 {
     std::FILE *rows = m_sheet->optimize_tmpfile;

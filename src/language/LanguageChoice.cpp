@@ -12,7 +12,7 @@ namespace {
 
 constexpr quint16 primaryMask = 0xFF;
 
-/// The names that the run log has for the languages of systems, by the identifier's low byte.
+// The names that the run log has for the languages of systems, by the identifier's low byte.
 QString systemLanguageName(quint16 systemLanguageId)
 {
     static const QHash<quint16, QString> names = {

@@ -17,7 +17,7 @@ bool isFile(const QString &path)
     return QFileInfo(path).isFile();
 }
 
-/// The column of table "Lang" that holds a language's texts.
+// The column of table "Lang" that holds a language's texts.
 QString textColumn(const QString &code)
 {
     const Language *language = languageOf(code);

@@ -27,7 +27,7 @@ public:
     void iniLanguage();
     /// Tells once of a file that could not be read. Calls wait for the answer, so this comes when they can.
     void tellUnreadable();
-    /// Another program had the texts' file to itself: retry() reads them once it no longer has.
+    /// Another program has locked the file of texts. retry() reads it once it is free.
     bool isLocked() const { return m_locked; }
     /// False while the file is still locked.
     bool retry();

@@ -10,10 +10,10 @@ namespace {
 
 constexpr int size = 9;
 
-// Fonts stand by code points: they are installed under exactly these names, whatever an editor does to this
-// file. Without a family of its own region, Chinese text may be drawn with Japanese letter shapes. The locale
-// of Arabic is one that writes dates in the digits of the date boxes. Qt's only complete Portuguese is the
-// Brazilian one, and it has no Vietnamese.
+// The names of fonts are written as code points, so that no editor can spoil them. Without a family of its
+// own region, Chinese text may be drawn with Japanese letter shapes. Arabic takes a locale that writes dates
+// in the digits of the date boxes. Of Qt's Portuguese translations only the Brazilian one is complete, and
+// there is no Vietnamese one.
 const QList<Language> table = {
     {.code = u"ENG"_s,
      .ownName = u"English"_s,
@@ -86,7 +86,7 @@ const QList<Language> table = {
     {.code = u"ID"_s, .textColumn = u"id"_s},
 };
 
-/// Of a system's language that has no texts yet.
+// Of a system's language that has no texts yet.
 const FontChoice japanese = {
     128, u"\uFF2D\uFF33\u0020\uFF30\u30B4\u30B7\u30C3\u30AF"_s, size, {u"Noto Sans CJK JP"_s}};
 

@@ -31,7 +31,7 @@ struct Language
         {};                  ///< Windows language identifiers; up to 0xFF the low byte, whatever the region
     QString textColumn = {}; ///< the column of table "Lang" with its texts; empty where <code>.lan holds them
     QString locale = {};     ///< of the names of months and days; empty to keep the system's
-    QString toolkitFile = {}; ///< the toolkit's own translation; empty where the pack holds those texts, too
+    QString toolkitFile = {}; ///< Qt's own translation; empty where the pack holds those texts, too
     FontChoice font = {};
     bool rightToLeft = false; ///< windows are mirrored
     bool separatesWords = true;

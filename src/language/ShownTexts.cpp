@@ -7,7 +7,8 @@
 
 using namespace Qt::StringLiterals;
 
-// A static library's resource is not there before this, which cannot stand in a namespace.
+// The resources of a static library have to be registered, and Q_INIT_RESOURCE does not work inside a
+// namespace.
 static void registerTexts()
 {
     Q_INIT_RESOURCE(texts);

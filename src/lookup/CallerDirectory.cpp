@@ -62,7 +62,8 @@ void CallerDirectory::turn()
     }
 }
 
-// Asking first keeps the log quiet for as long as another program has the file to itself.
+// Looking at the state first keeps the log quiet: while another program has locked the file, every attempt to
+// read it would log a failure.
 void CallerDirectory::look()
 {
     if (m_index.isLoading()) {
@@ -88,7 +89,8 @@ void CallerDirectory::readCustomers()
     m_index.LoadCustomerPhoneNumberSnArray();
 }
 
-/// Only where another program's lock has kept it from being read at start, or no customers were there then.
+// Needed only if the phone book could not be read at the start, because another program had locked it or
+// because there were no customers yet.
 void CallerDirectory::reloadPhoneBook()
 {
     const std::optional<core::Error> &failure = m_index.phoneBookFailure();
@@ -109,9 +111,9 @@ void CallerDirectory::customerDeleted(qint32 sn)
     follow(m_index.updateCustomer(sn));
 }
 
-// Another desk may have taken the file to itself just after the customer was saved. Nothing waits for it:
-// what was known answers meanwhile, the status line says so, and the rest is done later. After a save that
-// succeeds the other rows are read again only where somebody else has saved, too.
+// Another desk may have locked the file just after the customer was saved. Nothing waits for it: until the
+// row can be read, calls are told by what was known before, and the status line says so. After a successful
+// save, the other rows are read again only if somebody else has saved, too.
 void CallerDirectory::follow(bool saved)
 {
     if (!saved) {
@@ -135,7 +137,7 @@ void CallerDirectory::goOn(bool read)
     m_next.start(first ? atOnce : reading ? betweenPieces : std::chrono::milliseconds(betweenLooks));
 }
 
-// A desk whose customers have no number at all has been read; what names no number of the engine's says so.
+// Customers without a single number count as read: that failure is our own and has no number of SQLite's.
 void CallerDirectory::customersEnded()
 {
     const std::optional<core::Error> &failure = m_index.customersFailure();
@@ -144,7 +146,7 @@ void CallerDirectory::customersEnded()
         setAvailable(m_available && areKnown());
         return;
     }
-    setAvailable(!failure || failure->number() == 0);
+    setAvailable(!failure || (failure->number() == 0 && !store::tellsOfDamage(*failure)));
     if (m_index.hasUnflagged() && m_isFixed) {
         fixCustomers();
     }
@@ -161,9 +163,9 @@ void CallerDirectory::setAvailable(bool available)
 bool CallerDirectory::callerPopsUp(QStringView number, QStringView otherNumber) const
 {
     for (const QStringView candidate : {number, otherNumber}) {
-        const qint32 sn = candidate.isEmpty() ? -1 : m_index.FindCustomerSnOfCaller(candidate);
-        if (sn != -1) {
-            const std::optional<KnownCustomer> customer = m_index.customer(sn);
+        const auto sn = candidate.isEmpty() ? std::nullopt : m_index.FindCustomerSnOfCaller(candidate);
+        if (sn) {
+            const std::optional<KnownCustomer> customer = m_index.customer(*sn);
             return customer && customer->popsUp;
         }
     }
@@ -181,17 +183,20 @@ void CallerDirectory::completeFromDesk(core::CallRecord &record) const
     if (record.CallerID.isEmpty()) {
         return;
     }
-    const QString customers = u"CUSTOMER"_s;
-    const qint32 sn = m_index.FindCustomerSnOfCaller(record.CallerID);
-    const bool agrees = record.Source.isEmpty() || (record.Source == customers && record.SN == sn);
-    const std::optional<KnownCustomer> customer = agrees ? m_index.customer(sn) : std::nullopt;
+    const std::optional<qint32> sn = m_index.FindCustomerSnOfCaller(record.CallerID);
+    if (!sn) {
+        return;
+    }
+    const core::RowKey row{.table = core::RowKey::Table::Customer, .sn = *sn};
+    const bool agrees = record.Source.isEmpty() || core::rowKeyOf(record) == row;
+    const std::optional<KnownCustomer> customer = agrees ? m_index.customer(*sn) : std::nullopt;
     if (!customer) {
         return;
     }
     const auto fill = [](QString &field, const QString &text) { field = field.isEmpty() ? text : field; };
-    record.SN = sn;
-    fill(record.SnText, QString::number(sn));
-    record.Source = customers;
+    record.SN = row.sn;
+    fill(record.SnText, QString::number(row.sn));
+    record.Source = core::sourceOf(row.table);
     fill(record.SimpleDes, customer->name.trimmed());
     fill(record.SimpleDes, record.CallerID);
     fill(record.DetailDes, customer->note);

@@ -37,11 +37,12 @@ public:
     void customerSaved(qint32 sn);
     void customerDeleted(qint32 sn);
 
-    /// A phone book entry was: whose its numbers are is known at once, though no call is told by them.
+    /// A phone book entry was saved: the existence checks know its numbers at once. Calls are told by the
+    /// numbers of customers alone.
     void entrySaved(qint32 sn, const QString &numbers) { m_index.entrySaved(sn, numbers); }
 
     NumberIndex &numbers() { return m_index; }
-    /// The customers can be read, all of them.
+    /// All customers could be read.
     bool isAvailable() const { return m_available; }
 
     /// As it stands in the file; empty for nobody.
@@ -52,7 +53,7 @@ public:
     void completeFromDesk(core::CallRecord &record) const override;
 
 Q_SIGNALS:
-    /// For the first time, so that calls had better wait a moment.
+    /// The numbers are read for the first time, so calls had better wait a moment; or that reading has ended.
     void loading(bool begins);
     void availableChanged(bool available);
     /// The customers were read, for the first time or again.

@@ -1,7 +1,5 @@
 #include "lookup/CallerNotes.h"
 
-#include "store/LockPatience.h"
-
 #include <QFileInfo>
 
 #include <algorithm>
@@ -73,8 +71,8 @@ bool CallerNotes::readOn()
     });
 }
 
-// Notes stand under the name that the customer has in the file, whatever name the call came with. Without
-// the file, or its tables of notes, there are none.
+// Notes are kept under the customer's name on file, which may differ from the name in the call. Without the
+// file or its tables of notes there are no notes.
 void CallerNotes::open()
 {
     if (!QFileInfo::exists(m_paths.CustomerFile)) {
@@ -90,13 +88,12 @@ void CallerNotes::open()
     }
     const QString select = u"select CallInfo.[DateAndTime],CustomerRequest.[IfResolved]"
                            " from CustomerRequest,CallInfo where CallInfo.CallID = CustomerRequest.CallID"_s;
-    const auto &handle = m_database->handle();
     const store::JoinTables notes{.details = u"CustomerRequest"_s,
                                   .masters = u"CallInfo"_s,
                                   .group = u"CustomerName"_s,
                                   .key = u"CallID"_s,
                                   .onlyGroup = name};
-    m_reading.emplace(handle, store::selectOf(select, handle->wildcards(), 2), notes,
+    m_reading.emplace(m_database->engine(), store::selectOf(select, 2), notes,
                       store::SlicedReading::Columns::Given);
 }
 

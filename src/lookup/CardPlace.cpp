@@ -15,8 +15,8 @@ qint64 area(const QRect &rect)
     return rect.isValid() ? qint64(rect.width()) * rect.height() : 0;
 }
 
-/// All places for one side of a card that touch an edge of the screen or of something that stands there,
-/// and the preferred one.
+// The places worth trying along one axis: the preferred one, and those where the card touches an edge of the
+// screen or of something on it.
 QList<int> places(int first, int last, const QList<std::pair<int, int>> &edges, int extent, int preferred)
 {
     const int end = std::max(last - extent, first);
@@ -31,7 +31,7 @@ QList<int> places(int first, int last, const QList<std::pair<int, int>> &edges, 
     return found;
 }
 
-/// What a card covers at a place, and how far it is from where the eye looks for it.
+// What a card covers at a place, and how far it is from where the eye looks for it.
 using Cost = std::tuple<qint64, qint64, qint64, int>;
 
 Cost costOf(const QRect &card, const CardRoom &room, const QPoint &corner)
@@ -43,7 +43,7 @@ Cost costOf(const QRect &card, const CardRoom &room, const QPoint &corner)
             (card.topLeft() - corner).manhattanLength()};
 }
 
-/// Where a card is looked for first: beside the window and level with its foot; without one in the corner.
+// Where a card is looked for first: beside the window and level with its foot; without one in the corner.
 QPoint preferredCorner(const QSize &card, const CardRoom &room, const QRect &free)
 {
     const QRect inner =

@@ -15,9 +15,9 @@ struct CardRoom
     bool mirrored = false;
 };
 
-/// Where a card of that size stands: beside the window where the screen has room, otherwise where it covers
-/// no button, and of the field and the window as little as can be; without a window in the lower corner. What
-/// is free on both sides is decided by the direction of the desk.
+/// Where a card of that size stands: beside the window if the screen has room there, otherwise where it
+/// covers no button and as little as possible of the field and the window; without a window, in the lower
+/// corner. If both sides have room, the direction of writing decides.
 QRect placeCard(const QSize &card, const CardRoom &room);
 
 } // namespace lookup

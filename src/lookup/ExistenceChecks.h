@@ -13,16 +13,14 @@ namespace lookup {
 /// The row on file that holds a number or name that was typed.
 struct Owner
 {
-    enum class Table : quint8 { PhoneBook, Customer };
-    Table table = Table::Customer;
-    qint32 sn = 0;
+    core::RowKey row;
     QString name = {};
     QString number = {}; ///< as it was typed; empty where it is the name that is on file
 
     bool operator==(const Owner &) const = default;
 };
 
-/// What a look-up in a file says, which may fail.
+/// The answer of a look-up in a file, which may fail.
 struct OwnerAnswer
 {
     bool isAnswered = false; ///< false: the file could not be read
@@ -33,7 +31,9 @@ struct OwnerAnswer
 class ExistenceChecks
 {
 public:
-    struct Needs
+    using Table = core::RowKey::Table;
+
+    struct Context
     {
         const core::Paths &paths;
         core::RunLog &log;
@@ -43,16 +43,16 @@ public:
         core::Navigator &navigator;
     };
     /// All must outlive the checks.
-    explicit ExistenceChecks(const Needs &needs) : m_needs(needs) {}
+    explicit ExistenceChecks(const Context &context) : m_context(context) {}
 
     /// Who holds the first of the numbers in the text that is on file in the table right now, the row
     /// `edited` left out, which an editor shows. A piece without a digit is nobody's. Never waits: while the
     /// numbers or the owner's row cannot be read, nobody is known.
-    std::optional<Owner> ownerOfNumbers(Owner::Table table, const QString &numbers,
+    std::optional<Owner> ownerOfNumbers(Table table, const QString &numbers,
                                         std::optional<qint32> edited) const;
-    /// Who holds it by the number index, which has the phone book as it was at the start. His name is empty
-    /// where that is not true any more.
-    std::optional<Owner> indexedOwner(Owner::Table table, const QString &numbers) const;
+    /// The same by the number index alone, which has the phone book as it was at the start. The name is empty
+    /// if the row does not hold the number any more.
+    std::optional<Owner> indexedOwner(Table table, const QString &numbers) const;
     /// The first customer but `edited` whose name contains `name`, where * ? # [ are wildcards.
     OwnerAnswer customerNamed(const QString &name, std::optional<qint32> edited) const;
 
@@ -60,8 +60,8 @@ public:
     QString text(const Owner &owner) const;
     /// Opens the editor on the owner.
     void open(const Owner &owner) const;
-    /// Tells in front of the editor that its number or name is on file, and, where he has one, the name of
-    /// the owner; of a number the list then shows him, behind the editor.
+    /// Tells in front of the editor that its number or name is on file, and whose it is if he has a name. For
+    /// a number, the list then shows him, behind the editor.
     void tell(const Owner &owner, QWidget *editor) const;
 
     /// When one of the numbers in the text is on file: tells so and returns "". "NO" when nothing is found;
@@ -76,12 +76,12 @@ public:
 
 private:
     std::optional<Owner>
-    firstOwner(Owner::Table table, const QString &numbers,
+    firstOwner(const QString &numbers,
                const std::function<std::optional<Owner>(const QString &digits)> &ownerOf) const;
-    QString check(Owner::Table table, const QString &numbers, QWidget *editor) const;
-    std::optional<QString> nameOfHolder(Owner::Table table, qint32 sn, const QString &digits) const;
+    QString check(Table table, const QString &numbers, QWidget *editor) const;
+    std::optional<QString> nameOfHolder(core::RowKey row, const QString &digits) const;
 
-    const Needs m_needs;
+    Context m_context;
 };
 
 } // namespace lookup

@@ -14,8 +14,8 @@ namespace lookup {
 
 namespace {
 
-// Four bits tell digits apart, so numbers of up to 16 digits fold without a collision; the mixing spreads
-// numbers that differ in one digit only, as those of one office do.
+// Four bits tell digits apart, so numbers of up to 16 digits are folded without a collision. The mixing then
+// spreads numbers that differ in one digit only, such as the extensions of one office.
 template <typename View>
 quint64 hashOf(View number)
 {
@@ -55,7 +55,7 @@ NumberEntries::Entry NumberEntries::entryOf(QStringView piece, qint32 sn)
     return {static_cast<quint32>(offset), static_cast<quint16>(m_digits.size() - offset), sn};
 }
 
-// From the last entry to the first, so that each finds the next one of its number in the slot.
+// Goes from the last entry to the first, so that each entry finds the next one of its number in the slot.
 bool NumberEntries::finishSome()
 {
     constexpr size_t entriesAtOnce = 20000;
@@ -78,10 +78,10 @@ quint32 NumberEntries::firstOf(QStringView number) const
     return m_slots.empty() ? noEntry : m_slots[slotOf(number, hashOf(number))].entry;
 }
 
-qint32 NumberEntries::find(QStringView number) const
+std::optional<qint32> NumberEntries::find(QStringView number) const
 {
     const quint32 entry = firstOf(number);
-    return entry == noEntry ? -1 : at(entry).SN;
+    return entry == noEntry ? std::nullopt : std::optional(at(entry).SN);
 }
 
 std::vector<qint32> NumberEntries::findAll(QStringView number) const
@@ -152,7 +152,7 @@ bool NumberEntries::replace(qint32 sn, std::span<const QStringView> pieces)
     return true;
 }
 
-/// What stands behind moves up or down, and with it every mention of it.
+// The entries behind the place move up or down, and every index that leads to them is corrected.
 void NumberEntries::exchangeEntries(size_t place, size_t old, const std::vector<Entry> &entries)
 {
     const auto kept = static_cast<std::ptrdiff_t>(std::min(old, entries.size()));
@@ -178,7 +178,7 @@ void NumberEntries::exchangeEntries(size_t place, size_t old, const std::vector<
     }
 }
 
-/// Puts an entry among those of the same number, in their order.
+// Puts an entry among those of the same number, in their order.
 void NumberEntries::link(quint32 entry)
 {
     const QLatin1StringView number = at(entry).PhoneNumber;
@@ -215,7 +215,7 @@ void NumberEntries::unlink(quint32 entry)
     }
 }
 
-/// Closes the gap, so that the search for a number that stands behind it does not end there.
+// Closes the gap, so that the search for a number that stands behind it does not end there.
 void NumberEntries::freeSlot(size_t slot)
 {
     const auto distance = [&](size_t from, size_t to) {

@@ -3,6 +3,7 @@
 #include <QLatin1StringView>
 #include <QStringView>
 
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -33,8 +34,8 @@ public:
     size_t size() const { return m_entries.size(); }
     PhoneNumberSN at(size_t position) const { return view(m_entries[position]); }
 
-    /// The SN of the first entry whose number equals `number` in every character, -1 when none does.
-    qint32 find(QStringView number) const;
+    /// The SN of the first entry whose number equals `number` in every character.
+    std::optional<qint32> find(QStringView number) const;
 
     /// The SN of each entry whose number does, in their order.
     std::vector<qint32> findAll(QStringView number) const;

@@ -1,6 +1,6 @@
 #include "lookup/NumberIndex.h"
 
-#include "store/LockPatience.h"
+#include "store/Database.h"
 
 #include <algorithm>
 #include <iterator>
@@ -105,17 +105,17 @@ bool NumberIndex::continueLoading()
     return m_phoneBook.reading ? readOn(m_phoneBook) : !m_customers.reading || readOn(m_customers);
 }
 
-qint32 NumberIndex::GetSnByPhoneNumber(QStringView phoneNumber)
+std::optional<qint32> NumberIndex::GetSnByPhoneNumber(QStringView phoneNumber)
 {
     return find("GetSnByPhoneNumber"_L1, m_phoneBook, phoneNumber);
 }
 
-qint32 NumberIndex::GetCustomerSnByPhoneNumber(QStringView phoneNumber)
+std::optional<qint32> NumberIndex::GetCustomerSnByPhoneNumber(QStringView phoneNumber)
 {
     return find("GetCustomerSnByPhoneNumber"_L1, m_customers, phoneNumber);
 }
 
-qint32 NumberIndex::FindCustomerSnOfCaller(QStringView callerNumber) const
+std::optional<qint32> NumberIndex::FindCustomerSnOfCaller(QStringView callerNumber) const
 {
     return m_customers.entries.find(callerNumber);
 }
@@ -188,9 +188,9 @@ const NumberEntries &NumberIndex::whole(Index &index)
     return index.entries;
 }
 
-qint32 NumberIndex::find(QLatin1StringView procedure, Index &index, QStringView number)
+std::optional<qint32> NumberIndex::find(QLatin1StringView procedure, Index &index, QStringView number)
 {
-    return m_log.trap(procedure, -1, [&] {
+    return m_log.trap(procedure, std::optional<qint32>(), [&] {
         if (whole(index).isEmpty()) {
             throw core::Error(0, u"the number index was never loaded"_s);
         }

@@ -14,8 +14,8 @@ namespace lookup {
 
 /// Who holds a number: the numbers of the phone book and of the customers, held in memory so that a call
 /// needs no database to be identified. A lookup compares every character; callers strip a number to its
-/// digits first where they want that. Every lookup gives -1 where nobody holds the number, and also, with a
-/// log entry, in an index that was never loaded.
+/// digits first where they want that. Every lookup gives nothing where nobody holds the number, and also,
+/// with a log entry, in an index that was never loaded.
 class NumberIndex
 {
 public:
@@ -57,11 +57,11 @@ public:
     /// The last reading found a customer without a pop-up flag.
     bool hasUnflagged() const { return m_hasUnflagged; }
 
-    qint32 GetSnByPhoneNumber(QStringView phoneNumber);
-    qint32 GetCustomerSnByPhoneNumber(QStringView phoneNumber);
+    std::optional<qint32> GetSnByPhoneNumber(QStringView phoneNumber);
+    std::optional<qint32> GetCustomerSnByPhoneNumber(QStringView phoneNumber);
     /// The lookup of a call, given the number as received without the blanks around it; never reads a file.
-    /// -1 without a log entry where the index was never loaded: a desk may well have no customers.
-    qint32 FindCustomerSnOfCaller(QStringView callerNumber) const;
+    /// No log entry where the index was never loaded: a desk may well have no customers.
+    std::optional<qint32> FindCustomerSnOfCaller(QStringView callerNumber) const;
     /// All rows that may hold a number now; a phone book entry may have lost it. They never read a file.
     std::vector<qint32> entriesWith(QStringView phoneNumber) const;
     std::vector<qint32> customersWith(QStringView phoneNumber) const
@@ -90,7 +90,7 @@ private:
     void exchange(Index &index);
     bool replaceCustomer(qint32 sn);
     const NumberEntries &whole(Index &index);
-    qint32 find(QLatin1StringView procedure, Index &index, QStringView number);
+    std::optional<qint32> find(QLatin1StringView procedure, Index &index, QStringView number);
 
     const core::Paths &m_paths;
     core::RunLog &m_log;

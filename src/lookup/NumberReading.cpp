@@ -1,7 +1,6 @@
 #include "lookup/NumberReading.h"
 
 #include "lookup/PhoneNumbers.h"
-#include "store/LockPatience.h"
 
 #include <algorithm>
 #include <limits>

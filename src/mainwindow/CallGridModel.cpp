@@ -124,7 +124,7 @@ bool CallGridModel::ChangeGridCfg(const QList<GridColumn> &columns)
     });
 }
 
-// Rows that a new call has overwritten before the views were told read as the call that took their place.
+// A row that a new call has overwritten before the views were told shows that call.
 const CallGridModel::Row &CallGridModel::published(int row) const
 {
     return m_ring[(m_newest + m_added + static_cast<size_t>(row)) % m_ring.size()];
@@ -135,6 +135,11 @@ QString CallGridModel::cell(int row, const QString &columnName) const
     const qsizetype field = gridColumnNames().indexOf(columnName);
     return row >= 0 && row < m_published && field >= 0 ? published(row).fields.at(static_cast<size_t>(field))
                                                        : QString();
+}
+
+std::optional<core::RowKey> CallGridModel::callerOf(int row) const
+{
+    return core::rowKeyOf(cell(row, u"ID"_s));
 }
 
 int CallGridModel::rowCount(const QModelIndex &parent) const
@@ -168,7 +173,7 @@ QVariant CallGridModel::data(const QModelIndex &index, int role) const
     }
 }
 
-// What a picture tells the eyes.
+// Says in words what the caller's picture shows.
 QVariant CallGridModel::inWords(const Row &row, int column, bool asTip) const
 {
     if (row.standing == core::Standing::Ordinary) {
@@ -198,39 +203,13 @@ QVariant CallGridModel::headerData(int section, Qt::Orientation orientation, int
     return text.isEmpty() ? name : text;
 }
 
-namespace {
-
-struct RowKey
-{
-    QString source;
-    qint32 sn = 0;
-};
-
-RowKey rowKey(const QString &id)
-{
-    for (const auto source : {"PHONEBOOK"_L1, "CUSTOMER"_L1}) {
-        if (id.startsWith(source) && id.size() > source.size()) {
-            return {QString(source), core::leadingNumber(QStringView(id).sliced(source.size()))};
-        }
-    }
-    return {};
-}
-
-} // namespace
-
-bool isRecord(const QString &id)
-{
-    return !rowKey(id).source.isEmpty();
-}
-
 void ShowEditor(core::Navigator &navigator, const QString &callerId, const QString &simpleDes,
-                const QString &id)
+                const std::optional<core::RowKey> &caller)
 {
-    const RowKey key = rowKey(id);
-    if (key.source.isEmpty()) {
-        navigator.addCaller(callerId, simpleDes);
+    if (caller) {
+        navigator.Show_Editor(*caller);
     } else {
-        navigator.Show_Editor(key.source, key.sn);
+        navigator.addCaller(callerId, simpleDes);
     }
 }
 

@@ -12,6 +12,7 @@
 #include <QStringList>
 
 #include <array>
+#include <optional>
 #include <vector>
 
 namespace mainwindow {
@@ -51,6 +52,8 @@ public:
     const QList<GridColumn> &columns() const { return m_columns; }
     /// The text of the named column in a row; empty outside the grid.
     QString cell(int row, const QString &columnName) const;
+    /// Who called, where he is on file.
+    std::optional<core::RowKey> callerOf(int row) const;
 
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
@@ -85,12 +88,9 @@ private:
     int m_published = 0; ///< rows that the views know
 };
 
-/// True for the ID cell of a known caller.
-bool isRecord(const QString &id);
-
-/// Opens what a double-click on a grid row opens: the editor of a known caller ("CUSTOMER12" in the ID cell),
-/// for an unknown one the dialog that files the number.
+/// Opens what a double-click on a grid row opens: the editor of a known caller, for an unknown one the
+/// dialog that files the number.
 void ShowEditor(core::Navigator &navigator, const QString &callerId, const QString &simpleDes,
-                const QString &id);
+                const std::optional<core::RowKey> &caller);
 
 } // namespace mainwindow

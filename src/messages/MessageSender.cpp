@@ -6,16 +6,16 @@ using namespace Qt::StringLiterals;
 
 namespace messages {
 
-MessageSender::Outcome MessageSender::SendSMS(const QString &SendTo, const QString &Text)
+MessageSender::Outcome MessageSender::SendSMS(const QString &sendTo, const QString &text)
 {
     return m_log.trap("SendSMS"_L1, Outcome(), [&] {
-        const QString text = sendableText(Text, m_codePage);
-        const bool sent = m_server.SendServer(smsRecord(SendTo, text, m_codePage));
-        const qsizetype lineEnds = text.count(u'\r');
+        const QString sendable = sendableText(text, m_codePage);
+        const bool sent = m_server.SendServer(smsRecord(sendTo, sendable, m_codePage));
+        const qsizetype lineEnds = sendable.count(u'\r');
         return Outcome{.sent = sent,
-                       .cut = text.size() - lineEnds < Text.size() - Text.count(u'\r'),
-                       .altered = !m_codePage.holds(text),
-                       .misdirected = !m_codePage.holds(SendTo)};
+                       .cut = sendable.size() - lineEnds < text.size() - text.count(u'\r'),
+                       .altered = !m_codePage.holds(sendable),
+                       .misdirected = !m_codePage.holds(sendTo)};
     });
 }
 

@@ -26,8 +26,8 @@ public:
         bool misdirected = false; ///< or some of the destination, which the server then cannot find
     };
 
-    /// `SendTo` is an operator's name or "ALL". Whether the server has received the record is not known.
-    Outcome SendSMS(const QString &SendTo, const QString &Text);
+    /// `sendTo` is an operator's name or "ALL". Whether the server has received the record is not known.
+    Outcome SendSMS(const QString &sendTo, const QString &text);
 
 private:
     core::Server &m_server;

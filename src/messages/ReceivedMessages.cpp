@@ -12,8 +12,8 @@ namespace messages {
 
 namespace {
 
-/// Throws core::Error where nothing can be added to the file. A byte is written and taken back: to write
-/// nothing at all always succeeds.
+// Throws core::Error if nothing can be appended to the file. Writes one byte and takes it back, because
+// writing none always succeeds, on a full disk, too.
 void tryToAppend(const QString &path)
 {
     const QFileInfo before(path);
@@ -84,7 +84,7 @@ Filing ReceivedMessages::file(const QString &entry)
     return running && month ? Filing::Works : Filing::Fails;
 }
 
-// Without a word in the run log, which tells why when a message comes.
+// Logs nothing: the run log says why when the next message comes.
 void ReceivedMessages::lookAgain()
 {
     if (!hasRoom()) {

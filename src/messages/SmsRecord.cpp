@@ -20,7 +20,7 @@ constexpr auto opening = "{{{"_L1;
 constexpr auto closing = "}}}"_L1;
 constexpr qsizetype delimiters = opening.size() + closing.size();
 
-/// The longest beginning of `text` in whole characters that takes at most `width` bytes.
+// The longest beginning of `text` in whole characters that takes at most `width` bytes.
 QStringView fitting(QStringView text, qsizetype width, const core::CodePage &codePage)
 {
     qsizetype end = 0;
@@ -41,8 +41,8 @@ QString fixedWidth(QStringView text, qsizetype width, const core::CodePage &code
     return kept.toString() + QString(width - codePage.encode(kept).size(), u' ');
 }
 
-/// The characters of the three fields: a destination that was padded by its bytes, be it in a double-byte
-/// code page or in UTF-8, brings the delimiter nearer.
+// How many characters the three fields take. Where the sender has padded the destination by bytes, of a
+// double-byte code page or of UTF-8, the delimiter comes earlier.
 qsizetype headLength(QStringView record)
 {
     const QStringView fields = record.first(std::min(commandWidth + destinationWidth, record.size()));
@@ -53,19 +53,19 @@ qsizetype headLength(QStringView record)
 
 } // namespace
 
-QString smsRecord(const QString &SendTo, const QString &Text, const core::CodePage &codePage)
+QString smsRecord(const QString &sendTo, const QString &text, const core::CodePage &codePage)
 {
     return fixedWidth(u"SENDSMALLMESSAGE", commandWidth, codePage) +
-           fixedWidth(SendTo, destinationWidth, codePage) + QString(reservedWidth, u' ') + opening + Text +
+           fixedWidth(sendTo, destinationWidth, codePage) + QString(reservedWidth, u' ') + opening + text +
            closing;
 }
 
-QString sendableText(const QString &Text, const core::CodePage &codePage)
+QString sendableText(const QString &text, const core::CodePage &codePage)
 {
     constexpr qsizetype room = largestDatagram - headWidth - delimiters;
-    QString text = Text.left(2 * room); // no character of two units takes less than a byte
-    text.replace("\r\n"_L1, "\n"_L1).replace("\n"_L1, "\r\n"_L1);
-    return codePage.encode(text).size() <= room ? text : fitting(text, room, codePage).toString();
+    QString lines = text.left(2 * room); // no character of two units takes less than a byte
+    lines.replace("\r\n"_L1, "\n"_L1).replace("\n"_L1, "\r\n"_L1);
+    return codePage.encode(lines).size() <= room ? lines : fitting(lines, room, codePage).toString();
 }
 
 std::optional<QString> smsText(const QString &record)

@@ -1,7 +1,6 @@
 #include "notes/CallNotes.h"
 
 #include "core/TextUtilities.h"
-#include "store/HeldFile.h"
 
 #include <algorithm>
 #include <array>
@@ -12,11 +11,11 @@ namespace notes {
 
 namespace {
 
-/// Leaves a transaction without a trace of it.
+// Thrown to leave a transaction with nothing written.
 struct NothingWritten
 {};
 
-/// The columns that are written, and where they stand in the editor.
+// The columns that are written, and where they stand in the editor.
 struct CallColumn
 {
     QLatin1StringView name;
@@ -53,7 +52,7 @@ SavedNote CallNotes::refused(const QString &message, const QString &title, const
     return saved;
 }
 
-/// The first thing wrong with the entry. The texts are the same in every language.
+// The first thing wrong with the entry. The texts are the same in every language.
 std::optional<SavedNote> CallNotes::CheckValues(store::Database &database, const NoteEntry &entry) const
 {
     const auto wrong = [](const QString &text, const QString &field) {
@@ -99,19 +98,19 @@ bool CallNotes::AddNewCall(store::Database &database, const NoteEntry &entry) co
     return m_log.trap("AddNewCall"_L1, [&] { database.Execute(callInsert(entry)); });
 }
 
-/// The date and time of the call stay as they are.
+// The date and time of the call stay as they are.
 bool CallNotes::UpdateCall(store::Database &database, const NoteEntry &entry) const
 {
     return m_log.trap("UpdateCall"_L1, [&] { database.Execute(callUpdate(entry)); });
 }
 
-/// Adds a request with its response to a call.
+// Adds a request with its response to a call.
 bool CallNotes::AddRR(store::Database &database, const NoteEntry &entry) const
 {
     return m_log.trap("AddRR"_L1, [&] { database.Execute(requestInsert(entry)); });
 }
 
-// The call is read again under the lock under which it is written, so that nobody comes in between.
+// Reads the call again under the same lock that it writes under, so that no other desk comes in between.
 SavedNote CallNotes::write(store::Database &database, const std::optional<CallFields> &loaded,
                            const NoteEntry &typed) const
 {

@@ -1,7 +1,7 @@
 #include "notes/NoteConditions.h"
 
 #include "store/Database.h"
-#include "store/SqlDialect.h"
+#include "store/SqlTokens.h"
 
 #include <algorithm>
 
@@ -11,40 +11,44 @@ namespace notes {
 
 namespace {
 
-QString like(QLatin1StringView column, const QString &text)
-{
-    const QString wanted = text.trimmed();
-    return wanted.isEmpty() ? QString()
-                            : u" and "_s + column + u" like '%"_s + store::quoted(wanted) + u"%'"_s;
-}
-
 QString moment(const QDateTime &time)
 {
     return time.toString(u"yyyy-MM-dd hh:mm:ss"_s);
 }
 
-QString resolved(int place)
+QStringList conditionsOf(const NoteConditions &asked)
 {
-    return place == 1   ? u" and [IfResolved] = True"_s
-           : place == 2 ? u" and [IfResolved] = False"_s
-                        : QString();
+    QStringList conditions{u"CallInfo.CallID = CustomerRequest.CallID"_s};
+    const auto like = [&](QLatin1StringView column, const QString &text) {
+        if (const QString wanted = text.trimmed(); !wanted.isEmpty()) {
+            conditions.append(column + u" like '%"_s + store::quoted(wanted) + u"%'"_s);
+        }
+    };
+    if (!asked.fixedCustomer.isEmpty()) {
+        conditions.append(u"[CustomerName]='"_s + store::quoted(asked.fixedCustomer) + u'\'');
+    }
+    like("CustomerRequest.[CallID]"_L1, asked.callId);
+    like("[CustomerName]"_L1, asked.customerName);
+    like("[Consultant]"_L1, asked.consultant);
+    conditions.append(u"[DateAndTime]>='"_s + moment(asked.start) + u'\'');
+    conditions.append(u"[DateAndTime]<='"_s + moment(asked.end) + u'\'');
+    like("[CallContent]"_L1, asked.content);
+    like("[Request]"_L1, asked.request);
+    like("[Response]"_L1, asked.response);
+    like("[Note]"_L1, asked.note);
+    if (asked.ifResolved == 1 || asked.ifResolved == 2) {
+        conditions.append(asked.ifResolved == 1 ? u"[IfResolved] = True"_s : u"[IfResolved] = False"_s);
+    }
+    return conditions;
 }
 
 QString joined(const NoteConditions &asked)
 {
     return u"select CustomerRequest.[CallID],CallInfo.[CustomerName],CallInfo.[DateAndTime],"
-           "CallInfo.[Consultant],CallInfo.[CallContent],CustomerRequest.[Request],CustomerRequest.[Response]"
-           ","
-           "CustomerRequest.[IfResolved],CustomerRequest.[Note] from CustomerRequest,CallInfo"
-           " where CallInfo.CallID = CustomerRequest.CallID"_s +
-           (asked.fixedCustomer.isEmpty()
-                ? QString()
-                : u" and [CustomerName]='"_s + store::quoted(asked.fixedCustomer) + u'\'') +
-           like("CustomerRequest.[CallID]"_L1, asked.callId) + like("[CustomerName]"_L1, asked.customerName) +
-           like("[Consultant]"_L1, asked.consultant) + u" and [DateAndTime]>='"_s + moment(asked.start) +
-           u"' and [DateAndTime]<='"_s + moment(asked.end) + u'\'' + like("[CallContent]"_L1, asked.content) +
-           like("[Request]"_L1, asked.request) + like("[Response]"_L1, asked.response) +
-           like("[Note]"_L1, asked.note) + resolved(asked.ifResolved) +
+           "CallInfo.[Consultant],CallInfo.[CallContent],CustomerRequest.[Request],"
+           "CustomerRequest.[Response],CustomerRequest.[IfResolved],CustomerRequest.[Note]"
+           " from CustomerRequest,CallInfo where "_s +
+           conditionsOf(asked).join(" and "_L1) +
            u" order by CallInfo.[CustomerName],CustomerRequest.[CallID],CallInfo.[DateAndTime],"
            "CustomerRequest.[IfResolved]"_s;
 }
@@ -58,7 +62,7 @@ QDate dayOf(const QByteArray &moment)
 
 } // namespace
 
-// Dates are compared as the search does it, as texts.
+// Compares dates as texts, as the search does.
 NoteDays daysOfNotes(core::RunLog &log, const QString &customerFile, QDate today)
 {
     QByteArray first;

@@ -30,13 +30,14 @@ int columnOf(const QStringList &names, QLatin1StringView field)
 
 ReportLines::ReportLines(core::RunLog &log) : m_log(log)
 {
-    m_requestHeading = Pad(u"< Request  >"_s, headingWidth);
-    m_noteHeading = Pad(u"< Note     >"_s, headingWidth);
-    const QString response = Pad(u"< Response >"_s, headingWidth) + Pad(u"Been Resolved :"_s, fieldWidth);
-    m_responseHeadings = {response + Pad(u"No"_s, fieldWidth), response + Pad(u"Yes"_s, fieldWidth)};
+    m_requestHeading = padded(u"< Request  >"_s, headingWidth);
+    m_noteHeading = padded(u"< Note     >"_s, headingWidth);
+    const QString response =
+        padded(u"< Response >"_s, headingWidth) + padded(u"Been Resolved :"_s, fieldWidth);
+    m_responseHeadings = {response + padded(u"No"_s, fieldWidth), response + padded(u"Yes"_s, fieldWidth)};
 }
 
-QString ReportLines::Pad(const QString &text, qint32 width) const
+QString ReportLines::padded(const QString &text, qint32 width) const
 {
     return store::FillString(m_log, text, true, width, u" "_s);
 }
@@ -52,7 +53,7 @@ void ReportLines::append(const Entry &entry, const QString &content)
     if (m_customerName != entry.customerName) {
         const QString rule(ruleWidth, u'*');
         line(rule);
-        line(Pad(u"CustomerName:"_s, fieldWidth) + Pad(entry.customerName, fieldWidth));
+        line(padded(u"CustomerName:"_s, fieldWidth) + padded(entry.customerName, fieldWidth));
         line(rule);
     }
     if (beginsCall(entry)) {
@@ -72,10 +73,10 @@ void ReportLines::appendCall(const Entry &entry, const QString &content)
 {
     const QString rule(ruleWidth, u'-');
     line(rule);
-    line(Pad(u"CallID:"_s, fieldWidth) + Pad(entry.callId, fieldWidth) + Pad(u"Date/Time:"_s, fieldWidth) +
-         Pad(entry.dateAndTime, fieldWidth));
-    line(Pad(u"Consultant:"_s, fieldWidth) + Pad(entry.consultant, fieldWidth));
-    line(Pad(u"Content:"_s, fieldWidth));
+    line(padded(u"CallID:"_s, fieldWidth) + padded(entry.callId, fieldWidth) +
+         padded(u"Date/Time:"_s, fieldWidth) + padded(entry.dateAndTime, fieldWidth));
+    line(padded(u"Consultant:"_s, fieldWidth) + padded(entry.consultant, fieldWidth));
+    line(padded(u"Content:"_s, fieldWidth));
     line(content);
     line(rule);
 }
@@ -90,12 +91,12 @@ NoteReport::NoteReport(core::RunLog &log, const QString &customerFile, const QSt
 
 void NoteReport::open(const QString &select, const std::optional<QString> &customer)
 {
-    const auto &handle = m_connection.database().handle();
-    const store::Select apart = store::selectOf(select, handle->wildcards(), 2);
+    const store::Select apart = store::selectOf(select, 2);
     for (size_t i = 0; i < fields.size(); ++i) {
         m_columns[i] = columnOf(apart.names, fields[i]);
     }
-    m_reading.emplace(handle, apart, noteTables(customer), store::SlicedReading::Columns::Given);
+    m_reading.emplace(m_connection.database().engine(), apart, noteTables(customer),
+                      store::SlicedReading::Columns::Given);
 }
 
 bool NoteReport::GetExportContent()

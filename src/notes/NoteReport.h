@@ -37,7 +37,7 @@ public:
 private:
     void line(const QString &text);
     void appendCall(const Entry &entry, const QString &content);
-    QString Pad(const QString &text, qint32 width) const;
+    QString padded(const QString &text, qint32 width) const;
 
     core::RunLog &m_log;
     QString m_text;

@@ -1,6 +1,6 @@
 #include "notes/NoteStatements.h"
 
-#include "store/SqlDialect.h"
+#include "store/SqlTokens.h"
 
 using namespace Qt::StringLiterals;
 

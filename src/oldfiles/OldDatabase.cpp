@@ -14,13 +14,13 @@ namespace {
 
 constexpr quint32 cataloguePage = 2;
 
-/// Which table is damaged, in front of how.
+// Puts the table's name in front of the description of its damage.
 core::Error damageOf(const QString &table, const Damage &damage)
 {
     return core::Error(0, u"the table %1 is damaged: "_s.arg(table) + damage.description());
 }
 
-/// What is read of the catalogue, in this order. Its other columns may be damaged without harm.
+// The columns of the catalogue that are read, in this order. Damage to its others does no harm.
 enum CatalogueColumn { Id, Name, Type, Flags };
 
 TableDefinition catalogueOf(const Pages &pages)

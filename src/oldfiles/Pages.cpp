@@ -17,7 +17,7 @@ constexpr qint64 maskedSize = 128;
 constexpr qint64 codePageAt = 0x3C - maskedAt;
 constexpr qint64 encodingKeyAt = 0x3E - maskedAt;
 
-/// A key stream of RC4, which masks a part of the header with a key that is the same in every file.
+// A key stream of RC4, which masks a part of the header with a key that is the same in every file.
 QByteArray unmasked(QByteArrayView masked)
 {
     constexpr std::array<quint8, 4> key = {0xC7, 0xDA, 0x39, 0x6B};
@@ -60,7 +60,7 @@ qint64 Pages::pageSize() const
     return m_version == Version::Jet4 ? 4096 : 2048;
 }
 
-/// A password only masks the header and encodes no page, so nothing asks for it.
+// A password only masks the header and encodes no page, so nothing asks for it.
 void Pages::readHeader()
 {
     constexpr qint64 header = maskedAt + maskedSize;

@@ -10,13 +10,13 @@ namespace oldfiles {
 
 namespace {
 
-/// Where things stand, in bytes. The names and all that follows have no fixed places: they are read one
-/// behind the other.
+// The fixed places of a definition, in bytes. The names and what follows them have none and are read one
+// after the other.
 struct Places
 {
     int length, rows, lastAutoNumber, columnsEver, variableColumns, columns, logicalIndexes, realIndexes,
         ownedPages;
-    int end; ///< of the part with fixed places
+    int end; // of the part with fixed places
     int realIndexHead;
     int descriptor, number, variableIndex, scale, flags, fixedOffset, size;
     int nameLength;
@@ -86,7 +86,7 @@ void require(bool truth, const QString &otherwise)
     }
 }
 
-/// A definition that is longer than a page goes on behind the heads of further ones.
+// A definition that is longer than a page continues on other pages, behind their heads.
 QByteArray wholeDefinition(const Pages &pages, quint32 firstPage)
 {
     constexpr qsizetype most = 64;
@@ -104,7 +104,7 @@ QByteArray wholeDefinition(const Pages &pages, quint32 firstPage)
     return whole;
 }
 
-/// Reads a definition from its beginning to its end.
+// Reads a definition from its beginning to its end.
 class DefinitionReader
 {
 public:
@@ -188,7 +188,7 @@ private:
         return column;
     }
 
-    /// Two columns at one place would let a small file stand for endless values.
+    // If two columns could share a place, a small file could make us read endless values.
     void checkColumns() const
     {
         QSet<int> numbers;
@@ -212,7 +212,7 @@ private:
         require(fixedBytes <= mostBytes, u"its columns are impossible"_s);
     }
 
-    /// A name belongs to a logical index, its keys to a real one, which several may share.
+    // A name belongs to a logical index, its keys to a real one, which several may share.
     void readIndexes()
     {
         QList<Index> real;

@@ -12,7 +12,7 @@ namespace {
 
 constexpr int anyLength = -1;
 
-/// How many bytes a value of a type takes.
+// How many bytes a value of a type takes.
 int sizeOf(const Column &column)
 {
     switch (column.type) {
@@ -36,7 +36,7 @@ int sizeOf(const Column &column)
     }
 }
 
-/// No database keeps a number that is none as a number.
+// Our databases cannot store "not a number" and the infinite ones; they become texts.
 QVariant realNumber(double number)
 {
     return std::isfinite(number) ? QVariant(number) : QVariant(QString::number(number));
@@ -44,9 +44,9 @@ QVariant realNumber(double number)
 
 } // namespace
 
-/// The parts of one row: a count of columns, values at fixed places, values of variable length, their ends in
-/// reverse order, and a mask that tells what is Null. Only the row's end is sure to be where it should, so
-/// the parts are found from there.
+// The parts of one row: a count of columns, values at fixed places, values of variable length, their ends in
+// reverse order, and a mask that tells what is Null. Only the row's end is sure to be where it should, so
+// the parts are found from there.
 class TableRows::Shape
 {
 public:
@@ -86,12 +86,12 @@ public:
 private:
     qint64 countSize() const { return m_isJet4 ? 2 : 1; }
     qint64 jumps() const { return m_isJet4 ? 0 : (m_row.size() - 1) / 256; }
-    /// Where the ends of the values of variable length begin.
+    // Where the ends of the values of variable length begin.
     qint64 tableAt() const
     {
         return m_maskAt - countSize() - jumps() - countSize() * (qint64(m_variables) + 1);
     }
-    /// Where the value before that index ends, and so the one with it begins.
+    // Where the value before that index ends, and so the one with it begins.
     qint64 end(int index) const
     {
         if (m_isJet4) {
@@ -114,7 +114,7 @@ private:
 
 TableRows::TableRows(const Pages &pages, const TableDefinition &table) : m_pages(pages), m_table(table) {}
 
-// The count lags behind when the writing program was killed, so more rows than it says are no damage.
+// The stored count may lag behind if the writing program was killed, so more rows than it says are no damage.
 void TableRows::forEach(const std::function<void(const QVariantList &)> &visit)
 {
     m_values.resize(m_table.columns.size());
@@ -143,7 +143,7 @@ void TableRows::readPage(quint32 number, const std::function<void(const QVariant
     }
 }
 
-/// A row that outgrew its page stands on another one, and a pointer in its place.
+// A row that has outgrown its page stands on another one; its old place holds a pointer to it.
 Bytes TableRows::followed(Pages::Row row)
 {
     constexpr int mostHops = 16;
@@ -228,7 +228,7 @@ QVariant TableRows::fixedValue(const Column &column, const Bytes &value) const
     }
 }
 
-/// A memo or an object: in the row itself, as one row of another page, or as a chain of such rows.
+// A memo or an object: in the row itself, as one row of another page, or as a chain of such rows.
 QVariant TableRows::longValue(const Column &column, const Bytes &field)
 {
     constexpr quint32 inRow = 0x80000000;
@@ -265,8 +265,8 @@ QByteArray TableRows::chained(RowPointer pointer, qint64 length)
     return value;
 }
 
-/// In a sound file every byte belongs to one value, so that what all pointers of a table lead to is never
-/// more than the file. This bounds every circle, and every value that a thousand rows point at.
+// In a sound file every byte belongs to one value, so all that the pointers of a table lead to is never more
+// than the file. Counting it ends every circle, and the trick of a thousand rows that point at one value.
 QByteArrayView TableRows::borrowed(const Bytes &bytes)
 {
     m_borrowed += bytes.size();

@@ -8,7 +8,7 @@ namespace oldfiles {
 
 namespace {
 
-/// Half of a pair that stands alone is no text, and no database would keep it.
+// Half of a surrogate pair is no character, and no database would store it.
 void replaceLoneSurrogates(QString &text)
 {
     for (qsizetype i = 0; i < text.size(); ++i) {
@@ -33,7 +33,7 @@ QString fromUtf16(QByteArrayView bytes)
     return text;
 }
 
-/// Runs of one byte and of two bytes a character, parted by NUL bytes; the first run has one.
+// Runs of one byte and of two bytes a character, parted by NUL bytes; the first run has one.
 QString fromCompressed(QByteArrayView bytes)
 {
     if (!bytes.contains('\0')) {

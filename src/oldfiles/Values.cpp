@@ -14,7 +14,7 @@ namespace oldfiles {
 
 namespace {
 
-/// Digits with a point before the last `scale` of them, without noughts behind.
+// Digits with a point before the last `scale` of them, without noughts behind.
 QString withPoint(QString digits, int scale, bool negative)
 {
     digits = digits.rightJustified(scale + 1, u'0');

@@ -1,6 +1,6 @@
 #include "options/LanguageEdit.h"
 
-#include "store/SqlDialect.h"
+#include "store/SqlTokens.h"
 
 using namespace Qt::StringLiterals;
 

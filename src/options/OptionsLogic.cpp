@@ -88,7 +88,7 @@ bool OptionsLogic::savePopUpPage(const PopUpPage &page)
     return m_context.settings.SaveMisc() || refuse(before);
 }
 
-// A port of 0 stands for the standard one, which the endpoint puts in its place when it is opened.
+// A port of 0 means the standard port; the endpoint replaces it when it is opened.
 OptionsLogic::SavedSystem OptionsLogic::saveSystemPage(const SystemPage &page)
 {
     core::SettingsRecord &record = m_context.settings.record;
@@ -121,7 +121,7 @@ OptionsLogic::SavedSystem OptionsLogic::saveSystemPage(const SystemPage &page)
     return saved;
 }
 
-/// Why the list was not saved; empty where it is, or was to stay.
+// Why the list was not saved; empty if it was, or was not to be changed.
 QString OptionsLogic::saveSenders(const std::optional<QString> &senders)
 {
     if (!senders) {
@@ -141,7 +141,7 @@ bool OptionsLogic::isOtherLanguage(const core::SettingsRecord &before) const
     return m_context.settings.record.LanguageSetting.text() != (kept.isEmpty() ? automatic : kept);
 }
 
-// What could not be stored must not be stored by the next who writes the record.
+// Takes the record back: otherwise the next one to write it would store what could not be stored now.
 bool OptionsLogic::refuse(const core::SettingsRecord &before)
 {
     m_context.settings.record = before;

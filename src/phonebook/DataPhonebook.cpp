@@ -44,7 +44,7 @@ QVariant DataPhonebook::data(const QModelIndex &index, int role) const
     return asWord ? markWord(value.toString()) : value;
 }
 
-// Leaving an untouched cell changes nothing, an empty one that holds Null included.
+// Leaving an untouched cell writes nothing, even if it shows an empty text where the file has Null.
 bool DataPhonebook::setData(const QModelIndex &index, const QVariant &value, int role)
 {
     const bool isNumber = index.column() == columnOf(u"Telno"_s);
@@ -76,7 +76,8 @@ PhoneBookEntry DataPhonebook::entryAt(int row) const
     return entry;
 }
 
-// Nothing is written into a file that has taken the place of the one in the list: its rows are others.
+// If another file has taken the place of the one in the list, nothing is written: its rows are not those in
+// the list.
 SavedEntry DataPhonebook::write(int row, const PhoneBookEntry &loaded, const PhoneBookEntry &typed)
 {
     SavedEntry saved;

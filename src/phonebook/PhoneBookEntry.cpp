@@ -2,7 +2,7 @@
 
 #include "core/TextUtilities.h"
 #include "store/Database.h"
-#include "store/SqlDialect.h"
+#include "store/SqlTokens.h"
 
 #include <QFileInfo>
 
@@ -23,7 +23,7 @@ store::Recordset openTable(store::Database &database)
 
 using StoredFields = std::array<std::pair<QString, QString>, 5>;
 
-/// The columns of an entry as they are written.
+// The columns of an entry as they are written.
 StoredFields storedFields(const PhoneBookEntry &entry)
 {
     return {{{u"Telno"_s, entry.Telno.trimmed()},
@@ -61,7 +61,7 @@ QList<core::FieldEdit> editsOf(const PhoneBookEntry &loaded, const PhoneBookEntr
 
 enum class Fields { All, Typed };
 
-// The row is read again under the lock under which it is written, so that nobody comes in between.
+// Reads the row again under the same lock that it writes under, so that no other desk comes in between.
 SavedEntry write(const QString &databaseFile, const PhoneBookEntry &loaded, const PhoneBookEntry &typed,
                  Fields fields)
 {
@@ -90,8 +90,8 @@ SavedEntry write(const QString &databaseFile, const PhoneBookEntry &loaded, cons
     return saved;
 }
 
-// A row that stands in the table is saved, whatever becomes of what follows: telling the operator otherwise
-// would make him save it twice.
+// Once the row is in the table it counts as saved, whatever happens to the rest: told otherwise, the operator
+// would save it twice.
 SavedEntry SaveSimplePhoneBook(const Desk &desk, const PhoneBookEntry &loaded, const PhoneBookEntry &typed)
 {
     SavedEntry saved;

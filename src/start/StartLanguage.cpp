@@ -11,7 +11,7 @@ namespace start {
 
 namespace {
 
-/// Empty where there are no settings yet.
+// Empty where there are no settings yet.
 QString languageSetting(const QString &settingsFile)
 {
     try {

@@ -6,9 +6,7 @@ namespace store {
 
 void Connection::open(const QString &path)
 {
-    Database::Options options;
-    options.wildcards = Wildcards::Percent;
-    m_database.emplace(path, options);
+    m_database.emplace(path, Database::Mode::ReadWrite, Wildcards::Percent);
 }
 
 Database &Connection::database()

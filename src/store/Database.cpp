@@ -1,87 +1,31 @@
 #include "store/Database.h"
 
-#include "store/Handle.h"
-#include "store/LockPatience.h"
-#include "store/OwnSaves.h"
+#include "core/AtomicFile.h"
+#include "core/TextLookup.h"
 #include "store/RecordsetSource.h"
 #include "store/Select.h"
-#include "store/SqliteEmitter.h"
+#include "store/engine/FileState.h"
 
-#include <QFileInfo>
-#include <QStringDecoder>
+#include <QFile>
 
-#include <sqlite3.h>
-
-#include <limits>
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 namespace store {
 
-namespace {
-
-/// An extended code tells more in its upper bits.
-int primaryCode(const core::Error &error)
-{
-    return error.number() & 0xFF;
-}
-
-} // namespace
-
-QByteArrayView Row::bytes(int column) const
-{
-    const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(m_statement, column));
-    return text != nullptr ? QByteArrayView(text, sqlite3_column_bytes(m_statement, column))
-                           : QByteArrayView("");
-}
-
-QString Row::text(int column) const
-{
-    return QString::fromUtf8(bytes(column));
-}
-
-void Row::appendTo(QString &text, int column) const
-{
-    const QByteArrayView utf8 = bytes(column);
-    const qsizetype start = text.size();
-    text.resize(start + utf8.size()); // no character takes more units here than bytes there
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    const QChar *end = decoder.appendToBuffer(text.data() + start, utf8);
-    text.truncate(end - text.constData());
-}
-
-qint32 Row::integer(int column) const
-{
-    const qint64 number = sqlite3_column_int64(m_statement, column);
-    const bool fits = number == static_cast<qint32>(number); // one cut to 32 bits would name another row
-    return fits ? static_cast<qint32>(number) : 0;
-}
-
-qint64 Row::key(int column) const
-{
-    return sqlite3_column_int64(m_statement, column);
-}
-
-Database::Database(const QString &path, Mode mode) : Database(path, Options{mode, Wildcards::Asterisk}) {}
-
-Database::Database(const QString &path, const Options &options)
-    : m_handle(std::make_shared<Handle>(path, options))
+Database::Database(const QString &path, Mode mode, Wildcards wildcards)
+    : m_engine(openEngine(path, mode, wildcards))
 {}
-
-Database::Database(std::shared_ptr<Handle> handle) : m_handle(std::move(handle)) {}
-
-Database::~Database() = default;
-Database::Database(Database &&) noexcept = default;
-Database &Database::operator=(Database &&) noexcept = default;
 
 Recordset Database::OpenRecordset(const QString &tableOrSelect, const QVariantList &bound)
 {
-    return Recordset(openSource(m_handle, tableOrSelect, bound));
+    return Recordset(openSource(m_engine, tableOrSelect, bound));
 }
 
 qint64 Database::Execute(const QString &sql, const QVariantList &bound)
 {
-    return m_handle->execute(sql, bound);
+    return m_engine->execute(sql, bound);
 }
 
 void Database::forEachRow(const QString &select, const std::function<void(const Row &)> &visit)
@@ -92,12 +36,9 @@ void Database::forEachRow(const QString &select, const std::function<void(const 
 void Database::forEachBoundRow(const QString &select, const QVariantList &bound,
                                const std::function<void(const Row &)> &visit)
 {
-    const std::vector<SqlToken> tokens = tokenize(select);
-    const std::optional<Select> apart = parseSelect(tokens, m_handle->wildcards());
-    m_handle->forEach(apart && apart->tables.size() == 1
-                          ? apart->inOrder(apart->columns)
-                          : SqliteEmitter(tokens, m_handle->wildcards()).emitted(),
-                      bound, visit);
+    const std::optional<Select> apart = parseSelect(tokenize(select));
+    const bool oneTable = apart && apart->tables.size() == 1;
+    m_engine->forEach(oneTable ? apart->inOrder(apart->columns) : select, bound, visit);
 }
 
 void Database::forEachRow(const QString &table, const QStringList &columns,
@@ -108,64 +49,63 @@ void Database::forEachRow(const QString &table, const QStringList &columns,
 
 QStringList Database::tableNames() const
 {
-    QStringList names;
-    Statement statement = m_handle->prepare(
-        u"select name from sqlite_schema where type='table' and substr(name,1,7)<>'sqlite_'"_s);
-    while (statement.step()) {
-        names.append(statement.value(0).toString());
-    }
-    return names;
+    return m_engine->tableNames();
+}
+
+bool Database::hasIndex(const QString &table, const QString &name) const
+{
+    const QList<Index> indexes = m_engine->indexesOf(table);
+    return std::ranges::any_of(indexes, [&](const Index &index) { return index.isNamed(table, name); });
+}
+
+void Database::keepLastNumber(const QString &table, qint64 number)
+{
+    m_engine->keepLastNumber(table, number);
 }
 
 void Database::transaction(const std::function<void()> &work)
 {
-    m_handle->transaction(work);
+    m_engine->transaction(work);
 }
 
 QString Database::path() const
 {
-    return QString::fromUtf8(sqlite3_db_filename(m_handle->engine(), "main"));
+    return m_engine->path();
 }
 
 bool Database::isReplaced() const
 {
-    return m_handle->isReplaced();
+    return m_engine->isReplaced();
 }
 
 std::optional<QByteArray> stateOf(const QString &path)
 {
     const NoWaiting atOnce;
     try {
-        return withoutOwnSaves(path, Database(path, Database::Mode::ReadOnly).handle()->state());
+        return Database(path, Database::Mode::ReadOnly).engine()->state();
     } catch (const core::Error &error) {
-        return tellsOfLock(error) ? std::nullopt : std::optional(Database::Handle::stamp(path));
+        return tellsOfLock(error) ? std::nullopt : std::optional(stampOf(path));
     }
 }
 
 QStringList damageOf(const QString &path)
 {
-    Database database(path, Database::Mode::ReadOnly);
-    QStringList findings;
-    database.forEachRow(u"pragma integrity_check"_s, [&](const Row &row) { findings.append(row.text(0)); });
-    findings.removeAll(u"ok"_s);
-    return findings;
+    return Database(path, Database::Mode::ReadOnly).engine()->damage();
 }
 
 bool tellsOfLock(const core::Error &error)
 {
-    const int code = primaryCode(error);
-    return code == SQLITE_BUSY || code == SQLITE_LOCKED;
+    return error.kind() == core::Error::Kind::Locked;
 }
 
 bool tellsOfDamage(const core::Error &error)
 {
-    const int code = primaryCode(error);
-    return code == SQLITE_CORRUPT || code == SQLITE_IOERR;
+    return error.kind() == core::Error::Kind::Damaged;
 }
 
 core::Error damageError(const QString &description)
 {
-    return {SQLITE_CORRUPT, description};
+    return {0, description, core::Error::Kind::Damaged};
 }
 
 bool isLocked(const QString &path)
@@ -177,6 +117,34 @@ bool isLocked(const QString &path)
         return false;
     } catch (const core::Error &error) {
         return tellsOfLock(error);
+    }
+}
+
+QString notWrittenText(const core::TextLookup &texts, const QString &key, const QString &path)
+{
+    const QString text = texts.Lms(key);
+    return isLocked(path) ? text + u'\n' + texts.Lms(u"HeldElsewhere"_s) : text;
+}
+
+void createDatabase(const QString &path, const QString &schemaSql,
+                    const std::function<void(Database &)> &fill)
+{
+    if (QFile::exists(path)) {
+        throw core::Error(0, u"the file exists: "_s + path);
+    }
+    const core::FileBeside beside(path);
+    {
+        Database database(beside.name(), Database::Mode::New);
+        database.transaction([&] {
+            for (const QString &statement : statementsOf(schemaSql)) {
+                database.Execute(statement);
+            }
+            fill(database);
+        });
+    }
+    QFile built(beside.name());
+    if (!built.rename(path)) {
+        throw core::Error(0, built.errorString() + u": "_s + path);
     }
 }
 

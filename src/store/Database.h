@@ -1,10 +1,8 @@
 #pragma once
 
-#include "core/Error.h"
 #include "store/Recordset.h"
-#include "store/Wildcards.h"
+#include "store/engine/Engine.h"
 
-#include <QByteArrayView>
 #include <QString>
 #include <QStringList>
 #include <QVariantList>
@@ -13,50 +11,26 @@
 #include <memory>
 #include <optional>
 
-struct sqlite3_stmt;
+namespace core {
+class TextLookup;
+}
 
 namespace store {
 
-/// One row of a forward-only reading, valid only inside the callback. Columns are numbered from 0 in the
-/// order of the select list; a Null reads as "" or 0.
-class Row
-{
-public:
-    explicit Row(sqlite3_stmt *statement) : m_statement(statement) {}
-    QString text(int column) const;
-    /// Adds the column's text to `text`, without the detour of a text of its own.
-    void appendTo(QString &text, int column) const;
-    /// The text as the engine holds it, in UTF-8.
-    QByteArrayView bytes(int column) const;
-    qint32 integer(int column) const;
-    /// The engine's own key of a row, column "rowid".
-    qint64 key(int column) const;
-
-private:
-    sqlite3_stmt *m_statement;
-};
-
-/// A database file, open from construction to destruction. The engine's functions and text order are
-/// registered; statements are in the given words and pass the SqlDialect on their way.
+/// A database, open from construction to destruction. Statements are in the given words.
 class Database
 {
 public:
-    /// Salvage reads what is left of a damaged file, one that was cut off included, and writes nothing.
-    enum class Mode { ReadWrite, ReadOnly, Salvage };
-    struct Options
-    {
-        Mode mode = Mode::ReadWrite;
-        Wildcards wildcards = Wildcards::Asterisk;
-    };
+    using Mode = Engine::Mode;
 
-    /// Opens an existing database file; never creates one. Throws core::Error when it is missing, no
+    /// Opens an existing database; only Mode::New makes one. Throws core::Error when it is missing, no
     /// database, damaged or may not be opened. A file marked read-only opens in either mode; only writing
     /// then fails.
-    explicit Database(const QString &path, Mode mode = Mode::ReadWrite);
-    Database(const QString &path, const Options &options);
-    ~Database();
-    Database(Database &&) noexcept;
-    Database &operator=(Database &&) noexcept;
+    explicit Database(const QString &path, Mode mode = Mode::ReadWrite,
+                      Wildcards wildcards = Wildcards::Asterisk);
+    Database(Database &&) noexcept = default;
+    Database &operator=(Database &&) noexcept = default;
+    ~Database() = default;
 
     /// A cursor over a table (its name alone) or over the result of a select. Throws core::Error.
     Recordset OpenRecordset(const QString &tableOrSelect, const QVariantList &bound = {});
@@ -76,25 +50,25 @@ public:
 
     /// The names of the tables as they were created.
     QStringList tableNames() const;
+    /// Whether a table has an index of that given name.
+    bool hasIndex(const QString &table, const QString &name) const;
+    /// Auto-numbers of a table up to that one are not given again.
+    void keepLastNumber(const QString &table, qint64 number);
 
     /// Runs `work` as one transaction: all of it is written or, where it throws, nothing. Not to be nested.
     /// To stateOf() such a save is this desk's own, which tells whoever has to know of it.
     void transaction(const std::function<void()> &work);
 
-    /// Where the file stands.
+    /// Where it stands.
     QString path() const;
-
-    /// Another file stands under the path now, or none. The engine writes nothing from then on.
+    /// Another database stands there now, or none. Nothing is written from then on.
     bool isReplaced() const;
 
-    class Handle; // the driver's side, shared with the open recordsets and the readings
-    const std::shared_ptr<Handle> &handle() const { return m_handle; }
+    /// Shared with the open recordsets and the readings.
+    const std::shared_ptr<Engine> &engine() const { return m_engine; }
 
 private:
-    friend void createDatabase(const QString &, const QString &, const std::function<void(Database &)> &);
-    explicit Database(std::shared_ptr<Handle> handle);
-
-    std::shared_ptr<Handle> m_handle;
+    std::shared_ptr<Engine> m_engine;
 };
 
 /// Whether another program's lock is what has failed.
@@ -106,6 +80,9 @@ core::Error damageError(const QString &description);
 /// Whether another program's lock keeps the file from being read or written right now; does not wait for it.
 /// A file that is missing or damaged is not locked.
 bool isLocked(const QString &path);
+/// What the operator is told of a database that could not be written to, and, where another desk or program
+/// holds it, that this is why.
+QString notWrittenText(const core::TextLookup &texts, const QString &key, const QString &path);
 
 /// What tells one state of a file from another: changed by every save of another program, and where another
 /// file takes its place; not by a transaction of this desk's own, as long as nobody else saves just then.

@@ -1,8 +1,7 @@
 #include "store/Recordset.h"
 
+#include "core/Error.h"
 #include "store/RecordsetSource.h"
-
-#include <sqlite3.h>
 
 #include <algorithm>
 
@@ -84,7 +83,7 @@ int Recordset::columnOf(const QString &field) const
 {
     const qsizetype place = placeOfField(m_source->names(), field);
     if (place < 0) {
-        throw core::Error(SQLITE_ERROR, u"no such field: "_s + field);
+        throw core::Error(0, u"no such field: "_s + field);
     }
     return static_cast<int>(place);
 }
@@ -105,7 +104,7 @@ QVariant Recordset::value(int column) const
     }
     const QVariantList *row = m_betweenRows ? nullptr : m_source->row();
     if (row == nullptr || column < 0 || column >= row->size()) {
-        throw core::Error(SQLITE_NOTFOUND, u"no current row, or no such field: "_s + name);
+        throw core::Error(0, u"no current row, or no such field: "_s + name);
     }
     return row->at(column);
 }
@@ -146,7 +145,7 @@ void Recordset::AddNew()
 void Recordset::Edit()
 {
     if (m_betweenRows || m_source->row() == nullptr) {
-        throw core::Error(SQLITE_NOTFOUND, u"no current row to edit"_s);
+        throw core::Error(0, u"no current row to edit"_s);
     }
     m_pending = Pending::Change;
     m_fields.clear();
@@ -155,7 +154,7 @@ void Recordset::Edit()
 void Recordset::setValue(const QString &field, const QVariant &value)
 {
     if (m_pending == Pending::Nothing) {
-        throw core::Error(SQLITE_MISUSE, u"neither AddNew nor Edit was called before "_s + field);
+        throw core::Error(0, u"neither AddNew nor Edit was called before "_s + field);
     }
     const QString name = m_source->names().at(columnOf(field));
     const auto found = std::ranges::find(m_fields, name, &std::pair<QString, QVariant>::first);
@@ -178,7 +177,7 @@ void Recordset::setFields(const QList<core::FieldEdit> &edits)
 void Recordset::Update()
 {
     if (m_pending == Pending::Nothing) {
-        throw core::Error(SQLITE_MISUSE, u"neither AddNew nor Edit was called before Update"_s);
+        throw core::Error(0, u"neither AddNew nor Edit was called before Update"_s);
     }
     if (m_pending == Pending::NewRow) {
         m_source->insert(m_fields);
@@ -192,7 +191,7 @@ void Recordset::Update()
 void Recordset::Delete()
 {
     if (m_betweenRows) {
-        throw core::Error(SQLITE_NOTFOUND, u"no current row to delete"_s);
+        throw core::Error(0, u"no current row to delete"_s);
     }
     m_source->remove();
     m_pending = Pending::Nothing;

@@ -1,9 +1,7 @@
 #include "store/RecordsetSource.h"
 
-#include "store/SqliteEmitter.h"
+#include "store/Select.h"
 #include "store/TableSource.h"
-
-#include <sqlite3.h>
 
 using namespace Qt::StringLiterals;
 
@@ -13,14 +11,14 @@ namespace {
 
 [[noreturn]] void refuseWriting()
 {
-    throw core::Error(SQLITE_READONLY, u"the rows of this query cannot be sought or changed"_s);
+    throw core::Error(0, u"the rows of this query cannot be sought or changed"_s);
 }
 
 /// The finished rows of a join or a computing query, all kept.
 class ResultSource : public Recordset::Source
 {
 public:
-    explicit ResultSource(Statement statement) : m_names(statement.columnNames())
+    explicit ResultSource(Statement &statement) : m_names(statement.columnNames())
     {
         while (statement.step()) {
             m_rows.push_back(statement.row());
@@ -73,20 +71,20 @@ void Recordset::Source::remove()
     refuseWriting();
 }
 
-std::unique_ptr<Recordset::Source> openSource(const std::shared_ptr<Database::Handle> &handle,
+std::unique_ptr<Recordset::Source> openSource(const std::shared_ptr<Engine> &engine,
                                               const QString &tableOrSelect, const QVariantList &bound)
 {
     const std::vector<SqlToken> tokens = tokenize(tableOrSelect);
     if (tokens.empty() || !tokens.front().is("select"_L1)) {
-        return std::make_unique<TableSource>(handle, Select::wholeTable(tableOrSelect), bound);
+        return std::make_unique<TableSource>(engine, Select::wholeTable(tableOrSelect), bound);
     }
-    const std::optional<Select> select = parseSelect(tokens, handle->wildcards());
+    const std::optional<Select> select = parseSelect(tokens);
     if (select && select->tables.size() == 1) {
-        return std::make_unique<TableSource>(handle, *select, bound);
+        return std::make_unique<TableSource>(engine, *select, bound);
     }
-    Statement statement(handle->engine(), SqliteEmitter(tokens, handle->wildcards()).emitted());
-    statement.bind(bound);
-    return std::make_unique<ResultSource>(std::move(statement));
+    const std::unique_ptr<Statement> statement = engine->prepare(tableOrSelect);
+    statement->bind(bound);
+    return std::make_unique<ResultSource>(*statement);
 }
 
 } // namespace store

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "store/Handle.h"
+#include "store/Recordset.h"
+#include "store/engine/Engine.h"
 
 namespace store {
 
@@ -32,6 +33,6 @@ public:
 };
 
 /// The source for a table's name, or for a select.
-std::unique_ptr<Recordset::Source> openSource(const std::shared_ptr<Database::Handle> &handle,
+std::unique_ptr<Recordset::Source> openSource(const std::shared_ptr<Engine> &engine,
                                               const QString &tableOrSelect, const QVariantList &bound);
 } // namespace store

@@ -2,8 +2,6 @@
 
 #include "store/TableSource.h"
 
-#include <sqlite3.h>
-
 #include <algorithm>
 #include <limits>
 #include <utility>
@@ -24,9 +22,9 @@ constexpr std::ptrdiff_t soonest = 50; // a row that comes within so many has ot
 
 ResultModel::Trouble troubleOf(const core::Error &error)
 {
-    return tellsOfLock(error)                ? ResultModel::Trouble::Locked
-           : error.number() == SQLITE_TOOBIG ? ResultModel::Trouble::TooLong
-                                             : ResultModel::Trouble::Unreadable;
+    return tellsOfLock(error)                           ? ResultModel::Trouble::Locked
+           : error.kind() == core::Error::Kind::TooLong ? ResultModel::Trouble::TooLong
+                                                        : ResultModel::Trouble::Unreadable;
 }
 
 } // namespace
@@ -45,23 +43,22 @@ struct ResultModel::Rows
     static constexpr Keys unknown{std::numeric_limits<qint64>::min(), 0};
 
     Rows(const Database &database, const QString &tableOrSelect)
-        : handle(database.handle()),
-          select(tableOrSelect.contains(u' ') ? selectOf(tableOrSelect, handle->wildcards(), 1)
-                                              : Select::wholeTable(tableOrSelect)),
-          rowByKeys(handle->engine(),
-                    u"select "_s + select.columns + u" from ["_s + select.table() + u"] where rowid=?"_s),
-          names(rowByKeys.columnNames()), reading(SlicedReading(handle, select)),
+        : engine(database.engine()), select(tableOrSelect.contains(u' ') ? selectOf(tableOrSelect, 1)
+                                                                         : Select::wholeTable(tableOrSelect)),
+          rowByKeys(engine->prepare(u"select "_s + select.columns + u" from ["_s + select.table() +
+                                    u"] where rowid=?"_s)),
+          names(rowByKeys->columnNames()), reading(SlicedReading(engine, select)),
           isCounted(!select.conditions.empty())
     {
         readOn(firstPage);
     }
     Rows(const Database &database, const QString &joined, const JoinTables &tables)
-        : handle(database.handle()), select(selectOf(joined, handle->wildcards(), 2)),
-          rowByKeys(handle->engine(), u"select "_s + select.columns + u" from ["_s + tables.details +
-                                          u"],["_s + tables.masters + u"] where ["_s + tables.details +
-                                          u"].rowid=? and ["_s + tables.masters + u"].rowid=?"_s),
-          names(rowByKeys.columnNames()),
-          reading(SlicedReading(handle, select, tables, SlicedReading::Columns::Keys)), isCounted(true),
+        : engine(database.engine()), select(selectOf(joined, 2)),
+          rowByKeys(engine->prepare(u"select "_s + select.columns + u" from ["_s + tables.details + u"],["_s +
+                                    tables.masters + u"] where ["_s + tables.details + u"].rowid=? and ["_s +
+                                    tables.masters + u"].rowid=?"_s)),
+          names(rowByKeys->columnNames()),
+          reading(SlicedReading(engine, select, tables, SlicedReading::Columns::Keys)), isCounted(true),
           joins(true)
     {
         readOn(firstPage);
@@ -87,20 +84,20 @@ struct ResultModel::Rows
     QVariantList read(int row)
     {
         const Keys &key = keys[static_cast<size_t>(row)];
-        const StatementReset reset(rowByKeys);
-        rowByKeys.bind(joins ? QVariantList{key.first, key.second} : QVariantList{key.first});
-        return rowByKeys.step() ? rowByKeys.row() : QVariantList();
+        const StatementReset reset(*rowByKeys);
+        rowByKeys->bind(joins ? QVariantList{key.first, key.second} : QVariantList{key.first});
+        return rowByKeys->step() ? rowByKeys->row() : QVariantList();
     }
     /// A cursor on the row, to change it by.
     TableSource at(int row) const
     {
-        TableSource table(handle, Select::wholeTable(select.table()), {});
+        TableSource table(engine, Select::wholeTable(select.table()), {});
         table.standOnKey(keys[static_cast<size_t>(row)].first);
         return table;
     }
-    std::shared_ptr<Database::Handle> handle; // before the statement, which must go first
+    std::shared_ptr<Engine> engine; // before the statement, which must go first
     Select select;
-    Statement rowByKeys;
+    std::unique_ptr<Statement> rowByKeys;
     QStringList names;
     std::optional<SlicedReading> reading;
     bool isCounted; ///< or does not tell before its end how many rows there are
@@ -214,7 +211,7 @@ bool ResultModel::refresh()
 
 bool ResultModel::isReplaced() const
 {
-    return m_rows != nullptr && m_rows->handle->isReplaced();
+    return m_rows != nullptr && m_rows->engine->isReplaced();
 }
 
 bool ResultModel::isReading() const
@@ -455,7 +452,7 @@ bool ResultModel::removeRows(int row, int count, const QModelIndex &parent)
     }
     for (int i = 0; i < count; ++i) {
         const auto remove = [&] { m_rows->at(row).remove(); };
-        if (!m_log.trap(m_name, [&] { m_rows->handle->transaction(remove); })) {
+        if (!m_log.trap(m_name, [&] { m_rows->engine->transaction(remove); })) {
             return false;
         }
         m_rows->known -= static_cast<size_t>(row) < m_rows->known ? 1U : 0U;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/RunLog.h"
+#include "store/Database.h"
 #include "store/SlicedReading.h"
 
 #include <QAbstractTableModel>

@@ -1,7 +1,6 @@
 #include "store/Select.h"
 
 #include "core/Error.h"
-#include "store/SqliteEmitter.h"
 
 #include <algorithm>
 
@@ -106,7 +105,7 @@ QString Select::inOrder(const QString &columnList) const
     for (const Condition &condition : conditions) {
         words.append(condition.words);
     }
-    return u"select "_s + columnList + u" from ["_s + table() + u']' +
+    return u"select "_s + columnList + u" from "_s + bracketed(table()) +
            (words.isEmpty() ? QString() : u" where "_s + words.join(u" and "_s)) + u" order by "_s +
            (order.isEmpty() ? u"rowid"_s : order);
 }
@@ -121,7 +120,7 @@ bool isAbout(const Select::Condition &condition, const QString &table, const QSt
     });
 }
 
-std::optional<Select> parseSelect(const std::vector<SqlToken> &tokens, Wildcards wildcards)
+std::optional<Select> parseSelect(const std::vector<SqlToken> &tokens)
 {
     const Place first = tokens.begin();
     const Place end = tokens.end() - (!tokens.empty() && tokens.back().isSymbol(u';') ? 1 : 0);
@@ -138,8 +137,8 @@ std::optional<Select> parseSelect(const std::vector<SqlToken> &tokens, Wildcards
     if (tables.isEmpty()) {
         return {};
     }
-    const auto words = [wildcards](Place begin, Place last) {
-        return SqliteEmitter({begin, last}, wildcards).emitted();
+    const auto words = [](Place begin, Place last) {
+        return begin == last ? QString() : wordsOf(*begin, *std::prev(last));
     };
     Select select{words(first + 1, from), {}, tables, {}, {}, {}};
     if (order != end) {
@@ -156,11 +155,11 @@ std::optional<Select> parseSelect(const std::vector<SqlToken> &tokens, Wildcards
     return select;
 }
 
-Select selectOf(const QString &sql, Wildcards wildcards, qsizetype tables)
+Select selectOf(const QString &sql, qsizetype tables)
 {
-    const std::optional<Select> select = parseSelect(tokenize(sql), wildcards);
+    const std::optional<Select> select = parseSelect(tokenize(sql));
     if (!select || select->tables.size() != tables) {
-        throw core::Error(1, u"no select whose rows can be told apart: "_s + sql);
+        throw core::Error(0, u"no select whose rows can be told apart: "_s + sql);
     }
     return *select;
 }

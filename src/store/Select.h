@@ -1,7 +1,6 @@
 #pragma once
 
 #include "store/SqlTokens.h"
-#include "store/Wildcards.h"
 
 #include <QString>
 #include <QStringList>
@@ -12,7 +11,7 @@
 namespace store {
 
 /// A select over the rows of one table, or of two that its conditions join, taken apart so that its rows can
-/// be found again by their keys and gone through in pieces. Every piece stands in the engine's words already.
+/// be found again by their keys and gone through in pieces. Every piece stands in the given words.
 struct Select
 {
     /// A column as a condition names it.
@@ -50,10 +49,9 @@ bool isAbout(const Select::Condition &condition, const QString &table, const QSt
              const QStringList &others);
 
 /// The pieces of a select over so many tables. Throws core::Error for anything else.
-Select selectOf(const QString &sql, Wildcards wildcards, qsizetype tables);
+Select selectOf(const QString &sql, qsizetype tables);
 
 /// Nothing for what is no such select: a grouping, a computed column, a select within, a bracket too many.
-/// Throws core::Error where a second statement follows.
-std::optional<Select> parseSelect(const std::vector<SqlToken> &tokens, Wildcards wildcards);
+std::optional<Select> parseSelect(const std::vector<SqlToken> &tokens);
 
 } // namespace store

@@ -9,11 +9,6 @@ namespace {
 constexpr qint64 firstPage = 200;  // masters, about what a first page needs
 constexpr size_t mostHits = 2'000; // more of them are near each other, and soon found in order
 
-QString bracketed(const QString &name)
-{
-    return u'[' + name + u']';
-}
-
 /// The columns as one side of a comparison, and as many marks for the other.
 QString tuple(const QStringList &parts)
 {
@@ -27,23 +22,23 @@ QString marks(const QStringList &parts)
 
 } // namespace
 
-SlicedReading::SlicedReading(std::shared_ptr<Database::Handle> handle, const Select &select)
-    : m_handle(std::move(handle)), m_select(select), m_columns(u"rowid"_s), m_tables(select.tables)
+SlicedReading::SlicedReading(std::shared_ptr<Engine> engine, const Select &select)
+    : m_engine(std::move(engine)), m_select(select), m_columns(u"rowid"_s), m_tables(select.tables)
 {
     const QString table = bracketed(select.table()) + u'.';
     const QString rowid = table + u"rowid"_s;
     if (select.order.isEmpty()) {
         m_byIndex = select.isWholeTable() ? indexOfKeys() : QString();
         m_runs = {{u"true"_s, {}, {rowid}}};
-    } else if (isIndexed(select.orderColumn)) { // or there is nothing to go through it by
+    } else if (!indexBy(select.orderColumn).isEmpty()) { // or there is nothing to go through it by
         const QString column = table + bracketed(select.orderColumn);
         m_runs = {{column + u" is not null"_s, {}, {column}, true}, {column + u" is null"_s, {}, {rowid}}};
     }
 }
 
-SlicedReading::SlicedReading(std::shared_ptr<Database::Handle> handle, const Select &select,
-                             const JoinTables &tables, Columns columns)
-    : m_handle(std::move(handle)), m_select(select),
+SlicedReading::SlicedReading(std::shared_ptr<Engine> engine, const Select &select, const JoinTables &tables,
+                             Columns columns)
+    : m_engine(std::move(engine)), m_select(select),
       m_columns(select.columns), m_tables{tables.masters, tables.details}, m_pace(firstPage)
 {
     if (columns == Columns::Keys) {
@@ -60,21 +55,14 @@ SlicedReading::SlicedReading(std::shared_ptr<Database::Handle> handle, const Sel
     }
 }
 
-QStringList SlicedReading::columnsOf(const QString &table) const
+/// The name of an index whose order is that of the column; none is that of a column without a name.
+QString SlicedReading::indexBy(const QString &column) const
 {
-    QStringList names;
-    m_handle->forEach(u"select name from pragma_table_info(?)"_s, {table},
-                      [&](const Row &row) { names.append(row.text(0)); });
-    return names;
-}
-
-bool SlicedReading::isIndexed(const QString &column) const
-{
-    bool found = false;
-    m_handle->forEach(
-        u"select 1 from pragma_index_list(?) as list, pragma_index_info(list.name) as part where "
-        "part.seqno=0 and part.name=? collate nocase and not list.partial"_s,
-        {m_select.table(), column}, [&](const Row &) { found = true; });
+    QString found;
+    for (const Index &index : column.isEmpty() ? QList<Index>() : m_engine->indexesOf(m_select.table())) {
+        const bool fits = index.ofAllRows && index.columns.value(0).compare(column, Qt::CaseInsensitive) == 0;
+        found = fits ? index.name : found;
+    }
     return found;
 }
 
@@ -82,21 +70,15 @@ bool SlicedReading::isIndexed(const QString &column) const
 /// indexed.
 QString SlicedReading::indexOfKeys() const
 {
-    QString found;
-    m_handle->forEach(
-        u"select list.name from pragma_table_info(?) as key, pragma_index_list(?) as list, "
-        "pragma_index_info(list.name) as part where key.pk=1 and key.type='INTEGER' collate nocase and "
-        "part.seqno=0 and part.name=key.name collate nocase and not list.partial"_s,
-        {m_select.table(), m_select.table()},
-        [&](const Row &row) { found = u" indexed by "_s + bracketed(row.text(0)); });
-    return found;
+    const QString index = indexBy(m_engine->autoNumberOf(m_select.table()));
+    return index.isEmpty() ? QString() : u" indexed by "_s + bracketed(index);
 }
 
 std::optional<qint64> SlicedReading::total() const
 {
     std::optional<qint64> rows;
     if (m_tables.size() == 1 && m_select.conditions.empty()) {
-        m_handle->forEach(u"select count(*) from "_s + bracketed(m_select.table()), {},
+        m_engine->forEach(u"select count(*) from "_s + bracketed(m_select.table()), {},
                           [&](const Row &row) { rows = row.key(0); });
     }
     return rows;
@@ -105,6 +87,9 @@ std::optional<qint64> SlicedReading::total() const
 /// Few hits far apart are found soonest by looking through one table alone.
 void SlicedReading::lookThroughAlone(const QString &table, const QString &other)
 {
+    const auto columnsOf = [this](const QString &name) {
+        return m_engine->prepare(u"select * from "_s + bracketed(name))->columnNames();
+    };
     const QStringList columns = columnsOf(table);
     const QStringList others = columnsOf(other);
     QString conditions;
@@ -125,7 +110,7 @@ bool SlicedReading::readOn(const Visit &visit)
             m_alone.clear();
         }
     } else if (m_runs.empty()) {
-        m_handle->forEach(m_select.inOrder(m_columns), {}, visit);
+        m_engine->forEach(m_select.inOrder(m_columns), {}, visit);
     } else {
         readRun(visit);
     }
@@ -137,10 +122,10 @@ void SlicedReading::collectHits()
     const Alone &alone = m_alone.back();
     const QString rows = u" from "_s + bracketed(alone.table) + u" where rowid>?"_s;
     std::optional<qint64> end;
-    m_handle->forEach(u"select rowid"_s + rows + u" order by rowid limit 1 offset ?"_s,
+    m_engine->forEach(u"select rowid"_s + rows + u" order by rowid limit 1 offset ?"_s,
                       {m_lastHit, m_pace.begin()}, [&](const Row &row) { end = row.key(0); });
     const qint64 last = end.value_or(std::numeric_limits<qint64>::max());
-    m_handle->forEach(u"select rowid"_s + rows + u" and rowid<=?"_s + alone.conditions, {m_lastHit, last},
+    m_engine->forEach(u"select rowid"_s + rows + u" and rowid<=?"_s + alone.conditions, {m_lastHit, last},
                       [&](const Row &row) { m_hits.push_back(row.key(0)); });
     m_pace.end();
     m_lastHit = last;
@@ -163,11 +148,11 @@ void SlicedReading::readHits(const Visit &visit)
     if (m_alone.back().table != m_tables.first()) {
         m_tables.swapItemsAt(0, 1);
     }
-    m_handle->forEach(rows(bracketed(m_tables.first()) + u".rowid in ("_s + keys.join(u',') + u')'), {},
+    m_engine->forEach(rows(bracketed(m_tables.first()) + u".rowid in ("_s + keys.join(u',') + u')'), {},
                       visit);
 }
 
-/// The engine goes through tables that are joined in this way in the order in which they stand.
+// By "cross join", the tables are gone through in the order in which they stand.
 QString SlicedReading::rows(const QString &condition) const
 {
     QStringList conditions;
@@ -187,11 +172,11 @@ std::optional<QVariantList> SlicedReading::endOfSlice(const Run &run, qint64 cou
 {
     const QString beyond = run.from.isEmpty() ? QString() : u" and "_s + tuple(run.by) + u'>' + marks(run.by);
     const QString by = run.by.join(u',');
-    Statement statement(m_handle->engine(), u"select "_s + by + u" from "_s + bracketed(m_tables.first()) +
-                                                m_byIndex + u" where "_s + run.condition + beyond +
-                                                u" order by "_s + by + u" limit 1 offset ?"_s);
-    statement.bind(run.bound + run.from + QVariantList{count});
-    return statement.step() ? std::optional(statement.row()) : std::nullopt;
+    const std::unique_ptr<Statement> statement = m_engine->prepare(
+        u"select "_s + by + u" from "_s + bracketed(m_tables.first()) + m_byIndex + u" where "_s +
+        run.condition + beyond + u" order by "_s + by + u" limit 1 offset ?"_s);
+    statement->bind(run.bound + run.from + QVariantList{count});
+    return statement->step() ? std::optional(statement->row()) : std::nullopt;
 }
 
 // Where rows share a value, the slice ends before the value that it would cut, and that one's rows make a run
@@ -206,7 +191,7 @@ void SlicedReading::readRun(const Visit &visit)
                               (run.from.isEmpty() ? QString() : place + u'>' + marks(run.by)) +
                               (to ? place + upTo + marks(run.by) : QString());
     const QString order = m_tables.size() > 1 ? QString() : u" order by "_s + run.by.join(u',') + u",rowid"_s;
-    m_handle->forEach(rows(condition) + order, run.bound + run.from + to.value_or(QVariantList()), visit);
+    m_engine->forEach(rows(condition) + order, run.bound + run.from + to.value_or(QVariantList()), visit);
     if (!to) {
         return m_runs.pop_back();
     }

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "store/Handle.h"
 #include "store/Pace.h"
 #include "store/Select.h"
+#include "store/engine/Engine.h"
 
 #include <functional>
 #include <limits>
@@ -33,9 +33,9 @@ public:
     enum class Columns { Given, Keys };
 
     /// The rows of one table. An order that no index gives has to be read at once.
-    SlicedReading(std::shared_ptr<Database::Handle> handle, const Select &select);
+    SlicedReading(std::shared_ptr<Engine> engine, const Select &select);
     /// The rows of two.
-    SlicedReading(std::shared_ptr<Database::Handle> handle, const Select &select, const JoinTables &tables,
+    SlicedReading(std::shared_ptr<Engine> engine, const Select &select, const JoinTables &tables,
                   Columns columns);
 
     /// Reads one slice; false when it was the last. Throws core::Error.
@@ -60,8 +60,7 @@ private:
         QString table;
         QString conditions;
     };
-    QStringList columnsOf(const QString &table) const;
-    bool isIndexed(const QString &column) const;
+    QString indexBy(const QString &column) const;
     QString indexOfKeys() const;
     void lookThroughAlone(const QString &table, const QString &other);
     QString rows(const QString &condition) const;
@@ -71,7 +70,7 @@ private:
     void readRun(const Visit &visit);
     std::optional<QVariantList> endOfSlice(const Run &run, qint64 count) const;
 
-    std::shared_ptr<Database::Handle> m_handle;
+    std::shared_ptr<Engine> m_engine;
     Select m_select;
     QString m_columns;
     QStringList m_tables;       ///< the leading one first

@@ -27,8 +27,7 @@ qsizetype quotedLength(QStringView text, QChar close)
         }
         return i + 1;
     }
-    constexpr int syntaxError = 1; // the engine's own number for it
-    throw core::Error(syntaxError, u"syntax error: nothing closes "_s + text.front());
+    throw core::Error(0, u"syntax error: nothing closes "_s + text.front());
 }
 
 qsizetype wordLength(QStringView text)
@@ -85,6 +84,38 @@ std::vector<SqlToken> tokenize(QStringView sql)
         i += tokens.back().text.size();
     }
     return tokens;
+}
+
+QString wordsOf(const SqlToken &first, const SqlToken &last)
+{
+    return QStringView(first.text.begin(), last.text.end()).toString();
+}
+
+QString quoted(const QString &value)
+{
+    return QString(value).replace(u"'"_s, u"''"_s);
+}
+
+QString bracketed(const QString &name)
+{
+    return u'[' + name + u']';
+}
+
+QStringList statementsOf(QStringView schemaSql)
+{
+    const std::vector<SqlToken> tokens = tokenize(schemaSql);
+    QStringList statements;
+    size_t first = 0;
+    for (size_t i = 0; i < tokens.size(); ++i) {
+        const bool end = tokens[i].isSymbol(u';');
+        if (end && i > first) {
+            statements.append(wordsOf(tokens[first], tokens[i - 1]));
+        } else if (!end && i + 1 == tokens.size()) {
+            statements.append(wordsOf(tokens[first], tokens[i]));
+        }
+        first = end ? i + 1 : first;
+    }
+    return statements;
 }
 
 } // namespace store

@@ -1,11 +1,18 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <QStringView>
 
 #include <vector>
 
 namespace store {
+
+/// The two worlds of like-patterns, by the way a statement reaches the database.
+enum class Wildcards {
+    Asterisk, ///< record-at-a-time work and data controls: * ? # [a-z] [!a-z]
+    Percent,  ///< the connection of ConnectDatabase: % _
+};
 
 /// One piece of a statement, exactly as it was written.
 struct SqlToken
@@ -30,5 +37,17 @@ struct SqlToken
 /// Cuts one statement into its pieces; `sql` must outlive them. Throws core::Error for a quote or bracket
 /// that nothing closes.
 std::vector<SqlToken> tokenize(QStringView sql);
+
+/// What stands from the one token to the other in the statement that both are cut from.
+QString wordsOf(const SqlToken &first, const SqlToken &last);
+
+/// A value as it stands between single quotes.
+QString quoted(const QString &value);
+
+/// A name in the brackets that tell it from a keyword.
+QString bracketed(const QString &name);
+
+/// The statements of a schema text, cut at their semicolons.
+QStringList statementsOf(QStringView schemaSql);
 
 } // namespace store

@@ -1,18 +1,16 @@
 #include "store/TableSource.h"
 
-#include <sqlite3.h>
-
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 namespace store {
 
-TableSource::TableSource(std::shared_ptr<Database::Handle> handle, Select select, QVariantList bound)
-    : m_handle(std::move(handle)), m_select(std::move(select)), m_bound(std::move(bound)),
-      m_rowByKey(m_handle->engine(),
-                 u"select "_s + m_select.columns + u" from "_s + bracketedTable() + u" where rowid = ?"_s),
-      m_names(m_rowByKey.columnNames())
+TableSource::TableSource(std::shared_ptr<Engine> engine, Select select, QVariantList bound)
+    : m_engine(std::move(engine)), m_select(std::move(select)), m_bound(std::move(bound)),
+      m_rowByKey(m_engine->prepare(u"select "_s + m_select.columns + u" from "_s + bracketedTable() +
+                                   u" where rowid = ?"_s)),
+      m_names(m_rowByKey->columnNames())
 {
     if (!m_select.isWholeTable()) {
         readKeys(); // a wrong condition is an error of opening, not of the first move
@@ -28,7 +26,7 @@ void TableSource::readKeys()
     // All keys of a table stand in any index, which is a tenth of it, but in another order.
     const bool all = m_select.isWholeTable();
     std::vector<qint64> keys;
-    m_handle->forEach(all ? u"select rowid from "_s + bracketedTable() : m_select.inOrder(u"rowid"_s),
+    m_engine->forEach(all ? u"select rowid from "_s + bracketedTable() : m_select.inOrder(u"rowid"_s),
                       m_bound, [&](const Row &row) { keys.push_back(row.key(0)); });
     if (all) {
         std::ranges::sort(keys);
@@ -81,10 +79,10 @@ const QVariantList *TableSource::row()
         standOn(position());
     }
     if (!m_row && m_key) {
-        const StatementReset reset(m_rowByKey);
-        m_rowByKey.bind({*m_key});
-        if (m_rowByKey.step()) {
-            m_row = m_rowByKey.row();
+        const StatementReset reset(*m_rowByKey);
+        m_rowByKey->bind({*m_key});
+        if (m_rowByKey->step()) {
+            m_row = m_rowByKey->row();
         }
     }
     return m_row ? &*m_row : nullptr;
@@ -96,66 +94,40 @@ void TableSource::setIndex(const QString &name)
     if (!m_select.isWholeTable()) {
         return Source::setIndex(name); // a seek would leave the rows chosen
     }
-    Statement columns = m_handle->prepare(u"select name from pragma_index_info(?)"_s);
-    for (const QString &index : {m_select.table() + u'_' + name, name}) {
-        const StatementReset reset(columns);
-        columns.bind({index});
-        if (columns.step()) {
-            m_seek = m_handle->prepare(u"select rowid from "_s + bracketedTable() + u" where ["_s +
-                                       columns.value(0).toString() + u"] = ? order by rowid limit 1"_s);
-            return;
-        }
+    const QList<Index> indexes = m_engine->indexesOf(m_select.table());
+    auto found = std::ranges::find_if(
+        indexes, [&](const Index &index) { return index.isNamed(m_select.table(), name); });
+    if (found == indexes.end()) {
+        found = std::ranges::find_if(
+            indexes, [&](const Index &index) { return index.name.compare(name, Qt::CaseInsensitive) == 0; });
     }
-    throw core::Error(SQLITE_ERROR, u"no such index: "_s + name + u" of "_s + m_select.table());
+    if (found == indexes.end()) {
+        throw core::Error(0, u"no such index: "_s + name + u" of "_s + m_select.table());
+    }
+    m_seek = m_engine->prepare(u"select rowid from "_s + bracketedTable() + u" where "_s +
+                               bracketed(found->columns.value(0)) + u" = ? order by rowid limit 1"_s);
 }
 
 bool TableSource::seek(const QVariant &key)
 {
     if (!m_seek) {
-        throw core::Error(SQLITE_MISUSE, u"no index is chosen for "_s + m_select.table());
+        throw core::Error(0, u"no index is chosen for "_s + m_select.table());
     }
     const StatementReset reset(*m_seek);
     m_seek->bind({key});
     const bool found = m_seek->step();
-    standOnKey(found ? std::optional(sqlite3_column_int64(m_seek->raw(), 0)) : std::nullopt);
+    standOnKey(found ? std::optional(m_seek->key(0)) : std::nullopt);
     return found;
 }
 
 QString TableSource::autoNumber() const
 {
-    const QByteArray table = m_select.table().toUtf8();
-    for (const QString &name : m_names) {
-        int isAutoNumber = 0;
-        sqlite3_table_column_metadata(m_handle->engine(), "main", table.constData(),
-                                      name.toUtf8().constData(), nullptr, nullptr, nullptr, nullptr,
-                                      &isAutoNumber);
-        if (isAutoNumber != 0) {
-            return name;
-        }
-    }
-    return {};
+    return m_names.value(placeOfField(m_names, m_engine->autoNumberOf(m_select.table())));
 }
 
-/// Takes the next number for good, as the engine itself would count: two programs that add rows at the same
-/// time get two numbers, and one that gives up leaves a gap. No lock is held until the row is written.
 qint64 TableSource::reserveNumber()
 {
-    const QString last = u"(select ifnull(max(rowid),0) from "_s + bracketedTable() + u')';
-    qint64 number = 0;
-    m_handle->transaction([&] {
-        const qint64 changed = m_handle->execute(u"update sqlite_sequence set seq=max(seq,"_s + last +
-                                                     u")+1 where lower(name)=lower(?)"_s,
-                                                 {m_select.table()});
-        if (changed == 0) {
-            m_handle->execute(u"insert into sqlite_sequence(name,seq) select name,"_s + last +
-                                  u"+1 from sqlite_schema where lower(name)=lower(?) and type='table'"_s,
-                              {m_select.table()});
-        }
-        Statement taken = m_handle->prepare(u"select seq from sqlite_sequence where lower(name)=lower(?)"_s);
-        taken.bind({m_select.table()});
-        number = taken.step() ? taken.value(0).toLongLong() : 0;
-    });
-    return number;
+    return m_engine->reserveNumber(m_select.table());
 }
 
 void TableSource::insert(const QList<Field> &fields)
@@ -163,15 +135,15 @@ void TableSource::insert(const QList<Field> &fields)
     QStringList names;
     QVariantList values;
     for (const auto &[name, value] : fields) {
-        names.append(u'[' + name + u']');
+        names.append(bracketed(name));
         values.append(value);
     }
     const QString marks = QStringList(names.size(), u"?"_s).join(u',');
-    m_handle->execute(u"insert into "_s + bracketedTable() +
-                          (fields.isEmpty() ? u" default values"_s
-                                            : u" ("_s + names.join(u',') + u") values ("_s + marks + u')'),
-                      values);
-    const qint64 key = sqlite3_last_insert_rowid(m_handle->engine());
+    const QString row =
+        fields.isEmpty() ? u" default values"_s : u" ("_s + names.join(u',') + u") values ("_s + marks + u')';
+    qint64 key = 0;
+    m_engine->forEach(u"insert into "_s + bracketedTable() + row + u" returning rowid"_s, values,
+                      [&](const Row &inserted) { key = inserted.key(0); });
     if (m_keys) {
         m_keys->insert(!m_select.order.isEmpty() ? m_keys->end() : placeOf(key), key);
     }
@@ -186,14 +158,14 @@ void TableSource::update(const QList<Field> &fields)
     QStringList assignments;
     QVariantList values;
     for (const auto &[name, value] : fields) {
-        assignments.append(u'[' + name + u"]=?"_s);
+        assignments.append(bracketed(name) + u"=?"_s);
         values.append(value);
     }
     values.append(currentKey());
     const QString sql =
         u"update "_s + bracketedTable() + u" set "_s + assignments.join(u',') + u" where rowid=?"_s;
-    if (m_handle->execute(sql, values) == 0) {
-        throw core::Error(SQLITE_NOTFOUND, u"the row was deleted meanwhile in "_s + m_select.table());
+    if (m_engine->execute(sql, values) == 0) {
+        throw core::Error(0, u"the row was deleted meanwhile in "_s + m_select.table());
     }
     m_row.reset();
 }
@@ -201,7 +173,7 @@ void TableSource::update(const QList<Field> &fields)
 void TableSource::remove()
 {
     const qint64 key = currentKey();
-    m_handle->execute(u"delete from "_s + bracketedTable() + u" where rowid=?"_s, {key});
+    m_engine->execute(u"delete from "_s + bracketedTable() + u" where rowid=?"_s, {key});
     std::optional<qint64> gap;
     if (m_keys) {
         gap = position();
@@ -214,7 +186,7 @@ void TableSource::remove()
 qint64 TableSource::currentKey()
 {
     if (row() == nullptr) {
-        throw core::Error(SQLITE_NOTFOUND, u"no current row in "_s + m_select.table());
+        throw core::Error(0, u"no current row in "_s + m_select.table());
     }
     return *m_key;
 }

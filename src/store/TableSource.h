@@ -15,7 +15,7 @@ namespace store {
 class TableSource : public Recordset::Source
 {
 public:
-    TableSource(std::shared_ptr<Database::Handle> handle, Select select, QVariantList bound);
+    TableSource(std::shared_ptr<Engine> engine, Select select, QVariantList bound);
 
     const QStringList &names() const override { return m_names; }
     qint64 count() override;
@@ -37,14 +37,14 @@ private:
     void readKeys();
     std::vector<qint64>::iterator placeOf(qint64 key);
     qint64 currentKey();
-    QString bracketedTable() const { return u'[' + m_select.table() + u']'; }
+    QString bracketedTable() const { return bracketed(m_select.table()); }
 
-    std::shared_ptr<Database::Handle> m_handle; // before the statements, which must go first
+    std::shared_ptr<Engine> m_engine; // before the statements, which must go first
     Select m_select;
     QVariantList m_bound;
-    Statement m_rowByKey;
+    std::unique_ptr<Statement> m_rowByKey;
     QStringList m_names;
-    std::optional<Statement> m_seek;
+    std::unique_ptr<Statement> m_seek;
     std::optional<std::vector<qint64>> m_keys;
     std::optional<qint64> m_position;                      ///< nothing: not asked for yet, or found by Seek
     std::optional<qint64> m_key;                           ///< of the row at hand

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "store/SqlTokens.h"
 #include "store/Utf8.h"
-#include "store/Wildcards.h"
 
 #include <QByteArrayView>
 

@@ -24,10 +24,7 @@ void createCallNoteTables(Database &database)
 /// A file that may only be read is not written without need.
 void addIndex(Database &database, const QString &table, const QString &name, const QString &columns)
 {
-    bool there = false;
-    database.forEachBoundRow(u"select name from sqlite_schema where type='index' and name=?"_s,
-                             {table + u'_' + name}, [&](const Row &) { there = true; });
-    if (!there) {
+    if (!database.hasIndex(table, name)) {
         database.Execute(u"create index %1 on %2 (%3)"_s.arg(name, table, columns));
     }
 }

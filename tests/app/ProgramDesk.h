@@ -46,6 +46,8 @@ struct ProgramDesk : support::TestDesk
         return window().findChild<QPlainTextEdit *>(u"txtLastCallerID"_s)->toPlainText();
     }
 
+    /// What stands on the card of a caller once that is up.
+    static QString card() { return find<lookup::frmPopUp, QPlainTextEdit>("txtAbout")->toPlainText(); }
     QString source() const { return window().findChild<QLabel *>(u"lblSource"_s)->text(); }
     void showsACall()
     {

@@ -6,7 +6,6 @@
 #include "support/TestDesk.h"
 
 #include <QDeadlineTimer>
-#include <QDirIterator>
 #include <QProcess>
 #include <QUdpSocket>
 
@@ -96,15 +95,7 @@ public:
     QByteArray log() const { return fileBytes(paths.RunLogFile); }
     QByteArray settings() const { return fileBytes(paths.SettingsFile); }
     /// Every file of desk and data folder with its contents.
-    QMap<QString, QByteArray> allFiles() const
-    {
-        QMap<QString, QByteArray> files;
-        for (QDirIterator found(folder.path(), QDir::Files, QDirIterator::Subdirectories); found.hasNext();) {
-            const QString path = found.next();
-            files.insert(path, fileBytes(path));
-        }
-        return files;
-    }
+    QMap<QString, QByteArray> allFiles() const { return support::filesBelow(folder.path()); }
 
 private:
     static constexpr int patienceMs = 60000;

@@ -3,20 +3,14 @@
 
 namespace {
 
-/// What a program answers to the options of one line.
-QString answerOf(const char *program, const QString &options)
-{
-    return runTool(program, options).output.trimmed();
-}
-
 QString xdotool(const QString &options)
 {
-    return answerOf("xdotool", options);
+    return runTool("xdotool", options).output.trimmed();
 }
 
 QString propertyOf(const QString &window, const QString &name)
 {
-    return answerOf("xprop", u"-id %1 %2"_s.arg(window, name));
+    return runTool("xprop", u"-id %1 %2"_s.arg(window, name)).output.trimmed();
 }
 
 QStringList windowsOf(qint64 process)
@@ -84,11 +78,6 @@ struct CustomerEditor
         press(windowTitled(program, u"^Harbor "_s), u"Tab "_s.repeated(tabs) + u"ctrl+a"_s);
         xdotool(u"type "_s + text);
         xdotool(u"key ctrl+s"_s);
-    }
-    void deleteHim() const
-    {
-        press(windowTitled(program, u"^Customers$"_s), u"Delete"_s);
-        answer(program, u"Left Return"_s);
     }
     QString phoneAndPostalCode() const { return program.firstCustomer(u"WorkPhones,PostalCode"_s); }
 };
@@ -166,31 +155,22 @@ private Q_SLOTS:
 
     void whoeverTypesANumberThatIsOnFileKeepsTheKeyboard()
     {
-        QVERIFY(m_program->start());
-        QTRY_VERIFY(!mainWindow().isEmpty());
+        start();
         press(mainWindow(), u"Tab Return"_s); // the toolbar's first button
         QTRY_COMPARE(activeWindow(), u"Phone book"_s);
         xdotool(u"key alt+a"_s);
         QTRY_COMPARE(activeWindow(), u"Phone book entry"_s);
-        for (const QString &number : {u"617-555-0201"_s, u"800-555-0199"_s}) { // with the list, and a new one
-            xdotool(u"type "_s + number);
-            xdotool(u"key Tab"_s);
-            QTRY_COMPARE(activeWindow(), number); // the box
-            xdotool(u"key Return"_s);
-            QTRY_COMPARE(activeWindow(), u"Phone book entry"_s);
-            xdotool(u"type Zoe"_s);
-            QTRY_COMPARE(activeWindow(), u"Zoe - Phone book entry"_s);
-            QTRY_VERIFY(xdotool(u"search --onlyvisible --name \"^Phone book$\""_s).toInt() != 0);
-            if (number == "617-555-0201"_L1) {
-                const QString list = xdotool(u"search --onlyvisible --name \"^Phone book$\""_s);
-                press(list, u"Escape"_s);
-                QTRY_VERIFY(xdotool(u"search --onlyvisible --name \"^Phone book$\""_s).isEmpty());
-                xdotool(u"search --name \"^Zoe - \" windowactivate"_s);
-                QTRY_COMPARE(activeWindow(), u"Zoe - Phone book entry"_s);
-                xdotool(u"key ctrl+a BackSpace shift+Tab ctrl+a BackSpace"_s);
-                QTRY_COMPARE(activeWindow(), u"Phone book entry"_s);
-            }
-        }
+        press(windowTitled(*m_program, u"^Phone book$"_s), u"Escape"_s); // to be opened anew
+        xdotool(u"search --name \"^Phone book entry\" windowactivate"_s);
+        QTRY_COMPARE(activeWindow(), u"Phone book entry"_s);
+        xdotool(u"type 617-555-0201"_s);
+        xdotool(u"key Tab"_s);
+        QTRY_COMPARE(activeWindow(), u"617-555-0201"_s); // the box
+        xdotool(u"key Return"_s);
+        QTRY_COMPARE(activeWindow(), u"Phone book entry"_s);
+        xdotool(u"type Zoe"_s);
+        QTRY_COMPARE(activeWindow(), u"Zoe - Phone book entry"_s);
+        QTRY_VERIFY(!windowTitled(*m_program, u"^Phone book$"_s).isEmpty());
     }
 
     void twoProgramsOnOneFolderLoseNothingOfEachOtherAndAskWhereBothHaveChangedIt()
@@ -221,18 +201,12 @@ private Q_SLOTS:
         bob.typeAndSave(0, u"9-4"_s);
         answer(*m_program, u"Return"_s); // mine
         QTRY_COMPARE(onFile(), u"2125550188|9-4"_s);
-        ann.deleteHim();
-        QTRY_COMPARE(onFile(), QString());
-        bob.typeAndSave(0, u"9-5"_s);
-        answer(*m_program, u"Return"_s); // mine, so he is added again
-        QTRY_COMPARE(onFile(), u"2125550188|9-5"_s);
         QCOMPARE(m_program->log().count('!'), 0);
     }
 
     void callsThatComeUpWhileANoteIsTypedTakeNoLetterAndStayBehindIt()
     {
-        QVERIFY(m_program->start());
-        QTRY_VERIFY(!mainWindow().isEmpty());
+        start();
         const QString window = mainWindow();
         press(window, u"Tab Tab Tab Return"_s); // the toolbar's third button
         QTRY_COMPARE(activeWindow(), u"Call notes"_s);
@@ -261,8 +235,7 @@ private Q_SLOTS:
 
     void withoutATrayTheWindowMinimizes()
     {
-        QVERIFY(m_program->start());
-        QTRY_VERIFY(!mainWindow().isEmpty());
+        start();
         const QString window = mainWindow();
         for (const QString &key : {u"Escape"_s, u"alt+F4"_s}) {
             press(window, key);
@@ -272,6 +245,11 @@ private Q_SLOTS:
     }
 
 private:
+    void start()
+    {
+        QVERIFY(m_program->start());
+        QTRY_VERIFY(!mainWindow().isEmpty());
+    }
     void startWithTray()
     {
         m_tray->start(u"trayer"_s, QStringLiteral("--edge top --align right --SetDockType true"
@@ -280,15 +258,14 @@ private:
         QTRY_VERIFY(!windowsOf(m_tray->processId()).isEmpty());
         m_trayPanel = windowsOf(m_tray->processId()).first();
         m_emptyTray = trayWindows();
-        QVERIFY(m_program->start());
-        QTRY_VERIFY(!mainWindow().isEmpty());
+        start();
         QTRY_VERIFY(!trayIcon().isEmpty());
         QTRY_COMPARE(trayWindows(), m_emptyTray + 1);
     }
     qsizetype trayWindows() const
     {
         static const QRegularExpression child(u"^ {5}0x"_s, QRegularExpression::MultilineOption);
-        return answerOf("xwininfo", u"-tree -id "_s + m_trayPanel).count(child);
+        return runTool("xwininfo", u"-tree -id "_s + m_trayPanel).output.count(child);
     }
     QString mainWindow() const { return windowOfType(*m_program, u"NORMAL"_s); }
     QString trayIcon() const { return windowOfType(*m_program, u"OVERRIDE"_s); }
@@ -303,7 +280,8 @@ private:
     {
         const QString id = u"0x"_s + QString::number(window.toLongLong(), 16);
         static const QRegularExpression separator(u"[ ,]+"_s);
-        return answerOf("xprop", u"-root _NET_CLIENT_LIST_STACKING"_s).split(separator).indexOf(id);
+        const QString stack = runTool("xprop", u"-root _NET_CLIENT_LIST_STACKING"_s).output.trimmed();
+        return stack.split(separator).indexOf(id);
     }
 
     std::unique_ptr<QProcess> m_tray;

@@ -4,26 +4,15 @@
 #include "support/TestDesk.h"
 #include "tools/ToolRun.h"
 
-#include <QDirIterator>
 #include <QProcess>
 #include <QRandomGenerator>
 
 using oldfiles::ColumnType;
 using support::JetTable;
-using support::JetWriter;
 
 namespace {
 
 using Files = QMap<QString, QByteArray>;
-
-QByteArray database(const QList<JetTable> &tables)
-{
-    JetWriter writer;
-    for (const JetTable &table : tables) {
-        writer.add(table);
-    }
-    return writer.file();
-}
 
 const JetTable customers = {
     u"customer"_s,
@@ -47,8 +36,6 @@ const JetTable customers = {
 /// A desk as years of work leave it behind.
 Files oldDesk()
 {
-    const JetTable calls = {
-        u"CallInfo"_s, {{u"CallID"_s}, {u"CallContent"_s, ColumnType::Memo}}, {{u"1"_s, u"hello"_s}}};
     const JetTable requests = {u"CustomerRequest"_s,
                                {{u"CallID"_s}, {u"IfResolved"_s, ColumnType::YesNo}},
                                {{u"1"_s, true}, {u"1"_s, false}}};
@@ -58,46 +45,21 @@ Files oldDesk()
                                 {{u"SN"_s, ColumnType::Long, false, true}, {u"Telno"_s}, {u"IfVIP"_s}},
                                 {{3, u"+49 30 1"_s, u"Y"_s}},
                                 {{u"SN"_s, u"SN"_s, true}}};
-    const JetTable texts = {u"Lang"_s, {{u"id"_s}, {u"ENG"_s, ColumnType::Memo}}, {{u"Edit"_s, u"Edit"_s}}};
+    const JetTable texts = {u"Lang"_s, {{u"id"_s}, {u"ENG"_s}}, {{u"Edit"_s, u"Edit"_s}}};
     const JetTable language = {u"Language"_s, {{u"item"_s}, {u"userlanguage"_s}}, {{u"Edit"_s, u"编辑"_s}}};
     const JetTable help = {u"Help"_s,
                            {{u"HelpID"_s}, {u"Help"_s, ColumnType::Memo}},
                            {{u"main"_s, u"text"_s}},
                            {{u"HelpID"_s, u"HelpID"_s, true}}};
     const JetTable areas = {u"placename"_s, {{u"AreaCode"_s}, {u"Area"_s}}, {{u"030"_s, u"Berlin"_s}}};
-    return {{u"Customer.ccsm"_s, database({customers, calls, requests, own})},
-            {u"SimplePhoneBook.cpbk"_s, database({phoneBook})},
-            {u"Lang.mdb"_s, database({texts})},
-            {u"UserLang.lan"_s, database({language})},
-            {u"AreaCode.mdb"_s, database({areas})},
-            {u"Help/HelpENG.chlp"_s, database({help})},
+    return {{u"Customer.ccsm"_s, support::jetFile({customers, requests, own})},
+            {u"SimplePhoneBook.cpbk"_s, support::jetFile({phoneBook})},
+            {u"Lang.mdb"_s, support::jetFile({texts})},
+            {u"UserLang.lan"_s, support::jetFile({language})},
+            {u"AreaCode.mdb"_s, support::jetFile({areas})},
+            {u"Help/HelpENG.chlp"_s, support::jetFile({help})},
             {u"Crm.cfg"_s, QByteArray(334, 'c')},
             {u"PopUserData/cmbCity_ENG.txt"_s, "Berlin\r\n"_ba}};
-}
-
-void write(const QString &folder, const Files &files)
-{
-    QDir(folder).removeRecursively();
-    for (auto file = files.begin(); file != files.end(); ++file) {
-        const QString path = folder + u'/' + file.key();
-        QVERIFY(QDir().mkpath(QFileInfo(path).path()));
-        QFile out(path);
-        QVERIFY(out.open(QIODevice::WriteOnly) && out.write(file.value()) == file.value().size());
-    }
-}
-
-Files filesIn(const QString &folder)
-{
-    Files files;
-    QDirIterator paths(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-    while (paths.hasNext()) {
-        QFile file(paths.next());
-        const QString path = QDir(folder).relativeFilePath(file.fileName());
-        if (path != "Conversion.lock"_L1 && file.open(QIODevice::ReadOnly)) {
-            files.insert(path, file.readAll());
-        }
-    }
-    return files;
 }
 
 bool isOld(const QByteArray &bytes)
@@ -119,51 +81,57 @@ class tst_DeskConversion : public QObject
     Q_OBJECT
 
     support::TestDesk m_desk;
+    const QDate today{2026, 11, 22};
     const QString m_folder = m_desk.folder.filePath(u"desk"_s);
     Files m_old = oldDesk();
 
-    QString file(const QString &name) const { return m_folder + u'/' + name; }
+    QString path(const QString &name) const { return m_folder + u'/' + name; }
+    void makeDesk(const Files &files) const
+    {
+        QDir(m_folder).removeRecursively();
+        for (auto file = files.begin(); file != files.end(); ++file) {
+            QVERIFY(QDir().mkpath(QFileInfo(path(file.key())).path()));
+            m_desk.writeFile(path(file.key()), *file);
+        }
+    }
+    Files filesNow() const
+    {
+        Files files = support::filesBelow(m_folder);
+        files.remove(u"Conversion.lock"_s);
+        return files;
+    }
 
     /// How calldesk-mkdesk ended, -1 when it was killed.
     int convertWith(const QString &fault) const
     {
-        QProcess process;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         if (!fault.isEmpty()) {
             environment.insert(u"LD_PRELOAD"_s, QStringLiteral(FAULTS));
             environment.insert(u"FAULT"_s, fault);
             environment.insert(u"ASAN_OPTIONS"_s, u"verify_asan_link_order=0"_s);
         }
-        process.setProcessEnvironment(environment);
-        process.setWorkingDirectory(m_desk.folder.path());
-        process.start(QStringLiteral(PROGRAM), {u"desk"_s, u"--convert"_s});
-        process.waitForFinished();
-        return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+        return runTool(PROGRAM, u"desk --convert"_s, m_desk.folder.path(), environment).status;
     }
     /// Of fewer files, which have the same kinds of moments.
     int callsOfAConversion()
     {
         m_old.removeIf(
             [](const auto &file) { return file.key().contains("Lan"_L1) || file.key().endsWith(".mdb"_L1); });
-        write(m_folder, m_old);
-        const QString path = m_desk.folder.filePath(u"count"_s);
-        return convertWith(u"count "_s + path) == 0 ? m_desk.fileBytes(path).toInt() : 0;
+        makeDesk(m_old);
+        const QString count = m_desk.folder.filePath(u"count"_s);
+        return convertWith(u"count "_s + count) == 0 ? m_desk.fileBytes(count).toInt() : 0;
     }
     void verifyConverted(const QString &when) const
     {
-        const Files now = filesIn(m_folder);
-        const QString old = oldFolderIn(m_folder);
-        qsizetype expected = m_old.size();
+        Files now = filesNow();
+        Files expected;
         for (auto file = m_old.begin(); file != m_old.end(); ++file) {
-            if (isOld(file.value())) {
-                ++expected;
-                QVERIFY2(now.value(file.key()).startsWith("SQLite format 3"), qPrintable(when + file.key()));
-                QVERIFY2(now.value(old + u'/' + file.key()) == file.value(), qPrintable(when + file.key()));
-            } else {
-                QVERIFY2(now.value(file.key()) == file.value(), qPrintable(when + file.key()));
-            }
+            const bool old = isOld(*file);
+            expected.insert(old ? oldFolderIn(m_folder) + u'/' + file.key() : file.key(), *file);
+            QVERIFY2(!old || now.take(file.key()).startsWith("SQLite format 3"),
+                     qPrintable(when + file.key()));
         }
-        QVERIFY2(now.size() == expected, qPrintable(when + QStringList(now.keys()).join(u", "_s)));
+        QVERIFY2(now == expected, qPrintable(when + now.keys().join(u", "_s)));
     }
 
     bool isTidy() const { return QDir(m_folder).entryList({u"Conversion*"_s}).isEmpty(); }
@@ -171,32 +139,28 @@ class tst_DeskConversion : public QObject
 private Q_SLOTS:
     void everythingComesOverAsItWas()
     {
-        write(m_folder, m_old);
+        makeDesk(m_old);
         const ToolRun before = runTool(PROGRAM, u"desk --check"_s, m_desk.folder.path());
         QVERIFY2(before.status == 1 && before.output.contains(u"--convert"_s), qPrintable(before.output));
-        const conversion::Report report = conversion::convertDesk(m_folder, QDate(2026, 11, 22));
+        const conversion::Report report = conversion::convertDesk(m_folder, today);
         verifyConverted({});
         QVERIFY(isTidy());
         const ToolRun after = runTool(PROGRAM, u"desk --check"_s, m_desk.folder.path());
         QVERIFY2(after.status == 0 && after.output.count(u": ok\n"_s) == 6, qPrintable(after.output));
         QCOMPARE(report.oldFiles, u"Old files 2026-11-22"_s);
-        QCOMPARE(report.files.size(), 6);
         QCOMPARE(report.files.at(1).path, u"Customer.ccsm"_s);
-        QCOMPARE(report.files.at(1).tables.size(), 4);
         QCOMPARE(report.files.at(1).tables.at(0).rows, 3);
 
-        const QString customer = file(u"Customer.ccsm"_s);
-        QCOMPARE(
-            support::rowsOf(customer, u"select SN,CustomerName,ifinblacklist,Geburtstag,[credit limit],rate "
-                                      "from customer"_s),
-            u"7|客户|1|2006-05-15 18:00:00|123.45|0.1\n9|007|0|Null|Null|0\n12|Null|Null|Null|Null|nan"_s);
-        QCOMPARE(support::rowsOf(customer, u"select note from customer where SN=7"_s),
-                 u"line one\r\nline two"_s);
-        QCOMPARE(support::rowsOf(customer, u"select hex(photo) from customer where SN=7"_s), u"000102"_s);
-        QCOMPARE(support::rowsOf(customer, u"select CallID,IfResolved from CustomerRequest"_s),
-                 u"1|true\n1|false"_s);
-        QCOMPARE(support::rowsOf(customer, u"select * from [Our own list]"_s), u"kept\nKEPT"_s);
-        QCOMPARE(support::rowsOf(file(u"UserLang.lan"_s), u"select * from Language"_s), u"Edit|编辑"_s);
+        const QString customer = path(u"Customer.ccsm"_s);
+        for (const auto &[select, found] :
+             {std::pair(u"SN,CustomerName,ifinblacklist,Geburtstag,[credit limit],rate from customer"_s,
+                        u"7|客户|1|2006-05-15 18:00:00|123.45|0.1\n9|007|0|Null|Null|0\n"
+                        "12|Null|Null|Null|Null|nan"_s),
+              {u"note,hex(photo) from customer where SN=7"_s, u"line one\r\nline two|000102"_s},
+              {u"CallID,IfResolved from CustomerRequest"_s, u"1|true\n1|false"_s},
+              {u"* from [Our own list]"_s, u"kept\nKEPT"_s}}) {
+            QCOMPARE(support::rowsOf(customer, u"select "_s + select), found);
+        }
 
         store::Database database(customer);
         store::Recordset rows = database.OpenRecordset(u"customer"_s);
@@ -204,42 +168,34 @@ private Q_SLOTS:
         QVERIFY(rows.Seek(9) && !rows.Seek(8));
         rows.AddNew(); // the number of a customer who was deleted is not given again
         QCOMPARE(rows.value(u"SN"_s).toInt(), 41);
-        store::Database helpFile(file(u"Help/HelpENG.chlp"_s));
+        store::Database helpFile(path(u"Help/HelpENG.chlp"_s));
         store::Recordset help = helpFile.OpenRecordset(u"Help"_s);
         help.setIndex(u"HelpID"_s);
         QVERIFY(help.Seek(u"MAIN"_s));
 
-        QVERIFY(conversion::convertDesk(m_folder, QDate(2026, 11, 22)).files.isEmpty());
-        m_desk.writeFile(file(u"Lang.mdb"_s), m_old.value(u"Lang.mdb"_s)); // another old file on the same day
-        QCOMPARE(conversion::convertDesk(m_folder, QDate(2026, 11, 22)).oldFiles,
-                 u"Old files 2026-11-22 (2)"_s);
+        QVERIFY(conversion::convertDesk(m_folder, today).files.isEmpty());
+        m_desk.writeFile(path(u"Lang.mdb"_s), m_old.value(u"Lang.mdb"_s)); // another old file on the same day
+        QCOMPARE(conversion::convertDesk(m_folder, today).oldFiles, u"Old files 2026-11-22 (2)"_s);
     }
 
     void whatCannotBeConvertedLeavesTheDeskAsItWas()
     {
         const QString phoneBook = u"SimplePhoneBook.cpbk"_s;
         const JetTable numberTwice = {u"phonebook"_s, {{u"SN"_s, ColumnType::Long, false, true}}, {{1}, {1}}};
-        JetWriter encoded;
-        encoded.encodingKey = 5;
         for (const auto &[path, bytes, told] :
              {std::tuple(u"UserLang.lan"_s, m_old.value(u"UserLang.lan"_s).chopped(qsizetype(2) * 4096),
                          u"UserLang.lan: the table"_s),
-              {phoneBook, encoded.file(), u"is encoded"_s},
-              {phoneBook, database({}), u"no table phonebook"_s},
-              {phoneBook, database({numberTwice}), u"UNIQUE"_s},
-              {u"more.mdb"_s, database({{u"a]b"_s, {{u"c"_s}}, {}}}), u"cannot be kept"_s},
+              {phoneBook, support::encodedJetFile(), u"is encoded"_s},
+              {phoneBook, support::jetFile({}), u"no table phonebook"_s},
+              {phoneBook, support::jetFile({numberTwice}), u"UNIQUE"_s},
+              {u"more.mdb"_s, support::jetFile({{u"a]b"_s, {{u"c"_s}}, {}}}), u"cannot be kept"_s},
               {u"Customer.ldb"_s, "DESK1"_ba, u"is open in another program"_s}}) {
             Files desk = m_old;
             desk.insert(path, bytes);
-            write(m_folder, desk);
-            QString error;
-            try {
-                conversion::convertDesk(m_folder, QDate(2026, 11, 22));
-            } catch (const core::Error &thrown) {
-                error = thrown.description();
-            }
+            makeDesk(desk);
+            const QString error = support::errorOf([this] { conversion::convertDesk(m_folder, today); });
             QVERIFY2(error.contains(told), qPrintable(told + u": "_s + error));
-            QVERIFY(filesIn(m_folder) == desk);
+            QVERIFY(filesNow() == desk);
             QVERIFY(isTidy() && oldFolderIn(m_folder).isEmpty());
         }
     }
@@ -254,9 +210,9 @@ private Q_SLOTS:
         for (int i = 0; i < 50; ++i) {
             const int moment = i < 25 ? calls - i : random.bounded(1, calls - 25);
             const QString when = u"killed before call %1 of %2: "_s.arg(moment).arg(calls);
-            write(m_folder, m_old);
+            makeDesk(m_old);
             QCOMPARE(convertWith(u"kill %1"_s.arg(moment)), -1);
-            const Files now = filesIn(m_folder);
+            const Files now = filesNow();
             const QString old = oldFolderIn(m_folder);
             for (auto file = m_old.begin(); file != m_old.end(); ++file) {
                 const bool inPlace = now.value(file.key()) == file.value();
@@ -278,13 +234,13 @@ private Q_SLOTS:
         for (int i = 0; i < 30; ++i) {
             const QString fault =
                 i % 2 == 0 ? u"fail %1"_s.arg(calls - i / 2) : u"full %1"_s.arg(random.bounded(1, calls));
-            write(m_folder, m_old);
+            makeDesk(m_old);
             const int status = convertWith(fault);
             if (status == 0) {
                 verifyConverted(fault);
             } else {
                 QCOMPARE(status, 1);
-                QVERIFY2(filesIn(m_folder) == m_old, qPrintable(fault));
+                QVERIFY2(filesNow() == m_old, qPrintable(fault));
             }
         }
     }

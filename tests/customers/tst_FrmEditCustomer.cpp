@@ -1,20 +1,24 @@
 #include "customers/CustomerDesk.h"
+#include "customers/CustomerForwarding.h"
 #include "customers/forms/FrmEditCustomer.h"
-#include "support/TestForms.h"
+#include "support/Row.h"
+#include "support/Ui.h"
 
-using customers::FrmEditCustomer;
+using customers::FrmEditCustomer, customers::fieldOf;
 using Answer = core::Prompts::Answer;
+using Editor = support::Ui<FrmEditCustomer>;
 
 class tst_FrmEditCustomer : public QObject
 {
     Q_OBJECT
 
+    /// The editor, which shows the one customer on file or begins a new one.
     struct Forms : support::TestForms
     {
         FakeCustomerEffects effects;
         QPointer<FrmEditCustomer> form;
 
-        Forms()
+        explicit Forms(bool showsHim = true)
         {
             deliver(u"Customer"_s, paths.CustomerFile);
             customerSql(*this,
@@ -24,45 +28,47 @@ class tst_FrmEditCustomer : public QObject
             numbers.LoadCustomerPhoneNumberSnArray();
             QVERIFY(QDir().mkpath(paths.PopUserDataFolder));
             navigator.available = {core::Window::CallNotes};
-            open();
+            open(showsHim);
         }
         ~Forms() { delete form; }
-        void open()
+        void open(bool showsHim = true)
         {
             delete form;
             form = new FrmEditCustomer({context(), checks, effects});
+            showsHim ? void(form->ShowCustomerBySN(1)) : form->addCustomer({});
+            Editor::activate();
         }
-        template <typename Control = QLineEdit>
-        Control *find(const char *name) const
+        QString onFile(const QString &fields) const
         {
-            return form->findChild<Control *>(QLatin1String(name));
+            return customerSql(*this, u"select %1 from customer"_s.arg(fields));
         }
-        /// Types into a field and leaves it, as the toolkit does it in a window that has the keyboard.
-        void type(const char *name, const QString &text) const
-        {
-            find(name)->selectAll();
-            QTest::keyClicks(find(name), text);
-            leave(name);
-        }
-        void leave(const char *name) const
-        {
-            QFocusEvent left(QEvent::FocusOut, Qt::TabFocusReason);
-            QApplication::sendEvent(find(name), &left);
-            QCoreApplication::processEvents();
-        }
-        QString text(const char *name) const { return find(name)->text(); }
-        void click(const char *name) const { QTest::mouseClick(find<QAbstractButton>(name), Qt::LeftButton); }
     };
+
+    static void leave(const char *name)
+    {
+        QFocusEvent left(QEvent::FocusOut, Qt::TabFocusReason);
+        QApplication::sendEvent(Editor::find(name), &left);
+        QCoreApplication::processEvents();
+    }
+    static void typeAndLeave(const char *name, const QString &text)
+    {
+        Editor::type(name, text);
+        leave(name);
+    }
+    static void save() { QTest::keyClick(Editor::form(), Qt::Key_S, Qt::ControlModifier); }
+
+    inline static const QString nameIsOnFile = u"[CustomerExisted]\n[NameOnFile]"_s;
 
 private Q_SLOTS:
     void everyFieldOfTheTableHasItsControlAndALabel()
     {
-        Forms forms;
+        const Forms forms;
         const QList<QLabel *> labels = forms.form->findChildren<QLabel *>();
         for (const customers::CustomerField &field : customers::customerFields()) {
-            const auto *const box = forms.find<QCheckBox>(field.control);
-            const auto label = std::ranges::find(labels, forms.find<QWidget>(field.control), &QLabel::buddy);
-            const QString caption = box != nullptr          ? box->text()
+            const auto *const control = Editor::find(field.control);
+            const auto label = std::ranges::find(labels, control, &QLabel::buddy);
+            const bool isCheck = qobject_cast<const QCheckBox *>(control) != nullptr;
+            const QString caption = isCheck                 ? Editor::text(field.control)
                                     : label != labels.end() ? (*label)->text()
                                                             : u""_s;
             const QString key = QLatin1String(field.labelKey);
@@ -72,55 +78,58 @@ private Q_SLOTS:
 
     void everyFieldIsSavedAsItIsShown()
     {
-        Forms forms;
-        forms.form->addCustomer(u"1"_s);
+        Forms forms(false);
         customers::CustomerRecord customer = fullCustomer();
-        customer.shown.at(size_t(customers::fieldOf(u"Address"))) = QString(40000, u'x');
+        customer.shown.at(size_t(fieldOf(u"Address"))) = QString(40000, u'x');
         customers::CustomerControlSet(*forms.form).setTexts(customer.shown);
-        QVERIFY(QTest::qWaitForWindowActive(forms.form));
-        forms.find("txtCustomerName")->clear();
-        forms.find<QTabWidget>("SSTab1")->setCurrentIndex(2);
+        Editor::set("txtCustomerName", {});
+        Editor::find<QTabWidget>("SSTab1")->setCurrentIndex(2);
         forms.prompts.expect();
-        QTest::keyClick(forms.form, Qt::Key_S, Qt::ControlModifier);
-        QVERIFY(forms.find("txtCustomerName")->hasFocus());
-        forms.find("txtCustomerName")->setText(u"VALUE 0"_s);
+        save();
+        QVERIFY(Editor::hasFocus("txtCustomerName"));
+        Editor::set("txtCustomerName", u"VALUE 0"_s);
         QCOMPARE(forms.form->windowTitle(), u"VALUE 0 - [EditCustomer]"_s);
-        QTest::keyClick(forms.form, Qt::Key_S, Qt::ControlModifier);
-        QCOMPARE(forms.text("txtSN"), u"2"_s);
-        QCOMPARE(forms.find<QLabel>("lblMessage")->text(), u"[EntrySaved]"_s);
-        forms.find<QCheckBox>("chkYNVIP")->toggle();
-        QCOMPARE(forms.find<QLabel>("lblMessage")->text(), u""_s);
-        forms.open();
-        QVERIFY(forms.form->ShowCustomerByName(u"VALUE 0"_s));
-        customer.shown.at(size_t(customers::fieldOf(u"ContactPersonMessenger"))) =
+        save();
+        QCOMPARE(Editor::text("txtSN") + Editor::text("lblMessage"), u"2[EntrySaved]"_s);
+        Editor::find<QCheckBox>("chkYNVIP")->toggle();
+        QCOMPARE(Editor::text("lblMessage"), u""_s);
+        const QByteArray image = forms.effects.sent.at(0).toBytes(forms.codePage);
+        const auto sent = customers::receivedFields(image);
+        for (const customers::CustomerField &field : customers::customerFields()) {
+            const QString column = QLatin1String(field.column);
+            const QString stored = column == "IfVIP"_L1 ? u"Y"_s : customer.text(column);
+            QCOMPARE(customerSql(forms, u"select %1 from customer where SN = 2"_s.arg(column)), stored);
+            QCOMPARE(QString::fromLatin1(sent.at(fieldOf(column)).bytes), stored.left(field.width));
+        }
+        customer.shown.at(size_t(fieldOf(u"ContactPersonMessenger"))) =
             customer.text(u"ContactPersonHomePhones");
-        QCOMPARE(customers::CustomerControlSet(*forms.form).texts(), customer.shown);
+        for (const bool byName : {false, true}) {
+            forms.open();
+            QVERIFY(byName ? forms.form->ShowCustomerByName(u"value 0"_s) : forms.form->ShowCustomerBySN(2));
+            QCOMPARE(customers::CustomerControlSet(*forms.form).texts(), customer.shown);
+        }
     }
 
     void whatIsOnlyLookedAtStaysAsItIsOnFile()
     {
-        Forms forms;
-        QVERIFY(forms.form->ShowCustomerBySN(1));
-        QCOMPARE(forms.find<QCheckBox>("chkYNVIP")->checkState(), Qt::PartiallyChecked);
-        forms.find<QCheckBox>("chkYNVIP")->setFocus();
-        QTest::keyClick(forms.find<QCheckBox>("chkYNVIP"), Qt::Key_Return); // saves
-        QCOMPARE(customerSql(forms, u"select note, IfVIP from customer"_s), u"one\ntwo\u00A0three|G"_s);
-        forms.find<QPlainTextEdit>("txtRemark")->appendPlainText(u"four"_s);
-        forms.click("Command2");
-        QCOMPARE(customerSql(forms, u"select note from customer"_s), u"one\r\ntwo\u00A0three\r\nfour"_s);
-        forms.form->close();
+        const Forms forms;
+        QCOMPARE(Editor::find<QCheckBox>("chkYNVIP")->checkState(), Qt::PartiallyChecked);
+        Editor::key("chkYNVIP", Qt::Key_Return); // saves
+        QCOMPARE(forms.onFile(u"note, IfVIP"_s), u"one\ntwo\u00A0three|G"_s);
+        Editor::find<QPlainTextEdit>("txtRemark")->appendPlainText(u"four"_s);
+        Editor::press("Command2");
+        QCOMPARE(forms.onFile(u"note"_s), u"one\r\ntwo\u00A0three\r\nfour"_s);
     }
 
     void theTwoCopiesOfTheContactStayEqual()
     {
-        Forms forms;
-        for (const auto &[one, other] : {std::pair("txtLinkman", "txtLinkman1"),
-                                         {"txtLinkmanMobile", "txtLinkmanMobile1"},
-                                         {"txtLinkmanEmail", "txtLinkmanEmail1"}}) {
-            forms.find(one)->setText(u"first"_s);
-            QCOMPARE(forms.text(other), u"first"_s);
-            QTest::keyClicks(forms.find(other), u"!"_s);
-            QCOMPARE(forms.text(one), u"first!"_s);
+        const Forms forms;
+        for (const char *one : {"txtLinkman", "txtLinkmanMobile", "txtLinkmanEmail"}) {
+            const QByteArray other = one + "1"_ba;
+            Editor::set(one, u"first"_s);
+            QCOMPARE(Editor::text(other.constData()), u"first"_s);
+            QTest::keyClicks(Editor::find(other.constData()), u"!"_s);
+            QCOMPARE(Editor::text(one), u"first!"_s);
         }
     }
 
@@ -129,30 +138,29 @@ private Q_SLOTS:
         Forms forms;
         forms.form->addCustomer(u"5550144"_s);
         forms.prompts.expect(); // of the caller's number
-        forms.leave("txtCompanyCall");
-        QVERIFY(QTest::qWaitForWindowActive(forms.form));
-        QTest::keyClicks(forms.find("txtCustomerName"), u"acm"_s);
-        const auto *const save = forms.find<QWidget>("Command2");
-        const QPoint place = save->mapTo(forms.form, save->rect().center());
+        leave("txtCompanyCall");
+        Editor::type("txtCustomerName", u"acm"_s);
+        const auto *const button = Editor::find("Command2");
+        const QPoint place = button->mapTo(forms.form, button->rect().center());
         QTest::mousePress(forms.form->windowHandle(), Qt::LeftButton, {}, place);
-        QVERIFY(save->hasFocus() && forms.prompts.asked.size() == 1); // or the click would be swallowed
+        QVERIFY(button->hasFocus() && forms.prompts.asked.size() == 1); // or the click would be swallowed
         forms.prompts.expect();
         QTest::mouseRelease(forms.form->windowHandle(), Qt::LeftButton, {}, place);
-        QCOMPARE(forms.text("txtSN"), u"2"_s);
-        forms.leave("txtCustomerName"); // he is edited from now on
+        QCOMPARE(Editor::text("txtSN"), u"2"_s);
+        QCOMPARE(forms.prompts.asked.at(1), nameIsOnFile);
+        leave("txtCustomerName"); // he is edited from now on
         forms.form->addCustomer({});
         for (const char *name : {"txtCompanyCall", "txtCompanyFax", "txtLinkmanMobile"}) {
             forms.prompts.expect();
-            forms.type(name, u"555-0144"_s);
+            typeAndLeave(name, u"555-0144"_s);
             QCOMPARE(forms.navigator.shown.takeLast(),
                      u"showCustomerList Select * from customer where sn = 1"_s);
         }
-        QCOMPARE(forms.prompts.asked.at(1), u"[CustomerExisted]\n[NameOnFile]"_s);
         forms.prompts.expectSave(Answer::Discard);
         QVERIFY(forms.form->ShowCustomerBySN(1));
-        forms.type("txtCustomerName", u"Acme's"_s);
-        forms.type("txtCompanyFax", u"5550144"_s);
-        QCOMPARE(forms.text("txtCustomerName"), u"Acme\u2019s"_s);
+        typeAndLeave("txtCustomerName", u"Acme's"_s);
+        typeAndLeave("txtCompanyFax", u"5550144"_s);
+        QCOMPARE(Editor::text("txtCustomerName"), u"Acme\u2019s"_s);
         QCOMPARE(forms.prompts.asked.size(), 6);
     }
 
@@ -160,56 +168,48 @@ private Q_SLOTS:
     {
         Forms forms;
         forms.form->addCustomer(u"2125550188"_s, u"O'Brien"_s);
-        QCOMPARE(forms.text("txtCustomerName"), u"O\u2019Brien"_s);
+        QCOMPARE(Editor::text("txtCustomerName"), u"O\u2019Brien"_s);
         QVERIFY(forms.form->close()); // nothing was typed, nothing is asked
         forms.form->addCustomer({}, u"Acme"_s);
         forms.prompts.expect();
-        forms.click("Command2");
-        QCOMPARE(forms.prompts.asked, QStringList{u"[CustomerExisted]\n[NameOnFile]"_s});
-        QCOMPARE(forms.text("txtSN"), u"2"_s);
+        Editor::press("Command2");
+        QCOMPARE(forms.prompts.asked, QStringList{nameIsOnFile});
     }
 
     void aNameThatCouldNotBeLookedUpIsLookedUpOnceItCan()
     {
         for (const bool saves : {true, false}) {
-            Forms forms;
-            forms.form->addCustomer({});
-            std::optional<store::Database> other(forms.paths.CustomerFile);
-            other->Execute(u"begin exclusive"_s);
-            forms.type("txtCustomerName", u"acme"_s);
+            Forms forms(false);
+            support::Lock other(forms.paths.CustomerFile);
+            typeAndLeave("txtCustomerName", u"acme"_s);
             QCOMPARE(forms.logMessages().filter(u"IfTheCustumerExist"_s).size(), 1);
-            other.reset();
+            other.release();
             forms.prompts.expect();
-            saves ? forms.click("Command2") : forms.leave("txtCustomerName");
-            QCOMPARE(forms.prompts.asked, QStringList{u"[CustomerExisted]\n[NameOnFile]"_s});
+            saves ? Editor::press("Command2") : leave("txtCustomerName");
+            QCOMPARE(forms.prompts.asked, QStringList{nameIsOnFile});
         }
     }
 
     // One box for whatever is somebody else's, and none twice; the line stays as long as it is so.
     void anActBringsOneBoxAndTheLineSaysWhoseItIs()
     {
-        Forms forms;
-        forms.form->addCustomer({});
-        QVERIFY(QTest::qWaitForWindowActive(forms.form));
-        forms.find("txtCustomerName")->setFocus();
-        QTest::keyClicks(forms.find("txtCustomerName"), u"acme"_s);
-        forms.find("txtCompanyFax")->setText(u"555-0144"_s);
-        forms.find("txtCompanyFax")->setModified(true);
-        const auto *const owner = forms.find<QLabel>("lblOwner");
-        QTRY_COMPARE(owner->text(), u"[NumberBelongsTo]"_s);
+        Forms forms(false);
+        Editor::type("txtCustomerName", u"acme"_s);
+        Editor::set("txtCompanyFax", u"555-0144"_s);
+        Editor::find<QLineEdit>("txtCompanyFax")->setModified(true);
+        QTRY_COMPARE(Editor::text("lblOwner"), u"[NumberBelongsTo]"_s);
         forms.prompts.expect();
-        QTest::keyClick(forms.form, Qt::Key_S, Qt::ControlModifier);
-        QCOMPARE(forms.prompts.asked, QStringList(u"[CustomerExisted]\n[NameOnFile]"_s));
-        QCOMPARE(forms.text("txtSN"), u"2"_s);
-        QVERIFY(forms.find("txtCustomerName")->hasFocus() && owner->isVisible());
-        QTest::keyClicks(forms.find("txtCustomerName"), u"2"_s);
-        QTest::keyClick(forms.form, Qt::Key_S, Qt::ControlModifier); // not warned about himself
+        save();
+        QCOMPARE(forms.prompts.asked, QStringList{nameIsOnFile});
+        QVERIFY(Editor::hasFocus("txtCustomerName") && Editor::isVisible("lblOwner"));
+        QTest::keyClicks(Editor::find("txtCustomerName"), u"2"_s);
+        save(); // not warned about himself
         QCOMPARE(forms.prompts.asked.size(), 1);
-        QCOMPARE(owner->text(), u"[NumberBelongsTo]"_s);
-        forms.click("cmdOpenOwner");
+        QCOMPARE(Editor::text("lblOwner"), u"[NumberBelongsTo]"_s);
+        Editor::press("cmdOpenOwner");
         QCOMPARE(forms.navigator.shown, QStringList(u"Show_Editor CUSTOMER 1"_s));
-        forms.find("txtCompanyFax")->clear();
-        QTRY_VERIFY(!owner->isVisible());
+        Editor::set("txtCompanyFax", {});
+        QTRY_VERIFY(!Editor::isVisible("lblOwner"));
     }
 
     // A name that another program has filed with an apostrophe is his name until it is changed.
@@ -217,78 +217,68 @@ private Q_SLOTS:
     {
         Forms forms;
         customerSql(forms, u"update customer set CustomerName='O''Brien'"_s);
-        QVERIFY(forms.form->ShowCustomerBySN(1));
-        Q_EMIT forms.find("txtCustomerName")->editingFinished();
-        forms.click("cmdViewNotePad");
+        forms.open();
+        Q_EMIT Editor::find<QLineEdit>("txtCustomerName")->editingFinished();
+        Editor::press("cmdViewNotePad");
         QVERIFY(forms.form->close()); // unasked
         forms.open();
-        QVERIFY(forms.form->ShowCustomerBySN(1));
-        forms.type("txtCustomerName", u"O'Hara"_s);
-        QCOMPARE(forms.text("txtCustomerName"), u"O\u2019Hara"_s);
-        forms.click("cmdViewNotePad");
+        typeAndLeave("txtCustomerName", u"O'Hara"_s);
+        QCOMPARE(Editor::text("txtCustomerName"), u"O\u2019Hara"_s);
+        Editor::press("cmdViewNotePad");
         QCOMPARE(forms.navigator.shown, QStringList(2, u"ShowNotePad O'Brien"_s));
     }
 
-    void theOperatorDecidesWhatTwoHaveChanged_data()
-    {
-        QTest::addColumn<QString>("elsewhere");
-        QTest::addColumn<int>("answer");
-        QTest::addColumn<QString>("box"); // what stands in it, and on file
-        QTest::addColumn<QString>("onFile");
-        const QString change = u"update customer set quote='8', city='Rome'"_s;
-        QTest::newRow("mine") << change << int(Answer::Save) << u"9"_s << u"9 Rome"_s;
-        QTest::newRow("theirs") << change << int(Answer::Discard) << u"8"_s << u"8 Rome"_s;
-        QTest::newRow("back") << change << int(Answer::Cancel) << u"9"_s << u"8 Rome"_s;
-        const QString deletion = u"delete from customer"_s;
-        QTest::newRow("gone, mine") << deletion << int(Answer::Save) << u"9"_s << u"9 "_s;
-        QTest::newRow("gone, theirs") << deletion << int(Answer::Discard) << u""_s << u""_s;
-    }
+    // By his answer: what stands in the box then, and on file.
     void theOperatorDecidesWhatTwoHaveChanged()
     {
-        QFETCH(const QString, elsewhere);
-        QFETCH(const int, answer);
-        Forms forms;
-        QVERIFY(forms.form->ShowCustomerBySN(1));
-        forms.find("txtQuote")->setText(u"9"_s);
-        customerSql(forms, elsewhere);
-        forms.prompts.expectSave(Answer(answer));
-        forms.click("Command2");
-        const bool gone = elsewhere.startsWith(u"delete"_s);
+        const QString change = u"update customer set quote='8', city='Rome'"_s;
+        const QString deletion = u"delete from customer"_s;
         const QString values = u"\n\n[Quote]\n[ValueMine] \u20689\u2069\n[ValueTheirs] \u20688\u2069"_s;
-        QCOMPARE(forms.prompts.asked.first(),
-                 u"Acme\n\n"_s + (gone ? u"[RecordGone]"_s : u"[ChangedElsewhere]"_s + values));
-        QTEST(forms.text("txtQuote"), "box");
-        QTEST(customerSql(forms, u"select quote || ' ' || ifnull(city, '') from customer"_s), "onFile");
-        if (Answer(answer) != Answer::Cancel) {
-            QVERIFY(forms.form->close()); // nothing is left to be asked about
-            return;
+        for (const auto &[name, elsewhere, answer, box, onFile] :
+             {std::tuple("mine", change, Answer::Save, u"9"_s, u"9 Rome"_s),
+              {"theirs", change, Answer::Discard, u"8"_s, u"8 Rome"_s},
+              {"back", change, Answer::Cancel, u"9"_s, u"8 Rome"_s},
+              {"gone, mine", deletion, Answer::Save, u"9"_s, u"9 "_s},
+              {"gone, theirs", deletion, Answer::Discard, u""_s, u""_s}}) {
+            const support::Row row(name);
+            Forms forms;
+            Editor::set("txtQuote", u"9"_s);
+            customerSql(forms, elsewhere);
+            forms.prompts.expectSave(answer);
+            Editor::press("Command2");
+            QCOMPARE(forms.prompts.asked.first(),
+                     u"Acme\n\n"_s +
+                         (elsewhere == deletion ? u"[RecordGone]"_s : u"[ChangedElsewhere]"_s + values));
+            QCOMPARE(Editor::text("txtQuote"), box);
+            QCOMPARE(forms.onFile(u"quote || ' ' || ifnull(city, '')"_s), onFile);
+            if (answer == Answer::Cancel) {
+                forms.prompts.expectSave(Answer::Discard); // else nothing is left to be asked about
+            }
+            QVERIFY(forms.form->close());
         }
-        forms.prompts.expectSave(Answer::Discard);
-        forms.form->close();
     }
 
     void unsavedTextIsAskedAbout()
     {
         Forms forms;
-        QVERIFY(forms.form->ShowCustomerBySN(1));
-        QVERIFY(!forms.find<QWidget>("Command1")->isEnabled());
-        forms.find("txtQuote")->setText(u"9"_s);
+        QVERIFY(!Editor::isEnabled("Command1"));
+        Editor::set("txtQuote", u"9"_s);
         forms.prompts.expectSave(Answer::Cancel);
         QTest::keyClick(forms.form, Qt::Key_Escape);
         QVERIFY(forms.form->isVisible());
         QCOMPARE(forms.prompts.asked, QStringList(u"Acme\n\n[CustomerUnsaved]"_s));
         forms.prompts.expectSave(Answer::Cancel);
         forms.form->addCustomer(u"2"_s);
-        QCOMPARE(forms.text("txtSN"), u"1"_s);
+        QCOMPARE(Editor::text("txtSN"), u"1"_s);
         forms.prompts.expectSave(Answer::Save);
         forms.form->addCustomer(u"2"_s);
-        QCOMPARE(customerSql(forms, u"select quote from customer"_s), u"9"_s);
-        QCOMPARE(forms.text("txtSN") + forms.text("txtQuote") + forms.text("txtCompanyCall"), u"2"_s);
+        QCOMPARE(forms.onFile(u"quote"_s), u"9"_s);
+        QCOMPARE(Editor::text("txtSN") + Editor::text("txtQuote") + Editor::text("txtCompanyCall"), u"2"_s);
         forms.form->appendNumber(u"3"_s);
-        QCOMPARE(forms.text("txtCompanyCall"), u"2,3"_s);
+        QCOMPARE(Editor::text("txtCompanyCall"), u"2,3"_s);
         forms.prompts.expectSave(Answer::Discard);
-        forms.click("Command1");
-        QCOMPARE(forms.text("txtCompanyCall"), QString());
+        Editor::press("Command1");
+        QCOMPARE(Editor::text("txtCompanyCall"), QString());
         forms.form->close();
         QTRY_VERIFY(forms.form.isNull());
     }
@@ -296,39 +286,37 @@ private Q_SLOTS:
     void addressesReachTheSystemWithTheirPrefix()
     {
         Forms forms;
-        forms.form->addCustomer({});
-        for (const QString &address : {u" desk.example "_s, u"http://a.example"_s, u"HTTP://B.example"_s,
-                                       u"HTTPS://c.example"_s, u" "_s}) {
-            forms.find("txtHomepage")->setText(address);
-            QTest::mouseDClick(forms.find("txtHomepage"), Qt::LeftButton);
+        const auto opens = [&forms](const char *box, const QString &address) {
+            Editor::set(box, address);
+            QTest::mouseDClick(Editor::find(box), Qt::LeftButton);
+            return forms.shell.opened.isEmpty() ? QString() : forms.shell.opened.takeLast();
+        };
+        for (const auto &[typed, page] : {std::pair(u" desk.example "_s, u"http://desk.example"_s),
+                                          {u"http://a.example"_s, u"http://a.example"_s},
+                                          {u"HTTP://B.example"_s, u"http://HTTP://B.example"_s},
+                                          {u"HTTPS://c.example"_s, u"HTTPS://c.example"_s}}) {
+            QCOMPARE(opens("txtHomepage", typed), u"openPage "_s + page);
         }
-        forms.find("txtLinkmanEmail")->setText(u" o@desk.example"_s);
-        QTest::mouseDClick(forms.find("txtLinkmanEmail1"), Qt::LeftButton);
-        forms.click("cmdSendEmail");
-        const QString mail = u"startMail o@desk.example"_s;
-        QCOMPARE(forms.shell.opened,
-                 QStringList({u"openPage http://desk.example"_s, u"openPage http://a.example"_s,
-                              u"openPage http://HTTP://B.example"_s, u"openPage HTTPS://c.example"_s, mail,
-                              mail}));
-        forms.click("Command4");
-        forms.find("txtCustomerName")->setText(u"Acme"_s);
-        forms.click("cmdViewNotePad");
-        QCOMPARE(forms.navigator.shown,
-                 QStringList({u"ShowHelp Popup_CustomerDatabase_Edit"_s, u"ShowNotePad Acme"_s}));
+        QCOMPARE(opens("txtHomepage", u" "_s), QString());
+        QCOMPARE(opens("txtLinkmanEmail1", u" o@desk.example"_s), u"startMail o@desk.example"_s);
+        Editor::press("cmdSendEmail");
+        QCOMPARE(forms.shell.opened, QStringList{u"startMail o@desk.example"_s});
+        Editor::press("Command4");
+        QCOMPARE(forms.navigator.shown, QStringList{u"ShowHelp Popup_CustomerDatabase_Edit"_s});
     }
 
     void combosRememberWhatWasTyped()
     {
-        Forms forms;
-        auto *city = forms.find<QComboBox>("txtCity");
-        QTest::keyClicks(city->lineEdit(), u"Paris"_s);
+        Forms forms(false);
+        Editor::type("txtCity", u"Paris"_s);
+        auto *city = Editor::find<QComboBox>("txtCity");
         QFocusEvent left(QEvent::FocusOut, Qt::TabFocusReason);
         QApplication::sendEvent(city, &left);
         QTRY_COMPARE(city->count(), 1);
-        forms.open();
-        QCOMPARE(forms.find<QComboBox>("txtCity")->itemText(0), u"Paris"_s);
-        QCOMPARE(forms.find<QComboBox>("txtCity")->currentText(), QString());
-        QCOMPARE(forms.find<QComboBox>("txtContactPersonSex")->itemText(1), u"FeMale"_s);
+        forms.open(false);
+        QCOMPARE(Editor::find<QComboBox>("txtCity")->itemText(0), u"Paris"_s);
+        QCOMPARE(Editor::text("txtCity"), QString());
+        QCOMPARE(Editor::find<QComboBox>("txtContactPersonSex")->itemText(1), u"FeMale"_s);
     }
 };
 

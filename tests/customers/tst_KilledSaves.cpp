@@ -42,26 +42,25 @@ struct Saver
     }
 
     /// Counts up one field of the first customer, saving each number; the editor stays open all the while.
+    /// What the other's lock refuses is tried again.
     bool countUp(QStringView column, int last)
     {
-        customers::FoundCustomer found = editing.ShowCustomerBySN(1);
-        while (!found.customer) { // the file was locked for too long
-            found = editing.ShowCustomerBySN(1);
+        std::optional<customers::LoadedCustomer> found;
+        while (!found) {
+            found = editing.ShowCustomerBySN(1).customer;
         }
-        loaded = *found.customer;
-        for (int number = 1; number <= last; ++number) {
+        loaded = *found;
+        customers::SavedCustomer saved;
+        saved.written = true;
+        for (int number = 1; number <= last && saved.written; ++number) {
             customers::CustomerRecord typed = loaded.record;
             typed.shown.at(size_t(customers::fieldOf(column))) = QString::number(number);
-            customers::SavedCustomer saved = editing.save(loaded, typed);
-            while (!saved.message.isEmpty()) { // the file was locked for too long
+            do {
                 saved = editing.save(loaded, typed);
-            }
-            if (!saved.written) {
-                return false;
-            }
+            } while (!saved.message.isEmpty());
             loaded = saved.customer;
         }
-        return true;
+        return saved.written;
     }
 };
 
@@ -142,16 +141,11 @@ int main(int argc, char *argv[])
 {
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.value(1) == "count"_L1) {
+    const QString work = arguments.value(1);
+    if (work == "count"_L1 || work == "save"_L1) {
         const QString &folder = arguments.at(2);
-        return Saver(core::pathsBelow(folder + u"/start"_s, folder + u"/data"_s)).countUp(u"Fax", counted)
-                   ? 0
-                   : 1;
-    }
-    if (arguments.value(1) == "save"_L1) {
-        const QString &folder = arguments.at(2);
-        return Saver(core::pathsBelow(folder + u"/start"_s, folder + u"/data"_s))
-            .run(arguments.at(3).toInt());
+        Saver saver(core::pathsBelow(folder + u"/start"_s, folder + u"/data"_s));
+        return work == "count"_L1 ? int(!saver.countUp(u"Fax", counted)) : saver.run(arguments.at(3).toInt());
     }
     tst_KilledSaves test;
     return QTest::qExec(&test, argc, argv);

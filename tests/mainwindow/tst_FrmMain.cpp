@@ -192,6 +192,7 @@ private Q_SLOTS:
         first.Tail = QString(39, u' ');
         core::CallRecord second;
         second.CallerID = u"5550177"_s;
+        second.Source = u"CUSTOMER"_s; // matched with a word that has no number
         second.Tail = u"2026-11-20 10:42201     5550106        "_s;
         auto *bar = forms.find<QPlainTextEdit>("txtLastCallerID");
         const auto showsPrevious = [bar] { return bar->document()->lastBlock().isVisible(); };

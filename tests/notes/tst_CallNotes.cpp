@@ -3,27 +3,28 @@
 #include "notes/CallNotes.h"
 #include "notes/NoteConditions.h"
 #include "notes/NoteReport.h"
+#include "support/Row.h"
 #include "tools/ToolRun.h"
 
 #include <QPrinter>
 
 using namespace notes;
 
-namespace {
-
-NoteEntry entryOf(const QString &customer, const QString &consultant, const QString &request,
-                  const QString &response)
-{
-    const QDateTime time({2026, 11, 21}, {9, 30, 15});
-    return {u"Call1"_s, customer, time, consultant, u"can't"_s, request, response, {}, 1};
-}
-
-} // namespace
-
 /// Call notes without their windows: statements, rules, report, export and the printed pages.
 class tst_CallNotes : public QObject
 {
     Q_OBJECT
+
+    struct Desk : NoteDesk
+    {
+        CallNotes calls{log, paths, texts};
+    };
+    static NoteEntry entryOf(const QString &customer, const QString &consultant = u"Ann"_s,
+                             const QString &request = u"r"_s, const QString &response = u"s"_s)
+    {
+        const QDateTime time({2026, 11, 21}, {9, 30, 15});
+        return {u"Call1"_s, customer, time, consultant, u"can't"_s, request, response, {}, 1};
+    }
 
 private Q_SLOTS:
     void aSearchKeepsToTheCustomerOfItsWindow()
@@ -35,20 +36,19 @@ private Q_SLOTS:
 
     void valuesAreCheckedInTheirOrder()
     {
-        NoteDesk desk;
-        const CallNotes calls(desk.log, desk.paths, desk.texts);
+        const Desk desk;
         for (const auto &[customer, consultant, request, response, told] :
              {std::tuple(u""_s, u""_s, u""_s, u""_s, u"CustomerName can not be empty!"_s),
               {u"Nobody"_s, u""_s, u""_s, u""_s, u"the customer is not exists!"_s},
               {u"Acme"_s, u""_s, u""_s, u""_s, u"Consultant can not be empty!"_s},
               {u"Acme"_s, u"Ann"_s, u""_s, u""_s, u"the request can not be empty!"_s},
               {u"Acme"_s, u"Ann"_s, u"r"_s, u""_s, u"your response can not be empty!"_s}}) {
-            const SavedNote refused = calls.save({}, entryOf(customer, consultant, request, response));
+            const SavedNote refused = desk.calls.save({}, entryOf(customer, consultant, request, response));
             QVERIFY(!refused.written && !refused.wrongField.isEmpty());
             QCOMPARE(refused.message, told);
         }
         QCOMPARE(desk.rows(u"select count(*) from callinfo"_s), u"0"_s);
-        QVERIFY(calls.save({}, entryOf(u"O'Brien's"_s, u"Ann"_s, u"r"_s, u"s"_s)).written);
+        QVERIFY(desk.calls.save({}, entryOf(u"O'Brien's"_s)).written);
     }
 
     void theReportCutsNothingAndReadsNullAsEmpty()
@@ -70,53 +70,47 @@ private Q_SLOTS:
 
     void savingAgainAddsAnEntryAndLeavesTheTimeAlone()
     {
-        NoteDesk desk;
-        const CallNotes calls(desk.log, desk.paths, desk.texts);
+        const Desk desk;
         NoteEntry entry = entryOf(u"O'Brien's"_s, u"Ann"_s, QString(100'000, u'\''), u"line\nline"_s);
-        const SavedNote first = calls.save({}, entry);
+        const SavedNote first = desk.calls.save({}, entry);
         QVERIFY(first.written);
         entry.dateAndTime = entry.dateAndTime.addDays(1);
         entry.consultant = u"Bob"_s;
-        QVERIFY(calls.save(first.call, entry).written);
+        QVERIFY(desk.calls.save(first.call, entry).written);
         QCOMPARE(desk.rows(u"select DateAndTime,Consultant,CallContent from callinfo"_s),
                  u"2026-11-21 09:30:15|Bob|can't"_s);
         QCOMPARE(desk.rows(u"select length(Request),Response,IfResolved from customerrequest"_s),
                  u"100000|line\nline|true\n100000|line\nline|true"_s);
-        QVERIFY(calls.RefreshNotePad(u"O'Brien's"_s, u"Acme"_s)); // a name that exists takes the notes in
+        QVERIFY(
+            desk.calls.RefreshNotePad(u"O'Brien's"_s, u"Acme"_s)); // a name that exists takes the notes in
         QCOMPARE(desk.rows(u"select CustomerName from callinfo"_s), u"Acme"_s);
         QCOMPARE(desk.logMessages(), QStringList());
     }
 
     // What another desk does to the call between two of its entries.
-    void twoDesksLoseNothingOfEachOther_data()
-    {
-        QTest::addColumn<QString>("elsewhere");
-        QTest::addColumn<QString>("refused");
-        QTest::addColumn<QString>("call"); // when what is on file holds
-        QTest::newRow("renamed customer")
-            << u"update callinfo set CustomerName='O''Brien''s'"_s << u""_s << u"O'Brien's|Bob|can't"_s;
-        QTest::newRow("other content")
-            << u"update callinfo set CallContent='new'"_s << u""_s << u"Acme|Bob|new"_s;
-        QTest::newRow("other consultant")
-            << u"update callinfo set Consultant='Cid'"_s << u"Consultant"_s << u"Acme|Cid|can't"_s;
-        QTest::newRow("deleted") << u"delete from callinfo"_s << u"gone"_s << u"Acme|Bob|can't"_s;
-    }
     void twoDesksLoseNothingOfEachOther()
     {
-        QFETCH(const QString, elsewhere);
-        NoteDesk desk;
-        const CallNotes calls(desk.log, desk.paths, desk.texts);
-        NoteEntry entry = entryOf(u"Acme"_s, u"Ann"_s, u"r"_s, u"s"_s);
-        std::optional<CallFields> loaded = calls.save({}, entry).call;
-        desk.run(elsewhere);
-        entry.consultant = u"Bob"_s;
-        SavedNote saved = calls.save(loaded, entry);
-        const QString column = saved.disputed.isEmpty() ? u""_s : saved.disputed.constFirst().column;
-        QTEST(saved.gone ? u"gone"_s : column, "refused");
-        CallNotes::decide(saved, core::Whose::Theirs, loaded, entry);
-        saved = saved.written ? saved : calls.save(loaded, entry);
-        QTEST(desk.rows(u"select CustomerName,Consultant,CallContent from callinfo"_s), "call");
-        QCOMPARE(desk.rows(u"select count(*) from customerrequest"_s), u"2"_s);
+        const QString update = u"update callinfo set "_s;
+        for (const auto &[name, elsewhere, refused, call] : // the disputed column; the call when theirs hold
+             {std::tuple("renamed customer", update + u"CustomerName='O''Brien''s'"_s, u""_s,
+                         u"O'Brien's|Bob|can't"_s),
+              {"other content", update + u"CallContent='new'"_s, u""_s, u"Acme|Bob|new"_s},
+              {"other consultant", update + u"Consultant='Cid'"_s, u"Consultant"_s, u"Acme|Cid|can't"_s},
+              {"deleted", u"delete from callinfo"_s, u"gone"_s, u"Acme|Bob|can't"_s}}) {
+            const support::Row row(name);
+            const Desk desk;
+            NoteEntry entry = entryOf(u"Acme"_s);
+            std::optional<CallFields> loaded = desk.calls.save({}, entry).call;
+            desk.run(elsewhere);
+            entry.consultant = u"Bob"_s;
+            SavedNote saved = desk.calls.save(loaded, entry);
+            const QString column = saved.disputed.isEmpty() ? u""_s : saved.disputed.constFirst().column;
+            QCOMPARE(saved.gone ? u"gone"_s : column, refused);
+            CallNotes::decide(saved, core::Whose::Theirs, loaded, entry);
+            saved = saved.written ? saved : desk.calls.save(loaded, entry);
+            QCOMPARE(desk.rows(u"select CustomerName,Consultant,CallContent from callinfo"_s), call);
+            QCOMPARE(desk.rows(u"select count(*) from customerrequest"_s), u"2"_s);
+        }
     }
 
     void printedPagesReadBackWithNumbersHeadingAndWrappedLines()

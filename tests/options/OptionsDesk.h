@@ -1,11 +1,11 @@
 #pragma once
 
 #include "options/forms/OptionsWindows.h"
-#include "support/TestForms.h"
+#include "support/Ui.h"
 
-/// A desk with the windows of the options, of which one class of form is looked at; records what saving has
-/// caused.
-template <typename Form>
+using Options = support::Ui<options::frmOptions>;
+
+/// A desk with the windows of the options; records what saving has caused.
 struct OptionsDesk : support::TestForms, options::OptionsEffects
 {
     QStringList caused;
@@ -58,11 +58,4 @@ struct OptionsDesk : support::TestForms, options::OptionsEffects
         QFile::remove(paths.SettingsFile);
         QDir().mkdir(paths.SettingsFile);
     }
-    static Form *form() { return support::openForm<Form>(); }
-    template <typename Control>
-    static Control *find(const char *name)
-    {
-        return support::find<Form, Control>(name);
-    }
-    static void press(const char *button) { support::press<Form>(button); }
 };

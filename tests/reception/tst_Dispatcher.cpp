@@ -99,6 +99,22 @@ private Q_SLOTS:
         }
     }
 
+    void theSettingsDecideWhatACallThatNeedNotPopUpCauses()
+    {
+        for (const auto &[popAll, listAll, causes] : {std::tuple(0, 0, u""_s),
+                                                      {0, -1, u"row 5550199/"_s},
+                                                      {2, 1, u"row 5550199/"_s},
+                                                      {1, 0, u"window,row 5550199/,popup 5550199/"_s}}) {
+            Reception reception;
+            reception.effects.known = false;
+            reception.settings.record.PopupAllLines = qint16(popAll);
+            reception.settings.record.ListUnpoppedCalls = qint16(listAll);
+            reception.receive(call());
+            QCOMPARE(reception.effects.causes.join(u','), causes);
+            QCOMPARE(reception.effects.last, u"5550199/"_s); // the bar names every caller
+        }
+    }
+
     // Behind two double-byte characters the filter's count begins two characters into the number.
     void theFilterIsGivenTheNumberByCharactersAndByColumnsAndADatagramMayFail()
     {

@@ -94,33 +94,6 @@ private Q_SLOTS:
         }
     }
 
-    // 500 Chinese and 500 Korean names, from a sender of the same code page and from one that writes UTF-8.
-    void commonNamesArriveAsTheyWereSent()
-    {
-        const QString chineseFamilies = u"王李张刘陈杨黄赵吴周徐孙马朱胡郭何林高罗郑梁谢宋唐许韩邓冯曹"
-                                        "彭曾肖田董潘袁蔡蒋余于杜叶程魏苏吕丁任卢"_s;
-        const QStringList chinese = u"伟 芳 娜 秀英 敏 静 丽 梅 梓涵 毛毛"_s.split(u' ');
-        const QString koreanFamilies = u"김이박최정강조윤장임한오서신권황안송전홍유고문양손"_s;
-        const QStringList korean =
-            u"민준 서준 도윤 예준 시우 하준 지호 주원 지후 준우 서연 서윤 지우 서현 하은 "
-            "하윤 민서 지유 윤서 천"_s.split(u' ');
-        for (const auto &[page, families, given] :
-             {std::tuple(u"936"_s, chineseFamilies, chinese), {u"949"_s, koreanFamilies, korean}}) {
-            QCOMPARE(families.size() * given.size(), 500);
-            for (const QString &sender : {page, u"utf-8"_s}) {
-                const sim::CodePageChoice choice = sim::CodePageChoice::named(sender).value();
-                for (const QChar family : families) {
-                    for (const QString &name : given) {
-                        const sim::CallFields fields = sampleCall(family + name);
-                        const core::CallRecord record = parsed(sim::callRecord(fields, choice), page.toInt());
-                        QCOMPARE(record.LineNo + record.SimpleDes, fields.line + fields.name);
-                        QCOMPARE(record.CallerID + record.IfVIP + record.SnText, u"02087654321Y7"_s);
-                    }
-                }
-            }
-        }
-    }
-
     void theSendersMatchTellsItsDatabase()
     {
         QStringList rows;

@@ -43,19 +43,21 @@ class tst_Database : public QObject
 
     static QString errorOf(const QString &path)
     {
-        try {
+        return support::errorOf([&path] {
             Database database(path);
             countRows(database);
-        } catch (const core::Error &error) {
-            return QString::number(error.number()) + u' ' + error.description();
-        }
-        return u"opened"_s;
+        });
     }
-
-    static void saveTelno(Recordset &rows, const QString &telno)
+    static QString errorOf(Database &database, const QString &statement)
     {
-        rows.setValue(u"telno"_s, telno);
-        rows.Update();
+        return support::errorOf([&] { database.Execute(statement); });
+    }
+    static QString saveTelno(Recordset &rows, const QString &telno)
+    {
+        return support::errorOf([&] {
+            rows.setValue(u"telno"_s, telno);
+            rows.Update();
+        });
     }
 
     std::unique_ptr<support::TestDesk> m_desk;
@@ -82,12 +84,9 @@ private Q_SLOTS:
         QCOMPARE(errorOf(m_path), u"26 the database file is empty: "_s + m_path);
         m_desk->writeFile(m_path, QByteArray(4096, 'x'));
         QCOMPARE(errorOf(m_path), u"26 file is not a database: "_s + m_path);
-        const QString texts = m_desk->paths.LangFile;
-        deliver(u"Lang"_s, texts);
-        QCOMPARE(errorOf(texts), u"1 no such table: customer: "_s + texts);
-        Database other(texts);
-        other.Execute(u"begin exclusive"_s);
-        QCOMPARE(errorOf(texts), u"5 database is locked: "_s + texts);
+        QCOMPARE(errorOf(m_phoneBook), u"1 no such table: customer: "_s + m_phoneBook);
+        const support::TakenFile taken(m_phoneBook);
+        QCOMPARE(errorOf(m_phoneBook), u"5 database is locked: "_s + m_phoneBook);
         QFile::remove(m_path);
         deliver(u"Customer"_s, m_path, addCustomers);
         QByteArray bytes = m_desk->fileBytes(m_path);
@@ -102,10 +101,10 @@ private Q_SLOTS:
         QVERIFY(QFile::setPermissions(m_path, QFile::ReadOwner | QFile::ReadUser));
         Database database(m_path);
         QCOMPARE(countRows(database), 300);
-        QVERIFY_THROWS_EXCEPTION(core::Error, database.Execute(u"delete from customer"_s));
+        QVERIFY(errorOf(database, u"delete from customer"_s).startsWith("8 "_L1));
         QVERIFY(QFile::setPermissions(m_path, QFile::ReadOwner | QFile::WriteOwner));
         Database reader(m_path, Database::Mode::ReadOnly);
-        QVERIFY_THROWS_EXCEPTION(core::Error, reader.Execute(u"delete from customer"_s));
+        QVERIFY(errorOf(reader, u"delete from customer"_s).startsWith("8 "_L1));
     }
 
     void aForeignSchemaRunsNothing()
@@ -120,8 +119,8 @@ private Q_SLOTS:
         Database database(m_path);
         database.Execute(u"insert into phonebook(Telno) values('1')"_s);
         QCOMPARE(database.OpenRecordset(u"taken"_s).RecordCount(), 0);
-        QVERIFY_THROWS_EXCEPTION(core::Error, database.Execute(u"delete from sqlite_schema"_s));
-        QVERIFY_THROWS_EXCEPTION(core::Error, database.Execute(u"select load_extension('x')"_s));
+        QVERIFY(errorOf(database, u"delete from sqlite_schema"_s).contains("may not be modified"_L1));
+        QVERIFY(errorOf(database, u"select load_extension('x')"_s).contains("not authorized"_L1));
     }
 
     void anotherTextOrderIsReplacedOnOpening()
@@ -139,12 +138,16 @@ private Q_SLOTS:
     {
         deliver(u"Customer"_s, m_path);
         Database database(m_path);
-        QVERIFY_THROWS_EXCEPTION(core::Error, database.transaction([&] {
-            addCustomers(database);
-            database.Execute(u"insert into customer(SN) values(1)"_s);
-        }));
+        const auto addAll = [&] { addCustomers(database); };
+        const QString error = support::errorOf([&] {
+            database.transaction([&] {
+                addAll();
+                database.Execute(u"insert into customer(SN) values(1)"_s);
+            });
+        });
+        QVERIFY2(error.startsWith("19 "_L1), qPrintable(error));
         QCOMPARE(countRows(database), 0);
-        database.transaction([&] { addCustomers(database); });
+        database.transaction(addAll);
         Database other(m_path);
         QCOMPARE(countRows(other), 300);
         database.forEachRow(u"pragma synchronous"_s, [](const Row &row) { QCOMPARE(row.integer(0), 2); });
@@ -153,11 +156,11 @@ private Q_SLOTS:
     void makingADatabaseNeverTouchesAnExistingFile()
     {
         m_desk->writeFile(m_path, "mine");
-        QVERIFY_THROWS_EXCEPTION(core::Error, deliver(u"Customer"_s, m_path));
+        QVERIFY(!support::errorOf([this] { deliver(u"Customer"_s, m_path); }).isEmpty());
         QCOMPARE(m_desk->fileBytes(m_path), QByteArray("mine"));
         QVERIFY(QFile::remove(m_path));
-        const auto fail = [](Database &) { throw core::Error(0, u"full"_s); };
-        QVERIFY_THROWS_EXCEPTION(core::Error, deliver(u"Customer"_s, m_path, fail));
+        const auto fail = [](Database &) { throw core::Error(7, u"full"_s); };
+        QCOMPARE(support::errorOf([&] { deliver(u"Customer"_s, m_path, fail); }), u"7 full"_s);
         QCOMPARE(QDir(m_desk->paths.StartFolder).entryList(QDir::Files),
                  QStringList(u"SimplePhoneBook.cpbk"_s));
     }
@@ -208,7 +211,7 @@ private Q_SLOTS:
         QCOMPARE(theirs.value(u"Telno"_s).toString(), u"later"_s);
         mine.Edit();
         theirs.Delete();
-        QVERIFY_THROWS_EXCEPTION(core::Error, saveTelno(mine, u"lost"_s));
+        QVERIFY(!saveTelno(mine, u"lost"_s).isEmpty());
     }
 
     void deletingWhileWalkingVisitsEveryRowOnce()
@@ -229,7 +232,6 @@ private Q_SLOTS:
     {
         store::Connection connection;
         QVERIFY(!store::ConnectDatabase(m_desk->log, connection, u"elsewhere"_s));
-        QVERIFY(m_desk->logMessages().constLast().startsWith(u"!ConnectDatabase 14 "_s));
         QVERIFY(store::ConnectDatabase(m_desk->log, connection, m_phoneBook));
         QVERIFY(store::ConnectDatabase(m_desk->log, connection, u"elsewhere"_s));
         Recordset rows = connection.database().OpenRecordset(

@@ -58,6 +58,9 @@ struct FakePrompts : core::Prompts
     bool isOpen() const override { return m_open > 0; }
 
     QStringList asked; ///< the texts, in order
+    /// Where a file is named, everything unannounced is agreed to, typed text dropped, and a file saved
+    /// there.
+    QString agreesToFile;
 
 private:
     struct Scripted
@@ -70,6 +73,9 @@ private:
     Scripted answer(const QString &text)
     {
         asked.append(text);
+        if (m_script.isEmpty() && !agreesToFile.isEmpty()) {
+            return {.path = agreesToFile, .choice = Answer::Discard};
+        }
         if (text.isEmpty() && m_script.value(0).path.isNull()) {
             QTest::qFail("a prompt without a text", __FILE__, __LINE__);
         }
@@ -156,9 +162,9 @@ struct FakeNavigator : core::Navigator
         record({"showCustomerList"_L1, query});
     }
     void addCaller(const QString &tel, const QString &key) override { record({"addCaller"_L1, tel, key}); }
-    bool Show_Editor(const QString &source, qint32 sn) override
+    bool Show_Editor(core::RowKey caller) override
     {
-        record({"Show_Editor"_L1, source, QString::number(sn)});
+        record({"Show_Editor"_L1, core::sourceOf(caller.table), QString::number(caller.sn)});
         return opens();
     }
 

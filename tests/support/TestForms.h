@@ -42,13 +42,31 @@ void press(const char *button)
     QTest::mouseClick(find<Form>(button), Qt::LeftButton);
 }
 /// Types over what stands in a box, as a person does.
+inline void typeOver(QWidget *box, const QString &text)
+{
+    box->setFocus();
+    QTest::keyClick(box, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(box, text);
+}
 template <typename Form>
 void type(const char *box, const QString &text)
 {
-    auto *edit = find<Form, QWidget>(box);
-    edit->setFocus();
-    QTest::keyClick(edit, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClicks(edit, text);
+    typeOver(find<Form, QWidget>(box), text);
+}
+/// What is done in an open window of this name, in words: "box=text" types over a box, "button" presses it.
+inline void act(const QString &window, const QString &steps)
+{
+    for (const QString &step : steps.split(u' ')) {
+        const QString name = step.section(u'=', 0, 0);
+        const auto *form = openForm<QWidget>(window);
+        auto *control = form != nullptr ? form->findChild<QWidget *>(name) : nullptr;
+        QVERIFY2(control != nullptr, qPrintable(window + u' ' + name));
+        if (step.contains(u'=')) {
+            typeOver(control, step.section(u'=', 1));
+        } else {
+            QTest::mouseClick(control, Qt::LeftButton);
+        }
+    }
 }
 
 /// A desk with what forms need besides.

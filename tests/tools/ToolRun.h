@@ -11,9 +11,11 @@ struct ToolRun
 };
 
 /// Runs a tool with the options of one line, in which double quotes hold an option together.
-inline ToolRun runTool(const char *program, const QString &options, const QString &folder = QString())
+inline ToolRun runTool(const char *program, const QString &options, const QString &folder = QString(),
+                       const QProcessEnvironment &environment = QProcessEnvironment::systemEnvironment())
 {
     QProcess process;
+    process.setProcessEnvironment(environment);
     process.setWorkingDirectory(folder);
     process.start(QString::fromUtf8(program), QProcess::splitCommand(options));
     const bool ended = process.waitForFinished(100'000) && process.exitStatus() == QProcess::NormalExit;

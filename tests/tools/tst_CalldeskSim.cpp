@@ -139,9 +139,7 @@ private Q_SLOTS:
         for (const auto &[options, status, told] :
              {std::tuple(u""_s, 2, "nothing to send"),
               {u"--shutdown --count 2.5"_s, 2, "--count takes a whole number"},
-              {u"--shutdown --rate nan"_s, 2, "--rate takes a number"},
               {u"--number 5 6"_s, 2, "\"6\""},
-              {u"--number 5 --code-page 12"_s, 2, "--code-page"},
               {u"--number 5 --message hi"_s, 2, "cannot be several"},
               {u"--number 5 --replay x"_s, 2, "exclude"},
               {inScene(u"soon --shutdown"_s), 2, "line 2: \"soon\" is no time"},

@@ -14,8 +14,8 @@ namespace core {
 
 namespace {
 
-/// A thousand pages take about a second: calls come in and are shown meanwhile. What the operator types and
-/// clicks waits, so that nothing closes the preview under its own drawing.
+// A thousand pages take about a second, so calls are let in and shown between two pages. Keys and clicks have
+// to wait: one of them might close the preview while it draws.
 void drawWithCallsComingIn(QPrinter &printer, const PrintedReport &report)
 {
     constexpr qint64 turn = 20;
@@ -31,7 +31,7 @@ void drawWithCallsComingIn(QPrinter &printer, const PrintedReport &report)
 
 } // namespace
 
-// The preview is a window like any other: calls come in while it is open.
+// The preview is shown and not waited for, so that calls come in while it is open.
 void QtPrinter::print(const PrintedReport &report, QWidget *askedBy)
 {
     auto *preview = new QPrintPreviewDialog(askedBy, Qt::Window); // deletes itself

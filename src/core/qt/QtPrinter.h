@@ -4,7 +4,7 @@
 
 namespace core {
 
-/// The toolkit's print preview, which knows all printers of the system.
+/// Qt's print preview, which knows all printers of the system.
 class QtPrinter : public Printer
 {
 public:

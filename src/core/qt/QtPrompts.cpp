@@ -14,7 +14,7 @@ namespace core {
 
 namespace {
 
-/// "(*.txt)|*.txt|(*.*)|*.*" in the toolkit's words: pairs of a name and a pattern.
+// Pairs of a name and a pattern, "(*.txt)|*.txt|(*.*)|*.*", in the form that Qt wants.
 QString toolkitFilter(const QString &filter)
 {
     const QStringList parts = filter.split(u'|');
@@ -32,8 +32,8 @@ QString firstSuffix(const QString &filter)
 
 } // namespace
 
-/// Counts a prompt as open while it is, and tells when the last one has closed. `behind` is the window that
-/// it belongs to.
+// Counts the open prompts and tells when the last one has closed. `behind` is the window that a prompt
+// belongs to.
 class QtPrompts::OpenPrompt
 {
 public:
@@ -60,9 +60,9 @@ QtPrompts::QtPrompts()
     QObject::connect(&m_actEnds, &QTimer::timeout, &m_actEnds, [this] { m_justBehind = nullptr; });
 }
 
-// A box belongs to the window that the operator works in, never to a tool window such as a popup, which may
-// close under it, and is never hidden behind a window that is in front of all. Right after a box no window is
-// active yet: the next one belongs to the same.
+// A box belongs to the window that the operator works in; never to a tool window such as the caller's card,
+// which may close under it. It must not be hidden behind a window that stays on top. Right after a box has
+// closed no window is active yet: then the next box belongs to the same window.
 QWidget *QtPrompts::windowBehind() const
 {
     QWidget *active = QApplication::activeWindow();
@@ -79,7 +79,7 @@ QWidget *QtPrompts::windowBehind() const
     return main != windows.end() ? *main : nullptr;
 }
 
-// A window that was just brought to the front is not the active one yet.
+// Needed where the window has just been brought to the front: it is not the active one yet.
 QWidget *QtPrompts::inFrontOf(QWidget *window) const
 {
     return window != nullptr && window->isVisible() ? window : windowBehind();

@@ -10,7 +10,7 @@ class QMessageBox;
 
 namespace core {
 
-/// Message boxes of the toolkit. Texts are shown as plain text.
+/// Qt's message boxes and file dialogs. Texts are shown as plain text.
 class QtPrompts : public Prompts
 {
 public:

@@ -17,7 +17,7 @@ bool QtShell::openPage(const QString &address)
     return web && QDesktopServices::openUrl(url);
 }
 
-// What stands behind a "?" would be more than an address: a whole mail with its attachments.
+// Behind a "?" an address may carry a whole mail, with attachments. That is more than the operator asked for.
 bool QtShell::startMail(const QString &address)
 {
     QUrl url;

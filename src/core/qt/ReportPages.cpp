@@ -17,7 +17,7 @@ namespace {
 constexpr qreal pointSize = 9;
 constexpr qreal smallestPointSize = 6;
 
-/// Of the lines that are one character over and over, and not wider than the limit.
+// The width of the widest rule, a line that repeats one character, that is not wider than the limit.
 qreal widestRule(const QStringList &lines, const QFontMetricsF &metrics, qreal limit)
 {
     QSet<QString> rules; // a long report has the same one thousands of times, and measuring takes its time
@@ -34,7 +34,8 @@ qreal widestRule(const QStringList &lines, const QFontMetricsF &metrics, qreal l
     return widest;
 }
 
-// Rules are not to go on in the next line, which the fonts of some systems are too wide for.
+// The font is made small enough that no rule runs over into a second line, as it does with the wide fonts of
+// some systems.
 QFont reportFont(const PrintedReport &report, const QStringList &lines, QPagedPaintDevice &device, int width)
 {
     const auto installed = std::ranges::find_if(
@@ -50,7 +51,7 @@ QFont reportFont(const PrintedReport &report, const QStringList &lines, QPagedPa
     return font;
 }
 
-/// Goes down the pages line by line.
+// Goes down the pages line by line.
 class Pages
 {
 public:
@@ -91,7 +92,7 @@ private:
         m_painter.drawText(bottom, Qt::AlignHCenter, QString::number(m_page));
         m_top = 2 * m_lineHeight;
     }
-    /// The place of the next line, which other scripts may make higher than the usual one.
+    // The place of the next line. Lines in some scripts are higher than others.
     int takeLine(int height)
     {
         if (m_top + height > m_size.height() - 2 * m_lineHeight) {

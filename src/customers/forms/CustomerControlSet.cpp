@@ -15,7 +15,7 @@ namespace customers {
 
 namespace {
 
-// In the table 2 is grey, with the toolkit it is checked.
+// On file 1 is checked and 2 is grey; in Qt it is the other way round.
 int checkValue(const QCheckBox &box)
 {
     switch (box.checkState()) {
@@ -28,7 +28,7 @@ int checkValue(const QCheckBox &box)
     }
 }
 
-// Grey can be chosen only where it is stored.
+// The operator can choose grey only where it is on file already.
 void setCheckValue(QCheckBox &box, int value)
 {
     constexpr int grey = 2;
@@ -76,7 +76,7 @@ CustomerControlSet::CustomerControlSet(const QWidget &form)
         Q_ASSERT(control != nullptr);
         return control;
     });
-    // Unless told otherwise a box of one line cuts what another desk has stored, at 32,767 characters.
+    // By default a line edit would cut longer texts of other desks at 32,767 characters.
     for (QLineEdit *line : form.findChildren<QLineEdit *>()) {
         line->setMaxLength(std::numeric_limits<int>::max());
     }

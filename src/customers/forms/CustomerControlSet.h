@@ -21,7 +21,7 @@ public:
     void setTexts(const FieldTexts &texts);
     /// Sets those alone that differ, so that cursors and what can be undone stay elsewhere.
     void followTexts(const FieldTexts &texts);
-    /// Calls back in the lifetime of `receiver` when a control is changed, by whomever.
+    /// Calls back, as long as `receiver` lives, when the operator or the program changes a control.
     void onChanged(QObject &receiver, const std::function<void()> &changed) const;
 
 private:

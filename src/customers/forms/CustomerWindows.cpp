@@ -21,7 +21,7 @@ CustomerWindows::CustomerWindows(const Context &context)
 
 CustomerWindows::~CustomerWindows() = default;
 
-/// A number that waits there for its customer is not given to whom the operator opens for another reason.
+// The number waits in the list for its customer. A customer who is opened for another reason must not get it.
 void CustomerWindows::dropWaitingNumber()
 {
     if (FrmCustomer *list = m_list.ifOpen()) {
@@ -63,7 +63,8 @@ void CustomerWindows::addCustomer(const QString &number, const QString &keyWord,
     }
 }
 
-// The empty record would cover them. A window manager puts a new window in front a moment after it was shown.
+// The empty record would cover what was found: a window manager puts a new window in front a moment after it
+// is shown, so the list comes to the front after that.
 void CustomerWindows::showFound(FrmCustomer &form)
 {
     const bool wasOpen = form.isVisible();
@@ -95,7 +96,7 @@ void CustomerWindows::ShowCustomerByName(const QString &name)
     closeUnshown(form);
 }
 
-/// An editor whose customer is gone would count as an open form.
+// Without a customer, the editor was never shown, but it would still count as an open form.
 void CustomerWindows::closeUnshown(FrmEditCustomer &form)
 {
     if (!form.isVisible()) {

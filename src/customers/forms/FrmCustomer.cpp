@@ -54,8 +54,9 @@ bool FrmCustomer::searchFor(const QString &keyWord, const QString &number)
                 bringToFront();
             }
         };
+        constexpr int onceAndLater = Qt::QueuedConnection | Qt::SingleShotConnection;
         connect(&Ado1, &QAbstractItemModel::rowsInserted, this, comeForward,
-                static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+                Qt::ConnectionType(onceAndLater));
     }
     return Ado1.rowCount() > 0;
 }
@@ -73,7 +74,7 @@ void FrmCustomer::dropNumber()
 void FrmCustomer::sort(int column)
 {
     const appearance::SearchedList::Asked &shown = m_list->shown();
-    const QString rows = shown.unsorted.isEmpty() ? QString::fromUtf16(refreshQuery) : shown.unsorted;
+    const QString rows = shown.unsorted.isEmpty() ? refreshQuery() : shown.unsorted;
     const QString query = sortQuery(column, rows.trimmed());
     if (query.isEmpty()) {
         showSortArrow(); // the heading has put it where it was clicked
@@ -85,7 +86,7 @@ void FrmCustomer::sort(int column)
 void FrmCustomer::refreshCustomerList()
 {
     dropNumber(); // whoever was saved has the caller's number now, or it is not wanted
-    const QString all = QString::fromUtf16(refreshQuery);
+    const QString all = refreshQuery();
     m_list->follow({.query = all, .unsorted = all}, m_list->currentSn());
 }
 
@@ -114,7 +115,7 @@ void FrmCustomer::deleteCurrent()
     }
 }
 
-/// Without one, that a caller's number waits for its customer.
+// Without a message, the line says that a caller's number waits for its customer.
 void FrmCustomer::showMessage(const QString &key)
 {
     const QString number = core::shownText(m_ui->txtAddToExist->text());

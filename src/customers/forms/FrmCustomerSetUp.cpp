@@ -14,10 +14,10 @@ namespace customers {
 
 namespace {
 
-/// How wide the usual columns are at first, in characters.
+// How wide the usual columns are at first, in characters.
 constexpr std::array columnWidths{30, 14, 18, 16, 22, 28, 20, 28, 18};
 
-/// The columns that are shown before the operator chooses others; they stand in front.
+// The columns that are shown before the operator chooses others; they stand in front.
 QStringList usualFields()
 {
     return {u"CustomerName"_s,        u"CustomerID"_s,        u"city"_s,
@@ -48,29 +48,28 @@ void FrmCustomer::setUpGrid()
 void FrmCustomer::setUpList()
 {
     using appearance::SearchedList;
-    m_list.emplace(SearchedList::Context{.rows = Ado1,
-                                         .file = m_context.paths.CustomerFile,
-                                         .texts = m_context.texts,
-                                         .first = {.query = QString::fromUtf16(listQuery),
-                                                   .unsorted = QString::fromUtf16(refreshQuery),
-                                                   .sortedColumn = 0},
-                                         .searchQuery = searchQuery,
-                                         .countSign = u" "_s,
-                                         .foundCountSign = u":"_s},
-                   SearchedList::Controls{.grid = *m_ui->DataGrid1,
-                                          .words = *m_ui->txtSearch,
-                                          .search = *m_ui->cmdSearch,
-                                          .edit = *m_ui->Command4,
-                                          .remove = *m_ui->Command5,
-                                          .count = *m_ui->lblCount});
+    m_list.emplace(
+        SearchedList::Context{.rows = Ado1,
+                              .file = m_context.paths.CustomerFile,
+                              .texts = m_context.texts,
+                              .first = {.query = listQuery(), .unsorted = refreshQuery(), .sortedColumn = 0},
+                              .searchQuery = searchQuery,
+                              .countSign = u" "_s,
+                              .foundCountSign = u":"_s},
+        SearchedList::Controls{.grid = *m_ui->DataGrid1,
+                               .words = *m_ui->txtSearch,
+                               .search = *m_ui->cmdSearch,
+                               .edit = *m_ui->Command4,
+                               .remove = *m_ui->Command5,
+                               .count = *m_ui->lblCount});
     connect(&*m_list, &SearchedList::answered, this, &FrmCustomer::showAnswer);
     connect(&*m_list, &SearchedList::editAsked, this, [this](int row) { editRow(row, {}); });
     connect(&*m_list, &SearchedList::removeAsked, this, &FrmCustomer::deleteCurrent);
     connect(&*m_list, &SearchedList::removeKeyPressed, this, &FrmCustomer::deleteCurrent);
 }
 
-/// The operator's own widths, order and choice come first. Does nothing before the file could be opened:
-/// there are no columns then.
+// The operator's own widths, order and choice win. Before the file could be opened there are no columns, and
+// this does nothing.
 void FrmCustomer::layOutColumns()
 {
     if (std::exchange(m_columnsLaidOut, true)) {
@@ -84,14 +83,14 @@ void FrmCustomer::layOutColumns()
     grid.remember(m_context.services.windows, u"FrmCustomer.DataGrid1"_s);
 }
 
-// Three columns have no key in the table of fields, and are titled as in the editor.
+// The table of fields has no keys for three columns; they are titled as in the editor.
 void FrmCustomer::translateHeadings()
 {
     const auto title = [this](const QString &field, const QString &key) {
         Ado1.setHeading(field, m_context.texts.Lms(key));
     };
     for (const CustomerField &field : customerFields()) {
-        title(QString::fromLatin1(field.column), QString::fromLatin1(field.labelKey));
+        title(field.column, field.labelKey);
     }
     title(u"T1"_s, u"SecondContact"_s);
     title(u"T2"_s, u"SecondContactMobile"_s);

@@ -58,7 +58,7 @@ void FrmEditCustomer::begin(const LoadedCustomer &customer)
     m_ui->txtCustomerName->setFocus();
 }
 
-/// Fills in what the controls do not show already: of a customer just saved, what another desk has changed.
+// Fills in only what differs. After a save that is what another desk has changed.
 void FrmEditCustomer::follow(const LoadedCustomer &customer)
 {
     m_loaded = customer;
@@ -116,6 +116,7 @@ void FrmEditCustomer::appendNumber(const QString &number)
                                   .replace(u"%1"_s, core::isolated(core::shownText(number))));
 }
 
+// False where the operator wants to go on with what stands in the form.
 bool FrmEditCustomer::mayDropContents()
 {
     return !hasUnsavedChanges() || appearance::settleUnsaved(m_context.form, *this,
@@ -153,7 +154,7 @@ bool FrmEditCustomer::save()
     return saved.written || saved.dropped;
 }
 
-/// Of a customer on file under the name that the notes are kept under, whatever stands in the box.
+// The notes of a customer on file are kept under his stored name, whatever the box shows now.
 void FrmEditCustomer::viewNotes()
 {
     const QString &onFile = m_loaded.nameOnFile();

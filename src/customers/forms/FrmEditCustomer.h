@@ -35,10 +35,10 @@ public:
     explicit FrmEditCustomer(const Context &context);
     ~FrmEditCustomer() override;
 
-    /// Shows the form empty but for number and name, to add a customer ("ADD" mode). Here and below, typed
+    /// Shows the form empty but for number and name, to add a customer. Here and below, typed
     /// text that was not saved is asked about first, and the form stays as it is where the operator cancels.
     void addCustomer(const QString &number, const QString &name = {});
-    /// Shows the form with the customer of that key ("EDIT" mode). False where the operator cancelled and,
+    /// Shows the form with the customer of that key. False where the operator cancelled and,
     /// after telling it, where there is no such row or it cannot be read; a form that was not open then stays
     /// so.
     bool ShowCustomerBySN(qint32 sn);
@@ -82,7 +82,7 @@ private:
     appearance::ComboLists m_lists;
     CustomerControlSet m_controls;
     CustomerEditing m_editing;
-    LoadedCustomer m_loaded; ///< has an SN in "EDIT" mode
+    LoadedCustomer m_loaded; ///< without an SN while he is new
     std::optional<lookup::OwnerLine> m_ownerLine;
 };
 

@@ -68,7 +68,7 @@ void FrmEditCustomer::setUpChecks()
         *this, m_context.checks,
         lookup::OwnerLine::Fields{.label = *m_ui->lblOwner,
                                   .button = *m_ui->cmdOpenOwner,
-                                  .table = lookup::Owner::Table::Customer,
+                                  .table = core::RowKey::Table::Customer,
                                   .numbers = {m_ui->txtCompanyCall, m_ui->txtCompanyFax,
                                               m_ui->txtLinkmanMobile, m_ui->txtLinkmanMobile1},
                                   .name = m_ui->txtCustomerName});
@@ -93,13 +93,13 @@ void FrmEditCustomer::turnTo(QStringView column)
     control->setFocus();
 }
 
-/// What was told of the record holds until a field is changed.
+// A message about the record disappears when a field is changed.
 void FrmEditCustomer::setUpMessage()
 {
     m_controls.onChanged(*this, [this] { m_ui->lblMessage->clear(); });
 }
 
-/// Keys that save leave no field.
+// Keys that save leave no field.
 void FrmEditCustomer::settleFields()
 {
     replaceApostrophes();
@@ -108,8 +108,8 @@ void FrmEditCustomer::settleFields()
     }
 }
 
-// A name that other programs have filed with an apostrophe is the customer's name all the same until it is
-// changed.
+// If another program has filed the name with an apostrophe, it stays the customer's name until somebody types
+// another.
 void FrmEditCustomer::replaceApostrophes()
 {
     QLineEdit &edit = *m_ui->txtCustomerName;
@@ -132,7 +132,7 @@ void FrmEditCustomer::writeEmail()
     SendEmail(m_context.form.log, m_context.form.shell, m_ui->txtLinkmanEmail1->text());
 }
 
-/// A wheel that passes over a box on the way down must not choose another item.
+// Scrolling the form with the wheel must not change the box that happens to be under the pointer.
 bool FrmEditCustomer::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::MouseButtonDblClick && watched == m_ui->txtHomepage) {

@@ -80,7 +80,7 @@ QStringList frmAddDataToExcel_Tarn20050921::headings(const QList<int> &fields) c
 {
     QStringList titles;
     for (const int place : fields) {
-        const QString key = QString::fromLatin1(exportFields().at(static_cast<size_t>(place)).labelKey);
+        const QString key = exportFields().at(static_cast<size_t>(place)).labelKey;
         const QString text = m_context.texts.Lms(key);
         titles.append(text.isEmpty() ? key : text);
     }
@@ -124,7 +124,7 @@ void frmAddDataToExcel_Tarn20050921::writeOn()
     }
 }
 
-// What is being packed cannot be held up any more, and is nearly done.
+// Packing cannot be interrupted, and is nearly done.
 void frmAddDataToExcel_Tarn20050921::cancel()
 {
     if (m_export && !m_export->isPacking()) {

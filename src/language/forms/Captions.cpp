@@ -17,7 +17,7 @@ namespace {
 
 constexpr int keyRole = Qt::UserRole + 4096; // beside the roles that forms use for themselves
 
-/// The designed text that is kept in a property, or `present` at the first time.
+// The designed text: `present` at the first translation, from then on what was kept of it in a property.
 QString designedText(QObject &owner, const char *property, const QString &present)
 {
     const QVariant kept = owner.property(property);
@@ -27,7 +27,7 @@ QString designedText(QObject &owner, const char *property, const QString &presen
     return kept.isValid() ? kept.toString() : present;
 }
 
-// A toolbar's button takes its texts from its action.
+// True for the button of a toolbar, which takes its texts from its action.
 bool mirrorsAction(const QWidget &widget)
 {
     const auto *button = qobject_cast<const QToolButton *>(&widget);
@@ -107,8 +107,8 @@ void Captions::translateControl(QWidget &widget) const
     }
 }
 
-// Menus are translated here too: a menu's title is the text of its own action. Toolbar word and tip are
-// derived from the text by themselves, and stay so, unless they are worded differently.
+// This translates menus, too: a menu's title is the text of its own action. Qt derives the words on a toolbar
+// and the tip from the text; only where they are worded differently have they keys of their own.
 void Captions::translateAction(QAction &action) const
 {
     const QString tip = plain(designedText(action, "tipKey", action.toolTip()));
@@ -131,7 +131,7 @@ void Captions::translateLabel(QLabel &label) const
     if (designed.isEmpty()) {
         return; // a picture, or a result that is yet to come
     }
-    // Only a label with a buddy draws a mnemonic; any other would show the mark itself.
+    // Only a label with a buddy underlines its mnemonic; any other would show the "&".
     label.setText(label.buddy() != nullptr ? text(designed) : plain(designed));
 }
 
@@ -156,7 +156,8 @@ void Captions::translateItems(QListWidget &list) const
     }
 }
 
-// Models that look their headings up by themselves refuse the key and are left alone; so are mere numbers.
+// A model that looks its headings up by itself refuses the key and is left alone. So are headings that are
+// mere numbers.
 void Captions::translateHeadings(const QHeaderView &header) const
 {
     QAbstractItemModel *model = header.model();

@@ -16,7 +16,7 @@ namespace language {
 
 namespace {
 
-/// Visits every control and action of a form, its menus included, but not the other windows that it owns.
+// Visits every control and action of a form, its menus included, but not the other windows that it owns.
 template <typename Visit>
 void forEachPart(const QObject &whole, const Visit &visit)
 {
@@ -31,7 +31,7 @@ void forEachPart(const QObject &whole, const Visit &visit)
     }
 }
 
-// Eight points are tiny on today's screens, so the told size is only the least one.
+// The given sizes, eight points mostly, are tiny on today's screens: they are only the least size.
 QFont formFont(const FontChoice &choice)
 {
     QFont font = QApplication::font();
@@ -56,8 +56,8 @@ QFont controlFont(const QWidget &control, QFont font)
     return font;
 }
 
-// Unlike every other control, these boxes do not mirror their lines by themselves. Some are designed for one
-// direction, a log for instance; there, a line keeps it whatever letter it begins with.
+// Unlike every other control, these boxes do not mirror their lines by themselves. Some, a log for instance,
+// are designed for one direction and keep it, whatever letter a line begins with.
 void alignLines(const QPlainTextEdit &box)
 {
     QTextOption option = box.document()->defaultTextOption();

@@ -48,13 +48,13 @@ constexpr QLatin1StringView sharedTexts[] = {"Cancel"_L1,
                                              "Zoom in"_L1,
                                              "Zoom out"_L1};
 
-// The captions of our own forms pass here, too. They are keys, and must stay what they are designed as.
+// Qt asks for the captions of our own forms, too. They are text keys and must stay as they are designed.
 bool isToolkit(QLatin1StringView context)
 {
     return context.startsWith(u'Q') || context.startsWith("Print Device"_L1);
 }
 
-// "Return" and "Up" on a keyboard are not the captions of these names.
+// As names of keys, "Return" and "Up" are other words than the captions "Return" and "Up".
 bool isNameOfKey(QLatin1StringView context)
 {
     return context == "QShortcut"_L1;
@@ -76,7 +76,7 @@ void ToolkitTexts::install(const QString &code)
     m_packHoldsAll = isKnown && language->toolkitFile.isEmpty();
     if (isKnown) {
         QLocale::setDefault(QLocale(language->locale));
-        // Where it is not installed, the rest stays English.
+        // If the translation is not installed, the rest stays English.
         static_cast<void>(load(language->toolkitFile, QLibraryInfo::path(QLibraryInfo::TranslationsPath)));
     }
     QCoreApplication::installTranslator(this);

@@ -6,17 +6,17 @@
 
 namespace language {
 
-/// The texts that the toolkit itself shows: the menus of text boxes, the print preview, the dialogs for files
+/// The texts that Qt itself shows: the menus of text boxes, the print preview, the dialogs for files
 /// and printers. Those that every operator meets are texts of the language pack, under their English words
-/// as keys; the others come from the translations that are installed with the toolkit, or, in a language that
-/// the toolkit lacks, from the pack as well. The names of months and days follow, too.
+/// as keys; the others come from the translations that are installed with Qt, or, in a language that
+/// Qt lacks, from the pack as well. The names of months and days follow, too.
 class ToolkitTexts : public QTranslator
 {
 public:
     /// `texts` must outlive it.
     explicit ToolkitTexts(const core::TextLookup &texts) : m_texts(texts) {}
 
-    /// Takes effect in windows that are made from now on. In a language that the toolkit does not know, such
+    /// Takes effect in windows that are made from now on. In a language that Qt does not know, such
     /// as "ID", the texts stay English.
     void install(const QString &code);
 

@@ -25,9 +25,9 @@ CallerPopUp::CallerPopUp(Context context)
 void CallerPopUp::ShowPopup(const core::CallRecord &info)
 {
     m_context.log.trap("ShowPopup"_L1, [&] {
-        const bool detail = m_context.settings.record.PopupDetail == 1;
+        const bool ordinaryToo = m_context.settings.record.PopupDetail == 1;
         PopupInfo caller = popupInfoOf(info);
-        if (!opensCard(caller, detail)) {
+        if (!opensCard(caller, ordinaryToo)) {
             return;
         }
         caller.time = caller.time.isValid() ? caller.time : m_context.clock.now().time();
@@ -48,7 +48,7 @@ void CallerPopUp::showNext()
     m_context.log.trap("ShowPopup"_L1, [&] {
         const std::optional<PopupInfo> caller = std::exchange(m_next, std::nullopt);
         if (caller) {
-            show(popUpViewOf(*caller, m_context.texts));
+            show(cardViewOf(*caller, m_context.texts));
         }
         if (frmPopUp *card = m_form.ifOpen(); card != nullptr && m_isEarlier) {
             card->showAsEarlier();
@@ -56,14 +56,14 @@ void CallerPopUp::showNext()
     });
 }
 
-void CallerPopUp::show(const PopUpView &view)
+void CallerPopUp::show(const CardView &view)
 {
     m_form.get().showCaller(view, m_context.mainWindow());
     m_arrived = m_context.clock.now();
     m_aging.start(betweenAges);
     m_notes.drop();
-    if (view.txtSnType == "CUSTOMER"_L1) {
-        m_notes.read(core::leadingNumber(view.txtSN));
+    if (core::isCustomer(view.caller)) {
+        m_notes.read(view.caller->sn);
     }
 }
 
@@ -83,10 +83,10 @@ void CallerPopUp::showNotes(const CallerNotes::Summary &summary)
     }
 }
 
-void CallerPopUp::callerRenamed(const QString &source, qint32 sn, const QString &name)
+void CallerPopUp::callerRenamed(core::RowKey caller, const QString &name)
 {
     if (frmPopUp *card = m_form.ifOpen()) {
-        card->followName(source, sn, name);
+        card->followName(caller, name);
     }
 }
 

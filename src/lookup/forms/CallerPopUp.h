@@ -6,7 +6,7 @@
 #include "core/RunLog.h"
 #include "core/Settings.h"
 #include "lookup/CallerNotes.h"
-#include "lookup/PopUpDecision.h"
+#include "lookup/CardDecision.h"
 #include "lookup/forms/frmPopUp.h"
 
 #include <QDateTime>
@@ -17,7 +17,7 @@
 
 namespace lookup {
 
-/// Pops callers up: decides by the record whether, and keeps the one popup window. Of several calls within
+/// Decides by the call record which callers come up, and shows them on the one card. Of several calls within
 /// one frame of the screen the newest is shown.
 class CallerPopUp
 {
@@ -40,14 +40,14 @@ public:
     void ShowPopup(const core::CallRecord &info);
     /// Another call has come: a card that stands is told apart from it, unless ShowPopup now fills it.
     void nextCall();
-    /// A card that stands for the customer shows the new name.
-    void callerRenamed(const QString &source, qint32 sn, const QString &name);
+    /// If the card is this caller's, it shows his new name.
+    void callerRenamed(core::RowKey caller, const QString &name);
     /// Closes the card, if one stands.
     void close();
 
 private:
     void showNext();
-    void show(const PopUpView &view);
+    void show(const CardView &view);
     void showAge();
     void showNotes(const CallerNotes::Summary &summary);
 

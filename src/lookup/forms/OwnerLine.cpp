@@ -69,7 +69,7 @@ bool OwnerLine::isUntold(const QLineEdit &field) const
     return !m_edited && !text.isEmpty() && text != m_told.value(&field);
 }
 
-/// False after a failure: the name is looked up again the next time.
+// False after a failure, so that the name is looked up again the next time.
 bool OwnerLine::lookUpName()
 {
     const QString name = m_fields.name->text().trimmed();
@@ -102,7 +102,7 @@ std::optional<Owner> OwnerLine::untold()
     return {};
 }
 
-/// A field that shows the same without having been typed in follows this one.
+// Other fields that show the same text, and that nobody has typed in, count as told, too.
 void OwnerLine::remember(const QLineEdit &field)
 {
     const QString text = field.text().trimmed();
@@ -119,7 +119,8 @@ void OwnerLine::leave(QLineEdit &field)
     appearance::whenReleased(m_editor, [this, &field] { check(field); });
 }
 
-// Remembered before it is told: the box itself takes the keyboard from the field.
+// Remember first, tell then: the message box takes the keyboard from the field, which would report again that
+// it is left.
 void OwnerLine::check(QLineEdit &field)
 {
     const QString text = field.text().trimmed();
@@ -135,8 +136,9 @@ void OwnerLine::check(QLineEdit &field)
         }
     } else if (tells) {
         show();
-        m_fields.table == Owner::Table::PhoneBook ? m_checks.IfNumbersExistInSimplePhoneBook(text, &m_editor)
-                                                  : m_checks.IfThePhoneNumberExistInCustomer(text, &m_editor);
+        m_fields.table == core::RowKey::Table::PhoneBook
+            ? m_checks.IfNumbersExistInSimplePhoneBook(text, &m_editor)
+            : m_checks.IfThePhoneNumberExistInCustomer(text, &m_editor);
     }
 }
 

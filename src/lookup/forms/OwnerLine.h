@@ -24,7 +24,7 @@ public:
     {
         QLabel &label;
         QPushButton &button;
-        Owner::Table table;
+        core::RowKey::Table table;
         QList<QLineEdit *> numbers;
         QLineEdit *name = nullptr; ///< of a customer: is looked up when it is left
     };
@@ -36,7 +36,8 @@ public:
     void begin(std::optional<qint32> sn);
     /// It shows the texts of the row now.
     void follow(std::optional<qint32> sn);
-    /// Of a new row: whose the first is of what the operator has typed and was not told of.
+    /// In a new row: the owner of the first name or number that the operator has typed and was not told
+    /// about.
     std::optional<Owner> untold();
     void tell(const Owner &owner) const { m_checks.tell(owner, &m_editor); }
 

@@ -40,15 +40,16 @@ frmPopUp::frmPopUp(core::Navigator &navigator, const appearance::FormServices &s
     setFixedWidth(cardWidth);
     connect(m_ui->Command1, &QPushButton::clicked, this, &QWidget::close);
     connect(m_ui->Command2, &QPushButton::clicked, this, [this] {
-        openAndClose([this] { return m_navigator.Show_Editor(m_ui->txtSnType->text(), sn()); });
+        openAndClose([this] { return m_view.caller && m_navigator.Show_Editor(*m_view.caller); });
     });
-    connect(m_ui->cmdNote, &QPushButton::clicked, this,
-            [this] { openAndClose([this] { return m_navigator.addNote(sn()); }); });
+    connect(m_ui->cmdNote, &QPushButton::clicked, this, [this] {
+        openAndClose([this] { return m_view.caller && m_navigator.addNote(m_view.caller->sn); });
+    });
 }
 
 frmPopUp::~frmPopUp() = default;
 
-// Fixed for each standing whatever the theme.
+// The colours of a standing are given and do not follow the theme.
 frmPopUp::CardColors frmPopUp::colorsOf(core::Standing standing) const
 {
     switch (standing) {
@@ -62,7 +63,7 @@ frmPopUp::CardColors frmPopUp::colorsOf(core::Standing standing) const
     return {Qt::green, Qt::blue, u"person"};
 }
 
-void frmPopUp::showCaller(const PopUpView &view, const QWidget &mainWindow)
+void frmPopUp::showCaller(const CardView &view, const QWidget &mainWindow)
 {
     m_view = view;
     ++m_shown;
@@ -79,7 +80,7 @@ void frmPopUp::showCaller(const PopUpView &view, const QWidget &mainWindow)
     raise();
 }
 
-// It stays where it is, also where the notice makes it higher.
+// The card keeps its place, even if the notice makes it higher.
 void frmPopUp::showAsEarlier()
 {
     const QColor pale = palette().color(QPalette::PlaceholderText); // but to be read
@@ -98,16 +99,17 @@ void frmPopUp::showNotes(const QString &text)
     m_ui->lblNotes->setText(text);
 }
 
-void frmPopUp::fill(const PopUpView &view)
+void frmPopUp::fill(const CardView &view)
 {
-    m_ui->txtSN->setText(view.txtSN);
-    m_ui->txtSnType->setText(view.txtSnType);
+    const bool isCustomer = core::isCustomer(view.caller);
+    m_ui->txtSN->setText(view.caller ? QString::number(view.caller->sn) : QString());
+    m_ui->txtSnType->setText(view.caller ? core::sourceOf(view.caller->table) : QString());
     showAbout(view.txtAbout);
     m_ui->lblCall->setText(view.callOnLine);
     m_ui->lblAge->clear();
     m_ui->lblNotes->clear();
-    m_ui->lblNotes->setVisible(isOfCustomer());
-    m_ui->cmdNote->setVisible(isOfCustomer());
+    m_ui->lblNotes->setVisible(isCustomer);
+    m_ui->cmdNote->setVisible(isCustomer);
     m_ui->txtContent->setPlainText(view.txtContent);
     m_ui->txtContent->fitHeight(cardWidth - 34, mostContentLines);
     for (QWidget *details :
@@ -124,14 +126,14 @@ void frmPopUp::showAbout(const QString &line)
     m_ui->txtAbout->fitHeight(cardWidth - 18, mostAboutLines);
 }
 
-void frmPopUp::followName(const QString &source, qint32 sn, const QString &name)
+void frmPopUp::followName(core::RowKey caller, const QString &name)
 {
-    if (m_view.txtSnType == source && this->sn() == sn) {
+    if (m_view.caller == caller) {
         showAbout(callerLine(m_view.callerNumber, name));
     }
 }
 
-// The words of the band stand on the given ground, in black or white.
+// The words of the band are drawn on the given ground in black or white, whichever is easier to read.
 void frmPopUp::color(const CardColors &colors)
 {
     const bool onDark =
@@ -149,7 +151,7 @@ void frmPopUp::color(const CardColors &colors)
         appearance::themedPixmap(colors.icon, words, iconSize, devicePixelRatioF()));
 }
 
-/// Where it stands, but as high as its buttons take to be reached.
+// The card's own place, but high enough for its buttons to be on the screen.
 QPoint frmPopUp::raisedOntoScreen() const
 {
     const QRect free = screen()->availableGeometry();
@@ -179,18 +181,8 @@ CardRoom frmPopUp::room(const QWidget &mainWindow) const
     return room;
 }
 
-bool frmPopUp::isOfCustomer() const
-{
-    return m_ui->txtSnType->text() == "CUSTOMER"_L1;
-}
-
-qint32 frmPopUp::sn() const
-{
-    return core::leadingNumber(m_ui->txtSN->text());
-}
-
-// While the window that opens asks something, the next call may have come up on the card, also of the same
-// caller.
+// While the window that opens asks something, the next call may come up on the card, perhaps from the same
+// caller. Then the card stays open.
 void frmPopUp::openAndClose(const std::function<bool()> &open)
 {
     const QPointer<frmPopUp> card(this);
@@ -201,7 +193,7 @@ void frmPopUp::openAndClose(const std::function<bool()> &open)
     }
 }
 
-// Without a title bar, the card is moved by all of it that is no control.
+// The card has no title bar, so it is moved by every part of it that is no control.
 void frmPopUp::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() == Qt::LeftButton && windowHandle() != nullptr) {

@@ -2,8 +2,8 @@
 
 #include "appearance/Form.h"
 #include "core/Navigator.h"
+#include "lookup/CardDecision.h"
 #include "lookup/CardPlace.h"
-#include "lookup/PopUpDecision.h"
 
 #include <functional>
 #include <memory>
@@ -26,15 +26,15 @@ public:
 
     /// Fills the card and shows it where it is in nobody's way: beside the window that the operator works in,
     /// or in the corner of the screen that holds `mainWindow`. One that he has moved stays there.
-    void showCaller(const PopUpView &view, const QWidget &mainWindow);
+    void showCaller(const CardView &view, const QWidget &mainWindow);
     /// Greys the card and says when its call came: it is not the one that rings.
     void showAsEarlier();
     /// How long ago the call came.
     void showAge(const QString &text);
     /// What is known of his call notes.
     void showNotes(const QString &text);
-    /// Where the caller is that row of that source ("CUSTOMER", "PHONEBOOK"), it has a new name.
-    void followName(const QString &source, qint32 sn, const QString &name);
+    /// If the card is this caller's, it shows his new name.
+    void followName(core::RowKey caller, const QString &name);
 
 protected:
     void mousePressEvent(QMouseEvent *event) override;
@@ -50,18 +50,16 @@ private:
     };
 
     CardColors colorsOf(core::Standing standing) const;
-    void fill(const PopUpView &view);
+    void fill(const CardView &view);
     void showAbout(const QString &line);
     void color(const CardColors &colors);
     QPoint raisedOntoScreen() const;
     CardRoom room(const QWidget &mainWindow) const;
     void openAndClose(const std::function<bool()> &open);
-    bool isOfCustomer() const;
-    qint32 sn() const;
 
     core::Navigator &m_navigator;
     std::unique_ptr<Ui::frmPopUp> m_ui;
-    PopUpView m_view;
+    CardView m_view;
     int m_shown = 0; ///< callers so far
     QPoint m_placed; ///< where we put the card
 };

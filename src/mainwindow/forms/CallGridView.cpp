@@ -15,7 +15,7 @@ namespace {
 
 constexpr int twipsPerInch = 1440;
 
-/// Draws a star or a barred circle behind the number of a marked caller; the numbers stand in one column.
+// Draws a star or a barred circle behind the number of a marked caller; the numbers stand in one column.
 class CallDelegate : public appearance::GridDelegate
 {
 public:
@@ -73,7 +73,7 @@ int CallGridView::columnTwips(int column) const
     return qRound(columnWidth(column) / pixelsPerTwip());
 }
 
-// The widths are meant for the small type of 96 dots an inch; with larger type the columns grow.
+// The stored widths suit the small type of a screen with 96 dots an inch; with larger type the columns grow.
 double CallGridView::pixelsPerTwip() const
 {
     constexpr double designHeight = 14;
@@ -81,8 +81,8 @@ double CallGridView::pixelsPerTwip() const
     return typeScale * logicalDpiX() / twipsPerInch;
 }
 
-// The header tells of every change of a width, also of our own; while a mouse button is down it is the
-// operator's. The last column only fills the rest.
+// The header reports every change of a width, our own included. It is the operator's if a mouse button is
+// down. The last column only fills the rest.
 void CallGridView::noteResized(int column)
 {
     if (m_mouseDown && m_dragged < 0 && column != lastVisibleColumn()) {

@@ -18,7 +18,7 @@ namespace mainwindow {
 
 namespace {
 
-/// A record without a previous call has blanks, or its parameter blocks, in the same columns.
+// A record without a previous call has blanks, or its parameter blocks, in the same columns.
 bool tellsPreviousCall(const core::CallRecord &record)
 {
     return !record.Tail.startsWith(u'{') && !record.Tail.trimmed().isEmpty();
@@ -32,7 +32,7 @@ FrmMain::FrmMain(const Context &context)
     : m_context(context), m_ui(std::make_unique<Ui::FrmMain>()), m_setup(*this, context.services),
       m_calls(context.settings, context.values, context.texts, context.log),
       m_runInfo([this] { m_screen.schedule(); }), m_sms([this] { m_screen.schedule(); }),
-      m_screen([this] { updateScreen(); }), lblSource(new QLabel)
+      m_screen([this] { updateScreen(); }), m_sourceLabel(new QLabel)
 {
     m_ui->setupUi(this);
     Form_Load();
@@ -91,10 +91,10 @@ void FrmMain::showTexts()
 
 void FrmMain::loadStatusLine()
 {
-    lblSource->setObjectName(u"lblSource"_s);
-    lblSource->setTextFormat(Qt::PlainText);
-    lblSource->setContentsMargins(8, 0, 8, 4);
-    m_ui->statusbar->addWidget(lblSource, 1);
+    m_sourceLabel->setObjectName(u"lblSource"_s);
+    m_sourceLabel->setTextFormat(Qt::PlainText);
+    m_sourceLabel->setContentsMargins(8, 0, 8, 4);
+    m_ui->statusbar->addWidget(m_sourceLabel, 1);
     updateSource();
 }
 
@@ -109,7 +109,7 @@ void FrmMain::loadGrid()
     loadBar();
 }
 
-/// What the bar's menu does has buttons beside it.
+// Every command of the bar's menu also has a button beside the bar.
 void FrmMain::loadBar()
 {
     const std::pair<QToolButton *, QAction *> commands[] = {
@@ -125,7 +125,7 @@ void FrmMain::loadBar()
     }
 }
 
-// Buttons of a toolbar can neither be reached by the Tab key nor found by name, unless told.
+// By default the buttons of a toolbar cannot be reached by the Tab key and have no names to be found by.
 void FrmMain::loadToolbar()
 {
     auto *spacer = new QWidget;
@@ -237,14 +237,16 @@ void FrmMain::connectCallers()
     connect(m_ui->mnuOpenLastCaller, &QAction::triggered, this, &FrmMain::openLastCaller);
     connect(m_ui->mnuNoteOfLastCaller, &QAction::triggered, this, [this] {
         notTopmost();
-        m_context.navigator.addNote(m_callOfBar.SN);
+        if (const auto caller = core::rowKeyOf(m_callOfBar)) {
+            m_context.navigator.addNote(caller->sn);
+        }
     });
     connect(m_ui->mnuCopyLastNumber, &QAction::triggered, this,
             [this] { QGuiApplication::clipboard()->setText(core::shownText(m_callOfBar.CallerID)); });
     connect(m_ui->txtLastCallerID, &LastCallerBox::menuClosed, this, &FrmMain::turnToLastCall);
     connect(m_ui->gridCallerId->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](const QModelIndex &current) {
-                nameOpening(*m_ui->mnuOpenCaller, m_calls.cell(current.row(), u"ID"_s));
+                nameOpening(*m_ui->mnuOpenCaller, m_calls.callerOf(current.row()));
             });
     connect(m_ui->gridCallerId, &CallGridView::recordActivated, this, &FrmMain::openCaller);
 }
@@ -263,7 +265,7 @@ void FrmMain::openCaller(int row)
     if (row >= 0) {
         notTopmost();
         ShowEditor(m_context.navigator, m_calls.cell(row, u"CallerID"_s), m_calls.cell(row, u"SimpleDes"_s),
-                   m_calls.cell(row, u"ID"_s));
+                   m_calls.callerOf(row));
     }
 }
 
@@ -271,26 +273,27 @@ void FrmMain::openLastCaller()
 {
     notTopmost();
     ShowEditor(m_context.navigator, core::shownText(m_callOfBar.CallerID),
-               core::shownText(m_callOfBar.SimpleDes), m_callOfBar.Source + m_callOfBar.SnText);
+               core::shownText(m_callOfBar.SimpleDes), core::rowKeyOf(m_callOfBar));
 }
 
-// An open menu keeps speaking of the call that it was opened for.
+// As long as the menu is open, its commands are about the call that it was opened for.
 void FrmMain::turnToLastCall()
 {
     if (m_ui->txtLastCallerID->hasOpenMenu() || m_lastCaller.isEmpty()) {
         return;
     }
     m_callOfBar = m_lastCall;
+    const std::optional<core::RowKey> caller = core::rowKeyOf(m_callOfBar);
     m_ui->mnuOpenLastCaller->setEnabled(true);
-    m_ui->mnuNoteOfLastCaller->setEnabled(m_callOfBar.Source == "CUSTOMER"_L1);
+    m_ui->mnuNoteOfLastCaller->setEnabled(core::isCustomer(caller));
     m_ui->mnuCopyLastNumber->setEnabled(!m_callOfBar.CallerID.isEmpty());
-    nameOpening(*m_ui->mnuOpenLastCaller, m_callOfBar.Source + m_callOfBar.SnText);
+    nameOpening(*m_ui->mnuOpenLastCaller, caller);
 }
 
-// What is not filed yet can only be added.
-void FrmMain::nameOpening(QAction &action, const QString &id) const
+// A caller who is not on file cannot be edited, only added.
+void FrmMain::nameOpening(QAction &action, const std::optional<core::RowKey> &caller) const
 {
-    action.setText(m_context.texts.Lms(isRecord(id) ? u"Edit"_s : u"AddCallerTitle"_s));
+    action.setText(m_context.texts.Lms(caller ? u"Edit"_s : u"AddCallerTitle"_s));
 }
 
 void FrmMain::deleteRunLog()
@@ -324,21 +327,21 @@ void FrmMain::showEarlierCall(const core::CallRecord &record, int newerCalls)
 void FrmMain::showCallAgain(const core::CallRecord &shown, const core::CallRecord &now)
 {
     m_calls.showCallAgain(shown, now);
-    nameOpening(*m_ui->mnuOpenCaller, m_calls.cell(m_ui->gridCallerId->currentIndex().row(), u"ID"_s));
+    nameOpening(*m_ui->mnuOpenCaller, m_calls.callerOf(m_ui->gridCallerId->currentIndex().row()));
 }
 
 void FrmMain::showLastCaller(const core::CallRecord &record, const QString &text)
 {
     m_lastCall = record;
     m_lastCaller = text;
-    m_lastCallerChanged = true;
+    m_changes.lastCaller = true;
     m_screen.schedule();
 }
 
 void FrmMain::showSource(const QHostAddress &sender)
 {
     m_lastSender = sender;
-    m_sourceChanged = true;
+    m_changes.source = true;
     m_screen.schedule();
 }
 
@@ -348,8 +351,8 @@ void FrmMain::showPortAvailable(bool available)
     updateSource();
 }
 
-// The box may stand behind another program's window: whatever the window bar shows of ours asks for
-// attention.
+// The open box may be hidden behind another program's window, so every window of ours in the task bar asks
+// for attention.
 void FrmMain::showCallWaits(bool waits)
 {
     m_callWaits = waits;
@@ -382,18 +385,19 @@ void FrmMain::appendSms(const QString &text)
 
 void FrmMain::updateScreen()
 {
+    const Changes changes = std::exchange(m_changes, {});
     m_calls.publish();
-    if (std::exchange(m_lastCallerChanged, false)) {
+    if (changes.lastCaller) {
         m_ui->txtLastCallerID->showCall(m_lastCaller, tellsPreviousCall(m_lastCall));
         turnToLastCall();
     }
     m_runInfo.show(*m_ui->txtRuninfo);
     m_sms.show(*m_ui->txtSMS);
     markUnread();
-    if (std::exchange(m_callCame, false)) {
+    if (changes.call) {
         signalCall();
     }
-    if (std::exchange(m_sourceChanged, false)) {
+    if (changes.source) {
         updateSource();
     }
 }
@@ -404,7 +408,7 @@ void FrmMain::showUnread(int messages)
     m_screen.schedule();
 }
 
-// The tab of the messages and the tray's tip carry the number of those that nobody has seen.
+// Shows in the messages' tab and in the tray's tip how many nobody has seen.
 void FrmMain::markUnread()
 {
     if (m_unreadMessages > 0 && m_ui->txtSMS->isVisible() && !isMinimized()) {
@@ -429,19 +433,19 @@ void FrmMain::updateSource()
 {
     const QString separator = m_context.values.WordSeparator;
     if (m_callWaits) {
-        lblSource->setText(m_context.texts.Lms(u"CallWaits"_s));
+        m_sourceLabel->setText(m_context.texts.Lms(u"CallWaits"_s));
     } else if (m_portUnavailable) {
-        lblSource->setText(m_context.texts.Lms(u"PortUnavailable"_s));
+        m_sourceLabel->setText(m_context.texts.Lms(u"PortUnavailable"_s));
     } else if (m_customersUnavailable) {
-        lblSource->setText(m_context.texts.Lms(u"CustomersUnavailable"_s));
+        m_sourceLabel->setText(m_context.texts.Lms(u"CustomersUnavailable"_s));
     } else if (!m_messageLogs.isEmpty()) {
-        lblSource->setText(m_context.texts.Lms(m_messageLogs));
+        m_sourceLabel->setText(m_context.texts.Lms(m_messageLogs));
     } else if (m_lastSender.isNull()) {
-        lblSource->setText(m_context.texts.Lms(u"NoDatagramYet"_s));
+        m_sourceLabel->setText(m_context.texts.Lms(u"NoDatagramYet"_s));
     } else {
         const QString received = m_context.log.timeStamp() + u"  "_s + m_lastSender.toString();
-        lblSource->setText(m_context.texts.Lms(u"LastDatagram"_s) + separator +
-                           (isRightToLeft() ? core::isolated(received) : received));
+        m_sourceLabel->setText(m_context.texts.Lms(u"LastDatagram"_s) + separator +
+                               (isRightToLeft() ? core::isolated(received) : received));
     }
 }
 

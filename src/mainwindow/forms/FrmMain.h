@@ -23,6 +23,7 @@
 #include <QTimer>
 
 #include <memory>
+#include <optional>
 
 namespace Ui {
 class FrmMain;
@@ -118,6 +119,15 @@ protected:
     bool event(QEvent *event) override;
 
 private:
+    enum class Shape : quint8 { Full, Small };
+    /// What has changed since the screen was last updated.
+    struct Changes
+    {
+        bool lastCaller = false;
+        bool source = false;
+        bool call = false;
+    };
+
     void Form_Load();
     void loadTexts();
     void loadStatusLine();
@@ -140,7 +150,7 @@ private:
     void openCaller(int row);
     void openLastCaller();
     void turnToLastCall();
-    void nameOpening(QAction &action, const QString &id) const;
+    void nameOpening(QAction &action, const std::optional<core::RowKey> &caller) const;
     void deleteRunLog();
     void deleteSmsLog();
     void hideOrMinimize();
@@ -152,8 +162,7 @@ private:
     void signalCall();
     void showSignal(bool on);
     void explainTray();
-    bool isSmall() const;
-    void showShape(bool small);
+    void showShape(Shape shape);
     void rememberPlace();
     void Timer1_Timer();
 
@@ -165,9 +174,10 @@ private:
     LogText m_sms;
     core::FrameGate m_screen;
     std::unique_ptr<TrayIcon> m_tray;
-    QLabel *lblSource;
+    QLabel *m_sourceLabel;
     QTimer Timer1;
-    QString m_shape;  ///< "SMALL" or "FULL"
+    Changes m_changes;
+    Shape m_shape = Shape::Full;
     QSize m_fullSize; ///< to which the small shape grows again
     QString m_lastCaller;
     core::CallRecord m_lastCall;
@@ -175,13 +185,10 @@ private:
     QString m_messagesTitle;
     int m_unreadMessages = 0;
     QHostAddress m_lastSender;
-    bool m_sourceChanged = false;
     bool m_portUnavailable = false;
     bool m_callWaits = false;
     bool m_customersUnavailable = false;
-    QString m_messageLogs; ///< the key of what is told about them
-    bool m_lastCallerChanged = false;
-    bool m_callCame = false;
+    QString m_messageLogs;     ///< the key of what is told about them
     QTimer m_signal;           ///< runs while a call is told by colours
     QPointer<QWindow> m_other; ///< of the program's, that had the keyboard before this one
     bool m_otherHadFocus = false;

@@ -31,15 +31,10 @@ void FrmMain::loadShape()
         resize(fullSize);
         appearance::FormSetup::fitToScreen(*this);
     }
-    showShape(false);
+    showShape(Shape::Full);
 }
 
-bool FrmMain::isSmall() const
-{
-    return m_shape == "SMALL"_L1;
-}
-
-// The full shape is the one to be remembered.
+// Remembers the place first: only the full shape is remembered.
 void FrmMain::SetSmallFrmmain()
 {
     if (isMaximized()) {
@@ -47,20 +42,21 @@ void FrmMain::SetSmallFrmmain()
     }
     rememberPlace();
     m_fullSize = size();
-    showShape(true);
+    showShape(Shape::Small);
     const QSize twips(smallWidthTwips, smallHeightTwips);
     resize((twips * logicalDpiX() / twipsPerInch).expandedTo(minimumSizeHint()));
 }
 
 void FrmMain::setFullShape()
 {
-    showShape(false);
+    showShape(Shape::Full);
     resize(m_fullSize.isValid() ? m_fullSize : fullSize);
 }
 
-void FrmMain::showShape(bool small)
+void FrmMain::showShape(Shape shape)
 {
-    m_shape = small ? u"SMALL"_s : u"FULL"_s;
+    m_shape = shape;
+    const bool small = shape == Shape::Small;
     m_ui->SSTab1->setVisible(!small);
     m_ui->statusbar->setVisible(!small);
     const Qt::ToolButtonStyle style = small ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextUnderIcon;
@@ -78,7 +74,7 @@ void FrmMain::showShape(bool small)
 
 void FrmMain::rememberPlace()
 {
-    if (!isSmall()) {
+    if (m_shape == Shape::Full) {
         m_setup.rememberGeometry();
     }
 }
@@ -99,7 +95,7 @@ void FrmMain::showForCall()
             inUse->raise();
         }
     }
-    m_callCame = true;
+    m_changes.call = true;
     m_screen.schedule();
 }
 
@@ -109,8 +105,8 @@ QWidget *FrmMain::windowInUse() const
     return active != this ? active : nullptr;
 }
 
-// Whoever turns to another window of the program while this one stands on top of all has that one in front.
-// It is kept in mind for the moment in which it closes.
+// If the operator turns to another window of the program while this one is on top of all, the other one goes
+// in front. It is remembered until it closes.
 void FrmMain::yieldTo(QWindow *window)
 {
     if (window == windowHandle() && m_otherHadFocus && (m_other == nullptr || !m_other->isVisible())) {
@@ -135,8 +131,9 @@ void FrmMain::connectSignal()
     connect(qApp, &QGuiApplication::focusWindowChanged, this, &FrmMain::yieldTo);
 }
 
-// Once for all calls of a frame. It ends before a window that a call brought up hides itself: the toolkit
-// would believe that the hidden one still asks for attention, and not ask for the next call.
+// Signals once for all calls of a frame. The signal ends before a window that a call has brought up hides
+// itself: otherwise Qt would believe that the hidden window still asks for attention, and would not ask again
+// at the next call.
 void FrmMain::signalCall()
 {
     constexpr std::chrono::milliseconds moment(4000);
@@ -162,9 +159,9 @@ void FrmMain::setNormal()
     }
 }
 
-// Nothing that a datagram causes takes the keyboard from what the operator types. The widget's attribute for
-// this is read only when its window is made, the window's own property each time that it is shown. A
-// minimised window gets the keyboard from the window manager, a hidden one does not.
+// Nothing that a datagram causes may take the keyboard from the operator. Qt reads the widget's attribute for
+// this only when it creates the window, but the window's own property each time that it is shown. A window
+// manager gives the keyboard to a window that was minimised, but not to one that was hidden.
 void FrmMain::showNormalQuietly()
 {
     constexpr auto quiet = "_q_showWithoutActivating";
@@ -197,7 +194,7 @@ void FrmMain::notTopmost()
     setTopmost(false);
 }
 
-// On the window behind the widget: changing the widget's own flag would hide it.
+// Sets the flag on the QWindow behind the widget: changing the widget's own flag would hide it.
 void FrmMain::setTopmost(bool topmost)
 {
     create();
@@ -219,7 +216,7 @@ void FrmMain::hideOrMinimize()
     }
 }
 
-// Who does not know where the window has gone believes that the program has ended. Told to a user once.
+// Tells each user once where the window has gone. Otherwise he might believe that the program has ended.
 void FrmMain::explainTray()
 {
     core::WindowMemory &memory = m_context.services.windows;
@@ -230,7 +227,7 @@ void FrmMain::explainTray()
     }
 }
 
-// A window manager finds a new place for a window that comes back, unless the window asks for one.
+// A window manager gives a window that comes back a new place unless it asks for its old one.
 void FrmMain::keepPlace()
 {
     if (!isMaximized()) {
@@ -246,7 +243,8 @@ void FrmMain::Timer1_Timer()
     }
 }
 
-// A hidden window has no frame and would be remembered without it; it was remembered when it was hidden.
+// A hidden window has no frame, so its place would be remembered wrongly; it was remembered when the window
+// was hidden.
 void FrmMain::prepareToEnd()
 {
     if (isVisible()) {
@@ -287,7 +285,7 @@ void FrmMain::changeEvent(QEvent *event)
     }
 }
 
-// An operator who has turned to the window keeps it, among the others.
+// Once the operator turns to the window it stays, as a window among others.
 bool FrmMain::event(QEvent *event)
 {
     if (event->type() == QEvent::WindowActivate) {

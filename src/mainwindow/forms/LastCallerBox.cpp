@@ -18,7 +18,7 @@ namespace {
 constexpr double numberScale = 1.6;
 constexpr int padding = 8;
 
-/// Makes the first line large and the second one quiet.
+// Makes the first line large and the second one quiet.
 class CallerLines : public QSyntaxHighlighter
 {
 public:
@@ -93,7 +93,7 @@ void LastCallerBox::contextMenuEvent(QContextMenuEvent *event)
     menu->popup(event->globalPos());
 }
 
-// A narrow window cuts long lines; the tip then has all of them. Never as markup.
+// A narrow window cuts long lines; then the tip shows them whole, never as markup.
 bool LastCallerBox::event(QEvent *event)
 {
     if (event->type() == QEvent::ToolTip && isCut()) {
@@ -118,7 +118,8 @@ void LastCallerBox::fitHeight()
     setFixedHeight(minimumSizeHint().height());
 }
 
-// A line that tells nothing stays in the text, unseen; the other one then stands in the middle.
+// A second line that says nothing stays in the text but is not drawn, and the first line then stands in the
+// middle.
 void LastCallerBox::showCall(const QString &text, bool hasPrevious)
 {
     setPlainText(text);

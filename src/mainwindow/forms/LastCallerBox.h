@@ -23,7 +23,7 @@ public:
     QSize minimumSizeHint() const override;
 
 Q_SIGNALS:
-    /// Also behind the work of what was chosen from it.
+    /// Comes once the work of what was chosen from it is done.
     void menuClosed();
 
 protected:

@@ -12,7 +12,7 @@ namespace mainwindow {
 
 namespace {
 
-// A line may be a whole datagram of 65,507 bytes, which no box lays out in time.
+// A line may be a whole datagram of 65,507 bytes, which takes a text box too long to lay out.
 constexpr qsizetype maxShownLine = 1000;
 
 QString asShown(QStringView text)

@@ -8,7 +8,7 @@ namespace mainwindow {
 
 namespace {
 
-/// The icon with a red disc in its lower corner, whose white rim is seen on trays of any colour.
+// The icon with a red disc in its lower corner, whose white rim is seen on trays of any colour.
 QIcon marked(const QIcon &plain)
 {
     QIcon icon;

@@ -22,7 +22,7 @@ frmSendSMS::frmSendSMS(const appearance::FormContext &context, const core::CodeP
     m_ui->setupUi(this);
     load();
     m_lists.ReadComboList(*m_ui->txtSendTo);
-    // A name that another one begins with must not turn into it.
+    // A list without completion inside the line: "Ann" must not turn into "Anna" while it is typed.
     m_ui->txtSendTo->completer()->setCompletionMode(QCompleter::PopupCompletion);
     m_ui->txtSendTo->completer()->setCaseSensitivity(Qt::CaseSensitive);
     m_ui->txtSendTo->setEditText(m_draft.sendTo);
@@ -46,7 +46,7 @@ void frmSendSMS::closing()
 
 Draft frmSendSMS::typed() const
 {
-    // Not every code page has blanks that keep a line together.
+    // Replaces no-break spaces, which not every code page has.
     return {m_ui->txtSendTo->currentText(), m_ui->txtSMS->text().replace(QChar::Nbsp, u' ')};
 }
 
@@ -58,7 +58,7 @@ void frmSendSMS::txtSendTo_LostFocus()
     m_lists.SaveComboItem(*m_ui->txtSendTo);
 }
 
-// The send key may come while the destination is still being typed.
+// The shortcut may come while the destination is still being typed.
 void frmSendSMS::send()
 {
     txtSendTo_LostFocus();

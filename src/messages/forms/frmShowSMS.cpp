@@ -15,7 +15,7 @@ namespace {
 
 constexpr int screenMargin = 16;
 
-/// The beginning of `text` that is shown as one line; its line end is the character behind it.
+// The beginning of `text` that is shown as one line; its line end is the character behind it.
 QStringView nextLine(QStringView text, bool breaksLines)
 {
     constexpr qsizetype pieceLength = 1000;
@@ -27,8 +27,8 @@ QStringView nextLine(QStringView text, bool breaksLines)
     return text.first(length);
 }
 
-/// The text in lines that a box lays out in time: a long one is shown in pieces, and very many of them run on
-/// without breaks; none of it is left out.
+// The text in lines that a box can lay out quickly: a long line is shown in pieces, and very many lines run
+// on without breaks. Nothing is left out.
 QString shownLines(QStringView text)
 {
     constexpr qsizetype mostLines = 2000;
@@ -65,7 +65,7 @@ frmShowSMS::frmShowSMS(const appearance::FormContext &context, Inbox &inbox, std
 
 frmShowSMS::~frmShowSMS() = default;
 
-// In a corner, away from what the operator types, and not in the one where callers pop up.
+// Places the form in a corner, away from what the operator types, and not in the corner of the caller's card.
 void frmShowSMS::place()
 {
     const QRect free = screen()->availableGeometry();
@@ -116,7 +116,7 @@ void frmShowSMS::markSeen()
     m_seen();
 }
 
-// An operator who turns to the window reads what it shows.
+// When the operator turns to the window, its message counts as read.
 bool frmShowSMS::event(QEvent *event)
 {
     if (event->type() == QEvent::WindowActivate && !m_inbox.isEmpty()) {

@@ -15,7 +15,7 @@ namespace {
 constexpr qsizetype pieceSize = 100'000; // characters, laid out and drawn within some 15 milliseconds
 constexpr int longestLine = 500;         // a line is drawn to its end, in view or not
 
-/// The desktop's own family with even characters, or a usual one where that is only a nickname.
+// The desktop's own fixed-width family, or a usual one where the desktop names only an alias.
 QString fixedFamily()
 {
     const QStringList families{QFontDatabase::systemFont(QFontDatabase::FixedFont).family(), u"Consolas"_s,
@@ -26,7 +26,8 @@ QString fixedFamily()
     return found != families.end() ? *found : QString();
 }
 
-/// Where the piece from a position on ends: behind a line, if the line is not longer than the piece.
+// The end of the piece that begins at a position: the end of a line, unless the line is longer than the
+// piece.
 qsizetype pieceEnd(const QString &text, qsizetype from)
 {
     const qsizetype end = std::min(from + pieceSize, text.size());
@@ -34,8 +35,8 @@ qsizetype pieceEnd(const QString &text, qsizetype from)
     return lineEnd >= from ? lineEnd + 1 : end;
 }
 
-/// The text with most of its line ends as line separators: the document takes several times as long for a
-/// paragraph as for a line. A single "\r" would be a line end of its own.
+// The text with most of its line ends as line separators, because Qt takes several times as long for a
+// paragraph as for a line. A single "\r" would count as a line end of its own.
 QString inParagraphs(QStringView text)
 {
     constexpr int linesOfParagraph = 12;
@@ -104,7 +105,7 @@ void ReportBox::setHint(const QString &text)
     viewport()->update();
 }
 
-/// What would type is swallowed; moving, selecting and copying go on, and so do the form's own keys.
+// Keys that would type are swallowed. Those that move, select and copy still work, and so do the form's own.
 void ReportBox::keyPressEvent(QKeyEvent *event)
 {
     const bool types = !event->text().isEmpty() && event->text().at(0).isPrint() &&
@@ -137,7 +138,7 @@ void ReportBox::changeEvent(QEvent *event)
     }
 }
 
-/// The language's font, behind one whose characters are all of one width.
+// A fixed-width font first, and the language's own for the characters that it lacks.
 void ReportBox::evenColumns()
 {
     const QString fixed = fixedFamily();

@@ -52,7 +52,7 @@ void frmNotePad::connectButtons()
     }
 }
 
-/// What was told of the entry holds until the next one is begun.
+// A message about the entry stays until the next entry is begun.
 void frmNotePad::connectMessage()
 {
     const auto clear = [this] { m_ui->lblMessage->clear(); };
@@ -136,7 +136,7 @@ QWidget *frmNotePad::controlOf(const QString &column) const
     return column == "CallContent"_L1 ? m_ui->txtContent : findChild<QWidget *>(u"txt"_s + column);
 }
 
-/// Shows what somebody else has changed in the call; boxes that hold it already stay as they are.
+// Shows what somebody else has changed in the call; boxes that show the same already are left alone.
 void frmNotePad::follow(const CallFields &call)
 {
     m_call = call;
@@ -163,7 +163,7 @@ void frmNotePad::focusFirstToFill()
     }
 }
 
-/// Ready for the next entry of the same call.
+// Ready for the next entry of the same call.
 void frmNotePad::clearEntry()
 {
     for (appearance::MemoBox *box : {m_ui->txtRequest, m_ui->txtResponse, m_ui->txtNote}) {

@@ -14,10 +14,10 @@ namespace notes {
 
 namespace {
 
-/// In characters; until the operator chooses others, identifier and time are seen whole.
+// In characters; until the operator chooses others, identifier and time are seen whole.
 constexpr std::array columnWidths{20, 22, 19, 14, 20, 24, 20, 11, 20};
 
-/// Shows a result in a grid, and has the grid drawn anew.
+// Shows a result in a grid, and has the grid drawn anew.
 void ConnectDatabase(core::RunLog &log, store::ResultModel &result, appearance::RecordGrid &grid)
 {
     log.trap("ConnectDatabase"_L1, [&] {
@@ -26,7 +26,7 @@ void ConnectDatabase(core::RunLog &log, store::ResultModel &result, appearance::
     });
 }
 
-/// An answer in the current language; without its texts the key, which is English.
+// An answer in the current language; without its texts the key, which is English.
 QString answer(const core::TextLookup &texts, const QString &key)
 {
     const QString found = texts.Lms(key);
@@ -76,7 +76,7 @@ void frmNotePadManager::connectButtons()
     onClick(m_ui->cmdClose, [this] { close(); });
 }
 
-/// A fixed range: notes of later years are found once the end date is changed.
+// The range is fixed: to find notes of later years, the operator has to change the end date.
 void frmNotePadManager::setDefaultRange()
 {
     setRange(QDate(2001, 1, 1), QDate(2009, 12, 31));
@@ -157,7 +157,7 @@ void frmNotePadManager::ShowResult()
     search(conditions());
 }
 
-// What is being typed for the next search waits for it, but for the old name.
+// What the operator has typed for the next search stays, except for the old name.
 void frmNotePadManager::followName(const QString &oldName, const QString &newName)
 {
     const auto follow = [&](const QString &name) { return name.trimmed() == oldName ? newName : name; };
@@ -226,7 +226,8 @@ void frmNotePadManager::showTotal()
     offerReport();
 }
 
-/// A button that loses its rows would hand the keyboard on to the one that closes the window.
+// When these buttons are disabled, the one with the keyboard would pass it on to the button that closes the
+// window.
 void frmNotePadManager::offerReport()
 {
     const bool rows = m_result.rowCount() > 0;
@@ -246,7 +247,7 @@ void frmNotePadManager::openCustomer(int row)
     }
 }
 
-/// The report of the result that is shown; one at a time.
+// The report of the result that is shown; one at a time.
 void frmNotePadManager::readReport(const std::function<void(const QString &)> &use)
 {
     if (m_report != nullptr) {

@@ -7,7 +7,7 @@ namespace options {
 QWidget *CellDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &,
                                     const QModelIndex &index) const
 {
-    if (!m_needs.mayEdit(index.column())) {
+    if (!m_context.mayEdit(index.column())) {
         return nullptr;
     }
     constexpr int fieldWidth = 255;
@@ -27,7 +27,8 @@ void CellDelegate::setEditorData(QWidget *editor, const QModelIndex &index) cons
     }
 }
 
-// A text that was only looked at is not written: longer ones and those of several lines stay as they are.
+// A text that was only looked at is not written back: the editor would have cut a long one or joined its
+// lines.
 void CellDelegate::setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const
 {
     const auto *line = qobject_cast<QLineEdit *>(editor);
@@ -35,7 +36,7 @@ void CellDelegate::setModelData(QWidget *editor, QAbstractItemModel *model, cons
         !model->setData(index, line->text())) {
         m_refusedCell = index;
         m_refusedText = line->text();
-        m_needs.refused(index);
+        m_context.refused(index);
     }
 }
 

@@ -13,12 +13,12 @@ namespace options {
 class CellDelegate : public appearance::GridDelegate
 {
 public:
-    struct Needs
+    struct Context
     {
         std::function<bool(int column)> mayEdit;
         std::function<void(const QModelIndex &cell)> refused;
     };
-    CellDelegate(Needs needs, QObject *parent) : GridDelegate(parent), m_needs(std::move(needs)) {}
+    CellDelegate(Context context, QObject *parent) : GridDelegate(parent), m_context(std::move(context)) {}
 
     QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option,
                           const QModelIndex &index) const override;
@@ -26,7 +26,7 @@ public:
     void setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const override;
 
 private:
-    Needs m_needs;
+    Context m_context;
     mutable QPersistentModelIndex m_refusedCell;
     mutable QString m_refusedText;
 };

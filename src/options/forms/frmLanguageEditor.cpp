@@ -56,7 +56,7 @@ void frmLanguageEditor::loadGrid()
     m_ui->DBGrid1->setModel(&Data1);
     m_ui->DBGrid1->setHint(m_context.texts.Lms(u"LanguageEditorHint"_s));
     connect(m_ui->DBGrid1, &appearance::RecordGrid::recordActivated, this, &frmLanguageEditor::editRow);
-    // Told later: the box must not open in the middle of the editor's closing.
+    // Told a moment later: the message box must not open while the cell's editor is closing.
     const auto refused = [this](const QModelIndex &cell) {
         m_refusedCell = cell;
         QMetaObject::invokeMethod(
@@ -100,7 +100,7 @@ void frmLanguageEditor::loadRows()
     showRows(read);
 }
 
-// The file may have been put right since it could not be read.
+// Opens the file again: it may have been repaired since it could not be read.
 void frmLanguageEditor::refresh()
 {
     if (!keepTyped()) {
@@ -155,7 +155,7 @@ OwnTexts frmLanguageEditor::chosenTexts() const
     return {.useId = m_ui->chkUseID->isChecked(), .useUser = m_ui->chkUseUserLang->isChecked()};
 }
 
-// What the operator has chosen here and not saved yet stays chosen.
+// Keeps what the operator has chosen here and not saved yet.
 void frmLanguageEditor::showLanguage()
 {
     const bool chosen = chosenTexts() != m_storedTexts;

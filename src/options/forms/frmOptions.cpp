@@ -15,7 +15,7 @@ namespace {
 constexpr int remarkRole = Qt::UserRole;
 constexpr int columnRole = Qt::UserRole + 1; // the name of a column of the grid
 
-/// Shows the remark on an item behind its text.
+// Shows the remark on an item behind its text.
 class RemarkDelegate : public QStyledItemDelegate
 {
 public:
@@ -33,7 +33,7 @@ protected:
     }
 };
 
-/// A language's own name, or what the code stands for.
+// A language's own name, or what the code stands for.
 QString languageName(const QString &code, const core::TextLookup &texts)
 {
     if (code == "AUTO"_L1) {
@@ -126,7 +126,7 @@ void frmOptions::showPort()
     m_ui->txtPort->setText(m_logic.systemPage().port);
 }
 
-// What cannot be read must not be written over.
+// A list that cannot be read is not offered for editing: saving would overwrite it.
 void frmOptions::showSenders()
 {
     const std::optional<QString> text = m_logic.systemPage().senders;
@@ -137,7 +137,7 @@ void frmOptions::showSenders()
     m_ui->lblSendersTrouble->setVisible(!trouble.isEmpty());
 }
 
-// What the operator has chosen here and not saved yet stays chosen.
+// Keeps what the operator has chosen here and not saved yet.
 void frmOptions::showLanguage()
 {
     const bool chosen = m_ui->CmbLanguage->currentText() != m_storedSystem.language;
@@ -215,7 +215,7 @@ bool frmOptions::savePopUpPage()
     return saved;
 }
 
-// A port that was refused gives way to the one that stays in use; a list of senders stays to be corrected.
+// A refused port is replaced by the one in use; a refused list of senders stays in its box to be corrected.
 bool frmOptions::saveSystemPage()
 {
     OptionsLogic::SystemPage page = systemPage();
@@ -252,7 +252,8 @@ QString frmOptions::savedText(bool saved) const
     return saved ? m_context.texts.Lms(u"OptionsSaved"_s) : QString();
 }
 
-// A language is chosen from the list; letters would jump about in its codes.
+// Typed letters are ignored: they would jump from code to code, while the list shows the languages' own
+// names.
 bool frmOptions::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == m_ui->CmbLanguage && event->type() == QEvent::KeyPress) {

@@ -30,7 +30,7 @@ void MarkDelegate::setEditorData(QWidget *editor, const QModelIndex &index) cons
     }
 }
 
-// A cell that holds no letter at all is left so until another word than its own is chosen.
+// A cell that holds none of the letters keeps its contents until the operator chooses another word.
 void MarkDelegate::setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const
 {
     const auto *words = qobject_cast<QComboBox *>(editor);

@@ -39,7 +39,7 @@ void PhoneBookWindows::showList(const QString &query, QWidget *editor)
     m_list.get().showBehind(editor);
 }
 
-// The row is read anew: another desk may have changed it since the list has shown it.
+// Reads the row again: another desk may have changed it since the list was filled.
 bool PhoneBookWindows::editEntry(qint32 sn)
 {
     const appearance::FormContext &forms = m_context.forms;

@@ -35,7 +35,7 @@ void frmSimplePhoneBook::showQuery(const QString &query)
     m_list->showUnsearched({.query = query});
 }
 
-/// There is no hint while no file could be read: it is not known then whether there are entries.
+// No hint while the file cannot be read: nobody knows then whether there are entries.
 void frmSimplePhoneBook::showAnswer(bool whole)
 {
     const QString &shown = m_data->recordSource();
@@ -56,8 +56,8 @@ void frmSimplePhoneBook::showReadingTrouble()
                          : m_context.texts.Lms(key));
 }
 
-// The button sends the command of the customer list and not of the phone book: servers know the deletion of
-// an entry by it. What the grid itself deletes counts as a change made in the grid.
+// The button sends the customer list's command, not the phone book's: by that one servers have always learnt
+// of a deleted entry. What the grid itself deletes counts as a change made in the grid.
 void frmSimplePhoneBook::deleteCurrent(DeletedBy means)
 {
     using Removal = appearance::SearchedList::Removal;
@@ -72,7 +72,7 @@ void frmSimplePhoneBook::deleteCurrent(DeletedBy means)
     }
 }
 
-/// A file that has taken the place of the one in the list is shown first.
+// If another file has taken the place of the one in the list, shows that one first.
 void frmSimplePhoneBook::showWritingTrouble()
 {
     const QString &file = m_context.paths.PhoneBookFile;
@@ -84,7 +84,7 @@ void frmSimplePhoneBook::showWritingTrouble()
     notice(otherIsShown ? m_context.texts.Lms(u"PhoneBookReplaced"_s) : troubleText(m_context.texts, file));
 }
 
-/// What somebody else has changed meanwhile is put before the operator.
+// Asks the operator about what somebody else has changed meanwhile.
 void frmSimplePhoneBook::settle(const QPersistentModelIndex &cell, PhoneBookEntry loaded,
                                 const QString &typed)
 {
@@ -108,7 +108,7 @@ void frmSimplePhoneBook::settle(const QPersistentModelIndex &cell, PhoneBookEntr
     }
 }
 
-// The grid closes the editor of a cell whatever becomes of its text, so it is opened on the text once more.
+// The grid closes a cell's editor even if the text was refused, so this opens it again with that text.
 void frmSimplePhoneBook::editAgain(const QPersistentModelIndex &cell, const QString &typed)
 {
     auto *grid = m_ui->DbgPhoneBook;

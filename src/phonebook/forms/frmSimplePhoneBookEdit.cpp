@@ -17,7 +17,7 @@ frmSimplePhoneBookEdit::frmSimplePhoneBookEdit(const Needs &needs)
     m_ownerLine.emplace(*this, needs.checks,
                         lookup::OwnerLine::Fields{.label = *m_ui->lblOwner,
                                                   .button = *m_ui->cmdOpenOwner,
-                                                  .table = lookup::Owner::Table::PhoneBook,
+                                                  .table = core::RowKey::Table::PhoneBook,
                                                   .numbers = {m_ui->txtTelno}});
     connectControls();
     m_loaded = contents();
@@ -63,7 +63,7 @@ void frmSimplePhoneBookEdit::fill(const PhoneBookEntry &entry)
     m_ui->txtTelno->setFocus();
 }
 
-/// The controls show the entry; those that hold its texts already keep their cursors.
+// Shows the entry; controls that show its texts already are left alone and keep their cursors.
 void frmSimplePhoneBookEdit::follow(const PhoneBookEntry &entry)
 {
     const auto show = [](QLineEdit *box, const QString &text) {
@@ -114,9 +114,9 @@ bool frmSimplePhoneBookEdit::mayDropContents()
                                                       .save = [this] { return save(); }});
 }
 
-// The numbers are checked here too: Enter saves without leaving the box. What is found does not keep the
-// operator from saving, and is told once the entry is written. From then on it is edited like any other;
-// saving again adds no second row.
+// Enter saves without leaving the box, so the numbers are checked here, too. A number that is on file does
+// not prevent saving; the operator is told once the entry is written. From then on the form edits that entry,
+// and saving again adds no second row.
 bool frmSimplePhoneBookEdit::save()
 {
     const appearance::FormContext &forms = m_needs.forms;

@@ -29,10 +29,10 @@ public:
     explicit frmSimplePhoneBookEdit(const Needs &needs);
     ~frmSimplePhoneBookEdit() override;
 
-    /// Shows an entry of the table, the mode "EDIT". Typed changes of this very entry are left standing.
+    /// Shows an entry of the table. Typed changes of this very entry are left standing.
     /// False where the operator goes on with another one.
     bool editEntry(const PhoneBookEntry &entry);
-    /// Shows an entry that is yet to be written, the mode "ADD".
+    /// Shows an entry that is yet to be written.
     void addEntry(const QString &number, const QString &name);
 
 protected:
@@ -50,7 +50,7 @@ private:
 
     const Needs m_needs;
     std::unique_ptr<Ui::frmSimplePhoneBookEdit> m_ui;
-    PhoneBookEntry m_loaded; ///< the contents before the operator changed them; has an SN in the mode "EDIT"
+    PhoneBookEntry m_loaded; ///< the contents before the operator changed them; has an SN once it is on file
     std::optional<lookup::OwnerLine> m_ownerLine;
 };
 

@@ -12,7 +12,7 @@ namespace phonebook {
 
 namespace {
 
-/// How wide the columns are at first, in characters.
+// How wide the columns are at first, in characters.
 constexpr std::array columnWidths{26, 28, 14, 14, 20};
 
 } // namespace
@@ -72,8 +72,8 @@ void frmSimplePhoneBook::connectGrid()
     });
 }
 
-/// The operator's own widths and order come first. Does nothing before a file was opened: there are no
-/// columns then.
+// The operator's own widths and order win. Before a file was opened there are no columns, and this does
+// nothing.
 void frmSimplePhoneBook::layOutColumns()
 {
     auto *grid = m_ui->DbgPhoneBook;

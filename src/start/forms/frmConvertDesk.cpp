@@ -42,7 +42,7 @@ frmConvertDesk::frmConvertDesk(const Context &context)
 
 frmConvertDesk::~frmConvertDesk() = default;
 
-// Large files on a share take their time.
+// On a thread of its own: large files on a network share take a while.
 void frmConvertDesk::read()
 {
     m_ui->cmdConvert->setEnabled(false);
