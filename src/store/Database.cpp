@@ -8,7 +8,6 @@
 #include "store/SqliteEmitter.h"
 
 #include <QFileInfo>
-#include <QStringDecoder>
 
 #include <sqlite3.h>
 
@@ -30,24 +29,14 @@ int primaryCode(const core::Error &error)
 
 QByteArrayView Row::bytes(int column) const
 {
-    const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(m_statement, column));
-    return text != nullptr ? QByteArrayView(text, sqlite3_column_bytes(m_statement, column))
-                           : QByteArrayView("");
+    sqlite3_value *value = sqlite3_column_value(m_statement, column); // asked for once, not for each of both
+    const auto *text = reinterpret_cast<const char *>(sqlite3_value_text(value));
+    return text != nullptr ? QByteArrayView(text, sqlite3_value_bytes(value)) : QByteArrayView("");
 }
 
 QString Row::text(int column) const
 {
     return QString::fromUtf8(bytes(column));
-}
-
-void Row::appendTo(QString &text, int column) const
-{
-    const QByteArrayView utf8 = bytes(column);
-    const qsizetype start = text.size();
-    text.resize(start + utf8.size()); // no character takes more units here than bytes there
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    const QChar *end = decoder.appendToBuffer(text.data() + start, utf8);
-    text.truncate(end - text.constData());
 }
 
 qint32 Row::integer(int column) const

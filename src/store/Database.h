@@ -24,8 +24,6 @@ class Row
 public:
     explicit Row(sqlite3_stmt *statement) : m_statement(statement) {}
     QString text(int column) const;
-    /// Adds the column's text to `text`, without the detour of a text of its own.
-    void appendTo(QString &text, int column) const;
     /// The text as the engine holds it, in UTF-8.
     QByteArrayView bytes(int column) const;
     qint32 integer(int column) const;
