@@ -17,8 +17,7 @@ namespace customers {
 
 namespace {
 
-constexpr std::chrono::milliseconds slice{15};
-constexpr std::chrono::milliseconds packingPoll{20};
+constexpr std::chrono::milliseconds betweenLooks{20};
 constexpr int titleBarButtons = 200;
 
 } // namespace
@@ -41,7 +40,7 @@ frmAddDataToExcel_Tarn20050921::frmAddDataToExcel_Tarn20050921(const appearance:
     connect(m_ui->cmdCancel, &QPushButton::clicked, this, &frmAddDataToExcel_Tarn20050921::cancel);
     connect(m_ui->cmdClose, &QPushButton::clicked, this, &QWidget::close);
     appearance::onHelpKey(*this, m_context.navigator, u"Popup_Export"_s);
-    connect(&m_slices, &QTimer::timeout, this, &frmAddDataToExcel_Tarn20050921::writeOn);
+    connect(&m_looks, &QTimer::timeout, this, &frmAddDataToExcel_Tarn20050921::look);
 }
 
 frmAddDataToExcel_Tarn20050921::~frmAddDataToExcel_Tarn20050921()
@@ -113,24 +112,22 @@ void frmAddDataToExcel_Tarn20050921::exportTicked()
             m_context.paths.CustomerFile, exportQuery(fields, u"rowid,"_s), headings(fields), m_target);
     });
     if (begun) {
-        m_slices.start(0);
+        m_looks.start(betweenLooks);
     } else {
         end(u"Error!"_s);
     }
 }
 
-void frmAddDataToExcel_Tarn20050921::writeOn()
+void frmAddDataToExcel_Tarn20050921::look()
 {
     bool ended = false;
-    const bool done = m_context.log.trap("cmdAddToExcel"_L1, [&] { ended = m_export->step(slice); });
+    const bool done = m_context.log.trap("cmdAddToExcel"_L1, [&] { ended = m_export->hasEnded(); });
     showProgress();
     if (!done) {
         end(u"Error!"_s);
     } else if (ended) {
         m_context.shell.openFile(m_target);
         end(u"Success!"_s);
-    } else if (m_export->isPacking()) {
-        m_slices.start(packingPoll);
     }
 }
 
@@ -144,7 +141,7 @@ void frmAddDataToExcel_Tarn20050921::cancel()
 
 void frmAddDataToExcel_Tarn20050921::end(const QString &outcome)
 {
-    m_slices.stop();
+    m_looks.stop();
     m_export.reset();
     if (!outcome.isEmpty()) {
         m_context.prompts.tell(outcome);
@@ -192,7 +189,7 @@ void frmAddDataToExcel_Tarn20050921::closeEvent(QCloseEvent *event)
         appearance::bringToFront(*this); // it shows that it is still at work
         return event->ignore();
     }
-    m_slices.stop();
+    m_looks.stop();
     m_setup.rememberGeometry(*this);
     QWidget::closeEvent(event);
 }

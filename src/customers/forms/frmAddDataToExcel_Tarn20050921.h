@@ -37,7 +37,7 @@ private:
     QStringList headings(const QList<int> &fields) const;
 
     void exportTicked();
-    void writeOn();
+    void look();
     void cancel();
     /// Puts the form back, and tells the outcome where there is one.
     void end(const QString &outcome);
@@ -49,7 +49,7 @@ private:
     appearance::FormSetup m_setup;
     QString m_target;
     std::unique_ptr<CustomerExport> m_export; ///< while one runs
-    QTimer m_slices;
+    QTimer m_looks;
 };
 
 } // namespace customers
