@@ -96,9 +96,10 @@ private Q_SLOTS:
         const QByteArray old = desk.fileBytes(desk.target);
         QVERIFY_THROWS_EXCEPTION(core::Error, desk.exportAll({}));
         {
-            desk.runSql(desk.paths.CustomerFile,
-                        u"insert into customer(SN) with recursive counted(i) as (select 30000 union all select "
-                        "i + 1 from counted where i < 300000) select i from counted"_s);
+            desk.runSql(
+                desk.paths.CustomerFile,
+                u"insert into customer(SN) with recursive counted(i) as (select 30000 union all select "
+                "i + 1 from counted where i < 300000) select i from counted"_s);
             customers::CustomerExport dropped(desk.paths.CustomerFile,
                                               customers::exportQuery({15, 15, 15}, u"rowid,"_s),
                                               {u"1"_s, u"2"_s, u"3"_s}, desk.target);

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "conversion/DeskConversion.h"
+#include "core/Background.h"
 #include "core/Error.h"
 #include "core/Prompts.h"
 #include "core/TextLookup.h"
 #include "language/forms/FormTranslator.h"
-#include "core/Background.h"
 
 #include <QDialog>
 #include <QTimer>
