@@ -214,9 +214,9 @@ Rows receptionRows()
 
 Rows startRows(int customers)
 {
-    Rows rows{{sized("start until painted, ms", customers),
-               {.times = customers == largestDesk ? 3.0 : 4.0},
-               [=] { return starting(customers, &Start::ms); }}};
+    Rows rows{{sized("start until painted, ms", customers), {.times = 3}, [=] {
+                   return starting(customers, &Start::ms);
+               }}};
     if (customers == 0) {
         rows.push_back(
             {"resident memory, MB, 0 customers", {.times = 2}, [] { return starting(0, &Start::mb); }});

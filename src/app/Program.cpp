@@ -70,12 +70,6 @@ void Program::connectParts()
                      [this](bool waits) { m_mainWindow->showCallWaits(waits); });
     QObject::connect(&m_callers, &CallerDirectory::customersRead, &m_callers,
                      [this] { m_dispatcher.lookAgain(); });
-    QObject::connect(qApp, &QGuiApplication::applicationStateChanged, &m_callers,
-                     [this](Qt::ApplicationState state) {
-                         if (state == Qt::ApplicationActive && m_mainWindow) {
-                             m_callers.look();
-                         }
-                     });
     QObject::connect(&m_languageRetry, &QTimer::timeout, &m_languageRetry, [this] { retryLanguage(); });
     m_messages.onFilingChanged(
         [this](messages::Filing filing) { m_mainWindow->showMessageLogs(messages::filingKey(filing)); });
@@ -104,11 +98,11 @@ bool Program::subMain()
     step(&Program::chooseLanguage);
     step(&Program::nameProduct);
     step(&Program::iniVariants);
-    step(&Program::loadNumberIndex);
     step(&Program::setGridDefaults);
     if (!step(&Program::showMainForm)) {
         return false;
     }
+    step(&Program::loadNumberIndex); // before a call can come in
     step(&Program::openReception);
     step(&Program::maintainData);
     step(&Program::tellTroubles);
@@ -229,11 +223,6 @@ void Program::iniVariants()
     });
 }
 
-void Program::loadNumberIndex()
-{
-    m_callers.load();
-}
-
 void Program::setGridDefaults()
 {
     if (m_settings.record.gridColumnNames.isUnset()) {
@@ -270,6 +259,17 @@ void Program::showMainForm()
 void Program::paintAtOnce()
 {
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);
+}
+
+void Program::loadNumberIndex()
+{
+    m_callers.load();
+    QObject::connect(qApp, &QGuiApplication::applicationStateChanged, &m_callers,
+                     [this](Qt::ApplicationState state) {
+                         if (state == Qt::ApplicationActive) {
+                             m_callers.look();
+                         }
+                     });
 }
 
 void Program::openReception()

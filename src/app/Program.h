@@ -58,10 +58,10 @@ private:
     void tellTroubles();
     void nameProduct();
     void iniVariants();
-    void loadNumberIndex();
     void setGridDefaults();
     void showMainForm();
     void paintAtOnce();
+    void loadNumberIndex();
     void openReception();
     void tell(const QString &trouble);
     void maintainData();

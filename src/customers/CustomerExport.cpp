@@ -1,7 +1,6 @@
 #include "customers/CustomerExport.h"
 
-#include <QElapsedTimer>
-#include <QFile>
+#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -15,21 +14,11 @@ constexpr qint64 firstRows = 200; // 27 cells of each
 
 CustomerExport::CustomerExport(const QString &databaseFile, const QString &query, const QStringList &headings,
                                const QString &target)
-    : m_database(databaseFile), m_select(query + u" where rowid>? order by rowid limit ?"_s),
-      m_pace(firstRows), m_beside(target), m_columnCount(int(headings.size()))
-{
-    m_rowCount = countCustomers(m_database);
-    m_writer.emplace(m_beside.name());
-    m_writer->writeHeadings(headings);
-    writeRows();
-}
-
-CustomerExport::~CustomerExport()
-{
-    if (m_packing.joinable()) {
-        m_packing.join();
-    }
-}
+    : m_select(query + u" where rowid>? order by rowid limit ?"_s), m_pace(firstRows), m_beside(target),
+      m_writer(m_beside.name()), m_columnCount(int(headings.size())),
+      m_lastKey(std::numeric_limits<qint64>::min()),
+      m_work([this, databaseFile, headings] { writeAll(databaseFile, headings); })
+{}
 
 int CustomerExport::countCustomers(store::Database &database)
 {
@@ -39,56 +28,47 @@ int CustomerExport::countCustomers(store::Database &database)
     return count;
 }
 
-bool CustomerExport::step(std::chrono::milliseconds time)
+bool CustomerExport::hasEnded()
 {
-    QElapsedTimer timer;
-    timer.start();
-    while (!isPacking() && timer.elapsed() < time.count()) {
-        writeRows();
-    }
-    if (!m_packed) {
+    if (!m_work.isDone()) {
         return false;
     }
-    m_packing.join();
-    if (m_failure) {
-        std::rethrow_exception(m_failure);
-    }
+    m_work.take();
     return true;
 }
 
-void CustomerExport::writeRows()
+void CustomerExport::writeAll(const QString &databaseFile, const QStringList &headings)
+{
+    store::Database database(databaseFile);
+    m_rowCount = countCustomers(database);
+    m_writer.writeHeadings(headings);
+    while (!m_dropped && writeRows(database)) {
+    }
+    if (!m_dropped) {
+        m_packing = true;
+        m_writer.close();
+        m_beside.moveIntoPlace();
+    }
+}
+
+/// One slice; false behind the last row.
+bool CustomerExport::writeRows(store::Database &database)
 {
     int rows = 0;
     const qint64 wanted = m_pace.begin();
-    m_database.forEachBoundRow(m_select, {m_lastKey, wanted}, [&](const store::Row &row) {
+    database.forEachBoundRow(m_select, {m_lastKey, wanted}, [&](const store::Row &row) {
         m_lastKey = row.key(0);
-        m_writer->beginRow();
+        m_writer.beginRow();
         for (int column = 0; column < m_columnCount; ++column) {
             if (const QByteArrayView text = row.bytes(column + 1); !text.isEmpty()) {
-                m_writer->writeCell(column, text);
+                m_writer.writeCell(column, text);
             }
         }
         ++rows;
     });
     m_pace.end();
     m_rowsWritten += rows;
-    if (rows < wanted) {
-        startPacking();
-    }
-}
-
-// The library packs in one call of seconds, which no event loop can wait for.
-void CustomerExport::startPacking()
-{
-    m_packing = std::thread([this] {
-        try {
-            m_writer->close();
-            m_beside.moveIntoPlace();
-        } catch (...) {
-            m_failure = std::current_exception();
-        }
-        m_packed = true;
-    });
+    return rows == wanted;
 }
 
 } // namespace customers

@@ -1,57 +1,54 @@
 #pragma once
 
 #include "core/AtomicFile.h"
+#include "core/Background.h"
 #include "customers/SpreadsheetWriter.h"
 #include "store/Database.h"
 #include "store/Pace.h"
 
 #include <atomic>
-#include <chrono>
-#include <exception>
-#include <limits>
-#include <optional>
-#include <thread>
 
 namespace customers {
 
-/// The export of all customers into a spreadsheet file, cut into steps. The file is written beside its place
-/// and then moved there: under its name stands what stood there before, or the whole. Before that happens the
-/// export may be dropped at any moment. Errors are thrown as core::Error.
+/// The export of all customers into a spreadsheet file, on a thread of its own: the library keeps the rows in
+/// a temporary file and packs it in the end, and neither can be held up by an event loop that has others to
+/// serve. The rows are read in slices, so that whoever saves a customer meanwhile need not wait. The file is
+/// written beside its place and then moved there: under its name stands what stood there before, or the
+/// whole. Errors are thrown as core::Error.
 class CustomerExport
 {
 public:
     /// `query` is one of exportQuery(), with the "rowid" and then as many fields as there are headings.
     CustomerExport(const QString &databaseFile, const QString &query, const QStringList &headings,
                    const QString &target);
-    /// Waits for a packing that has begun.
-    ~CustomerExport();
+    /// Drops it, but waits for a packing that has begun.
+    ~CustomerExport() { m_dropped = true; }
     /// How many customers would be exported.
     static int countCustomers(store::Database &database);
     Q_DISABLE_COPY_MOVE(CustomerExport)
 
-    /// Writes rows for about that long; true when the file stands at its place.
-    bool step(std::chrono::milliseconds time);
-    /// All rows are written, and another thread packs the file: the next step is worth a short wait.
-    bool isPacking() const { return m_packing.joinable(); }
+    /// True, once, when the file stands at its place; throws what the export failed with.
+    bool hasEnded();
+    /// All rows are written: what is being packed is nearly done, and cannot be dropped any more.
+    bool isPacking() const { return m_packing; }
     int rowsWritten() const { return m_rowsWritten; }
     int rowCount() const { return m_rowCount; }
 
 private:
-    void writeRows();
-    void startPacking();
+    void writeAll(const QString &databaseFile, const QStringList &headings);
+    bool writeRows(store::Database &database);
 
-    store::Database m_database;
     QString m_select; ///< of the next rows; asks for the key before them, and how many
     store::Pace m_pace;
     core::FileBeside m_beside; ///< beside the target
-    std::optional<SpreadsheetWriter> m_writer;
+    SpreadsheetWriter m_writer;
     int m_columnCount;
-    int m_rowCount = 0;
-    int m_rowsWritten = 0;
-    qint64 m_lastKey = std::numeric_limits<qint64>::min();
-    std::thread m_packing;
-    std::atomic<bool> m_packed = false;
-    std::exception_ptr m_failure; ///< of the packing; read once it has ended
+    qint64 m_lastKey;
+    std::atomic<int> m_rowCount = 0;
+    std::atomic<int> m_rowsWritten = 0;
+    std::atomic<bool> m_packing = false;
+    std::atomic<bool> m_dropped = false;
+    core::Background<void> m_work; ///< last, since it works with what is above
 };
 
 } // namespace customers

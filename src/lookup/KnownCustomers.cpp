@@ -34,7 +34,7 @@ QByteArrayView beginning(QByteArrayView utf8)
 
 KnownCustomers::Entry KnownCustomers::entryOf(const Row &row)
 {
-    const size_t offset = m_texts.size();
+    const qsizetype offset = m_texts.size();
     if (offset > std::numeric_limits<quint32>::max()) {
         throw core::Error(0, u"more customers than can be kept in memory"_s);
     }
@@ -43,8 +43,8 @@ KnownCustomers::Entry KnownCustomers::entryOf(const Row &row)
     const QByteArray note = noteBegins.size() < row.note.size()
                                 ? noteBegins.toByteArray() + QStringLiteral("\u2026").toUtf8()
                                 : QByteArray::fromRawData(noteBegins.data(), noteBegins.size());
-    m_texts.insert(m_texts.end(), name.begin(), name.end());
-    m_texts.insert(m_texts.end(), note.begin(), note.end());
+    m_texts.resize(offset + name.size() + note.size());
+    std::ranges::copy(note, std::ranges::copy(name, m_texts.data() + offset).out);
     Entry entry;
     entry.sn = row.sn;
     entry.offset = static_cast<quint32>(offset);
@@ -58,7 +58,7 @@ KnownCustomers::Entry KnownCustomers::entryOf(const Row &row)
 
 void KnownCustomers::append(const Row &row)
 {
-    m_entries.push_back(entryOf(row));
+    m_entries.append(entryOf(row));
 }
 
 void KnownCustomers::finish()
@@ -66,8 +66,8 @@ void KnownCustomers::finish()
     if (!std::ranges::is_sorted(m_entries, {}, &Entry::sn)) {
         std::ranges::stable_sort(m_entries, {}, &Entry::sn);
     }
-    m_entries.shrink_to_fit();
-    m_texts.shrink_to_fit();
+    m_entries.squeeze();
+    m_texts.squeeze();
 }
 
 std::optional<KnownCustomer> KnownCustomers::find(qint32 sn) const
@@ -76,7 +76,7 @@ std::optional<KnownCustomer> KnownCustomers::find(qint32 sn) const
     if (found == m_entries.end() || found->sn != sn) {
         return {};
     }
-    const char *text = m_texts.data() + found->offset;
+    const char *text = m_texts.constData() + found->offset;
     return KnownCustomer{.name = QString::fromUtf8(text, found->nameSize),
                          .note = QString::fromUtf8(text + found->nameSize, found->noteSize),
                          .vip = found->vip != 0,

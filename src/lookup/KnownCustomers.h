@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QByteArrayView>
+#include <QByteArray>
+#include <QList>
 #include <QString>
 
 #include <optional>
-#include <vector>
 
 namespace lookup {
 
@@ -61,8 +61,8 @@ private:
 
     Entry entryOf(const Row &row);
 
-    std::vector<Entry> m_entries; ///< in the order of their SN
-    std::vector<char> m_texts;
+    QList<Entry> m_entries; ///< in the order of their SN
+    QByteArray m_texts;
 };
 
 } // namespace lookup

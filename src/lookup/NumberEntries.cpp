@@ -4,9 +4,11 @@
 #include "core/TextUtilities.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cstddef>
 #include <limits>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -37,22 +39,37 @@ quint32 tagOf(quint64 hash)
 
 void NumberEntries::append(QStringView piece, qint32 sn)
 {
-    m_inOrderOfSn = m_inOrderOfSn && (m_entries.empty() || m_entries.back().sn <= sn);
-    m_entries.push_back(entryOf(piece, sn));
+    append(entryOf(piece, sn));
 }
 
-NumberEntries::Entry NumberEntries::entryOf(QStringView piece, qint32 sn)
+void NumberEntries::append(QLatin1StringView piece, qint32 sn)
 {
-    const size_t offset = m_digits.size();
+    append(entryOf(piece, sn));
+}
+
+void NumberEntries::append(const Entry &entry)
+{
+    m_inOrderOfSn = m_inOrderOfSn && (m_entries.isEmpty() || m_entries.constLast().sn <= entry.sn);
+    m_entries.append(entry);
+}
+
+template <typename View>
+NumberEntries::Entry NumberEntries::entryOf(View piece, qint32 sn)
+{
+    const qsizetype offset = m_digits.size();
     if (offset > std::numeric_limits<quint32>::max()) {
         throw core::Error(0, u"more numbers than the index can hold"_s);
     }
-    for (const QChar character : piece) {
-        if (core::isDigit(character)) {
-            m_digits.push_back(static_cast<char>(character.unicode()));
+    m_digits.resize(offset + piece.size());
+    char *end = m_digits.data() + offset;
+    for (qsizetype i = 0; i < piece.size(); ++i) {
+        if (const QChar character = piece.at(i); core::isDigit(character)) {
+            *end++ = static_cast<char>(character.unicode());
         }
     }
-    return {static_cast<quint32>(offset), static_cast<quint16>(m_digits.size() - offset), sn};
+    const qsizetype length = end - m_digits.constData() - offset;
+    m_digits.resize(offset + length);
+    return {static_cast<quint32>(offset), static_cast<quint16>(length), sn};
 }
 
 // Goes from the last entry to the first, so that each entry finds the next one of its number in the slot.
@@ -60,17 +77,37 @@ bool NumberEntries::finishSome()
 {
     constexpr size_t entriesAtOnce = 20000;
     if (m_hashed == 0) {
-        m_digits.shrink_to_fit();
-        m_entries.shrink_to_fit();
-        m_next.assign(m_entries.size(), noEntry);
-        m_slots.assign(2 * m_entries.size(), Slot());
+        m_digits.squeeze();
+        m_entries.squeeze();
+        m_next.assign(size(), noEntry);
+        m_slots.assign(2 * size(), Slot());
         m_used = 0;
     }
-    const size_t end = std::min(m_hashed + entriesAtOnce, m_entries.size());
-    for (; m_hashed < end; ++m_hashed) {
-        link(static_cast<quint32>(m_entries.size() - 1 - m_hashed));
+    const size_t end = std::min(m_hashed + entriesAtOnce, size());
+    while (m_hashed < end) {
+        m_hashed += linkBatch(size() - m_hashed, end - m_hashed);
     }
-    return m_hashed == m_entries.size();
+    return m_hashed == size();
+}
+
+// The slots lie all over a large hash. Those of a batch are read at once, for nothing but to have the
+// processor fetch them together, so that none of them is waited for when its entry is put there.
+size_t NumberEntries::linkBatch(size_t behind, size_t atMost)
+{
+    std::array<quint64, 64> hashes = {};
+    const std::span<quint64> batch(hashes.data(), std::min(hashes.size(), atMost));
+    size_t entry = behind;
+    for (quint64 &hash : batch) {
+        hash = hashOf(at(--entry).PhoneNumber);
+    }
+    for (const quint64 hash : batch) {
+        [[maybe_unused]] const volatile quint32 fetched = m_slots[homeOf(hash)].entry;
+    }
+    entry = behind;
+    for (const quint64 hash : batch) {
+        link(static_cast<quint32>(--entry), hash);
+    }
+    return batch.size();
 }
 
 quint32 NumberEntries::firstOf(QStringView number) const
@@ -95,7 +132,7 @@ std::vector<qint32> NumberEntries::findAll(QStringView number) const
 
 PhoneNumberSN NumberEntries::view(const Entry &entry) const
 {
-    return {QLatin1StringView(m_digits.data() + entry.offset, entry.length), entry.sn};
+    return {QLatin1StringView(m_digits.constData() + entry.offset, entry.length), entry.sn};
 }
 
 // The upper half of the hash, scaled to the table's size, chooses the slot: any size will do, not only powers
@@ -124,10 +161,10 @@ bool NumberEntries::replace(qint32 sn, std::span<const QStringView> pieces)
     if (!m_inOrderOfSn) {
         return false;
     }
-    const auto first = std::ranges::lower_bound(m_entries, sn, {}, &Entry::sn);
-    const auto place = static_cast<size_t>(first - m_entries.begin());
-    const auto old = static_cast<size_t>(std::ranges::upper_bound(m_entries, sn, {}, &Entry::sn) - first);
-    if (old == m_entries.size() && pieces.empty()) {
+    const auto [first, behind] = std::ranges::equal_range(std::as_const(m_entries), sn, {}, &Entry::sn);
+    const auto place = static_cast<size_t>(first - m_entries.constBegin());
+    const auto old = static_cast<size_t>(behind - first);
+    if (old == size() && pieces.empty()) {
         return false;
     }
     std::vector<Entry> entries;
@@ -136,7 +173,7 @@ bool NumberEntries::replace(qint32 sn, std::span<const QStringView> pieces)
     }
     for (size_t i = 0; i < old; ++i) {
         unlink(static_cast<quint32>(place + i));
-        m_unusedDigits += m_entries[place + i].length;
+        m_unusedDigits += at(place + i).PhoneNumber.size();
     }
     exchangeEntries(place, old, entries);
     if (4 * (m_used + entries.size()) > 3 * m_slots.size()) { // a full hash would be searched for ever
@@ -145,7 +182,7 @@ bool NumberEntries::replace(qint32 sn, std::span<const QStringView> pieces)
         }
     } else {
         for (size_t i = 0; i < entries.size(); ++i) {
-            link(static_cast<quint32>(place + i));
+            link(static_cast<quint32>(place + i), hashOf(at(place + i).PhoneNumber));
         }
     }
     dropUnusedDigits();
@@ -165,7 +202,8 @@ void NumberEntries::exchangeEntries(size_t place, size_t old, const std::vector<
     const auto behind = static_cast<std::ptrdiff_t>(place + old);
     const auto added = static_cast<std::ptrdiff_t>(entries.size()) - kept;
     m_entries.erase(m_entries.begin() + at + kept, m_entries.begin() + behind);
-    m_entries.insert(m_entries.begin() + at + kept, entries.begin() + kept, entries.end());
+    m_entries.insert(at + kept, added, Entry());
+    std::copy_n(entries.begin() + kept, added, m_entries.begin() + at + kept);
     m_next.erase(m_next.begin() + at + kept, m_next.begin() + behind);
     m_next.insert(m_next.begin() + at + kept, static_cast<size_t>(added), noEntry);
     const auto difference = static_cast<quint32>(entries.size() - old); // modulo 2^32: it may be negative
@@ -179,11 +217,9 @@ void NumberEntries::exchangeEntries(size_t place, size_t old, const std::vector<
 }
 
 // Puts an entry among those of the same number, in their order.
-void NumberEntries::link(quint32 entry)
+void NumberEntries::link(quint32 entry, quint64 hash)
 {
-    const QLatin1StringView number = at(entry).PhoneNumber;
-    const quint64 hash = hashOf(number);
-    Slot &slot = m_slots[slotOf(number, hash)];
+    Slot &slot = m_slots[slotOf(at(entry).PhoneNumber, hash)];
     if (slot.entry == noEntry || slot.entry > entry) {
         m_used += slot.entry == noEntry ? 1 : 0;
         m_next[entry] = slot.entry;
@@ -238,12 +274,12 @@ void NumberEntries::dropUnusedDigits()
     if (2 * m_unusedDigits <= m_digits.size()) {
         return;
     }
-    std::vector<char> digits;
+    QByteArray digits;
     digits.reserve(m_digits.size() - m_unusedDigits);
     for (Entry &entry : m_entries) {
         const QLatin1StringView number = view(entry).PhoneNumber;
         entry.offset = static_cast<quint32>(digits.size());
-        digits.insert(digits.end(), number.begin(), number.end());
+        digits.append(number.data(), number.size());
     }
     m_digits = std::move(digits);
     m_unusedDigits = 0;

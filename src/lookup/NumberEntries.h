@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QByteArray>
 #include <QLatin1StringView>
+#include <QList>
 #include <QStringView>
 
 #include <optional>
@@ -26,13 +28,14 @@ public:
     /// Adds an entry with the digits of `piece`, of at most 32,767 characters. Throws core::Error when there
     /// are too many.
     void append(QStringView piece, qint32 sn);
+    void append(QLatin1StringView piece, qint32 sn);
     /// Gives spare memory back and builds the hash: to be called after the last append until it returns true.
     /// Each call takes a few milliseconds.
     bool finishSome();
 
-    bool isEmpty() const { return m_entries.empty(); }
-    size_t size() const { return m_entries.size(); }
-    PhoneNumberSN at(size_t position) const { return view(m_entries[position]); }
+    bool isEmpty() const { return m_entries.isEmpty(); }
+    size_t size() const { return static_cast<size_t>(m_entries.size()); }
+    PhoneNumberSN at(size_t position) const { return view(m_entries[static_cast<qsizetype>(position)]); }
 
     /// The SN of the first entry whose number equals `number` in every character.
     std::optional<qint32> find(QStringView number) const;
@@ -59,7 +62,9 @@ private:
     };
     static constexpr quint32 noEntry = 0xFFFFFFFF;
 
-    Entry entryOf(QStringView piece, qint32 sn);
+    template <typename View>
+    Entry entryOf(View piece, qint32 sn);
+    void append(const Entry &entry);
     PhoneNumberSN view(const Entry &entry) const;
     quint32 firstOf(QStringView number) const;
     size_t homeOf(quint64 hash) const;
@@ -69,18 +74,21 @@ private:
     size_t slotOf(View number, quint64 hash) const;
 
     void exchangeEntries(size_t place, size_t old, const std::vector<Entry> &entries);
-    void link(quint32 entry);
+    /// Links the entries before `behind`, but some at a time; how many.
+    size_t linkBatch(size_t behind, size_t atMost);
+    void link(quint32 entry, quint64 hash);
     void unlink(quint32 entry);
     void freeSlot(size_t slot);
     void dropUnusedDigits();
 
-    std::vector<char> m_digits;
-    std::vector<Entry> m_entries;
-    std::vector<quint32> m_next; ///< of each entry: the next one with the same number
-    size_t m_hashed = 0;         ///< entries that the hash knows, from the last one on
-    std::vector<Slot> m_slots;   ///< open addressing with linear probing, twice as many as entries
-    size_t m_used = 0;           ///< slots that are not free
-    size_t m_unusedDigits = 0;   ///< of entries that were replaced
+    // Lists of the toolkit grow where they stand; those of the standard library by a copy of themselves.
+    QByteArray m_digits;
+    QList<Entry> m_entries;
+    std::vector<quint32> m_next;  ///< of each entry: the next one with the same number
+    size_t m_hashed = 0;          ///< entries that the hash knows, from the last one on
+    std::vector<Slot> m_slots;    ///< open addressing with linear probing, twice as many as entries
+    size_t m_used = 0;            ///< slots that are not free
+    qsizetype m_unusedDigits = 0; ///< of entries that were replaced
     bool m_inOrderOfSn = true;
 };
 

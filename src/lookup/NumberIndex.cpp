@@ -78,7 +78,7 @@ bool NumberIndex::replaceCustomer(qint32 sn)
     }
     const CallerTable table = customerTable();
     const QString select = u"select %1 from %2 where SN=%3"_s.arg(table.columns(), table.name).arg(sn);
-    QString numbers;
+    std::string numbers;
     bool isThere = false;
     bool inOrderOfSn = true;
     const store::NoWaiting atOnce;
@@ -92,7 +92,7 @@ bool NumberIndex::replaceCustomer(qint32 sn)
     if (!isThere) {
         m_known.remove(sn);
     }
-    return inOrderOfSn && m_customers.entries.replace(sn, pieces(numbers));
+    return inOrderOfSn && m_customers.entries.replace(sn, pieces(QString::fromStdString(numbers)));
 }
 
 PhoneNumberPieces NumberIndex::pieces(QStringView numbers) const

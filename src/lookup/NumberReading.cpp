@@ -15,6 +15,15 @@ constexpr int firstNumberColumn = 2;
 constexpr qint64 firstRowsAtOnce = 1000; // all of a small desk; of a large one the window waits for these
 constexpr qint64 firstRowsInBetween = 500;
 
+bool isAscii(std::string_view bytes)
+{
+    uchar all = 0; // without a branch for each byte, many are looked at in one step
+    for (const char byte : bytes) {
+        all |= static_cast<uchar>(byte);
+    }
+    return all < 0x80;
+}
+
 store::Database openWhatIsLeft(const QString &file, bool waits)
 {
     using store::Database;
@@ -37,14 +46,15 @@ QString CallerTable::columns() const
     return u"rowid,SN,"_s + numberColumns.join(u',') + shown;
 }
 
-void CallerTable::readNumbers(QString &text, const store::Row &row) const
+void CallerTable::readNumbers(std::string &utf8, const store::Row &row) const
 {
-    text.resize(0);
+    utf8.clear();
     for (int column = 0; column < numberColumns.size(); ++column) {
         if (column > 0) {
-            text += u',';
+            utf8 += ',';
         }
-        row.appendTo(text, firstNumberColumn + column);
+        const QByteArrayView numbers = row.bytes(firstNumberColumn + column);
+        utf8.append(numbers.data(), static_cast<size_t>(numbers.size()));
     }
 }
 
@@ -121,13 +131,25 @@ void NumberReading::append(const store::Row &row)
     m_lastKey = row.key(0);
     m_hasRows = true;
     m_table.readNumbers(m_numbers, row);
-    for (const QStringView piece : phoneNumberPieces(m_log, m_codePage, m_numbers)) {
-        m_entries.append(piece, row.integer(1));
-    }
+    appendNumbers(row.integer(1));
     if (m_table.isCustomers) {
         const KnownCustomers::Row customer = m_table.customer(row);
         m_hasUnflagged = m_hasUnflagged || customer.popUpFlag.isEmpty() || customer.popUpFlag == " ";
         m_customers.append(customer);
+    }
+}
+
+void NumberReading::appendNumbers(qint32 sn)
+{
+    const auto appendAll = [&](const auto &text) {
+        for (const auto piece : phoneNumberPieces(m_log, m_codePage, text)) {
+            m_entries.append(piece, sn);
+        }
+    };
+    if (isAscii(m_numbers)) {
+        appendAll(QLatin1StringView(m_numbers.data(), qsizetype(m_numbers.size())));
+    } else {
+        appendAll(QString::fromStdString(m_numbers));
     }
 }
 
@@ -173,7 +195,7 @@ bool NumberReading::canReadBehind(qint64 key)
 void NumberReading::finishRows()
 {
     if (!m_hasRows && !m_damage) {
-        m_entries.append({}, 0);
+        m_entries.append(QStringView(), 0);
     }
     if (m_entries.isEmpty()) {
         throw m_damage.value_or(core::Error(0, u"no row holds a number: "_s + m_table.name));

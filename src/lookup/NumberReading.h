@@ -11,6 +11,7 @@
 
 #include <chrono>
 #include <optional>
+#include <string>
 
 namespace lookup {
 
@@ -24,8 +25,8 @@ struct CallerTable
 
     /// The select list that the functions below take apart: the row's key, its SN, and the columns.
     QString columns() const;
-    /// Puts the row's numbers text into `text`: what its columns hold, with commas between them.
-    void readNumbers(QString &text, const store::Row &row) const;
+    /// Puts the row's numbers text into `utf8`: what its columns hold, with commas between them.
+    void readNumbers(std::string &utf8, const store::Row &row) const;
     KnownCustomers::Row customer(const store::Row &row) const;
 };
 
@@ -57,6 +58,7 @@ private:
     void readRows();
     void readPiece();
     void append(const store::Row &row);
+    void appendNumbers(qint32 sn);
     bool skipDamage();
     bool canReadBehind(qint64 key);
     void finishRows();
@@ -73,7 +75,7 @@ private:
     bool m_hasUnflagged = false;
     int m_gaps = 0;
     std::optional<core::Error> m_damage;
-    QString m_numbers; ///< of the row at hand
+    std::string m_numbers; ///< of the row at hand
     NumberEntries m_entries;
     KnownCustomers m_customers;
 };

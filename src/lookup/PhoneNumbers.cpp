@@ -8,6 +8,8 @@ namespace lookup {
 
 namespace {
 
+constexpr auto procedure = "SplitPhoneNumber"_L1;
+
 // Full-width dashes and brackets stay inside a number, as their ASCII forms do; all other wide characters are
 // words or punctuation around it.
 bool separatesByItself(QChar character, const core::CodePage &codePage)
@@ -30,7 +32,8 @@ bool separatesByItself(QChar character, const core::CodePage &codePage)
     }
 }
 
-void add(PhoneNumberPieces &pieces, QStringView piece)
+template <typename View>
+void add(PiecesOf<View> &pieces, View piece)
 {
     if (piece.isEmpty()) {
         return;
@@ -41,10 +44,13 @@ void add(PhoneNumberPieces &pieces, QStringView piece)
     pieces.append(piece);
 }
 
-template <typename Separates>
-PhoneNumberPieces cut(QStringView text, Separates separates)
+template <typename View, typename Separates>
+PiecesOf<View> cut(View text, Separates separates)
 {
-    PhoneNumberPieces pieces;
+    if (text.size() > std::numeric_limits<qint16>::max()) {
+        throw core::Error(0, u"a numbers text of more than 32767 characters"_s);
+    }
+    PiecesOf<View> pieces;
     qsizetype start = 0;
     for (qsizetype i = 0; i < text.size(); ++i) {
         if (separates(text.at(i))) {
@@ -56,19 +62,18 @@ PhoneNumberPieces cut(QStringView text, Separates separates)
     return pieces;
 }
 
-PhoneNumberPieces split(QStringView text, const core::CodePage &codePage,
-                        const std::optional<QString> &separator)
+template <typename View>
+PiecesOf<View> split(View text, const core::CodePage &codePage)
 {
-    if (text.size() > std::numeric_limits<qint16>::max()) {
-        throw core::Error(0, u"a numbers text of more than 32767 characters"_s);
-    }
-    if (!separator) {
-        return cut(text, [&](QChar character) { return separatesByItself(character, codePage); });
-    }
-    if (separator->size() != 1) {
+    return cut(text, [&](QChar character) { return separatesByItself(character, codePage); });
+}
+
+PhoneNumberPieces splitAt(const QString &separator, QStringView text)
+{
+    if (separator.size() != 1) {
         return {}; // equals no single character, so it never closes a piece
     }
-    return cut(text, [only = separator->front()](QChar character) { return character == only; });
+    return cut(text, [only = separator.front()](QChar character) { return character == only; });
 }
 
 } // namespace
@@ -76,8 +81,14 @@ PhoneNumberPieces split(QStringView text, const core::CodePage &codePage,
 PhoneNumberPieces phoneNumberPieces(core::RunLog &log, const core::CodePage &codePage, QStringView text,
                                     const std::optional<QString> &separator)
 {
-    return log.trap("SplitPhoneNumber"_L1, PhoneNumberPieces(),
-                    [&] { return split(text, codePage, separator); });
+    return log.trap(procedure, PhoneNumberPieces(),
+                    [&] { return separator ? splitAt(*separator, text) : split(text, codePage); });
+}
+
+PiecesOf<QLatin1StringView> phoneNumberPieces(core::RunLog &log, const core::CodePage &codePage,
+                                              QLatin1StringView ascii)
+{
+    return log.trap(procedure, PiecesOf<QLatin1StringView>(), [&] { return split(ascii, codePage); });
 }
 
 PhoneNumberList SplitPhoneNumber(core::RunLog &log, const core::CodePage &codePage, QStringView text,

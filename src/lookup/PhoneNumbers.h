@@ -29,8 +29,13 @@ PhoneNumberList SplitPhoneNumber(core::RunLog &log, const core::CodePage &codePa
                                  const std::optional<QString> &separator = {});
 
 /// The same pieces as views into `text`, without a copy of any.
-using PhoneNumberPieces = QVarLengthArray<QStringView, maxPhoneNumbers>;
+template <typename View>
+using PiecesOf = QVarLengthArray<View, maxPhoneNumbers>;
+using PhoneNumberPieces = PiecesOf<QStringView>;
 PhoneNumberPieces phoneNumberPieces(core::RunLog &log, const core::CodePage &codePage, QStringView text,
                                     const std::optional<QString> &separator = {});
+/// The same of a text that holds ASCII characters only, as nearly all do.
+PiecesOf<QLatin1StringView> phoneNumberPieces(core::RunLog &log, const core::CodePage &codePage,
+                                              QLatin1StringView ascii);
 
 } // namespace lookup

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "conversion/DeskConversion.h"
-#include "start/Background.h"
+#include "core/Background.h"
 
 #include <atomic>
 #include <optional>
@@ -31,7 +31,7 @@ private:
 
     std::atomic<bool> m_cancelled = false;
     std::atomic<qint64> m_rowsSeen = 0;
-    Background<std::optional<conversion::Report>> m_report;
+    core::Background<std::optional<conversion::Report>> m_report;
 };
 
 } // namespace start

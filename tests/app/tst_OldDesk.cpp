@@ -163,9 +163,9 @@ private Q_SLOTS:
 
     void whateverAThreadFailsWithIsAReasonThatCanBeTold()
     {
-        start::Background<int> work([]() -> int { throw std::bad_alloc(); });
+        core::Background<int> work([]() -> int { throw std::bad_alloc(); });
         QVERIFY_THROWS_EXCEPTION(core::Error, work.take());
-        start::Background<int> named([]() -> int { throw core::Error(7, u"why"_s); });
+        core::Background<int> named([]() -> int { throw core::Error(7, u"why"_s); });
         QCOMPARE(support::errorOf([&named] { named.take(); }), u"7 why"_s);
     }
 

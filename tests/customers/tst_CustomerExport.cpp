@@ -24,7 +24,7 @@ class tst_CustomerExport : public QObject
             }
             customers::CustomerExport running(paths.CustomerFile, customers::exportQuery(fields, u"rowid,"_s),
                                               headings, target);
-            return QTest::qWaitFor([&] { return running.step(std::chrono::milliseconds(5)); }, 60000);
+            return QTest::qWaitFor([&] { return running.hasEnded(); }, 60000);
         }
         /// What a Python expression over the sheet `s` of the workbook gives.
         QString read(const QString &expression) const
@@ -96,9 +96,15 @@ private Q_SLOTS:
         const QByteArray old = desk.fileBytes(desk.target);
         QVERIFY_THROWS_EXCEPTION(core::Error, desk.exportAll({}));
         {
-            customers::CustomerExport dropped(
-                desk.paths.CustomerFile, customers::exportQuery({0}, u"rowid,"_s), {u"H"_s}, desk.target);
-            QVERIFY(!dropped.isPacking()); // has begun: the first rows stand in its file
+            desk.runSql(
+                desk.paths.CustomerFile,
+                u"insert into customer(SN) with recursive counted(i) as (select 30000 union all select "
+                "i + 1 from counted where i < 300000) select i from counted"_s);
+            customers::CustomerExport dropped(desk.paths.CustomerFile,
+                                              customers::exportQuery({15, 15, 15}, u"rowid,"_s),
+                                              {u"1"_s, u"2"_s, u"3"_s}, desk.target);
+            QTRY_VERIFY(dropped.rowsWritten() > 0);
+            QVERIFY(!dropped.isPacking());
         }
         QFile(desk.target).setPermissions(QFile::ReadOwner);
         QVERIFY_THROWS_EXCEPTION(core::Error, desk.exportAll({0}));

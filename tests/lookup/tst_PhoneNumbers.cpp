@@ -22,7 +22,7 @@ class tst_PhoneNumbers : public QObject
             runSql(paths.PhoneBookFile, u"create table phonebook (SN counter, Telno text);"
                                         "create index Telno on phonebook (Telno);"
                                         "insert into phonebook values (3, '9533-1234567, 13900000000'),"
-                                        " (8, '13900000000 word')"_s);
+                                        " (8, '13900000000，word')"_s);
             runSql(paths.CustomerFile,
                    u"create table customer (SN counter, CustomerName text, WorkPhones text,"
                    " ContactPersonMobile text, Fax text, ContactPersonHomePhones text, note memo, IfVIP text,"

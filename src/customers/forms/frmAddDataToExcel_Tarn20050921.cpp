@@ -13,8 +13,7 @@ namespace customers {
 
 namespace {
 
-constexpr std::chrono::milliseconds slice{15};
-constexpr std::chrono::milliseconds packingPoll{20};
+constexpr std::chrono::milliseconds betweenLooks{20};
 constexpr int titleBarButtons = 200;
 
 } // namespace
@@ -34,7 +33,7 @@ frmAddDataToExcel_Tarn20050921::frmAddDataToExcel_Tarn20050921(const appearance:
     connect(m_ui->cmdCancel, &QPushButton::clicked, this, &frmAddDataToExcel_Tarn20050921::cancel);
     connect(m_ui->cmdClose, &QPushButton::clicked, this, &QWidget::close);
     offerHelp(m_context.navigator, u"Popup_Export"_s);
-    connect(&m_slices, &QTimer::timeout, this, &frmAddDataToExcel_Tarn20050921::writeOn);
+    connect(&m_looks, &QTimer::timeout, this, &frmAddDataToExcel_Tarn20050921::look);
 }
 
 frmAddDataToExcel_Tarn20050921::~frmAddDataToExcel_Tarn20050921() = default;
@@ -103,24 +102,22 @@ void frmAddDataToExcel_Tarn20050921::exportTicked()
             m_context.paths.CustomerFile, exportQuery(fields, u"rowid,"_s), headings(fields), m_target);
     });
     if (begun) {
-        m_slices.start(0);
+        m_looks.start(betweenLooks);
     } else {
         end(u"Error!"_s);
     }
 }
 
-void frmAddDataToExcel_Tarn20050921::writeOn()
+void frmAddDataToExcel_Tarn20050921::look()
 {
     bool ended = false;
-    const bool done = m_context.log.trap("cmdAddToExcel"_L1, [&] { ended = m_export->step(slice); });
+    const bool done = m_context.log.trap("cmdAddToExcel"_L1, [&] { ended = m_export->hasEnded(); });
     showProgress();
     if (!done) {
         end(u"Error!"_s);
     } else if (ended) {
         m_context.shell.openFile(m_target);
         end(u"Success!"_s);
-    } else if (m_export->isPacking()) {
-        m_slices.start(packingPoll);
     }
 }
 
@@ -134,7 +131,7 @@ void frmAddDataToExcel_Tarn20050921::cancel()
 
 void frmAddDataToExcel_Tarn20050921::end(const QString &outcome)
 {
-    m_slices.stop();
+    m_looks.stop();
     m_export.reset();
     if (!outcome.isEmpty()) {
         m_context.prompts.tell(outcome);
@@ -183,7 +180,7 @@ bool frmAddDataToExcel_Tarn20050921::mayClose()
 
 void frmAddDataToExcel_Tarn20050921::closing()
 {
-    m_slices.stop();
+    m_looks.stop();
 }
 
 } // namespace customers

@@ -38,7 +38,7 @@ private:
     QStringList headings(const QList<int> &fields) const;
 
     void exportTicked();
-    void writeOn();
+    void look();
     void cancel();
     /// Puts the form back, and tells the outcome where there is one.
     void end(const QString &outcome);
@@ -49,7 +49,7 @@ private:
     std::unique_ptr<Ui::frmAddDataToExcel_Tarn20050921> m_ui;
     QString m_target;
     std::unique_ptr<CustomerExport> m_export; ///< while one runs
-    QTimer m_slices;
+    QTimer m_looks;
 };
 
 } // namespace customers

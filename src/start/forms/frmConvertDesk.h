@@ -1,11 +1,11 @@
 #pragma once
 
 #include "conversion/DeskConversion.h"
+#include "core/Background.h"
 #include "core/Error.h"
 #include "core/Prompts.h"
 #include "core/TextLookup.h"
 #include "language/forms/FormTranslator.h"
-#include "start/Background.h"
 
 #include <QDialog>
 #include <QTimer>
@@ -42,7 +42,7 @@ public:
     void reject() override;
 
 private:
-    using Reading = Background<QList<conversion::ConvertedFile>>;
+    using Reading = core::Background<QList<conversion::ConvertedFile>>;
     void read();
     void endReading();
     void showFound(const QList<conversion::ConvertedFile> &found);

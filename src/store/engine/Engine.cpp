@@ -2,7 +2,6 @@
 
 #include "store/engine/SqliteEngine.h"
 
-#include <QStringDecoder>
 
 #include <algorithm>
 #include <utility>
@@ -68,16 +67,6 @@ NoWaiting::~NoWaiting()
 QString Row::text(int column) const
 {
     return QString::fromUtf8(bytes(column));
-}
-
-void Row::appendTo(QString &text, int column) const
-{
-    const QByteArrayView utf8 = bytes(column);
-    const qsizetype start = text.size();
-    text.resize(start + utf8.size()); // no character takes more units here than bytes there
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    const QChar *end = decoder.appendToBuffer(text.data() + start, utf8);
-    text.truncate(end - text.constData());
 }
 
 qint32 Row::integer(int column) const

@@ -27,8 +27,6 @@ class Row
 {
 public:
     QString text(int column) const;
-    /// Adds the column's text to `text`, without the detour of a text of its own.
-    void appendTo(QString &text, int column) const;
     /// The text as the engine holds it, in UTF-8.
     virtual QByteArrayView bytes(int column) const = 0;
     qint32 integer(int column) const;

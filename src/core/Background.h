@@ -6,7 +6,7 @@
 #include <functional>
 #include <future>
 
-namespace start {
+namespace core {
 
 /// Work on a thread of its own, so that the window that shows it stays alive. Waits for its end when it goes.
 template <typename Result>
@@ -24,10 +24,10 @@ public:
     {
         try {
             return m_result.get();
-        } catch (const core::Error &) {
+        } catch (const Error &) {
             throw;
         } catch (const std::exception &failure) {
-            throw core::Error(0, QString::fromLocal8Bit(failure.what()));
+            throw Error(0, QString::fromLocal8Bit(failure.what()));
         }
     }
 
@@ -35,4 +35,4 @@ private:
     std::future<Result> m_result;
 };
 
-} // namespace start
+} // namespace core
