@@ -41,7 +41,7 @@ Windows::Windows(const Context &context)
       m_phoneBook({.forms = m_forms,
                    .checks = m_checks,
                    .entrySaved = [this](const phonebook::PhoneBookEntry &entry) { entrySaved(entry); }}),
-      m_customers({.form = m_forms, .checks = m_checks, .effects = *this}),
+      m_customers({.forms = m_forms, .checks = m_checks, .effects = *this}),
       m_notes({.forms = m_forms,
                .printer = context.outside.printer,
                .values = context.values,

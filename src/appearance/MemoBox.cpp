@@ -16,15 +16,15 @@ namespace {
 
 constexpr int softBreak = QTextFormat::UserProperty;
 
-/// Whether the separator before a block is none of the text.
+// Whether the separator before a block is none of the text.
 bool goesOn(const QTextBlock &block)
 {
     return block.isValid() && block.charFormat().boolProperty(softBreak);
 }
 
-/// How much of a line stands in its first block: up to where a word may be wrapped, else all of a character
-/// with its marks, else at least no half of a pair. A line a little too long is halved, which leaves room for
-/// typing on.
+// How much of a line stands in its first block: up to where a word may be wrapped, else all of a character
+// with its marks, else at least no half of a pair. A line a little too long is halved, which leaves room for
+// typing on.
 qsizetype firstPiece(QStringView line, int longest)
 {
     constexpr qsizetype wordSize = 200;
@@ -45,7 +45,7 @@ qsizetype firstPiece(QStringView line, int longest)
     return line.at(aim).isLowSurrogate() && line.at(aim - 1).isHighSurrogate() ? aim - 1 : aim;
 }
 
-/// A line separator would keep two lines in one block.
+// A line separator would keep two lines in one block.
 QString inBlocks(QString text)
 {
     return text.replace(QChar(QChar::LineSeparator), u'\n');
@@ -101,8 +101,8 @@ QString MemoBox::typedText() const
     return lines(0, document()->characterCount() - 1).replace("\n"_L1, "\r\n"_L1);
 }
 
-/// What stands between two places, without soft breaks. Not toPlainText(), which turns no-break spaces into
-/// blanks. An input method may bring in another kind of line end, which no other program knows.
+// What stands between two places, without soft breaks. Not toPlainText(), which turns no-break spaces into
+// blanks. An input method may bring in another kind of line end, which no other program knows.
 QString MemoBox::lines(int from, int to) const
 {
     QString lines;
@@ -118,8 +118,8 @@ QString MemoBox::lines(int from, int to) const
     return inBlocks(lines);
 }
 
-/// In one step, so that the toolkit sees no long line. Without the format of what stands around, or a line
-/// end might become a soft break.
+// In one step, so that the toolkit sees no long line. Without the format of what stands around, or a line
+// end might become a soft break.
 void MemoBox::insert(QTextCursor cursor, const QString &text)
 {
     const QScopedValueRollback breaking(m_isBreaking, true);
@@ -131,8 +131,8 @@ void MemoBox::insert(QTextCursor cursor, const QString &text)
     cursor.endEditBlock();
 }
 
-/// Whatever way a change has come. Undoing brings back what was in order, and can be redone only if nothing
-/// else is changed.
+// Whatever way a change has come. Undoing brings back what was in order, and can be redone only if nothing
+// else is changed.
 void MemoBox::breakChangedLines()
 {
     if (m_isBreaking || document()->isRedoAvailable()) {
@@ -145,8 +145,8 @@ void MemoBox::breakChangedLines()
     cursor.endEditBlock();
 }
 
-/// A soft break right beside a change goes, for it may now part a word or a character, and so does one
-/// between two short blocks, which would look like lines; then what is too long is broken anew.
+// A soft break right beside a change goes, for it may now part a word or a character, and so does one
+// between two short blocks, which would look like lines; then what is too long is broken anew.
 void MemoBox::breakLines(int from, int to)
 {
     const auto isShort = [this](const QTextBlock &block) {
@@ -172,8 +172,8 @@ void MemoBox::breakLines(int from, int to)
     }
 }
 
-/// A soft break is no character: what deletes one deletes the character beyond, and a selection of nothing
-/// else is none.
+// A soft break is no character: what deletes one deletes the character beyond, and a selection of nothing
+// else is none.
 void MemoBox::stepOverBreak(bool back)
 {
     QTextCursor cursor = textCursor();
@@ -196,7 +196,7 @@ bool MemoBox::hasOnlyCrossedBreak(int from) const
     return std::abs(from - to) == 1 && block.position() == std::max(from, to) && goesOn(block);
 }
 
-/// The toolkit takes the breaking of a line that has become too long by a key for a step of its own.
+// The toolkit takes the breaking of a line that has become too long by a key for a step of its own.
 void MemoBox::undoOrRedo(bool back)
 {
     const QString before = typedText();

@@ -25,7 +25,7 @@ constexpr int rowPadding = 12;
 constexpr std::chrono::milliseconds copyingTurn{20};
 constexpr std::chrono::milliseconds untilFound{50};
 
-/// For popup(), behind which everything goes on: exec() would be an event loop of its own.
+// For popup(), behind which everything goes on: exec() would be an event loop of its own.
 QMenu *newMenu(QWidget &widget)
 {
     auto *menu = new QMenu(&widget);

@@ -14,7 +14,7 @@ namespace appearance {
 
 namespace {
 
-/// What a control is called in its form, without the sign before its key.
+// What a control is called in its form, without the sign before its key.
 QString captionOf(const QWidget &form, const QWidget *control)
 {
     QString caption;
@@ -29,7 +29,7 @@ QString captionOf(const QWidget &form, const QWidget *control)
     return caption.remove(keySign).trimmed();
 }
 
-/// Marks are stored as letters or digits.
+// Marks are stored as letters or digits.
 QString wordOf(const core::TextLookup &texts, const QVariant &mark)
 {
     const QString stored = mark.toString();

@@ -102,7 +102,7 @@ void SearchedList::turnToList()
     grid.setFocus(Qt::ShortcutFocusReason);
 }
 
-/// False where the keyboard is in no search.
+// False where the keyboard is in no search.
 bool SearchedList::leaveSearch()
 {
     if (!m_controls.words.hasFocus() || m_controls.words.text().isEmpty()) {
@@ -113,14 +113,14 @@ bool SearchedList::leaveSearch()
     return true;
 }
 
-/// The words in the box are not searched for unless the operator types again.
+// The words in the box are not searched for unless the operator types again.
 void SearchedList::settleWords()
 {
     m_pause.stop();
     m_settledWords = m_controls.words.text().trimmed();
 }
 
-/// While the question stands, no pause runs out and puts other rows in the place of those it is about.
+// While the question stands, no pause runs out and puts other rows in the place of those it is about.
 bool SearchedList::ask(const std::function<bool()> &question)
 {
     const bool typed = m_pause.isActive();
@@ -189,7 +189,7 @@ void SearchedList::follow(const Asked &all, std::optional<qint32> sn)
     show(m_shown.searched ? m_shown : all, sn);
 }
 
-/// A search without hits leaves the count of the one before, and does not show it.
+// A search without hits leaves the count of the one before, and does not show it.
 void SearchedList::showAllFound()
 {
     if (m_rows.rowCount() > 0 || !m_shown.searched) {
@@ -219,7 +219,7 @@ std::optional<qint32> SearchedList::currentSn() const
     return sn.isNull() ? std::nullopt : std::optional(sn.toInt());
 }
 
-/// The first column in sight keeps the list from moving sideways.
+// The first column in sight keeps the list from moving sideways.
 void SearchedList::standOn(int row)
 {
     RecordGrid &grid = m_controls.grid;
@@ -228,7 +228,7 @@ void SearchedList::standOn(int row)
     grid.setCurrentIndex(m_rows.index(std::min(row, m_rows.rowCount() - 1), column));
 }
 
-/// Rows that are found later do not take the operator from the one that he has gone to.
+// Rows that are found later do not take the operator from the one that he has gone to.
 void SearchedList::standOnWanted()
 {
     const int current = m_controls.grid.currentIndex().row();
@@ -261,7 +261,7 @@ SearchedList::Removal SearchedList::removeCurrent(const std::function<bool()> &q
     return Removal::Done;
 }
 
-/// A button that loses its row would hand the keyboard on to the one that closes the window.
+// A button that loses its row would hand the keyboard on to the one that closes the window.
 void SearchedList::offerCommands(bool onRow)
 {
     for (QPushButton *button : {&m_controls.edit, &m_controls.remove}) {

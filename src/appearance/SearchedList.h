@@ -106,8 +106,8 @@ private:
     void answer(bool whole);
     void showCount(const QString &sign);
 
-    const Context m_context;
-    const Controls m_controls;
+    Context m_context;
+    Controls m_controls;
     store::ResultModel &m_rows;
     Asked m_asked; ///< last
     Asked m_shown;

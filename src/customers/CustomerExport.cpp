@@ -51,7 +51,7 @@ void CustomerExport::writeAll(const QString &databaseFile, const QStringList &he
     }
 }
 
-/// One slice; false behind the last row.
+// One slice; false behind the last row.
 bool CustomerExport::writeRows(store::Database &database)
 {
     int rows = 0;

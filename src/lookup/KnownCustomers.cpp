@@ -13,7 +13,7 @@ namespace {
 
 constexpr qsizetype shownCharacters = 256; // the card is to be read at a glance
 
-/// The first characters of a text, none of them cut.
+// The first characters of a text, none of them cut.
 QByteArrayView beginning(QByteArrayView utf8)
 {
     if (utf8.size() <= shownCharacters) {

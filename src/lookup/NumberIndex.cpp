@@ -12,7 +12,7 @@ namespace lookup {
 
 namespace {
 
-/// What an empty table gives.
+// What an empty table gives.
 bool isBlank(const NumberEntries &entries)
 {
     return entries.size() == 1 && entries.at(0).SN == 0 && entries.at(0).PhoneNumber.isEmpty();
@@ -70,7 +70,7 @@ std::vector<qint32> NumberIndex::entriesWith(QStringView phoneNumber) const
     return entries;
 }
 
-/// False where only a rebuild will do.
+// False where only a rebuild will do.
 bool NumberIndex::replaceCustomer(qint32 sn)
 {
     if (m_customers.entries.isEmpty() || isBlank(m_customers.entries)) {
@@ -120,7 +120,7 @@ std::optional<qint32> NumberIndex::FindCustomerSnOfCaller(QStringView callerNumb
     return m_customers.entries.find(callerNumber);
 }
 
-/// A failure is logged under the index's procedure and remembered.
+// A failure is logged under the index's procedure and remembered.
 bool NumberIndex::attempt(Index &index, const std::function<void()> &work)
 {
     return m_log.trap(index.procedure, [&] {
@@ -164,7 +164,7 @@ bool NumberIndex::readOn(Index &index)
     return done && progress != NumberReading::Progress::Locked;
 }
 
-/// What is left of a damaged table tells less than the whole that was read before.
+// What is left of a damaged table tells less than the whole that was read before.
 void NumberIndex::exchange(Index &index)
 {
     const std::optional<core::Error> damage = index.reading->damage();

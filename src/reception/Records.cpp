@@ -13,7 +13,7 @@ namespace reception {
 
 namespace {
 
-/// Reads fixed columns of one datagram.
+// Reads fixed columns of one datagram.
 class Fields
 {
 public:
@@ -22,7 +22,7 @@ public:
           m_allAscii(std::all_of(m_text.begin(), m_text.end(), [](QChar c) { return c.unicode() < 0x80; }))
     {}
 
-    /// Characters, counted from 1; for columns where only single-byte characters stand.
+    // Characters, counted from 1; for columns where only single-byte characters stand.
     QString characters(qsizetype first, qsizetype width) const
     {
         return whole(m_text.mid(first - 1, width).toString());
@@ -44,7 +44,7 @@ private:
 
     QStringView m_text;
     const core::ColumnRule &m_rule;
-    bool m_allAscii; ///< then every character takes one column
+    bool m_allAscii; // then every character takes one column
 };
 
 QString sourceOf(const QString &match)

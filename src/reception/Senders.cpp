@@ -175,7 +175,7 @@ bool Senders::isMinuteOver(const Refused &refused) const
 
 namespace {
 
-/// The unreadable lines below a sentence about them.
+// The unreadable lines below a sentence about them.
 QString withLines(const QString &sentence, const AddressList &list)
 {
     constexpr qsizetype mostLines = 5;

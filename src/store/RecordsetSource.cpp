@@ -14,7 +14,7 @@ namespace {
     throw core::Error(0, u"the rows of this query cannot be sought or changed"_s);
 }
 
-/// The finished rows of a join or a computing query, all kept.
+// The finished rows of a join or a computing query, all kept.
 class ResultSource : public Recordset::Source
 {
 public:

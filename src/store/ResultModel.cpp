@@ -29,15 +29,15 @@ ResultModel::Trouble troubleOf(const core::Error &error)
 
 } // namespace
 
-/// Of a row.
+// Of a row.
 struct ResultModel::Keys
 {
     qint64 first;
-    qint64 second; ///< of the other table, where there are two
+    qint64 second; // of the other table, where there are two
     bool operator==(const Keys &) const = default;
 };
 
-/// The opened file, the keys of the rows found in it, and the reading of those that are still to be found.
+// The opened file, the keys of the rows found in it, and the reading of those that are still to be found.
 struct ResultModel::Rows
 {
     static constexpr Keys unknown{std::numeric_limits<qint64>::min(), 0};
@@ -64,7 +64,7 @@ struct ResultModel::Rows
         readOn(firstPage);
     }
 
-    /// Finds rows for one turn; ends early with so many.
+    // Finds rows for one turn; ends early with so many.
     void readOn(size_t enough)
     {
         QElapsedTimer timer;
@@ -80,7 +80,7 @@ struct ResultModel::Rows
         }
     }
     bool isUnknown(int row) const { return keys[static_cast<size_t>(row)] == unknown; }
-    /// The row as it now is; empty where it is gone.
+    // The row as it now is; empty where it is gone.
     QVariantList read(int row)
     {
         const Keys &key = keys[static_cast<size_t>(row)];
@@ -88,7 +88,7 @@ struct ResultModel::Rows
         rowByKeys->bind(joins ? QVariantList{key.first, key.second} : QVariantList{key.first});
         return rowByKeys->step() ? rowByKeys->row() : QVariantList();
     }
-    /// A cursor on the row, to change it by.
+    // A cursor on the row, to change it by.
     TableSource at(int row) const
     {
         TableSource table(engine, Select::wholeTable(select.table()), {});
@@ -100,12 +100,12 @@ struct ResultModel::Rows
     std::unique_ptr<Statement> rowByKeys;
     QStringList names;
     std::optional<SlicedReading> reading;
-    bool isCounted; ///< or does not tell before its end how many rows there are
+    bool isCounted; // or does not tell before its end how many rows there are
     bool joins = false;
     bool brokenOff = false;
-    std::vector<Keys> keys; ///< of the rows shown; behind the first `known` they are to be found, again
+    std::vector<Keys> keys; // of the rows shown; behind the first `known` they are to be found, again
     size_t known = 0;
-    std::vector<Keys> found; ///< and not yet shown
+    std::vector<Keys> found; // and not yet shown
 };
 
 ResultModel::ResultModel(core::RunLog &log, QLatin1StringView name, QObject *parent)
@@ -134,7 +134,7 @@ bool ResultModel::attempt(const std::function<void()> &work) const
     });
 }
 
-/// A view that is long would be a long time in taking it for another one.
+// A view that is long would be a long time in taking it for another one.
 bool ResultModel::show(const std::function<std::unique_ptr<Rows>()> &open, bool again)
 {
     m_selectFailed = !attempt([&] {
@@ -224,7 +224,7 @@ bool ResultModel::isComplete() const
     return m_rows != nullptr && !m_rows->reading && !m_rows->brokenOff;
 }
 
-/// The rows that are still to be found have their places from now on.
+// The rows that are still to be found have their places from now on.
 void ResultModel::countAll()
 {
     const auto rows = static_cast<int>(m_rows->reading->total().value_or(0));
@@ -235,7 +235,7 @@ void ResultModel::countAll()
     m_reading.start(0);
 }
 
-/// Those that were shown before, or counted, and are there no more.
+// Those that were shown before, or counted, and are there no more.
 void ResultModel::dropUnfound()
 {
     if (m_rows->known < m_rows->keys.size()) {
@@ -243,7 +243,7 @@ void ResultModel::dropUnfound()
     }
 }
 
-/// A slice that a lock kept from being read is read when that is over: nothing of it was taken.
+// A slice that a lock kept from being read is read when that is over: nothing of it was taken.
 void ResultModel::readOn()
 {
     const bool read =
@@ -264,8 +264,8 @@ void ResultModel::readOn()
     }
 }
 
-/// Shows the rows found, behind those that were found before. A row of an earlier reading is moved rather
-/// than turned into another: whoever holds an index, be it an open cell, must not find somebody else there.
+// Shows the rows found, behind those that were found before. A row of an earlier reading is moved rather
+// than turned into another: whoever holds an index, be it an open cell, must not find somebody else there.
 bool ResultModel::takeFound()
 {
     const std::vector<Keys> found = std::exchange(m_rows->found, {});
@@ -375,7 +375,7 @@ int ResultModel::columnCount(const QModelIndex &parent) const
     return m_rows == nullptr || parent.isValid() ? 0 : static_cast<int>(m_rows->names.size());
 }
 
-/// A row that another desk has deleted meanwhile reads as one of empty cells until the next refresh.
+// A row that another desk has deleted meanwhile reads as one of empty cells until the next refresh.
 QVariantList ResultModel::rowAt(int row) const
 {
     if (const QVariantList *kept = m_cache.object(row)) {

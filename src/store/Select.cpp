@@ -18,7 +18,7 @@ bool isOneOf(const SqlToken &token, std::initializer_list<QLatin1StringView> wor
     return std::ranges::any_of(words, [&](QLatin1StringView word) { return token.is(word); });
 }
 
-/// Left open, a bracket would take in what is added behind it; closed once too often, it would end ours.
+// Left open, a bracket would take in what is added behind it; closed once too often, it would end ours.
 bool bracketsMatch(const std::vector<SqlToken> &tokens)
 {
     int depth = 0;
@@ -31,7 +31,7 @@ bool bracketsMatch(const std::vector<SqlToken> &tokens)
     return depth == 0;
 }
 
-/// The pieces between the separators that stand outside of brackets.
+// The pieces between the separators that stand outside of brackets.
 template <typename IsSeparator>
 Pieces pieces(Place first, Place end, IsSeparator isSeparator)
 {
@@ -64,7 +64,7 @@ std::vector<Select::ColumnName> namesIn(Place first, Place end)
     return names;
 }
 
-/// What "and" joins; one piece where another word binds its neighbours in a different way.
+// What "and" joins; one piece where another word binds its neighbours in a different way.
 Pieces andPieces(Place first, Place end)
 {
     const bool joined = std::none_of(first, end,
@@ -75,14 +75,14 @@ Pieces andPieces(Place first, Place end)
     return pieces(first, end, [joined](auto &token) { return joined && token.is("and"_L1); });
 }
 
-/// The words that make a select more than the rows of its tables.
+// The words that make a select more than the rows of its tables.
 bool needsWholeResult(const SqlToken &token)
 {
     return isOneOf(token,
                    {"distinct"_L1, "group"_L1, "union"_L1, "join"_L1, "limit"_L1, "as"_L1, "select"_L1});
 }
 
-/// One table or two; none where they are not simply named.
+// One table or two; none where they are not simply named.
 QStringList tablesIn(Place first, Place end)
 {
     QStringList names;

@@ -9,7 +9,7 @@ namespace {
 constexpr qint64 firstPage = 200;  // masters, about what a first page needs
 constexpr size_t mostHits = 2'000; // more of them are near each other, and soon found in order
 
-/// The columns as one side of a comparison, and as many marks for the other.
+// The columns as one side of a comparison, and as many marks for the other.
 QString tuple(const QStringList &parts)
 {
     return parts.size() == 1 ? parts.first() : u'(' + parts.join(u',') + u')';
@@ -55,7 +55,7 @@ SlicedReading::SlicedReading(std::shared_ptr<Engine> engine, const Select &selec
     }
 }
 
-/// The name of an index whose order is that of the column; none is that of a column without a name.
+// The name of an index whose order is that of the column; none is that of a column without a name.
 QString SlicedReading::indexBy(const QString &column) const
 {
     QString found;
@@ -66,8 +66,8 @@ QString SlicedReading::indexBy(const QString &column) const
     return found;
 }
 
-/// An index holds the keys of all rows, too, in a tenth of the pages; in their order, where the key itself is
-/// indexed.
+// An index holds the keys of all rows, too, in a tenth of the pages; in their order, where the key itself is
+// indexed.
 QString SlicedReading::indexOfKeys() const
 {
     const QString index = indexBy(m_engine->autoNumberOf(m_select.table()));
@@ -84,7 +84,7 @@ std::optional<qint64> SlicedReading::total() const
     return rows;
 }
 
-/// Few hits far apart are found soonest by looking through one table alone.
+// Few hits far apart are found soonest by looking through one table alone.
 void SlicedReading::lookThroughAlone(const QString &table, const QString &other)
 {
     const auto columnsOf = [this](const QString &name) {
@@ -167,7 +167,7 @@ QString SlicedReading::rows(const QString &condition) const
            (m_tables.size() > 1 && !m_select.order.isEmpty() ? u" order by "_s + m_select.order : QString());
 }
 
-/// The last row of the next slice; nothing when fewer are left than a slice takes.
+// The last row of the next slice; nothing when fewer are left than a slice takes.
 std::optional<QVariantList> SlicedReading::endOfSlice(const Run &run, qint64 count) const
 {
     const QString beyond = run.from.isEmpty() ? QString() : u" and "_s + tuple(run.by) + u'>' + marks(run.by);

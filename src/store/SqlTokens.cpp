@@ -13,7 +13,7 @@ bool isWordCharacter(QChar c)
     return c.isLetterOrNumber() || c == u'_' || c == u'$' || c.unicode() > 0x7F;
 }
 
-/// The length of the quoted piece at the start of `text`; a doubled closing quote stands for itself.
+// The length of the quoted piece at the start of `text`; a doubled closing quote stands for itself.
 qsizetype quotedLength(QStringView text, QChar close)
 {
     const bool doubles = close != u']';

@@ -40,7 +40,7 @@ qint64 TableSource::count()
     return static_cast<qint64>(m_keys->size());
 }
 
-/// Where a key stands, or would stand, among the keys.
+// Where a key stands, or would stand, among the keys.
 std::vector<qint64>::iterator TableSource::placeOf(qint64 key)
 {
     return !m_select.order.isEmpty() ? std::ranges::find(*m_keys, key)
@@ -71,8 +71,8 @@ void TableSource::standOnKey(std::optional<qint64> key)
     m_position = key ? std::nullopt : std::optional<qint64>(-1);
 }
 
-/// The lock on the file is given up at once: a cursor that stands open in a list must not keep others from
-/// saving.
+// The lock on the file is given up at once: a cursor that stands open in a list must not keep others from
+// saving.
 const QVariantList *TableSource::row()
 {
     if (!m_key && position() >= 0 && position() < count()) {
@@ -88,7 +88,7 @@ const QVariantList *TableSource::row()
     return m_row ? &*m_row : nullptr;
 }
 
-/// An index of the given name bears its table's name in front; a file made by other means may lack that.
+// An index of the given name bears its table's name in front; a file made by other means may lack that.
 void TableSource::setIndex(const QString &name)
 {
     if (!m_select.isWholeTable()) {

@@ -13,16 +13,16 @@ namespace store {
 
 namespace {
 
-/// Letters that Unicode does not take apart but that people look for beside their plain ones. Each gets a
-/// mark of its own, so that it stays another letter.
+// Letters that Unicode does not take apart but that people look for beside their plain ones. Each gets a
+// mark of its own, so that it stays another letter.
 constexpr std::pair<char32_t, std::u32string_view> lettersWithStrokes[] = {
     {U'\u0131', U"i\u0335"},  {U'\u0142', U"l\u0335"},  {U'\u00F8', U"o\u0338"},
     {U'\u0111', U"d\u0335"},  {U'\u0127', U"h\u0335"},  {U'\u0167', U"t\u0335"},
     {U'\u00E6', U"ae\u0335"}, {U'\u0153', U"oe\u0335"}, {U'\u00DF', U"ss\u0335"},
 };
 
-/// What is known of characters since, is not asked for: a newer toolkit would else order an index
-/// differently.
+// What is known of characters since, is not asked for: a newer toolkit would else order an index
+// differently.
 bool isSettled(char32_t c)
 {
     return c < 0x110000 && QChar::unicodeVersion(c) <= QChar::Unicode_13_0;
@@ -33,7 +33,7 @@ bool isTakenApart(QChar::Decomposition how)
     return how == QChar::Canonical || how == QChar::Wide || how == QChar::Narrow;
 }
 
-/// Appends what `c` is ordered as: its letter without case and width, then its accents.
+// Appends what `c` is ordered as: its letter without case and width, then its accents.
 void appendElements(char32_t c, std::u32string &elements)
 {
     if (!isSettled(c)) {
@@ -56,7 +56,7 @@ void appendElements(char32_t c, std::u32string &elements)
     }
 }
 
-/// The elements of the characters that texts are mostly made of, worked out once.
+// The elements of the characters that texts are mostly made of, worked out once.
 class ElementTable
 {
 public:
@@ -69,7 +69,7 @@ public:
     {
         return std::u32string_view(m_elements).substr(m_begin[c], m_begin[c + 1] - m_begin[c]);
     }
-    static constexpr char32_t size = 0x3100; ///< to the end of the Japanese syllables
+    static constexpr char32_t size = 0x3100; // to the end of the Japanese syllables
 
 private:
     ElementTable()

@@ -67,8 +67,8 @@ void TextMatcher::parse(Utf8Reader pattern, Wildcards wildcards)
     }
 }
 
-/// Reads what follows a "[". An empty class stands for nothing at all; false, with nothing read, when no "]"
-/// comes.
+// Reads what follows a "[". An empty class stands for nothing at all; false, with nothing read, when no "]"
+// comes.
 bool TextMatcher::parseClass(Utf8Reader &pattern, Segment &segment)
 {
     Utf8Reader reader = pattern;
@@ -141,7 +141,7 @@ bool TextMatcher::fits(const Place &place, char32_t folded)
     return false;
 }
 
-/// Where the match that begins at `from` ends; null without one.
+// Where the match that begins at `from` ends; null without one.
 const char *TextMatcher::endOfMatch(const Segment &segment, const char *from, const char *end)
 {
     Utf8Reader reader({from, end});
@@ -153,7 +153,7 @@ const char *TextMatcher::endOfMatch(const Segment &segment, const char *from, co
     return reader.place();
 }
 
-/// The next place where a match can begin, null without one.
+// The next place where a match can begin, null without one.
 const char *TextMatcher::nextStart(const Segment &segment, const char *from, const char *end)
 {
     const char *found =
@@ -161,9 +161,9 @@ const char *TextMatcher::nextStart(const Segment &segment, const char *from, con
     return found != end ? found : nullptr;
 }
 
-/// Where the first match from `from` on ends; null without one. Leftmost is right for every segment but the
-/// last: a segment takes a fixed number of characters, so the earliest match leaves the most for those behind
-/// it.
+// Where the first match from `from` on ends; null without one. Leftmost is right for every segment but the
+// last: a segment takes a fixed number of characters, so the earliest match leaves the most for those behind
+// it.
 const char *TextMatcher::find(const Segment &segment, const char *from, const char *end)
 {
     if (segment.verbatim) {

@@ -29,7 +29,7 @@ int compareLetters(QByteArrayView left, QByteArrayView right)
     }
 }
 
-/// For texts of the same letters: the one without an accent where they first differ comes first.
+// For texts of the same letters: the one without an accent where they first differ comes first.
 int compareAccents(QByteArrayView left, QByteArrayView right)
 {
     ElementReader leftReader(left);
@@ -49,8 +49,8 @@ int compareAccents(QByteArrayView left, QByteArrayView right)
     }
 }
 
-/// Without the blanks behind it. A text of blanks alone keeps them: it is told from the empty text and from
-/// another number of blanks, as the data fix-ups need it.
+// Without the blanks behind it. A text of blanks alone keeps them: it is told from the empty text and from
+// another number of blanks, as the data fix-ups need it.
 QByteArrayView withoutTrailingBlanks(QByteArrayView text)
 {
     constexpr QByteArrayView wideBlank("\xE3\x80\x80");
@@ -72,7 +72,7 @@ constexpr int folded(char c)
     return c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c;
 }
 
-/// How many bytes from the start on are the same ASCII letters in both.
+// How many bytes from the start on are the same ASCII letters in both.
 qsizetype commonAscii(QByteArrayView left, QByteArrayView right)
 {
     const qsizetype shorter = std::min(left.size(), right.size());

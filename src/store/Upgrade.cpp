@@ -10,7 +10,7 @@ namespace store {
 
 namespace {
 
-/// Both tables or none: either of them alone counts as already upgraded.
+// Both tables or none: either of them alone counts as already upgraded.
 void createCallNoteTables(Database &database)
 {
     database.transaction([&] {
@@ -21,7 +21,7 @@ void createCallNoteTables(Database &database)
     });
 }
 
-/// A file that may only be read is not written without need.
+// A file that may only be read is not written without need.
 void addIndex(Database &database, const QString &table, const QString &name, const QString &columns)
 {
     if (!database.hasIndex(table, name)) {
@@ -29,8 +29,8 @@ void addIndex(Database &database, const QString &table, const QString &name, con
     }
 }
 
-/// What the searches and reports of call notes go through. The names in a call's row stand beside its key, so
-/// that most conditions are answered without reading the row.
+// What the searches and reports of call notes go through. The names in a call's row stand beside its key, so
+// that most conditions are answered without reading the row.
 void indexCallNotes(Database &database)
 {
     addIndex(database, u"CallInfo"_s, u"CustomerName"_s, u"CustomerName,CallID,DateAndTime,Consultant"_s);

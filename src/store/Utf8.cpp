@@ -4,7 +4,7 @@ namespace store {
 
 namespace {
 
-/// How many bytes follow a first byte, 0 when it cannot be one.
+// How many bytes follow a first byte, 0 when it cannot be one.
 int followers(unsigned char first)
 {
     if (first < 0xC2) {

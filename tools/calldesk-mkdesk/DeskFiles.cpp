@@ -21,7 +21,7 @@ void addRow(store::Recordset &rows, const QStringList &columns, const QStringLis
     rows.Update();
 }
 
-/// Rows whose columns are named as in the database.
+// Rows whose columns are named as in the database.
 std::function<void(store::Database &)> fillWith(const QString &tableName, core::TsvTable table)
 {
     return [tableName, table = std::move(table)](store::Database &database) {

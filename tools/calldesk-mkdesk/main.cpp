@@ -84,7 +84,7 @@ ExitStatus makeDesk(const QCommandLineParser &parser)
     return Done;
 }
 
-/// What is wrong with a file, also where it is no database at all; empty for a sound one.
+// What is wrong with a file, also where it is no database at all; empty for a sound one.
 QString damageOf(const QString &path)
 {
     if (oldfiles::isOldDatabase(path)) {

@@ -64,7 +64,7 @@ void parseOrThrow(QCommandLineParser &parser, const QStringList &arguments)
     }
 }
 
-/// The number given for an option, or `fallback` where it is not given.
+// The number given for an option, or `fallback` where it is not given.
 double number(const QCommandLineParser &parser, QLatin1StringView name, double fallback, double least,
               double most)
 {
@@ -150,7 +150,7 @@ bool asksForRecord(const QCommandLineParser &parser)
     return hasField || parser.isSet("raw-cid"_L1) || parser.isSet("detail"_L1) || parser.isSet("kind"_L1);
 }
 
-/// Every kind of datagram that the options ask for; more than one is a contradiction.
+// Every kind of datagram that the options ask for; more than one is a contradiction.
 QList<DatagramTemplate::Kind> kindsAskedFor(const QCommandLineParser &parser)
 {
     using Kind = DatagramTemplate::Kind;

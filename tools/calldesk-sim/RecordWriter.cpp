@@ -30,13 +30,13 @@ QString padded(QStringView text, qsizetype characters)
     return text.first(std::min(text.size(), characters)).toString().leftJustified(characters);
 }
 
-/// A record under construction, filled from left to right.
+// A record under construction, filled from left to right.
 class RecordLine
 {
 public:
     explicit RecordLine(const CodePageChoice &codePage) : m_codePage(codePage) {}
 
-    /// The first column is 1.
+    // The first column is 1.
     void put(qsizetype firstColumn, qsizetype width, QStringView text)
     {
         padTo(firstColumn);

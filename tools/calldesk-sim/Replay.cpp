@@ -50,7 +50,7 @@ Entry kindOf(QStringView message)
     return command == u"SHUTDOWNALL" ? Entry::ShutDown : Entry::NoDatagram;
 }
 
-/// Picks the datagrams out of the entries of a run log, in order.
+// Picks the datagrams out of the entries of a run log, in order.
 class LogReader
 {
 public:

@@ -10,7 +10,7 @@ namespace sim {
 
 namespace {
 
-/// "12.5" from the start, or "+3" after the step before.
+// "12.5" from the start, or "+3" after the step before.
 qint64 timeOf(QStringView text, qint64 before)
 {
     constexpr double nanosecondsASecond = 1e9;

@@ -26,14 +26,14 @@ constexpr Shades lightShades = {0xfff3f5f8, 0xffffffff, 0xfff6f8fb, 0xff1c2530, 
 constexpr Shades darkShades = {0xff2b3139, 0xff1c2127, 0xff22282f, 0xffe5eaf1, 0xffa3afc0,
                                0xff333a43, 0xff11151a, 0xff3574d6, 0xffffffff, 0xff7fb0ff};
 
-/// A line under a letter would part it from its neighbours in a script whose letters join.
+// A line under a letter would part it from its neighbours in a script whose letters join.
 bool joinsLetters(const QString &text)
 {
     return std::any_of(text.begin(), text.end(),
                        [](QChar letter) { return letter.script() == QChar::Script_Arabic; });
 }
 
-/// Fusion with room around the texts of tables, lists and buttons, and with our own icons in message boxes.
+// Fusion with room around the texts of tables, lists and buttons, and with our own icons in message boxes.
 class RoomyStyle : public QProxyStyle
 {
 public:
@@ -130,7 +130,7 @@ CallColors callColors(const QPalette &palette)
 
 namespace {
 
-/// The light that the eye gets from a colour, 0 to 1, by the formula of the accessibility guidelines (WCAG).
+// The light that the eye gets from a colour, 0 to 1, by the formula of the accessibility guidelines (WCAG).
 double luminance(const QColor &color)
 {
     const auto linear = [](double part) {

@@ -21,7 +21,7 @@ namespace appearance {
 
 namespace {
 
-/// The icon in the smallest of its sizes that is large enough, or in the largest.
+// The icon in the smallest of its sizes that is large enough, or in the largest.
 QImage picture(QStringView name, int pixels)
 {
     useIconResources();
@@ -31,7 +31,7 @@ QImage picture(QStringView name, int pixels)
     return image.convertToFormat(QImage::Format_ARGB32_Premultiplied);
 }
 
-/// An icon without a colour keeps its own.
+// An icon without a colour keeps its own.
 QPixmap drawn(QStringView name, const QColor &color, int pixels)
 {
     QImage image = picture(name, pixels);
@@ -65,8 +65,8 @@ QPixmap themedPixmap(QStringView name, const QColor &color, int size, qreal pixe
 
 namespace {
 
-/// Draws an icon when it is shown and in that size only: a program start has no time for all sizes of every
-/// icon.
+// Draws an icon when it is shown and in that size only: a program start has no time for all sizes of every
+// icon.
 class DrawingEngine : public QIconEngine
 {
 public:

@@ -13,10 +13,11 @@ constexpr std::chrono::milliseconds newWindowSettles{200};
 } // namespace
 
 CustomerWindows::CustomerWindows(const Context &context)
-    : m_context(context), m_list([this] { return new FrmCustomer(m_context.form, *this); }), m_editor([this] {
-          return new FrmEditCustomer({m_context.form, m_context.checks, m_context.effects});
+    : m_context(context), m_list([this] { return new FrmCustomer(m_context.forms, *this); }),
+      m_editor([this] {
+          return new FrmEditCustomer({m_context.forms, m_context.checks, m_context.effects});
       }),
-      m_export([this] { return new frmAddDataToExcel_Tarn20050921(m_context.form); })
+      m_export([this] { return new frmAddDataToExcel_Tarn20050921(m_context.forms); })
 {}
 
 CustomerWindows::~CustomerWindows() = default;

@@ -15,7 +15,7 @@ public:
     /// All of it must outlive the windows.
     struct Context
     {
-        const appearance::FormContext &form;
+        const appearance::FormContext &forms;
         const lookup::ExistenceChecks &checks;
         CustomerEffects &effects;
     };

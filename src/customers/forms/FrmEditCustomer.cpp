@@ -10,10 +10,10 @@ using namespace Qt::StringLiterals;
 namespace customers {
 
 FrmEditCustomer::FrmEditCustomer(const Context &context)
-    : Form(context.form.services), m_context(context), m_ui(std::make_unique<Ui::FrmEditCustomer>()),
-      m_lists(context.form.paths, context.form.log, context.form.services.translator),
-      m_editing({context.form.paths, context.form.values, context.form.log, context.form.texts,
-                 context.form.server, context.effects})
+    : Form(context.forms.services), m_context(context), m_ui(std::make_unique<Ui::FrmEditCustomer>()),
+      m_lists(context.forms.paths, context.forms.log, context.forms.services.translator),
+      m_editing({context.forms.paths, context.forms.values, context.forms.log, context.forms.texts,
+                 context.forms.server, context.effects})
 {
     m_ui->setupUi(this);
     load();
@@ -34,7 +34,7 @@ FrmEditCustomer::~FrmEditCustomer() = default;
 
 void FrmEditCustomer::setUpButtons()
 {
-    core::Navigator &navigator = m_context.form.navigator;
+    core::Navigator &navigator = m_context.forms.navigator;
     m_ui->cmdViewNotePad->setEnabled(navigator.canShow(core::Window::CallNotes));
     connect(m_ui->cmdViewNotePad, &QPushButton::clicked, this, &FrmEditCustomer::viewNotes);
     connect(m_ui->Command1, &QPushButton::clicked, this, [this] {
@@ -101,7 +101,7 @@ bool FrmEditCustomer::edit(const std::function<FoundCustomer()> &find)
     if (found.customer) {
         begin(*found.customer);
     } else if (!found.message.isEmpty()) {
-        m_context.form.prompts.tell(found.message, {}, this);
+        m_context.forms.prompts.tell(found.message, {}, this);
     }
     if (found.customer || isVisible()) {
         bringToFront();
@@ -112,14 +112,14 @@ bool FrmEditCustomer::edit(const std::function<FoundCustomer()> &find)
 void FrmEditCustomer::appendNumber(const QString &number)
 {
     m_ui->txtCompanyCall->setText(m_ui->txtCompanyCall->text() + u',' + number);
-    m_ui->lblMessage->setText(m_context.form.texts.Lms(u"NumberAddedUnsaved"_s)
+    m_ui->lblMessage->setText(m_context.forms.texts.Lms(u"NumberAddedUnsaved"_s)
                                   .replace(u"%1"_s, core::isolated(core::shownText(number))));
 }
 
 // False where the operator wants to go on with what stands in the form.
 bool FrmEditCustomer::mayDropContents()
 {
-    return !hasUnsavedChanges() || appearance::settleUnsaved(m_context.form, *this,
+    return !hasUnsavedChanges() || appearance::settleUnsaved(m_context.forms, *this,
                                                              {.name = m_ui->txtCustomerName->text(),
                                                               .question = u"CustomerUnsaved"_s,
                                                               .save = [this] { return save(); }});
@@ -133,7 +133,7 @@ bool FrmEditCustomer::save()
     CustomerRecord typed = shownCustomer();
     LoadedCustomer loaded = m_loaded;
     const SavedCustomer saved = appearance::saveRecord(
-        m_context.form,
+        m_context.forms,
         appearance::recordEditor(*this, typed.text(u"CustomerName"),
                                  [this](const QString &column) { return controlOf(column); }),
         [&] { return m_editing.save(loaded, typed); },
@@ -144,7 +144,7 @@ bool FrmEditCustomer::save()
         startNewCustomer({}, {});
     } else if (saved.written) {
         follow(saved.customer);
-        m_ui->lblMessage->setText(m_context.form.texts.Lms(u"EntrySaved"_s));
+        m_ui->lblMessage->setText(m_context.forms.texts.Lms(u"EntrySaved"_s));
     } else if (!saved.wrongField.isEmpty()) {
         turnTo(saved.wrongField);
     }
@@ -158,8 +158,8 @@ bool FrmEditCustomer::save()
 void FrmEditCustomer::viewNotes()
 {
     const QString &onFile = m_loaded.nameOnFile();
-    m_context.form.navigator.ShowNotePad(m_loaded.record.SN ? onFile
-                                                            : m_ui->txtCustomerName->text().trimmed());
+    m_context.forms.navigator.ShowNotePad(m_loaded.record.SN ? onFile
+                                                             : m_ui->txtCustomerName->text().trimmed());
 }
 
 } // namespace customers

@@ -124,12 +124,12 @@ void FrmEditCustomer::replaceApostrophes()
 
 void FrmEditCustomer::openHomepage()
 {
-    OpenIE(m_context.form.log, m_context.form.shell, m_ui->txtHomepage->text());
+    OpenIE(m_context.forms.log, m_context.forms.shell, m_ui->txtHomepage->text());
 }
 
 void FrmEditCustomer::writeEmail()
 {
-    SendEmail(m_context.form.log, m_context.form.shell, m_ui->txtLinkmanEmail1->text());
+    SendEmail(m_context.forms.log, m_context.forms.shell, m_ui->txtLinkmanEmail1->text());
 }
 
 // Scrolling the form with the wheel must not change the box that happens to be under the pointer.

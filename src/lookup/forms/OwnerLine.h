@@ -51,7 +51,7 @@ private:
 
     QWidget &m_editor;
     const ExistenceChecks &m_checks;
-    const Fields m_fields;
+    Fields m_fields;
     std::optional<qint32> m_edited;           ///< none while the row is new
     QHash<const QLineEdit *, QString> m_told; ///< of which the operator knows whether they are on file
     QString m_lookedUpName;                   ///< or the one of the row on file

@@ -40,7 +40,7 @@ private:
     frmSimplePhoneBook *newList();
     frmSimplePhoneBookEdit *newEditor();
 
-    const Context m_context;
+    Context m_context;
     appearance::OneWindow<frmSimplePhoneBook> m_list;
     appearance::OneWindow<frmSimplePhoneBookEdit> m_editor;
     appearance::OneWindow<frmChoosePhoneDatabase> m_choice;

@@ -30,8 +30,8 @@ public:
 private:
     void openChosen();
 
-    const appearance::FormContext m_context;
-    const AddEntry m_addEntry;
+    appearance::FormContext m_context;
+    AddEntry m_addEntry;
     QString m_name;
     std::unique_ptr<Ui::frmChoosePhoneDatabase> m_ui;
 };

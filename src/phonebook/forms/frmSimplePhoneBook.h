@@ -51,7 +51,7 @@ private:
     void editAgain(const QPersistentModelIndex &cell, const QString &typed);
     void notice(const QString &text);
 
-    const appearance::FormContext m_context;
+    appearance::FormContext m_context;
     std::unique_ptr<Ui::frmSimplePhoneBook> m_ui;
     DataPhonebook *m_data; ///< a child
     std::optional<appearance::SearchedList> m_list;

@@ -8,13 +8,13 @@ using namespace Qt::StringLiterals;
 
 namespace phonebook {
 
-frmSimplePhoneBookEdit::frmSimplePhoneBookEdit(const Needs &needs)
-    : Form(needs.forms.services, Qt::Window | Qt::WindowCloseButtonHint), m_needs(needs),
+frmSimplePhoneBookEdit::frmSimplePhoneBookEdit(const Context &context)
+    : Form(context.forms.services, Qt::Window | Qt::WindowCloseButtonHint), m_context(context),
       m_ui(std::make_unique<Ui::frmSimplePhoneBookEdit>())
 {
     m_ui->setupUi(this);
     load();
-    m_ownerLine.emplace(*this, needs.checks,
+    m_ownerLine.emplace(*this, context.checks,
                         lookup::OwnerLine::Fields{.label = *m_ui->lblOwner,
                                                   .button = *m_ui->cmdOpenOwner,
                                                   .table = core::RowKey::Table::PhoneBook,
@@ -36,7 +36,7 @@ void frmSimplePhoneBookEdit::connectControls()
     connect(m_ui->Command1, &QPushButton::clicked, this, &QWidget::close);
     connect(m_ui->Command2, &QPushButton::clicked, this, &frmSimplePhoneBookEdit::save);
     nameInTitle(*m_ui->txtSimpleDes);
-    offerHelp(m_needs.forms.navigator, u"Popup_SimplePhoneBook"_s);
+    offerHelp(m_context.forms.navigator, u"Popup_SimplePhoneBook"_s);
 }
 
 bool frmSimplePhoneBookEdit::editEntry(const PhoneBookEntry &entry)
@@ -108,7 +108,7 @@ QWidget *frmSimplePhoneBookEdit::controlOf(const QString &column) const
 
 bool frmSimplePhoneBookEdit::mayDropContents()
 {
-    return !isChanged() || appearance::settleUnsaved(m_needs.forms, *this,
+    return !isChanged() || appearance::settleUnsaved(m_context.forms, *this,
                                                      {.name = m_ui->txtSimpleDes->text(),
                                                       .question = u"AskSaveEntry"_s,
                                                       .save = [this] { return save(); }});
@@ -119,11 +119,11 @@ bool frmSimplePhoneBookEdit::mayDropContents()
 // and saving again adds no second row.
 bool frmSimplePhoneBookEdit::save()
 {
-    const appearance::FormContext &forms = m_needs.forms;
+    const appearance::FormContext &forms = m_context.forms;
     const std::optional<lookup::Owner> owner = m_ownerLine->untold();
     PhoneBookEntry loaded = m_loaded;
     PhoneBookEntry typed = contents();
-    const Desk desk{forms.paths, forms.log, forms.texts, forms.server, m_needs.entrySaved};
+    const Desk desk{forms.paths, forms.log, forms.texts, forms.server, m_context.entrySaved};
     const SavedEntry saved = appearance::saveRecord(
         forms,
         appearance::recordEditor(*this, typed.simpledes,

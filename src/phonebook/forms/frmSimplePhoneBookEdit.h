@@ -19,14 +19,14 @@ class frmSimplePhoneBookEdit : public appearance::Form
     Q_OBJECT
 
 public:
-    struct Needs
+    struct Context
     {
         appearance::FormContext forms;
         const lookup::ExistenceChecks &checks;
         std::function<void(const PhoneBookEntry &entry)> entrySaved; ///< see Desk
     };
 
-    explicit frmSimplePhoneBookEdit(const Needs &needs);
+    explicit frmSimplePhoneBookEdit(const Context &context);
     ~frmSimplePhoneBookEdit() override;
 
     /// Shows an entry of the table. Typed changes of this very entry are left standing.
@@ -48,7 +48,7 @@ private:
     bool mayDropContents();
     bool save();
 
-    const Needs m_needs;
+    Context m_context;
     std::unique_ptr<Ui::frmSimplePhoneBookEdit> m_ui;
     PhoneBookEntry m_loaded; ///< the contents before the operator changed them; has an SN once it is on file
     std::optional<lookup::OwnerLine> m_ownerLine;

@@ -2,7 +2,6 @@
 
 #include "store/engine/SqliteEngine.h"
 
-
 #include <algorithm>
 #include <utility>
 
@@ -36,7 +35,7 @@ struct Patience
     }
 };
 
-/// As errno does, it belongs to the thread, since that is what stands still.
+// As errno does, it belongs to the thread, since that is what stands still.
 thread_local Patience patience;
 
 } // namespace

@@ -14,8 +14,8 @@ namespace {
 
 constexpr auto autoNumber = "INTEGER PRIMARY KEY AUTOINCREMENT"_L1;
 
-/// What a column type of the given words is here. "Memo" as it stands would have numeric affinity: '00123'
-/// would be kept as 123.
+// What a column type of the given words is here. "Memo" as it stands would have numeric affinity: '00123'
+// would be kept as 123.
 QLatin1StringView sqliteType(const SqlToken &type)
 {
     struct Type
@@ -32,7 +32,7 @@ QLatin1StringView sqliteType(const SqlToken &type)
     return found != std::end(types) ? found->sqlite : QLatin1StringView();
 }
 
-/// The text in single quotes: SQLite would first take a double-quoted one for a name.
+// The text in single quotes: SQLite would first take a double-quoted one for a name.
 QString singleQuoted(QStringView text)
 {
     QString inner = text.sliced(1).chopped(1).toString();
@@ -41,14 +41,14 @@ QString singleQuoted(QStringView text)
     return u'\'' + inner + u'\'';
 }
 
-/// Writes the tokens of one statement in SQLite's words.
+// Writes the tokens of one statement in SQLite's words.
 class SqliteEmitter
 {
 public:
     SqliteEmitter(std::vector<SqlToken> tokens, Wildcards wildcards)
         : m_tokens(std::move(tokens)), m_wildcards(wildcards)
     {}
-    /// Throws core::Error when a second statement follows.
+    // Throws core::Error when a second statement follows.
     QString emitted();
 
 private:
@@ -73,8 +73,8 @@ private:
     std::vector<SqlToken> m_tokens;
     Wildcards m_wildcards;
     size_t m_next = 0;
-    int m_depth = 0;              ///< of the open brackets
-    std::vector<int> m_nullTests; ///< the depths of the open "isnull("
+    int m_depth = 0;              // of the open brackets
+    std::vector<int> m_nullTests; // the depths of the open "isnull("
     QString m_sql;
 };
 
@@ -103,8 +103,8 @@ void SqliteEmitter::dropSemicolon()
     }
 }
 
-/// Two symbols that were written apart, or would begin a comment together, never meet: the given words know
-/// no comments, and a value typed by the operator must not cut a statement short.
+// Two symbols that were written apart, or would begin a comment together, never meet: the given words know
+// no comments, and a value typed by the operator must not cut a statement short.
 void SqliteEmitter::append(QStringView text, bool blankBefore)
 {
     const bool comment = (m_sql.endsWith(u'-') && text == u'-') || (m_sql.endsWith(u'/') && text == u'*');
@@ -146,7 +146,7 @@ void SqliteEmitter::closeNullTest(const SqlToken &token)
     }
 }
 
-/// The position of the comma or bracket that ends the column definition at hand.
+// The position of the comma or bracket that ends the column definition at hand.
 size_t SqliteEmitter::columnEnd() const
 {
     int depth = 0;
@@ -194,7 +194,7 @@ void SqliteEmitter::emitColumn(size_t end)
     emitUpTo(end);
 }
 
-/// Index names are per table in the given words and per database here, so the table's name goes in front.
+// Index names are per table in the given words and per database here, so the table's name goes in front.
 void SqliteEmitter::emitCreateIndex(size_t nameAt)
 {
     emitUpTo(nameAt);

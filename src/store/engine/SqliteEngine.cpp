@@ -18,7 +18,7 @@ namespace store {
 
 namespace {
 
-/// Says clearly what SQLite would report as trouble with its own innards.
+// Says clearly what SQLite would report as trouble with its own innards.
 void checkFile(const QString &path)
 {
     const QFileInfo file(path);
@@ -46,7 +46,7 @@ quint32 savesIn(const QByteArray &state)
     return qFromBigEndian<quint32>(state.constEnd() - headBytes);
 }
 
-/// Asked by SQLite each time that it finds the file locked, the first time with 0; 0 says to give up.
+// Asked by SQLite each time that it finds the file locked, the first time with 0; 0 says to give up.
 int waitOnce(void *, int times)
 {
     const auto sleep = [](std::chrono::milliseconds pause) {
@@ -99,8 +99,8 @@ void SqliteEngine::open()
     sqlite3_busy_handler(engine, waitOnce, nullptr);
 }
 
-/// A file may come from anywhere: its schema runs none of our functions that could do harm, no triggers, no
-/// views and no extensions, and cannot be made to write the engine's own tables.
+// A file may come from anywhere: its schema runs none of our functions that could do harm, no triggers, no
+// views and no extensions, and cannot be made to write the engine's own tables.
 void SqliteEngine::harden() const
 {
     // A file that lacks pages is opened only by who might mend its schema, here without being able to write.
@@ -113,7 +113,7 @@ void SqliteEngine::harden() const
     sqlite3_db_config(raw(), SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr);
 }
 
-/// The first statements on the file, so what is no database, damaged or locked shows here.
+// The first statements on the file, so what is no database, damaged or locked shows here.
 void SqliteEngine::makeReady()
 {
     execute(u"pragma cell_size_check=on"_s);
@@ -129,8 +129,8 @@ void SqliteEngine::makeReady()
     }
 }
 
-/// Indexes that were built with another version of the text order would hide rows. Files without our order
-/// are left as they are.
+// Indexes that were built with another version of the text order would hide rows. Files without our order
+// are left as they are.
 void SqliteEngine::renewTextOrder()
 {
     const bool current = first(u"pragma user_version"_s).toInt() == textOrderVersion;
@@ -155,7 +155,7 @@ qint64 SqliteEngine::changedRows() const
     return sqlite3_total_changes64(raw());
 }
 
-/// The first column of the first row; null without one.
+// The first column of the first row; null without one.
 QVariant SqliteEngine::first(const QString &select, const QVariantList &bound)
 {
     const std::unique_ptr<Statement> statement = prepare(select);
@@ -163,7 +163,7 @@ QVariant SqliteEngine::first(const QString &select, const QVariantList &bound)
     return statement->step() ? statement->value(0) : QVariant();
 }
 
-/// The first column of all rows.
+// The first column of all rows.
 QStringList SqliteEngine::texts(const QString &select, const QVariantList &bound)
 {
     QStringList found;
@@ -240,7 +240,7 @@ QStringList SqliteEngine::damage()
     return findings;
 }
 
-/// Size and time of the file, and what its head counts.
+// Size and time of the file, and what its head counts.
 QByteArray SqliteEngine::stateWithOwnSaves() const
 {
     constexpr int offset = 24;
@@ -279,7 +279,7 @@ void SqliteEngine::transaction(const std::function<void()> &work)
     }
 }
 
-/// After a full disk or a damaged page SQLite has rolled back by itself.
+// After a full disk or a damaged page SQLite has rolled back by itself.
 void SqliteEngine::rollBack()
 {
     if (sqlite3_get_autocommit(raw()) == 0) {

@@ -20,8 +20,8 @@ QByteArrayView textOf(sqlite3_value *value)
     return text != nullptr ? QByteArrayView(text, sqlite3_value_bytes(value)) : QByteArrayView("");
 }
 
-/// `text like pattern` and `text glob pattern`; SQLite passes the pattern first, and keeps the matcher
-/// made from it for the whole statement.
+// `text like pattern` and `text glob pattern`; SQLite passes the pattern first, and keeps the matcher
+// made from it for the whole statement.
 template <Wildcards wildcards>
 void isLike(sqlite3_context *context, int, sqlite3_value **arguments)
 {
