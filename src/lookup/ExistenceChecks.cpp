@@ -74,7 +74,7 @@ std::optional<QString> ExistenceChecks::nameOfHolder(Owner::Table table, qint32 
 {
     if (table == Owner::Table::Customer) {
         const std::optional<KnownCustomer> customer = m_needs.index.customer(sn);
-        return customer ? std::optional(customer->name) : std::nullopt;
+        return customer ? std::optional(customer->name.toString()) : std::nullopt;
     }
     std::optional<QString> name;
     m_needs.log.trap("nameOfOwner"_L1, [&] {
