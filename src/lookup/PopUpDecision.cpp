@@ -87,10 +87,10 @@ PopupInfo popupInfoOf(const core::CallRecord &record)
             .IfInBlackList = record.IfInBlackList};
 }
 
-bool opensCard(const PopupInfo &info, bool popupDetail)
+bool opensCard(const core::CallRecord &record, bool popupDetail)
 {
-    const bool ordinary = core::standingOf(info.IfVIP, info.IfInBlackList) == core::Standing::Ordinary;
-    return !info.SnText.isEmpty() && !info.AboutSecond.isEmpty() && (popupDetail || !ordinary);
+    const bool ordinary = core::standingOf(record.IfVIP, record.IfInBlackList) == core::Standing::Ordinary;
+    return !record.SnText.isEmpty() && !record.SimpleDes.isEmpty() && (popupDetail || !ordinary);
 }
 
 PopUpView popUpViewOf(const PopupInfo &info, const core::TextLookup &texts)

@@ -49,7 +49,7 @@ QString notesText(const QString &lastDate, int openRequests, const core::TextLoo
 
 /// False when the caller is unknown or has no name, and for ordinary callers without `popupDetail`: a card
 /// that stands is then left alone.
-bool opensCard(const PopupInfo &info, bool popupDetail);
+bool opensCard(const core::CallRecord &record, bool popupDetail);
 PopUpView popUpViewOf(const PopupInfo &info, const core::TextLookup &texts);
 
 } // namespace lookup
