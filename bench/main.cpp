@@ -17,7 +17,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
+#include <functional>
 #include <optional>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -57,6 +59,22 @@ void report(const Measured &measured)
     std::fflush(stdout);
 }
 
+/// Calls when the program has had nothing to do for a moment: on a busy machine, too, all that the start
+/// leaves to the event loop is done by then.
+void whenQuiet(QTimer &timer, const std::function<void()> &then)
+{
+    constexpr std::chrono::milliseconds moment(300);
+    constexpr double nothing = 0.01; // seconds
+    QObject::connect(&timer, &QTimer::timeout, [&timer, then, before = 0.0]() mutable {
+        const double now = bench::cpuSeconds();
+        if (now - std::exchange(before, now) < nothing) {
+            timer.stop();
+            then();
+        }
+    });
+    timer.start(moment);
+}
+
 /// Says "painted" when the main window stands, "ready" when the start is over, and at "SHUTDOWNALL" what it
 /// has taken since: CPU seconds and, where it is watched, how long the event loop let an event wait.
 int runProgram(const core::Paths &paths, quint16 port, bool watched)
@@ -67,9 +85,8 @@ int runProgram(const core::Paths &paths, quint16 port, bool watched)
         QCoreApplication::exit();
     };
     const bench::RunningProgram program(paths, port, end);
-    constexpr std::chrono::milliseconds untilQuiet{
-        300}; // until what the start leaves to the event loop is done
-    QTimer::singleShot(untilQuiet, [&] {
+    QTimer quiet;
+    whenQuiet(quiet, [&] {
         if (watched) {
             bench::makePipe(paths.RunLogFile);
             measured.waits.emplace();

@@ -1,5 +1,8 @@
 #include "core/FrameGate.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace core {
 
 FrameGate::FrameGate(std::function<void()> update) : m_update(std::move(update))
@@ -7,6 +10,7 @@ FrameGate::FrameGate(std::function<void()> update) : m_update(std::move(update))
     m_timer.setSingleShot(true);
     m_timer.setTimerType(Qt::PreciseTimer);
     connect(&m_timer, &QTimer::timeout, this, [this] {
+        m_pauseMs = std::exchange(m_changes, 0) > floodChanges ? floodFrameMs : frameMs;
         m_update();
         m_sinceLast.start();
     });
@@ -14,10 +18,11 @@ FrameGate::FrameGate(std::function<void()> update) : m_update(std::move(update))
 
 void FrameGate::schedule()
 {
+    ++m_changes;
     if (m_timer.isActive()) {
         return;
     }
-    const qint64 wait = m_sinceLast.isValid() ? frameMs - m_sinceLast.elapsed() : 0;
+    const qint64 wait = m_sinceLast.isValid() ? m_pauseMs - m_sinceLast.elapsed() : 0;
     m_timer.start(int(std::max<qint64>(wait, 0)));
 }
 

@@ -9,7 +9,7 @@
 namespace core {
 
 /// Gathers changes for one update of the screen: the first comes at once, further ones at most ten times a
-/// second.
+/// second; in a flood, which nobody reads along, four times.
 class FrameGate : public QObject
 {
 public:
@@ -17,11 +17,15 @@ public:
     void schedule();
 
 private:
-    static constexpr qint64 frameMs = 100;
+    static constexpr int frameMs = 100;
+    static constexpr int floodFrameMs = 250;
+    static constexpr int floodChanges = 500; ///< between two updates
 
     std::function<void()> m_update;
     QTimer m_timer;
     QElapsedTimer m_sinceLast;
+    int m_changes = 0; ///< since the last update
+    int m_pauseMs = frameMs;
 };
 
 } // namespace core

@@ -175,7 +175,7 @@ bool CallerDirectory::callerPopsUp(QStringView number, QStringView otherNumber) 
 QString CallerDirectory::customerName(qint32 sn) const
 {
     const std::optional<KnownCustomer> customer = m_index.customer(sn);
-    return customer ? customer->name : QString();
+    return customer ? customer->name.toString() : QString();
 }
 
 void CallerDirectory::completeFromDesk(core::CallRecord &record) const
@@ -193,15 +193,15 @@ void CallerDirectory::completeFromDesk(core::CallRecord &record) const
     if (!customer) {
         return;
     }
-    const auto fill = [](QString &field, const QString &text) { field = field.isEmpty() ? text : field; };
+    const auto fill = [](QString &field, auto text) { field = field.isEmpty() ? text() : field; };
     record.SN = row.sn;
-    fill(record.SnText, QString::number(row.sn));
+    fill(record.SnText, [&] { return QString::number(row.sn); });
     record.Source = core::sourceOf(row.table);
-    fill(record.SimpleDes, customer->name.trimmed());
-    fill(record.SimpleDes, record.CallerID);
-    fill(record.DetailDes, customer->note);
-    fill(record.IfVIP, customer->vip ? u"Y"_s : QString());
-    fill(record.IfInBlackList, customer->blackListed ? u"Y"_s : QString());
+    fill(record.SimpleDes, [&] { return customer->name.toString().trimmed(); });
+    fill(record.SimpleDes, [&] { return record.CallerID; });
+    fill(record.DetailDes, [&] { return customer->note.toString(); });
+    fill(record.IfVIP, [&] { return customer->vip ? u"Y"_s : QString(); });
+    fill(record.IfInBlackList, [&] { return customer->blackListed ? u"Y"_s : QString(); });
 }
 
 } // namespace lookup

@@ -88,10 +88,10 @@ PopupInfo popupInfoOf(const core::CallRecord &record)
             .IfInBlackList = record.IfInBlackList};
 }
 
-bool opensCard(const PopupInfo &info, bool ordinaryToo)
+bool opensCard(const core::CallRecord &record, bool ordinaryToo)
 {
-    const bool ordinary = core::standingOf(info.IfVIP, info.IfInBlackList) == core::Standing::Ordinary;
-    return !info.SnText.isEmpty() && !info.AboutSecond.isEmpty() && (ordinaryToo || !ordinary);
+    const bool ordinary = core::standingOf(record.IfVIP, record.IfInBlackList) == core::Standing::Ordinary;
+    return !record.SnText.isEmpty() && !record.SimpleDes.isEmpty() && (ordinaryToo || !ordinary);
 }
 
 CardView cardViewOf(const PopupInfo &info, const core::TextLookup &texts)

@@ -50,7 +50,7 @@ QString notesText(const QString &lastDate, int openRequests, const core::TextLoo
 
 /// Whether a call opens the card. One from an unknown caller or without a name does not, and one from an
 /// ordinary caller only with `ordinaryToo`. A card that stands is then left alone.
-bool opensCard(const PopupInfo &info, bool ordinaryToo);
+bool opensCard(const core::CallRecord &record, bool ordinaryToo);
 CardView cardViewOf(const PopupInfo &info, const core::TextLookup &texts);
 
 } // namespace lookup

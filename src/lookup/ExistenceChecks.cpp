@@ -74,7 +74,7 @@ std::optional<QString> ExistenceChecks::nameOfHolder(core::RowKey row, const QSt
 {
     if (row.table == Table::Customer) {
         const std::optional<KnownCustomer> customer = m_context.index.customer(row.sn);
-        return customer ? std::optional(customer->name) : std::nullopt;
+        return customer ? std::optional(customer->name.toString()) : std::nullopt;
     }
     std::optional<QString> name;
     m_context.log.trap("nameOfOwner"_L1, [&] {

@@ -77,8 +77,8 @@ std::optional<KnownCustomer> KnownCustomers::find(qint32 sn) const
         return {};
     }
     const char *text = m_texts.constData() + found->offset;
-    return KnownCustomer{.name = QString::fromUtf8(text, found->nameSize),
-                         .note = QString::fromUtf8(text + found->nameSize, found->noteSize),
+    return KnownCustomer{.name = QUtf8StringView(text, found->nameSize),
+                         .note = QUtf8StringView(text + found->nameSize, found->noteSize),
                          .vip = found->vip != 0,
                          .blackListed = found->blackListed != 0,
                          .popsUp = found->popsUp != 0};

@@ -2,17 +2,18 @@
 
 #include <QByteArray>
 #include <QList>
-#include <QString>
+#include <QUtf8StringView>
 
 #include <optional>
 
 namespace lookup {
 
-/// What a call shows of the customer who makes it.
+/// What a call shows of the customer who makes it. Name and note are those in memory: they hold until the
+/// customers change.
 struct KnownCustomer
 {
-    QString name;
-    QString note; ///< as far as it can be shown
+    QUtf8StringView name;
+    QUtf8StringView note; ///< as far as it can be shown
     bool vip = false;
     bool blackListed = false;
     bool popsUp = true; ///< the pop-up flag is not "0"

@@ -6,36 +6,45 @@
 
 namespace reception {
 
-qsizetype ByteColumns(QStringView text, const core::ColumnRule &rule)
+Columns::Columns(QStringView text, const core::ColumnRule &rule)
+    : m_text(text), m_isAscii(std::ranges::all_of(text, [](QChar c) { return c.unicode() < 0x80; }))
 {
-    qsizetype columns = 0;
+    if (m_isAscii) {
+        return;
+    }
+    m_ends.reserve(static_cast<size_t>(2 * text.size() + 1));
+    m_ends.push_back(0);
     for (qsizetype at = 0; at < text.size();) {
         const core::CodePoint character = core::codePointAt(text, at);
-        columns += rule.columnsOf(character.code);
+        if (rule.columnsOf(character.code) > 1) {
+            m_ends.push_back(at);
+        }
         at += character.units;
+        m_ends.push_back(at);
     }
-    return columns;
+}
+
+qsizetype Columns::endOf(qsizetype column) const
+{
+    const qsizetype counted = std::clamp<qsizetype>(column, 0, count());
+    return m_isAscii ? counted : m_ends[static_cast<size_t>(counted)];
+}
+
+QStringView Columns::mid(qsizetype startCol, qsizetype width) const
+{
+    const qsizetype first = endOf(startCol - 1);
+    const qsizetype end = endOf(startCol + width - 1);
+    return first < end ? m_text.sliced(first, end - first) : QStringView();
+}
+
+qsizetype ByteColumns(QStringView text, const core::ColumnRule &rule)
+{
+    return Columns(text, rule).count();
 }
 
 QString MidByCols(QStringView text, qsizetype startCol, qsizetype width, const core::ColumnRule &rule)
 {
-    const qsizetype lastCol = startCol + width - 1;
-    qsizetype column = 0;
-    qsizetype first = text.size();
-    qsizetype end = 0;
-    for (qsizetype at = 0; at < text.size();) {
-        const core::CodePoint character = core::codePointAt(text, at);
-        column += rule.columnsOf(character.code);
-        if (column > lastCol) {
-            break;
-        }
-        if (column >= startCol) {
-            first = std::min(first, at);
-            end = at + character.units;
-        }
-        at += character.units;
-    }
-    return first < end ? text.sliced(first, end - first).toString() : QString();
+    return Columns(text, rule).mid(startCol, width).toString();
 }
 
 } // namespace reception

@@ -18,7 +18,8 @@ constexpr int receiveBufferBytes = 4 << 20;     // holds what arrives while a re
 constexpr qsizetype maxWaitingBytes = 64 << 20; // beyond it datagrams wait in the socket
 constexpr int maxReceivedAtOnce = 1024;         // a few milliseconds
 constexpr qint64 turnBudgetMs = 8;              // then the event loop gets its turn to paint
-constexpr int gatheringMs = 4;
+constexpr int gatheringMs = 8;                  // nobody sees them
+constexpr int handledAtOnce = 16;               // well under a millisecond
 
 // A settings file may hold anything.
 quint16 portOf(qint32 setting)
@@ -151,12 +152,12 @@ void Endpoint::close()
     m_context.senders.logCounted();
 }
 
-// The socket's own buffer is small and the only place where a datagram can be lost, so it is emptied before
-// and after every single datagram that is handled. A flood must not keep the thread at it, however.
+// The socket's own buffer is small and the only place where a datagram can be lost, so it is emptied again
+// after every few that are handled. A flood must not keep the thread at it, however.
 void Endpoint::receiveAll()
 {
     int received = 0;
-    while (received < maxReceivedAtOnce && hasRoom() && Winsock1.hasPendingDatagrams() && receiveOne()) {
+    while (received < maxReceivedAtOnce && receiveOne()) {
         ++received;
     }
 }
@@ -222,15 +223,18 @@ void Endpoint::handleWaiting()
     tellWaiting(m_callWaits && m_context.prompts.isOpen());
     QElapsedTimer turn;
     turn.start();
-    while (mayHandle() && turn.elapsed() < turnBudgetMs) {
+    for (int handled = 1; mayHandle() && turn.elapsed() < turnBudgetMs; ++handled) {
         const Datagram datagram = std::move(m_waiting.front());
         m_waiting.pop_front();
         m_waitingBytes -= costOf(datagram);
         m_remoteHost = datagram.sender;
         m_remotePort = datagram.senderPort;
         m_handler(datagram);
-        receiveAll();
+        if (handled % handledAtOnce == 0) {
+            receiveAll();
+        }
     }
+    receiveAll();
     m_sinceTurn.start();
     if (mayHandle()) {
         handleLater();

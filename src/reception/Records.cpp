@@ -5,8 +5,6 @@
 
 #include <QList>
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace reception {
@@ -18,34 +16,44 @@ class Fields
 {
 public:
     explicit Fields(const core::DatagramText &datagram)
-        : m_text(datagram.text), m_rule(datagram.columns),
-          m_allAscii(std::all_of(m_text.begin(), m_text.end(), [](QChar c) { return c.unicode() < 0x80; }))
+        : m_text(datagram.text), m_columns(m_text, datagram.columns)
     {}
 
     // Characters, counted from 1; for columns where only single-byte characters stand.
-    QString characters(qsizetype first, qsizetype width) const
-    {
-        return whole(m_text.mid(first - 1, width).toString());
-    }
+    QString characters(qsizetype first, qsizetype width) const { return whole(m_text.mid(first - 1, width)); }
     QString trimmedCharacters(qsizetype first, qsizetype width) const
     {
-        return whole(m_text.mid(first - 1, width).trimmed().toString());
+        return whole(m_text.mid(first - 1, width).trimmed());
     }
-    QString columns(qsizetype first, qsizetype width) const
+    QString columns(qsizetype first, qsizetype width) const { return whole(m_columns.mid(first, width)); }
+    QString trimmedColumns(qsizetype first, qsizetype width) const
     {
-        return m_allAscii ? characters(first, std::max<qsizetype>(width, 0))
-                          : whole(MidByCols(m_text, first, width, m_rule));
+        return whole(m_columns.mid(first, width).trimmed());
     }
-    QString trimmedColumns(qsizetype first, qsizetype width) const { return columns(first, width).trimmed(); }
-    QString columnsFrom(qsizetype first) const { return columns(first, ByteColumns(m_text, m_rule) - first); }
+    QString columnsFrom(qsizetype first) const { return columns(first, m_columns.count() - first); }
 
 private:
-    QString whole(const QString &field) const { return m_allAscii ? field : core::withTonesOnLetters(field); }
+    QString whole(QStringView field) const
+    {
+        const QString text = field.toString();
+        return m_columns.isAscii() ? text : core::withTonesOnLetters(text);
+    }
 
     QStringView m_text;
-    const core::ColumnRule &m_rule;
-    bool m_allAscii; // then every character takes one column
+    Columns m_columns;
 };
+
+// A datagram is short, and hardly ever holds the first letter of a key elsewhere: preparing a search as
+// QString's own does takes longer than searching.
+qsizetype placeOf(QLatin1StringView key, QStringView text)
+{
+    const QChar first(key.front());
+    qsizetype at = text.indexOf(first);
+    while (at >= 0 && !text.sliced(at).startsWith(key)) {
+        at = text.indexOf(first, at + 1);
+    }
+    return at;
+}
 
 QString sourceOf(const QString &match)
 {
@@ -135,7 +143,7 @@ QString callerNumberByCharacters(QStringView text)
 
 QString GetTcpCmdPara(QStringView text, QLatin1StringView key)
 {
-    const qsizetype found = text.indexOf(key);
+    const qsizetype found = placeOf(key, text);
     if (found < 0) {
         return {};
     }

@@ -69,7 +69,7 @@ private Q_SLOTS:
               {u"Y"_s, u"Y"_s, true, black, white, u"[ListInBlackAttention]"_s}}) {
             Desk desk;
             const core::CallRecord record = caller(u"5550144"_s, vip, blackList);
-            QCOMPARE(lookup::opensCard(lookup::popupInfoOf(record), false), alwaysShows);
+            QCOMPARE(lookup::opensCard(record, false), alwaysShows);
             desk.pop(record);
             QCOMPARE(Card::text("txtAbout"), u"5550144     Jane <b>Miller </b>"_s);
             QCOMPARE(Card::text("txtContent"), QString(256, u'w'));
@@ -84,7 +84,7 @@ private Q_SLOTS:
                  {&core::CallRecord::SnText, &core::CallRecord::SimpleDes}) {
                 core::CallRecord nobody = record; // unknown, or without a name
                 (nobody.*field).clear();
-                QVERIFY(!lookup::opensCard(lookup::popupInfoOf(nobody), true));
+                QVERIFY(!lookup::opensCard(nobody, true));
             }
         }
     }

@@ -26,10 +26,10 @@ void CallerPopUp::ShowPopup(const core::CallRecord &info)
 {
     m_context.log.trap("ShowPopup"_L1, [&] {
         const bool ordinaryToo = m_context.settings.record.PopupDetail == 1;
-        PopupInfo caller = popupInfoOf(info);
-        if (!opensCard(caller, ordinaryToo)) {
+        if (!opensCard(info, ordinaryToo)) {
             return;
         }
+        PopupInfo caller = popupInfoOf(info);
         caller.time = caller.time.isValid() ? caller.time : m_context.clock.now().time();
         m_next = std::move(caller);
         m_isEarlier = false;
