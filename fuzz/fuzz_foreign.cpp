@@ -1,8 +1,7 @@
 #include "Support.h"
 #include "core/TextUtilities.h"
 #include "store/Database.h"
-#include "store/Handle.h"
-#include "store/SqlDialect.h"
+#include "store/engine/SqliteFunctions.h"
 
 #include <QTemporaryDir>
 
@@ -19,12 +18,18 @@ class ForeignDatabase
 public:
     ForeignDatabase() : m_path(m_folder.filePath(u"SimplePhoneBook.cpbk"_s)), m_database(made())
     {
+        require(sqlite3_open(m_path.toUtf8().constData(), &m_other) == SQLITE_OK);
+        store::registerFunctions(m_other); // or it could not write into an index of texts
         run("pragma synchronous=off");
         run("pragma journal_mode=memory");
-        sqlite3_prepare_v2(engine(), "insert or replace into phonebook values(2,?1,?2)", -1, &m_insert,
+        sqlite3_prepare_v2(m_other, "insert or replace into phonebook values(2,?1,?2)", -1, &m_insert,
                            nullptr);
     }
-    ~ForeignDatabase() { sqlite3_finalize(m_insert); }
+    ~ForeignDatabase()
+    {
+        sqlite3_finalize(m_insert);
+        sqlite3_close(m_other);
+    }
     Q_DISABLE_COPY_MOVE(ForeignDatabase)
 
     void write(const QByteArray &bytes, bool asText)
@@ -73,12 +78,12 @@ private:
             });
         return store::Database(m_path);
     }
-    sqlite3 *engine() const { return m_database.handle()->engine(); }
-    void run(const char *sql) const { sqlite3_exec(engine(), sql, nullptr, nullptr, nullptr); }
+    void run(const char *sql) const { sqlite3_exec(m_other, sql, nullptr, nullptr, nullptr); }
 
     QTemporaryDir m_folder;
     QString m_path;
     store::Database m_database;
+    sqlite3 *m_other = nullptr; // the other program's
     sqlite3_stmt *m_insert = nullptr;
 };
 
