@@ -37,15 +37,21 @@ bool CustomerExport::hasEnded()
     return true;
 }
 
+bool CustomerExport::drop()
+{
+    Stage stage = Stage::Writing;
+    return m_stage.compare_exchange_strong(stage, Stage::Dropped) || stage == Stage::Dropped;
+}
+
 void CustomerExport::writeAll(const QString &databaseFile, const QStringList &headings)
 {
     store::Database database(databaseFile);
     m_rowCount = countCustomers(database);
     m_writer.writeHeadings(headings);
-    while (!m_dropped && writeRows(database)) {
+    while (m_stage == Stage::Writing && writeRows(database)) {
     }
-    if (!m_dropped) {
-        m_packing = true;
+    Stage stage = Stage::Writing;
+    if (m_stage.compare_exchange_strong(stage, Stage::Packing)) {
         m_writer.close();
         m_beside.moveIntoPlace();
     }
