@@ -1,12 +1,11 @@
 #include "Support.h"
 #include "core/TextUtilities.h"
 #include "store/Database.h"
-#include "store/engine/SqliteFunctions.h"
+#include "store/SqlTokens.h"
 
 #include <QTemporaryDir>
 
 #include <cstdint>
-#include <sqlite3.h>
 
 using namespace Qt::StringLiterals;
 
@@ -18,28 +17,14 @@ class ForeignDatabase
 public:
     ForeignDatabase() : m_path(m_folder.filePath(u"SimplePhoneBook.cpbk"_s)), m_database(made())
     {
-        require(sqlite3_open(m_path.toUtf8().constData(), &m_other) == SQLITE_OK);
-        store::registerFunctions(m_other); // or it could not write into an index of texts
-        run("pragma synchronous=off");
-        run("pragma journal_mode=memory");
-        sqlite3_prepare_v2(m_other, "insert or replace into phonebook values(2,?1,?2)", -1, &m_insert,
-                           nullptr);
+        m_database.Execute(u"pragma synchronous=off"_s);
+        m_database.Execute(u"pragma journal_mode=memory"_s);
     }
-    ~ForeignDatabase()
-    {
-        sqlite3_finalize(m_insert);
-        sqlite3_close(m_other);
-    }
-    Q_DISABLE_COPY_MOVE(ForeignDatabase)
 
     void write(const QByteArray &bytes, bool asText)
     {
-        for (int cell = 1; cell <= 2; ++cell) {
-            asText ? sqlite3_bind_text(m_insert, cell, bytes.constData(), int(bytes.size()), SQLITE_STATIC)
-                   : sqlite3_bind_blob(m_insert, cell, bytes.constData(), int(bytes.size()), SQLITE_STATIC);
-        }
-        require(sqlite3_step(m_insert) == SQLITE_DONE);
-        sqlite3_reset(m_insert);
+        const QString cell = asText ? u"cast(? as text)"_s : u"?"_s;
+        m_database.Execute(u"insert or replace into phonebook values(2,%1,%1)"_s.arg(cell), {bytes, bytes});
     }
     /// Its rows are all there, in their order, and each is found by what it holds.
     void read(const QByteArray &bytes, bool asText)
@@ -78,13 +63,10 @@ private:
             });
         return store::Database(m_path);
     }
-    void run(const char *sql) const { sqlite3_exec(m_other, sql, nullptr, nullptr, nullptr); }
 
     QTemporaryDir m_folder;
     QString m_path;
     store::Database m_database;
-    sqlite3 *m_other = nullptr; // the other program's
-    sqlite3_stmt *m_insert = nullptr;
 };
 
 } // namespace
