@@ -41,6 +41,7 @@ private:
 
     void writeAll(const QString &databaseFile, const QStringList &headings);
     bool writeRows(store::Database &database);
+    bool writeSlice(store::Database &database);
 
     QString m_select; ///< of the next rows; asks for the key before them, and how many
     store::Pace m_pace;

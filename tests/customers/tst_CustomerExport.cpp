@@ -105,6 +105,12 @@ private Q_SLOTS:
                                               customers::exportQuery({15, 15, 15}, u"rowid,"_s),
                                               {u"1"_s, u"2"_s, u"3"_s}, desk.target);
             QTRY_VERIFY(dropped.rowsWritten() > 0);
+            {
+                const support::TakenFile taken(desk.paths.CustomerFile); // for longer than a window waits
+                QVERIFY(!QTest::qWaitFor([&] { return dropped.hasEnded(); }, 1000));
+            }
+            const int rows = dropped.rowsWritten();
+            QTRY_VERIFY(dropped.rowsWritten() > rows);
             QVERIFY(dropped.drop());
             QVERIFY(QTest::qWaitFor([&] { return dropped.hasEnded(); }, 60000));
             QVERIFY(!dropped.isPacking());
