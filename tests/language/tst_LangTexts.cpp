@@ -44,7 +44,8 @@ QString foreignLetters(const QString &code, const QString &text)
     const core::CodePage set(core::platform::ansiCodePage(language::languageOf(code)->systemIds.first()));
     QString foreign = text == text.normalized(QString::NormalizationForm_C) ? QString() : u"not composed"_s;
     for (const QChar letter : text) {
-        const bool fits = letter <= u'~' || (code == "CHS"_L1 ? isSimplified(letter) : set.holds(letter));
+        const bool fits =
+            letter <= u'~' || (code == "CHS"_L1 ? isSimplified(letter) : set.holds(QStringView(&letter, 1)));
         foreign += fits ? QString() : QString(letter);
     }
     return foreign;

@@ -27,7 +27,7 @@ public:
     /// All of it must outlive the form.
     struct Context
     {
-        appearance::FormContext form;
+        appearance::FormContext forms;
         const lookup::ExistenceChecks &checks;
         CustomerEffects &effects;
     };
