@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QCache>
 #include <QStyledItemDelegate>
+#include <QTextLayout>
 
 namespace appearance {
 
@@ -12,8 +14,18 @@ class GridDelegate : public QStyledItemDelegate
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
+    void paint(QPainter *painter, const QStyleOptionViewItem &option,
+               const QModelIndex &index) const override;
+
 protected:
     void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override;
+
+private:
+    static constexpr qsizetype keptLines = 1000; ///< more than the cells of a screen
+
+    const QTextLayout &lineOf(const QStyleOptionViewItem &cell, int width) const;
+
+    mutable QCache<QString, QTextLayout> m_lines{keptLines}; ///< by their text
 };
 
 } // namespace appearance

@@ -6,8 +6,21 @@
 
 namespace reception {
 
-Columns::Columns(QStringView text, const core::ColumnRule &rule)
-    : m_text(text), m_isAscii(std::ranges::all_of(text, [](QChar c) { return c.unicode() < 0x80; }))
+namespace {
+
+// Without an early end, so that the compiler looks at many letters at once.
+bool isAsciiAlone(QStringView text)
+{
+    unsigned all = 0;
+    for (const QChar character : text) {
+        all |= character.unicode();
+    }
+    return all < 0x80;
+}
+
+} // namespace
+
+Columns::Columns(QStringView text, const core::ColumnRule &rule) : m_text(text), m_isAscii(isAsciiAlone(text))
 {
     if (m_isAscii) {
         return;

@@ -1,6 +1,49 @@
 #include "appearance/ComboLists.h"
+#include "appearance/GridDelegate.h"
 #include "appearance/RecordGrid.h"
+#include "appearance/theme/Theme.h"
 #include "support/TestForms.h"
+
+namespace {
+
+/// Has every cell drawn by the style alone.
+class StyledDelegate : public appearance::GridDelegate
+{
+public:
+    using GridDelegate::GridDelegate;
+    void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::paint(painter, option, index);
+    }
+};
+
+/// Texts short and long, of scripts that are written in either direction, at each side of their cells.
+void fillCells(QStandardItemModel &model)
+{
+    const QString texts[] = {u"05332345678"_s,
+                             u"港湾贸易公司"_s,
+                             u"مكالمة 12"_s,
+                             u"ağ é👍"_s,
+                             {},
+                             u"two words wrap"_s,
+                             u"wwwwwwwwwwwwwwwwwwwwwwwwww"_s,
+                             u"ف"_s.repeated(40)};
+    for (const QString &text : texts) {
+        QList<QStandardItem *> cells;
+        for (const auto side : {Qt::AlignLeading, Qt::AlignTrailing, Qt::AlignHCenter, Qt::AlignLeft}) {
+            cells.append(new QStandardItem(text));
+            cells.last()->setTextAlignment(side | Qt::AlignVCenter);
+        }
+        cells.last()->setEnabled(model.rowCount() % 2 == 0);
+        cells.first()->setBackground(Qt::yellow);
+        model.appendRow(cells);
+    }
+    QPixmap mark(8, 8);
+    mark.fill(Qt::red);
+    model.appendRow(new QStandardItem(QIcon(mark), u"marked"_s));
+}
+
+} // namespace
 
 /// What lists and combo boxes of all forms share.
 class tst_Lists : public QObject
@@ -74,6 +117,45 @@ private Q_SLOTS:
         again.remember(forms.windows, u"list"_s);
         QVERIFY(again.isColumnHidden(1));
         QCOMPARE(again.horizontalHeader()->logicalIndex(0), 2);
+    }
+
+    void cellsLookAsTheStyleDrawsThem()
+    {
+        QStandardItemModel model;
+        fillCells(model);
+        appearance::GridDelegate quick;
+        StyledDelegate styled;
+        appearance::RecordGrid grid;
+        grid.setModel(&model);
+        grid.setAlternatingRowColors(true);
+        const auto drawnBy = [&grid](QAbstractItemDelegate &delegate) {
+            grid.setItemDelegate(&delegate);
+            return grid.grab().toImage();
+        };
+        grid.resize(500, 400);
+        grid.selectRow(1);
+        grid.setCurrentIndex(model.index(2, 0));
+        const auto sameInEachLook = [&](const char *what) {
+            for (const auto direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+                for (const bool dark : {false, true}) {
+                    grid.setLayoutDirection(direction);
+                    grid.setPalette(appearance::themePalette(dark));
+                    QVERIFY2(drawnBy(quick) == drawnBy(styled), what);
+                }
+            }
+        };
+        sameInEachLook("as first drawn");
+        sameInEachLook("drawn again");
+        grid.selectAll();
+        sameInEachLook("all selected");
+        grid.setColumnWidth(0, 60);
+        sameInEachLook("another width");
+        grid.setFont(QFont(grid.font().family(), 17));
+        sameInEachLook("another font");
+        grid.verticalHeader()->setDefaultSectionSize(12);
+        sameInEachLook("rows lower than the text");
+        grid.setEnabled(false);
+        sameInEachLook("disabled");
     }
 
     // A menu that ran an event loop of its own would keep the test from going on.
