@@ -1,6 +1,7 @@
 #include "lookup/NumberEntries.h"
 
 #include "core/Error.h"
+#include "core/Memory.h"
 #include "core/TextUtilities.h"
 
 #include <algorithm>
@@ -77,8 +78,8 @@ bool NumberEntries::finishSome()
 {
     constexpr size_t entriesAtOnce = 20000;
     if (m_hashed == 0) {
-        m_digits.squeeze();
-        m_entries.squeeze();
+        core::dropSpare(m_digits);
+        core::dropSpare(m_entries);
         m_next.assign(size(), noEntry);
         m_slots.assign(2 * size(), Slot());
         m_used = 0;
