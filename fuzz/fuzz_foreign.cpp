@@ -1,13 +1,11 @@
 #include "Support.h"
 #include "core/TextUtilities.h"
 #include "store/Database.h"
-#include "store/Handle.h"
-#include "store/SqlDialect.h"
+#include "store/SqlTokens.h"
 
 #include <QTemporaryDir>
 
 #include <cstdint>
-#include <sqlite3.h>
 
 using namespace Qt::StringLiterals;
 
@@ -19,22 +17,14 @@ class ForeignDatabase
 public:
     ForeignDatabase() : m_path(m_folder.filePath(u"SimplePhoneBook.cpbk"_s)), m_database(made())
     {
-        run("pragma synchronous=off");
-        run("pragma journal_mode=memory");
-        sqlite3_prepare_v2(engine(), "insert or replace into phonebook values(2,?1,?2)", -1, &m_insert,
-                           nullptr);
+        m_database.Execute(u"pragma synchronous=off"_s);
+        m_database.Execute(u"pragma journal_mode=memory"_s);
     }
-    ~ForeignDatabase() { sqlite3_finalize(m_insert); }
-    Q_DISABLE_COPY_MOVE(ForeignDatabase)
 
     void write(const QByteArray &bytes, bool asText)
     {
-        for (int cell = 1; cell <= 2; ++cell) {
-            asText ? sqlite3_bind_text(m_insert, cell, bytes.constData(), int(bytes.size()), SQLITE_STATIC)
-                   : sqlite3_bind_blob(m_insert, cell, bytes.constData(), int(bytes.size()), SQLITE_STATIC);
-        }
-        require(sqlite3_step(m_insert) == SQLITE_DONE);
-        sqlite3_reset(m_insert);
+        const QString cell = asText ? u"cast(? as text)"_s : u"?"_s;
+        m_database.Execute(u"insert or replace into phonebook values(2,%1,%1)"_s.arg(cell), {bytes, bytes});
     }
     /// Its rows are all there, in their order, and each is found by what it holds.
     void read(const QByteArray &bytes, bool asText)
@@ -73,13 +63,10 @@ private:
             });
         return store::Database(m_path);
     }
-    sqlite3 *engine() const { return m_database.handle()->engine(); }
-    void run(const char *sql) const { sqlite3_exec(engine(), sql, nullptr, nullptr, nullptr); }
 
     QTemporaryDir m_folder;
     QString m_path;
     store::Database m_database;
-    sqlite3_stmt *m_insert = nullptr;
 };
 
 } // namespace

@@ -1,9 +1,10 @@
 #include "Support.h"
 #include "core/Error.h"
 #include "store/Select.h"
-#include "store/SqlDialect.h"
+#include "store/SqlTokens.h"
 #include "store/TextMatcher.h"
 #include "store/TextOrder.h"
+#include "store/engine/SqliteEmitter.h"
 
 #include <QByteArray>
 
@@ -36,11 +37,11 @@ void checkStatement(const QString &sql)
         require(store::tokenize(rebuilt).size() == tokens.size());
         for (const Wildcards wildcards : {Wildcards::Asterisk, Wildcards::Percent}) {
             store::tokenize(store::toSqlite(sql, wildcards));
-            if (const auto select = store::parseSelect(tokens, wildcards)) {
-                store::tokenize(select->inOrder(u"rowid"_s));
-                isAbout(select->conditions.empty() ? store::Select::Condition() : select->conditions.front(),
-                        select->table(), {u"a"_s}, {u"b"_s});
-            }
+        }
+        if (const auto select = store::parseSelect(tokens)) {
+            store::tokenize(select->inOrder(u"rowid"_s));
+            isAbout(select->conditions.empty() ? store::Select::Condition() : select->conditions.front(),
+                    select->table(), {u"a"_s}, {u"b"_s});
         }
     } catch (const core::Error &) { // what cannot be run is answered with
     }

@@ -137,7 +137,7 @@ void CallerDirectory::goOn(bool read)
     m_next.start(first ? atOnce : reading ? betweenPieces : std::chrono::milliseconds(betweenLooks));
 }
 
-// Customers without a single number count as read: that failure is our own and has no number of SQLite's.
+// Customers without a single number count as read: that failure is our own, not the database's.
 void CallerDirectory::customersEnded()
 {
     const std::optional<core::Error> &failure = m_index.customersFailure();

@@ -136,7 +136,9 @@ SavedNote CallNotes::write(store::Database &database, const std::optional<CallFi
     if (!called || !AddRR(database, entry)) {
         return refused(m_texts.Lms(u"NoteNotSaved"_s));
     }
-    saved.call = {entry.customerName, entry.consultant, entry.content};
+    for (const CallColumn &column : callColumns) {
+        saved.call.*column.field = entry.*column.typed;
+    }
     saved.written = true;
     return saved;
 }

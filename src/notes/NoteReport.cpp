@@ -13,9 +13,21 @@ constexpr qint32 headingWidth = 30;
 constexpr int ruleWidth = 115;
 const auto lineEnd = u"\r\n"_s;
 
-constexpr std::array<QLatin1StringView, 8> fields = {"callid"_L1,      "CustomerName"_L1, "Consultant"_L1,
-                                                     "dateandtime"_L1, "ifresolved"_L1,   "request"_L1,
-                                                     "response"_L1,    "note"_L1};
+// The texts of an entry, and the columns of the select that hold them.
+struct TextColumn
+{
+    QLatin1StringView name;
+    QString ReportLines::Entry::*field;
+};
+constexpr std::array textColumns{
+    TextColumn{"callid"_L1, &ReportLines::Entry::callId},
+    TextColumn{"CustomerName"_L1, &ReportLines::Entry::customerName},
+    TextColumn{"Consultant"_L1, &ReportLines::Entry::consultant},
+    TextColumn{"dateandtime"_L1, &ReportLines::Entry::dateAndTime},
+    TextColumn{"request"_L1, &ReportLines::Entry::request},
+    TextColumn{"response"_L1, &ReportLines::Entry::response},
+    TextColumn{"note"_L1, &ReportLines::Entry::note},
+};
 
 int columnOf(const QStringList &names, QLatin1StringView field)
 {
@@ -92,9 +104,10 @@ NoteReport::NoteReport(core::RunLog &log, const QString &customerFile, const QSt
 void NoteReport::open(const QString &select, const std::optional<QString> &customer)
 {
     const store::Select apart = store::selectOf(select, 2);
-    for (size_t i = 0; i < fields.size(); ++i) {
-        m_columns[i] = columnOf(apart.names, fields[i]);
+    for (const TextColumn &column : textColumns) {
+        m_textColumns.push_back(columnOf(apart.names, column.name));
     }
+    m_ifResolvedColumn = columnOf(apart.names, "ifresolved"_L1);
     m_reading.emplace(m_connection.database().engine(), apart, noteTables(customer),
                       store::SlicedReading::Columns::Given);
 }
@@ -114,9 +127,11 @@ bool NoteReport::GetExportContent()
 
 void NoteReport::append(const store::Row &row)
 {
-    const auto text = [&](size_t field) { return row.text(m_columns[field]); };
-    const ReportLines::Entry entry{text(0), text(1), text(2), text(3), row.integer(m_columns[4]) != 0,
-                                   text(5), text(6), text(7)};
+    ReportLines::Entry entry;
+    for (size_t place = 0; place < textColumns.size(); ++place) {
+        entry.*textColumns[place].field = row.text(m_textColumns[place]);
+    }
+    entry.ifResolved = row.integer(m_ifResolvedColumn) != 0;
     m_lines.append(entry, m_lines.beginsCall(entry) ? content(entry.callId) : QString());
 }
 

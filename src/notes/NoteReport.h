@@ -8,6 +8,7 @@
 
 #include <array>
 #include <optional>
+#include <vector>
 
 namespace notes {
 
@@ -71,7 +72,8 @@ private:
     store::Connection m_connection;
     ReportLines m_lines;
     std::optional<store::SlicedReading> m_reading;
-    std::array<int, 8> m_columns = {}; ///< the places of an entry's fields in the select, in its order
+    std::vector<int> m_textColumns; ///< the places of an entry's texts in the select
+    int m_ifResolvedColumn = -1;
     bool m_failed = false;
 };
 

@@ -62,7 +62,8 @@ private Q_SLOTS:
             QList<std::array<char, 2>> characters;
             for (int pair = firstPair; characters.size() < count; ++pair) {
                 const std::array bytes = {char(pair >> 8), char(pair)};
-                if ((pair & 0xFF) >= firstTrail && codePage.decode(bytes).text.size() == 1) {
+                const int trail = pair & 0xFF;
+                if (trail >= firstTrail && trail != 0xFF && (trail < 0x7F || trail > 0xA0)) {
                     characters.append(bytes);
                 }
             }

@@ -46,6 +46,10 @@ private Q_SLOTS:
               {u"create table t (SN counter primary key, x text(5) default 'a,b', unique (n))"_s,
                u"create table t (SN INTEGER PRIMARY KEY AUTOINCREMENT, x TEXT COLLATE JET default 'a,b', "
                "unique (n))"_s},
+              {u"alter table t add column [a b] text(5) default ''"_s,
+               u"alter table t add column [a b] TEXT COLLATE JET default ''"_s},
+              {u"alter table t add column m Memo;"_s, u"alter table t add column m TEXT"_s},
+              {u"alter table t rename to memo"_s, u"alter table t rename to memo"_s},
               {u"create unique index SN on [customer] (SN)"_s,
                u"create unique index [customer_SN] on [customer] (SN)"_s}}) {
             QString wanted = emitted;

@@ -131,6 +131,7 @@ bool frmNotePad::save()
     return saved.written || saved.dropped;
 }
 
+// A box is named after its column.
 QWidget *frmNotePad::controlOf(const QString &column) const
 {
     return column == "CallContent"_L1 ? m_ui->txtContent : findChild<QWidget *>(u"txt"_s + column);

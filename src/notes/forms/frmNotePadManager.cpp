@@ -15,6 +15,7 @@ namespace notes {
 namespace {
 
 // In characters; until the operator chooses others, identifier and time are seen whole.
+// In the order of the columns of MakeCondition.
 constexpr std::array columnWidths{20, 22, 19, 14, 20, 24, 20, 11, 20};
 
 // Shows a result in a grid, and has the grid drawn anew.

@@ -85,6 +85,10 @@ QString SqliteEmitter::emitted()
     const size_t indexAt = at(1, "unique"_L1) ? 2 : 1;
     if (create && at(1, "table"_L1)) {
         emitCreateTable();
+    } else if (at(0, "alter"_L1) && at(1, "table"_L1) && at(3, "add"_L1) && at(4, "column"_L1)) {
+        constexpr size_t columnAt = 5;
+        emitUpTo(columnAt);
+        emitColumn(m_tokens.size());
     } else if (create && at(indexAt, "index"_L1) && at(indexAt + 2, "on"_L1)) {
         emitCreateIndex(indexAt + 1);
     } else {
