@@ -162,7 +162,8 @@ bool NumberEntries::replace(qint32 sn, std::span<const QStringView> pieces)
     if (!m_inOrderOfSn) {
         return false;
     }
-    const auto [first, behind] = std::ranges::equal_range(std::as_const(m_entries), sn, {}, &Entry::sn);
+    const auto first = std::ranges::lower_bound(std::as_const(m_entries), sn, {}, &Entry::sn);
+    const auto behind = std::ranges::upper_bound(std::as_const(m_entries), sn, {}, &Entry::sn);
     const auto place = static_cast<size_t>(first - m_entries.constBegin());
     const auto old = static_cast<size_t>(behind - first);
     if (old == size() && pieces.empty()) {
