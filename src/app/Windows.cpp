@@ -156,13 +156,15 @@ void Windows::SendTDRData(const core::CustomerInfo &info)
     m_context.forwarding.SendTDRData(info);
 }
 
-void Windows::customerSaved(qint32 sn, const QString &oldName, const QString &newName)
+// What is known of him comes first: while a box tells of the notes, another desk may save him, too, and that
+// is then read again.
+void Windows::customerSaved(qint32 sn, const QString &oldName, const lookup::CustomerFacts &onFile)
 {
-    if (!oldName.isEmpty() && oldName != newName) {
-        renameNotes(oldName, newName);
-        m_context.callerRenamed({.table = core::RowKey::Table::Customer, .sn = sn}, newName);
+    m_context.callers.customerSaved(sn, onFile);
+    if (!oldName.isEmpty() && oldName != onFile.name) {
+        renameNotes(oldName, onFile.name);
+        m_context.callerRenamed({.table = core::RowKey::Table::Customer, .sn = sn}, onFile.name);
     }
-    m_context.callers.customerSaved(sn);
 }
 
 void Windows::entrySaved(const phonebook::PhoneBookEntry &entry)

@@ -79,7 +79,7 @@ public:
 private:
     void refreshCustomerList() override;
     void SendTDRData(const core::CustomerInfo &info) override;
-    void customerSaved(qint32 sn, const QString &oldName, const QString &newName) override;
+    void customerSaved(qint32 sn, const QString &oldName, const lookup::CustomerFacts &onFile) override;
     void customerDeleted(qint32 sn) override;
     void entrySaved(const phonebook::PhoneBookEntry &entry);
     void renameNotes(const QString &oldName, const QString &newName);

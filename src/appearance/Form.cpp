@@ -18,6 +18,15 @@ Form::Form(const FormServices &services, Qt::WindowFlags flags)
     setWindowIcon(programIcon());
 }
 
+// The control that has the keyboard loses it in the end, and may tell of a change then: a combo box takes the
+// text of its list. What would hear of it is gone.
+Form::~Form()
+{
+    for (const QObject *part : findChildren<QObject *>()) {
+        part->disconnect(this);
+    }
+}
+
 void Form::load(Place place)
 {
     m_setup.load(place);

@@ -30,6 +30,7 @@ protected:
     using Place = FormSetup::Place;
 
     explicit Form(const FormServices &services, Qt::WindowFlags flags = Qt::Window);
+    ~Form() override;
 
     /// Call once the form's controls exist.
     void load(Place place = Place::Remembered);

@@ -61,7 +61,8 @@ void SearchedList::connectWords()
     connect(&m_pause, &QTimer::timeout, this, &SearchedList::searchIfNew);
     connect(&words, &QLineEdit::textEdited, &m_pause, qOverload<>(&QTimer::start));
     connect(&words, &QLineEdit::returnPressed, this, [this, &words] {
-        m_showsTyped &&words.text().trimmed() == m_settledWords ? turnToList() : searchTyped();
+        const bool isShown = m_showsTyped && words.text().trimmed() == m_settledWords;
+        isShown ? turnToList() : searchTyped();
     });
     for (const Qt::Key key : {Qt::Key_Down, Qt::Key_PageDown}) {
         auto *down = new QShortcut(key, &words, nullptr, nullptr, Qt::WidgetShortcut);

@@ -2,6 +2,7 @@
 
 #include "customers/CustomerForwarding.h"
 #include "store/Database.h"
+#include "store/Upgrade.h"
 
 using namespace Qt::StringLiterals;
 
@@ -65,16 +66,15 @@ QList<core::FieldEdit> editsOf(const LoadedCustomer &loaded, const CustomerRecor
     return edits;
 }
 
-// How the customer stands in the editor once the edits are written.
-LoadedCustomer afterSave(const QList<core::FieldEdit> &edits, const CustomerRecord &typed, qint32 sn)
+// How the customer stands in the editor once the edits are written to his row.
+LoadedCustomer afterSave(const QList<core::FieldEdit> &edits, const CustomerRecord &typed, qint32 sn,
+                         const store::Recordset &row)
 {
     LoadedCustomer customer{.record = {.SN = sn, .shown = typed.shown}};
     for (size_t place = 0; place < typed.shown.size(); ++place) {
-        const core::FieldEdit &edit = edits.at(static_cast<qsizetype>(place));
-        const bool takenOver = edit.isTakenOver();
-        customer.read.at(place) = textOnFile(customerFields().at(place),
-                                             takenOver ? edit.onFile : edit.wanted, typed.shown.at(place));
-        if (takenOver) {
+        const CustomerField &field = customerFields().at(place);
+        customer.read.at(place) = textOnFile(field, row.value(field.column), typed.shown.at(place));
+        if (edits.at(static_cast<qsizetype>(place)).isTakenOver()) {
             customer.record.shown.at(place) = shownOf(customer.read).at(place);
         }
     }
@@ -171,9 +171,11 @@ SavedCustomer CustomerEditing::SaveCustomer(const LoadedCustomer &loaded, const 
             }
             typed.SN ? customers.Edit() : customers.AddNew();
             customers.setFields(edits);
+            store::repairCustomer(customers);
             const qint32 sn = customers.value(u"SN"_s).toInt();
             customers.Update();
-            saved.customer = afterSave(edits, typed, sn);
+            saved.onFile = lookup::factsOf(customers);
+            saved.customer = afterSave(edits, typed, sn, customers);
             saved.written = true;
         });
     });
@@ -206,7 +208,7 @@ SavedCustomer CustomerEditing::save(const LoadedCustomer &loaded, const Customer
         m_context.effects.refreshCustomerList();
         m_context.server.SendServer(u"REFRESHCUSTOMERLIST"_s);
         m_context.effects.SendTDRData(GetCustomerInfo(customer.record));
-        m_context.effects.customerSaved(*customer.record.SN, saved.oldName, customer.nameOnFile());
+        m_context.effects.customerSaved(*customer.record.SN, saved.oldName, saved.onFile);
     }
     return saved;
 }

@@ -36,6 +36,7 @@ struct SavedCustomer : core::Saved
 {
     LoadedCustomer customer = {};
     QString oldName = {}; ///< the name on file before; empty for one who was not on file
+    lookup::CustomerFacts onFile = {};
 };
 
 /// A name as it may be filed: an apostrophe would break the statements that hold it between quotation marks.

@@ -1,6 +1,7 @@
 #include "customers/CustomerExport.h"
 
 #include <limits>
+#include <thread>
 
 using namespace Qt::StringLiterals;
 
@@ -9,6 +10,7 @@ namespace customers {
 namespace {
 
 constexpr qint64 firstRows = 200; // 27 cells of each
+constexpr std::chrono::milliseconds betweenTries{50};
 
 } // namespace
 
@@ -37,22 +39,42 @@ bool CustomerExport::hasEnded()
     return true;
 }
 
+bool CustomerExport::drop()
+{
+    Stage stage = Stage::Writing;
+    return m_stage.compare_exchange_strong(stage, Stage::Dropped) || stage == Stage::Dropped;
+}
+
 void CustomerExport::writeAll(const QString &databaseFile, const QStringList &headings)
 {
     store::Database database(databaseFile);
     m_rowCount = countCustomers(database);
     m_writer.writeHeadings(headings);
-    while (!m_dropped && writeRows(database)) {
+    while (m_stage == Stage::Writing && writeRows(database)) {
     }
-    if (!m_dropped) {
-        m_packing = true;
+    Stage stage = Stage::Writing;
+    if (m_stage.compare_exchange_strong(stage, Stage::Packing)) {
         m_writer.close();
         m_beside.moveIntoPlace();
     }
 }
 
-// One slice; false behind the last row.
+// False behind the last row. As long as another program locks the file, the export waits: it is on a thread
+// of its own, and can be dropped.
 bool CustomerExport::writeRows(store::Database &database)
+{
+    try {
+        return writeSlice(database);
+    } catch (const core::Error &error) {
+        if (!store::tellsOfLock(error)) {
+            throw;
+        }
+        std::this_thread::sleep_for(betweenTries);
+        return true;
+    }
+}
+
+bool CustomerExport::writeSlice(store::Database &database)
 {
     int rows = 0;
     const qint64 wanted = m_pace.begin();

@@ -21,22 +21,27 @@ public:
     /// `query` is one of exportQuery(), with the "rowid" and then as many fields as there are headings.
     CustomerExport(const QString &databaseFile, const QString &query, const QStringList &headings,
                    const QString &target);
-    /// Drops it, but waits for a packing that has begun.
-    ~CustomerExport() { m_dropped = true; }
+    /// Drops it, or waits for what cannot be dropped any more.
+    ~CustomerExport() { drop(); }
     /// How many customers would be exported.
     static int countCustomers(store::Database &database);
     Q_DISABLE_COPY_MOVE(CustomerExport)
 
     /// True, once, when the file stands at its place; throws what the export failed with.
     bool hasEnded();
-    /// All rows are written: what is being packed is nearly done, and cannot be dropped any more.
-    bool isPacking() const { return m_packing; }
+    /// Gives it up: nothing of it comes to its place from now on. False where it is being packed already,
+    /// which is nearly done.
+    bool drop();
+    bool isPacking() const { return m_stage == Stage::Packing; }
     int rowsWritten() const { return m_rowsWritten; }
     int rowCount() const { return m_rowCount; }
 
 private:
+    enum class Stage : quint8 { Writing, Packing, Dropped };
+
     void writeAll(const QString &databaseFile, const QStringList &headings);
     bool writeRows(store::Database &database);
+    bool writeSlice(store::Database &database);
 
     QString m_select; ///< of the next rows; asks for the key before them, and how many
     store::Pace m_pace;
@@ -46,8 +51,7 @@ private:
     qint64 m_lastKey;
     std::atomic<int> m_rowCount = 0;
     std::atomic<int> m_rowsWritten = 0;
-    std::atomic<bool> m_packing = false;
-    std::atomic<bool> m_dropped = false;
+    std::atomic<Stage> m_stage = Stage::Writing;
     core::Background<void> m_work; ///< last, since it works with what is above
 };
 

@@ -101,23 +101,22 @@ void CallerDirectory::reloadPhoneBook()
     }
 }
 
-void CallerDirectory::customerSaved(qint32 sn)
+void CallerDirectory::customerSaved(qint32 sn, const CustomerFacts &onFile)
 {
-    follow(m_index.updateCustomer(sn) && store::FixSavedCustomer(m_log, m_paths, sn) == 1);
+    follow(m_index.updateCustomer(sn, onFile));
 }
 
 void CallerDirectory::customerDeleted(qint32 sn)
 {
-    follow(m_index.updateCustomer(sn));
+    follow(m_index.updateCustomer(sn, {}));
 }
 
-// Another desk may have locked the file just after the customer was saved. Nothing waits for it: until the
-// row can be read, calls are told by what was known before, and the status line says so. After a successful
-// save, the other rows are read again only if somebody else has saved, too.
-void CallerDirectory::follow(bool saved)
+// Where only a rebuild takes the save over, another desk may have locked the file. Nothing waits for it:
+// until it can be read, calls are told by what was known before, and the status line says so. Otherwise the
+// rows are read again only if somebody else has saved, too.
+void CallerDirectory::follow(bool taken)
 {
-    if (!saved) {
-        m_isFixed = false;
+    if (!taken) {
         m_state.reset();
         setAvailable(false);
     }

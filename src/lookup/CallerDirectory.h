@@ -34,7 +34,9 @@ public:
 
     /// Looks whether the customer file was changed; if so, it is read again, in the turns that follow.
     void look();
-    void customerSaved(qint32 sn);
+    /// This desk has saved a customer, who now stands in the file like this, or deleted one: the next call
+    /// finds him, or nobody.
+    void customerSaved(qint32 sn, const CustomerFacts &onFile);
     void customerDeleted(qint32 sn);
 
     /// A phone book entry was saved: the existence checks know its numbers at once. Calls are told by the
@@ -63,7 +65,7 @@ private:
     void turn();
     void readCustomers();
     void reloadPhoneBook();
-    void follow(bool saved);
+    void follow(bool taken);
     void goOn(bool read = true);
     void customersEnded();
     void setAvailable(bool available);

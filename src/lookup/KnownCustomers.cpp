@@ -39,12 +39,17 @@ bool isOnly(QByteArrayView text, char character)
 
 } // namespace
 
+bool KnownCustomers::isFull() const
+{
+    return m_texts.size() > std::numeric_limits<quint32>::max();
+}
+
 KnownCustomers::Entry KnownCustomers::entryOf(const Row &row)
 {
-    const qsizetype offset = m_texts.size();
-    if (offset > std::numeric_limits<quint32>::max()) {
+    if (isFull()) {
         throw core::Error(0, u"more customers than can be kept in memory"_s);
     }
+    const qsizetype offset = m_texts.size();
     const QByteArrayView name = beginning(row.name);
     const QByteArrayView noteBegins = beginning(row.note);
     const QByteArray note = noteBegins.size() < row.note.size()
@@ -92,15 +97,26 @@ std::optional<KnownCustomer> KnownCustomers::find(qint32 sn) const
 }
 
 // The text of the old row stays behind until all customers are read anew.
-void KnownCustomers::replace(const Row &row)
+bool KnownCustomers::replace(qint32 sn, const CustomerFacts &facts)
 {
-    const Entry entry = entryOf(row);
-    const auto place = std::ranges::lower_bound(m_entries, row.sn, {}, &Entry::sn);
-    if (place != m_entries.end() && place->sn == row.sn) {
+    if (isFull()) {
+        return false;
+    }
+    const QByteArray name = facts.name.toUtf8();
+    const QByteArray note = facts.note.toUtf8();
+    const Entry entry = entryOf({.sn = sn,
+                                 .name = name,
+                                 .note = note,
+                                 .vip = facts.vip.toUtf8(),
+                                 .blackListed = facts.blackListed,
+                                 .popUpFlag = facts.popUpFlag.toUtf8()});
+    const auto place = std::ranges::lower_bound(m_entries, sn, {}, &Entry::sn);
+    if (place != m_entries.end() && place->sn == sn) {
         *place = entry; // a second one with that SN is found by nobody
     } else {
         m_entries.insert(place, entry);
     }
+    return true;
 }
 
 void KnownCustomers::remove(qint32 sn)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "lookup/CustomerFacts.h"
+
 #include <QByteArray>
 #include <QList>
 #include <QUtf8StringView>
@@ -43,8 +45,10 @@ public:
 
     /// Nothing where no customer has that SN.
     std::optional<KnownCustomer> find(qint32 sn) const;
-    /// Puts a row in the place of the one with its SN, or where that would stand; only when finished.
-    void replace(const Row &row);
+    /// Puts a customer in the place of the one with his SN, or where that would stand; only when finished.
+    /// False, with nothing changed, where the memory for texts is used up: it is free again once all are read
+    /// anew.
+    bool replace(qint32 sn, const CustomerFacts &facts);
     void remove(qint32 sn);
 
 private:
@@ -60,6 +64,7 @@ private:
     };
     static_assert(sizeof(Entry) == 12);
 
+    bool isFull() const;
     Entry entryOf(const Row &row);
 
     QList<Entry> m_entries; ///< in the order of their SN

@@ -9,6 +9,7 @@
 #include <bit>
 #include <cstddef>
 #include <limits>
+#include <numeric>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -16,6 +17,8 @@ using namespace Qt::StringLiterals;
 namespace lookup {
 
 namespace {
+
+constexpr qsizetype mostDigits = std::numeric_limits<quint32>::max();
 
 // Four bits tell digits apart, so numbers of up to 16 digits are folded without a collision. The mixing then
 // spreads numbers that differ in one digit only, such as the extensions of one office.
@@ -58,7 +61,7 @@ template <typename View>
 NumberEntries::Entry NumberEntries::entryOf(View piece, qint32 sn)
 {
     const qsizetype offset = m_digits.size();
-    if (offset > std::numeric_limits<quint32>::max()) {
+    if (offset > mostDigits) {
         throw core::Error(0, u"more numbers than the index can hold"_s);
     }
     m_digits.resize(offset + piece.size());
@@ -159,7 +162,10 @@ size_t NumberEntries::slotOf(View number, quint64 hash) const
 
 bool NumberEntries::replace(qint32 sn, std::span<const QStringView> pieces)
 {
-    if (!m_inOrderOfSn) {
+    const qsizetype digits =
+        std::accumulate(pieces.begin(), pieces.end(), m_digits.size(),
+                        [](qsizetype sum, QStringView piece) { return sum + piece.size(); });
+    if (!m_inOrderOfSn || digits > mostDigits) {
         return false;
     }
     const auto first = std::ranges::lower_bound(std::as_const(m_entries), sn, {}, &Entry::sn);

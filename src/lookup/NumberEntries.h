@@ -44,8 +44,8 @@ public:
     std::vector<qint32> findAll(QStringView number) const;
 
     /// Puts the digits of `pieces` in the place of a row's entries, or where its SN would stand. Only for
-    /// finished entries; false, with nothing changed, where they do not stand in the order of their SN, and
-    /// where no entry would be left.
+    /// finished entries; false, with nothing changed, where they do not stand in the order of their SN, where
+    /// no entry would be left, and where the digits would be too many.
     bool replace(qint32 sn, std::span<const QStringView> pieces);
 
 private:

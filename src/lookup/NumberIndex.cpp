@@ -27,11 +27,10 @@ CallerTable NumberIndex::phoneBookTable() const
 
 CallerTable NumberIndex::customerTable() const
 {
-    return {
-        .file = m_paths.CustomerFile,
-        .name = u"Customer"_s,
-        .numberColumns = {u"WorkPhones"_s, u"ContactPersonMobile"_s, u"Fax"_s, u"ContactPersonHomePhones"_s},
-        .isCustomers = true};
+    return {.file = m_paths.CustomerFile,
+            .name = u"Customer"_s,
+            .numberColumns = customerNumberColumns(),
+            .isCustomers = true};
 }
 
 bool NumberIndex::LoadPhoneNumberSNArray()
@@ -45,17 +44,15 @@ bool NumberIndex::LoadCustomerPhoneNumberSnArray()
     return load(m_customers, customerTable());
 }
 
-bool NumberIndex::updateCustomer(qint32 sn)
+bool NumberIndex::updateCustomer(qint32 sn, const std::optional<CustomerFacts> &onFile)
 {
     if (m_customers.reading) {
-        m_savedMeanwhile.push_back(sn);
+        m_savedMeanwhile.emplace_back(sn, onFile);
         if (!knowsCustomers()) {
             return true;
         }
     }
-    bool updated = false;
-    const bool done = m_log.trap(m_customers.procedure, [&] { updated = replaceCustomer(sn); });
-    return done && (updated || m_customers.reading || LoadCustomerPhoneNumberSnArray());
+    return replaceCustomer(sn, onFile) || m_customers.reading || LoadCustomerPhoneNumberSnArray();
 }
 
 void NumberIndex::entrySaved(qint32 sn, const QString &numbers)
@@ -71,28 +68,17 @@ std::vector<qint32> NumberIndex::entriesWith(QStringView phoneNumber) const
 }
 
 // False where only a rebuild will do.
-bool NumberIndex::replaceCustomer(qint32 sn)
+bool NumberIndex::replaceCustomer(qint32 sn, const std::optional<CustomerFacts> &onFile)
 {
-    if (m_customers.entries.isEmpty() || isBlank(m_customers.entries)) {
+    NumberEntries &entries = m_customers.entries;
+    if (entries.isEmpty() || isBlank(entries)) {
         return false;
     }
-    const CallerTable table = customerTable();
-    const QString select = u"select %1 from %2 where SN=%3"_s.arg(table.columns(), table.name).arg(sn);
-    std::string numbers;
-    bool isThere = false;
-    bool inOrderOfSn = true;
-    const store::NoWaiting atOnce;
-    store::Database database(table.file);
-    database.forEachRow(select, [&](const store::Row &row) {
-        isThere = true;
-        inOrderOfSn = row.key(0) == sn;
-        table.readNumbers(numbers, row);
-        m_known.replace(table.customer(row));
-    });
-    if (!isThere) {
+    if (!onFile) {
         m_known.remove(sn);
+        return entries.replace(sn, {});
     }
-    return inOrderOfSn && m_customers.entries.replace(sn, pieces(QString::fromStdString(numbers)));
+    return m_known.replace(sn, *onFile) && entries.replace(sn, pieces(onFile->numbers));
 }
 
 PhoneNumberPieces NumberIndex::pieces(QStringView numbers) const
@@ -156,8 +142,8 @@ bool NumberIndex::readOn(Index &index)
     if (!done || progress == NumberReading::Progress::Ended) {
         index.reading.reset();
         if (&index == &m_customers) {
-            for (const qint32 sn : std::exchange(m_savedMeanwhile, {})) {
-                updateCustomer(sn);
+            for (const auto &[sn, onFile] : std::exchange(m_savedMeanwhile, {})) {
+                updateCustomer(sn, onFile);
             }
         }
     }

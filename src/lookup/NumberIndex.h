@@ -9,6 +9,8 @@
 
 #include <functional>
 #include <optional>
+#include <utility>
+#include <vector>
 
 namespace lookup {
 
@@ -34,11 +36,11 @@ public:
     /// unless the whole of it is known already; that counts as a failure, too.
     bool LoadPhoneNumberSNArray();
     bool LoadCustomerPhoneNumberSnArray();
-    /// Takes a customer who was saved or deleted from his row, to the places that a rebuilt index would give
-    /// his numbers; in about a millisecond. While the index is being read, the row waits for the last piece,
-    /// too. Where there is no index yet, or the order of the rows does not tell the place, a rebuild begins.
-    /// False after a failure.
-    bool updateCustomer(qint32 sn);
+    /// Takes over a customer who was saved, or deleted where there are no facts: his numbers get the places
+    /// that a rebuilt index would give them. No file is read, unless there is no index yet or the order of
+    /// its rows does not tell the place: then a rebuild begins. While the index is being read, the facts wait
+    /// for the last piece, too. False after a failure.
+    bool updateCustomer(qint32 sn, const std::optional<CustomerFacts> &onFile);
 
     /// Remembers the numbers of a phone book entry that was saved, beside the index, which keeps what it
     /// read.
@@ -88,7 +90,7 @@ private:
     bool load(Index &index, const CallerTable &table);
     bool readOn(Index &index);
     void exchange(Index &index);
-    bool replaceCustomer(qint32 sn);
+    bool replaceCustomer(qint32 sn, const std::optional<CustomerFacts> &onFile);
     const NumberEntries &whole(Index &index);
     std::optional<qint32> find(QLatin1StringView procedure, Index &index, QStringView number);
 
@@ -102,7 +104,8 @@ private:
     Index m_customers{QLatin1StringView("LoadCustomerPhoneNumberSnArray"), CustomerPhoneNumberSnArray};
     KnownCustomers m_known; ///< those whose numbers the index holds
     bool m_hasUnflagged = false;
-    std::vector<qint32> m_savedMeanwhile; ///< customers, while their index is being read
+    /// Customers who were saved or deleted while their index is being read.
+    std::vector<std::pair<qint32, std::optional<CustomerFacts>>> m_savedMeanwhile;
 };
 
 } // namespace lookup

@@ -11,11 +11,14 @@ namespace mainwindow {
 /// The seven names, in the order as delivered.
 const QStringList &gridColumnNames();
 
+/// The unit of the given widths.
+inline constexpr int twipsPerInch = 1440;
+
 /// One column of the caller-ID grid.
 struct GridColumn
 {
     QString name; ///< one of the seven given names, by which cells are found
-    int width;    ///< twips, 1440 an inch
+    int width;    ///< twips
     bool visible;
 };
 

@@ -1,5 +1,6 @@
 #include "messages/SmsRecord.h"
 
+#include "core/DatagramSize.h"
 #include "core/Error.h"
 #include "core/TextUtilities.h"
 
@@ -15,7 +16,6 @@ constexpr qsizetype commandWidth = 50;
 constexpr qsizetype destinationWidth = 50;
 constexpr qsizetype reservedWidth = 100;
 constexpr qsizetype headWidth = commandWidth + destinationWidth + reservedWidth;
-constexpr qsizetype largestDatagram = 65507;
 constexpr auto opening = "{{{"_L1;
 constexpr auto closing = "}}}"_L1;
 constexpr qsizetype delimiters = opening.size() + closing.size();
@@ -62,7 +62,7 @@ QString smsRecord(const QString &sendTo, const QString &text, const core::CodePa
 
 QString sendableText(const QString &text, const core::CodePage &codePage)
 {
-    constexpr qsizetype room = largestDatagram - headWidth - delimiters;
+    constexpr qsizetype room = core::largestDatagram - headWidth - delimiters;
     QString lines = text.left(2 * room); // no character of two units takes less than a byte
     lines.replace("\r\n"_L1, "\n"_L1).replace("\n"_L1, "\r\n"_L1);
     return codePage.encode(lines).size() <= room ? lines : fitting(lines, room, codePage).toString();

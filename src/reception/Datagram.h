@@ -5,7 +5,7 @@
 
 namespace reception {
 
-/// One datagram as it came from the socket; at most 65,507 bytes.
+/// One datagram as it came from the socket.
 struct Datagram
 {
     QByteArray bytes;

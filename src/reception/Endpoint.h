@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/CodePage.h"
+#include "core/DatagramSize.h"
 #include "core/Prompts.h"
 #include "core/RunLog.h"
 #include "core/Server.h"
@@ -30,7 +31,6 @@ public:
     using Handler = std::function<void(const Datagram &)>;
 
     static constexpr quint16 standardPort = 1972;
-    static constexpr qsizetype largestDatagram = 65507;
 
     struct Context
     {
@@ -79,7 +79,7 @@ private:
     QUdpSocket Winsock1;
     QHostAddress m_remoteHost;
     quint16 m_remotePort = 0;
-    QByteArray m_buffer = QByteArray(largestDatagram, Qt::Uninitialized);
+    QByteArray m_buffer = QByteArray(core::largestDatagram, Qt::Uninitialized);
     std::deque<Datagram> m_waiting;
     qsizetype m_waitingBytes = 0;
     QTimer m_gathering;

@@ -75,17 +75,15 @@ qint32 FixCustomerData(core::RunLog &log, const core::Paths &paths)
     });
 }
 
-qint32 FixSavedCustomer(core::RunLog &log, const core::Paths &paths, qint32 sn)
+void repairCustomer(Recordset &customer)
 {
-    return log.trap("FixCustomerData"_L1, 0, [&] {
-        Database database(paths.CustomerFile);
-        database.transaction([&] {
-            database.Execute(u"update customer set T3='1' where SN=? and (T3=' ' or T3='' or isnull(T3))"_s,
-                             {sn});
-            database.Execute(u"update customer set customerid='' where SN=? and customerid=' '"_s, {sn});
-        });
-        return 1;
-    });
+    const QString popUpFlag = customer.value(u"T3"_s).toString();
+    if (popUpFlag.isEmpty() || popUpFlag == " "_L1) {
+        customer.setValue(u"T3"_s, u"1"_s);
+    }
+    if (customer.value(u"CustomerID"_s).toString() == " "_L1) {
+        customer.setValue(u"CustomerID"_s, u""_s);
+    }
 }
 
 } // namespace store

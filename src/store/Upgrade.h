@@ -2,6 +2,7 @@
 
 #include "core/Paths.h"
 #include "core/RunLog.h"
+#include "store/Recordset.h"
 
 namespace store {
 
@@ -15,7 +16,8 @@ bool UpdateDatabase_Customer_0606191111(core::RunLog &log, const core::Paths &pa
 qint32 FixCustomerData(core::RunLog &log, const core::Paths &paths);
 inline constexpr qint32 moreToFix = 2;
 
-/// The same for one customer, who may have been deleted meanwhile. Logs under that name, too.
-qint32 FixSavedCustomer(core::RunLog &log, const core::Paths &paths, qint32 sn);
+/// The same of the row that a recordset is about to write, between its Edit or AddNew and its Update. Throws
+/// core::Error.
+void repairCustomer(Recordset &customer);
 
 } // namespace store

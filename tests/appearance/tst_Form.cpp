@@ -97,6 +97,25 @@ private Q_SLOTS:
         QVERIFY(!window.check->isChecked());
     }
 
+    // An open combo box that loses the keyboard takes the text of its list.
+    void aFormThatIsDeletedHearsNothingOfItsControlsAnyMore()
+    {
+        support::TestForms forms;
+        auto window = std::make_unique<Window>(forms);
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+        auto *combo = new QComboBox(window.get());
+        combo->setEditable(true);
+        combo->addItem(u"Acme"_s);
+        combo->show();
+        combo->setFocus();
+        int heard = 0;
+        connect(combo, &QComboBox::currentTextChanged, window.get(), [&heard] { ++heard; });
+        combo->setEditText(u"ACME"_s);
+        QCOMPARE(heard, 1);
+        window.reset();
+        QCOMPARE(heard, 1);
+    }
+
     void whatIsUnsavedGoesOnlyAsTheOperatorSays()
     {
         using Answer = core::Prompts::Answer;

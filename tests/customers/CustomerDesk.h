@@ -9,12 +9,14 @@ struct FakeCustomerEffects : customers::CustomerEffects
 {
     QStringList called; ///< one line a call
     QList<core::CustomerInfo> sent;
+    lookup::CustomerFacts onFile; ///< of the last one
 
     void refreshCustomerList() override { called.append(u"refreshCustomerList"_s); }
     void SendTDRData(const core::CustomerInfo &info) override { sent.append(info); }
-    void customerSaved(qint32 sn, const QString &oldName, const QString &newName) override
+    void customerSaved(qint32 sn, const QString &oldName, const lookup::CustomerFacts &saved) override
     {
-        called.append(u"customerSaved %1 %2 %3"_s.arg(sn).arg(oldName, newName));
+        called.append(u"customerSaved %1 %2 %3"_s.arg(sn).arg(oldName, saved.name));
+        onFile = saved;
     }
     void customerDeleted(qint32 sn) override { called.append(u"customerDeleted %1"_s.arg(sn)); }
 };

@@ -1,5 +1,6 @@
 #include "customers/CustomerDesk.h"
 #include "customers/CustomerForwarding.h"
+#include "support/CustomerOnFile.h"
 
 using customers::CustomerField, customers::customerFields, customers::CustomerRecord, customers::fieldOf;
 
@@ -80,7 +81,8 @@ private Q_SLOTS:
         QVERIFY(desk.save() && (desk.shown.SN.reset(), desk.save()));
     }
 
-    // What another desk does to the row between opening and saving it, and what is on file after that.
+    // What another desk does to the row between opening and saving it, and what is on file after that; just
+    // that is handed over.
     void twoDesksLoseNothingOfEachOther()
     {
         const QString update = u"update customer set "_s;
@@ -106,6 +108,26 @@ private Q_SLOTS:
             QCOMPARE(customerSql(desk, u"select SN, PostalCode, Fax, ContactPersonMessenger from customer"_s),
                      row);
             QVERIFY(!written || desk.shown.text(u"Fax") == row.section(u'|', 2, 2)); // taken over, so shown
+            QVERIFY(!written || desk.effects.onFile == support::customerOnFile(desk.paths.CustomerFile, 1));
+        }
+    }
+
+    // Whether the operator has typed it or another desk has written it meanwhile.
+    void aSaveLeavesNoBlankCustomerIdAndNoCustomerWithoutAFlag()
+    {
+        for (const auto &[elsewhere, typed] :
+             {std::pair(u"CustomerID=' '"_s, u"A"_s), {u"T3=''"_s, u" "_s}, {u"T3=null"_s, u" "_s}}) {
+            Desk desk;
+            customerSql(desk,
+                        u"insert into customer (CustomerName, T3, CustomerID) values ('A', '1', 'A')"_s);
+            desk.open();
+            customerSql(desk, u"update customer set "_s + elsewhere);
+            desk.field(u"CustomerID") = typed;
+            QVERIFY(desk.save());
+            QCOMPARE(customerSql(desk, u"select CustomerID, T3 from customer"_s), u"|1"_s);
+            QCOMPARE(desk.effects.onFile.popUpFlag, u"1"_s);
+            desk.field(u"CustomerID") = u"b"_s;
+            QVERIFY(desk.save()); // what was mended is nobody else's change
         }
     }
 

@@ -24,7 +24,8 @@ class tst_CustomerExport : public QObject
             }
             customers::CustomerExport running(paths.CustomerFile, customers::exportQuery(fields, u"rowid,"_s),
                                               headings, target);
-            return QTest::qWaitFor([&] { return running.hasEnded(); }, 60000);
+            const bool ended = QTest::qWaitFor([&] { return running.hasEnded(); }, 60000);
+            return ended && !running.drop(); // too late
         }
         /// What a Python expression over the sheet `s` of the workbook gives.
         QString read(const QString &expression) const
@@ -104,6 +105,14 @@ private Q_SLOTS:
                                               customers::exportQuery({15, 15, 15}, u"rowid,"_s),
                                               {u"1"_s, u"2"_s, u"3"_s}, desk.target);
             QTRY_VERIFY(dropped.rowsWritten() > 0);
+            {
+                const support::TakenFile taken(desk.paths.CustomerFile); // for longer than a window waits
+                QVERIFY(!QTest::qWaitFor([&] { return dropped.hasEnded(); }, 1000));
+            }
+            const int rows = dropped.rowsWritten();
+            QTRY_VERIFY(dropped.rowsWritten() > rows);
+            QVERIFY(dropped.drop());
+            QVERIFY(QTest::qWaitFor([&] { return dropped.hasEnded(); }, 60000));
             QVERIFY(!dropped.isPacking());
         }
         QFile(desk.target).setPermissions(QFile::ReadOwner);

@@ -1,5 +1,6 @@
 #include "lookup/CallerDirectory.h"
 #include "store/DeliveredFiles.h"
+#include "support/CustomerOnFile.h"
 #include "support/Row.h"
 #include "support/Rows.h"
 
@@ -24,6 +25,17 @@ class tst_CallerDirectory : public QObject
                                         "insert into phonebook values (1, '5550')"_s);
         }
         void save(const QString &sql) const { runSql(paths.CustomerFile, sql); }
+        /// As the editor does.
+        void saveOwn(int sn, int number)
+        {
+            {
+                store::Database database(paths.CustomerFile);
+                database.transaction([&] {
+                    database.Execute(u"update customer set WorkPhones=? where SN=?"_s, {number, sn});
+                });
+            }
+            callers.customerSaved(sn, support::customerOnFile(paths.CustomerFile, sn).value());
+        }
         /// Customers whose SN is their number, with notes that fill some pages.
         void addCustomers(int first, int last) const
         {
@@ -138,8 +150,7 @@ private Q_SLOTS:
         QTRY_COMPARE(
             support::rowsOf(desk.paths.CustomerFile, u"select count(*) from customer where T3 is null"_s),
             u"0"_s);
-        desk.save(u"update customer set WorkPhones='88' where SN=2001"_s);
-        desk.callers.customerSaved(2001);
+        desk.saveOwn(2001, 88);
         QCOMPARE(desk.ownerOf(88), 2001); // at once
         desk.save(u"delete from customer where SN=2001"_s);
         desk.callers.customerDeleted(2001);
@@ -156,11 +167,7 @@ private Q_SLOTS:
         desk.callers.look();
         QSignalSpy read(&desk.callers, &CallerDirectory::customersRead);
         const auto saveOwn = [&desk](int sn, int number) {
-            store::Database database(desk.paths.CustomerFile);
-            database.transaction([&] {
-                database.Execute(u"update customer set WorkPhones=? where SN=?"_s, {number, sn});
-            });
-            desk.callers.customerSaved(sn);
+            desk.saveOwn(sn, number);
             desk.callers.look();
         };
         saveOwn(1, 71);
@@ -177,6 +184,45 @@ private Q_SLOTS:
         QCOMPARE(desk.ownerOf(75), 4);
         saveOwn(5, 76);
         QCOMPARE(read.size(), 2);
+    }
+
+    // A table that is being read when both save may hold the other desk's row already.
+    void whoeverSavesTheSameCustomerLastHolds()
+    {
+        for (const bool reading : {false, true}) {
+            Desk desk;
+            desk.addCustomers(1, 30000);
+            QVERIFY(desk.start());
+            QTRY_VERIFY(!desk.callers.numbers().isLoading());
+            if (reading) {
+                desk.save(u"update customer set WorkPhones='70003' where SN=3"_s);
+                desk.callers.look();
+                QVERIFY(desk.callers.numbers().isLoading());
+            }
+            desk.saveOwn(30000, 70001);
+            desk.save(u"update customer set WorkPhones='70002',T3='0' where SN=30000"_s);
+            QCOMPARE(desk.ownerOf(70001), 30000);
+            QTRY_COMPARE(desk.ownerOf(70001), -1);
+            QCOMPARE(desk.ownerOf(70002), 30000);
+            QVERIFY(!desk.callers.callerPopsUp(u"70002", u""));
+        }
+    }
+
+    void aSaveIsKnownAtOnceThoughAnotherDeskHasLockedTheFile()
+    {
+        Desk desk;
+        desk.addCustomers(1, 3);
+        QVERIFY(desk.start());
+        desk.save(u"update customer set T3='0',WorkPhones='71' where SN=2"_s);
+        const auto saved = support::customerOnFile(desk.paths.CustomerFile, 2);
+        const support::TakenFile other(desk.paths.CustomerFile);
+        desk.callers.customerSaved(2, saved.value());
+        desk.callers.customerDeleted(3);
+        QCOMPARE(desk.ownerOf(71), 2);
+        QVERIFY(!desk.callers.callerPopsUp(u"71", u""));
+        QCOMPARE(desk.ownerOf(2) + desk.ownerOf(3), -2);
+        QVERIFY(desk.callers.isAvailable());
+        QCOMPARE(desk.logMessages(), QStringList());
     }
 
     void aFileThatIsReplacedIsFollowedAndTheSameOneIsNotReadAgain()

@@ -1,5 +1,6 @@
 #include "lookup/NumberIndex.h"
 #include "lookup/PhoneNumbers.h"
+#include "support/CustomerOnFile.h"
 #include "support/TestDesk.h"
 
 #include <QRandomGenerator>
@@ -146,7 +147,7 @@ private Q_SLOTS:
         Desk desk;
         const auto save = [&](const QString &sql, qint32 sn) {
             desk.runSql(desk.paths.CustomerFile, sql);
-            return desk.index.updateCustomer(sn);
+            return desk.index.updateCustomer(sn, support::customerOnFile(desk.paths.CustomerFile, sn));
         };
         const auto ownerOf = [&](QStringView number) {
             return desk.index.FindCustomerSnOfCaller(number).value_or(-1);

@@ -1,5 +1,6 @@
 #include "UnitSocket.h"
 
+#include "core/DatagramSize.h"
 #include "core/Error.h"
 
 #include <QEventLoop>
@@ -16,7 +17,6 @@ namespace sim {
 
 namespace {
 
-constexpr qsizetype largestDatagram = 65507; // bytes of a UDP datagram over IPv4
 constexpr int sendBufferSize = 4 * 1024 * 1024;
 
 // The program's endpoint speaks IPv4, so that address of a name comes first.
@@ -82,9 +82,10 @@ qint64 UnitSocket::sendOnce(const QByteArray &datagram)
 void UnitSocket::send(const QByteArray &datagram)
 {
     constexpr int mostRefusalsWaiting = 100;
-    if (datagram.size() > largestDatagram) {
+    if (datagram.size() > core::largestDatagram) {
         throw core::Error(
-            0, u"a datagram holds at most %1 bytes, not %2"_s.arg(largestDatagram).arg(datagram.size()));
+            0,
+            u"a datagram holds at most %1 bytes, not %2"_s.arg(core::largestDatagram).arg(datagram.size()));
     }
     for (int failures = 0; failures < mostRefusalsWaiting;) {
         const qint64 sent = sendOnce(datagram);

@@ -116,15 +116,15 @@ void frmAddDataToExcel_Tarn20050921::look()
     if (!done) {
         end(u"Error!"_s);
     } else if (ended) {
+        m_looks.stop(); // Windows may handle other events while a file is being opened
         m_context.shell.openFile(m_target);
         end(u"Success!"_s);
     }
 }
 
-// Packing cannot be interrupted, and is nearly done.
 void frmAddDataToExcel_Tarn20050921::cancel()
 {
-    if (m_export && !m_export->isPacking()) {
+    if (m_export && m_export->drop()) {
         end({});
     }
 }
@@ -171,11 +171,11 @@ void frmAddDataToExcel_Tarn20050921::keyPressEvent(QKeyEvent *event)
 
 bool frmAddDataToExcel_Tarn20050921::mayClose()
 {
-    const bool packing = m_export && m_export->isPacking();
-    if (packing) {
-        bringToFront(); // it shows that it is still at work
+    if (!m_export || m_export->drop()) {
+        return true;
     }
-    return !packing;
+    bringToFront(); // it shows that it is still at work
+    return false;
 }
 
 void frmAddDataToExcel_Tarn20050921::closing()

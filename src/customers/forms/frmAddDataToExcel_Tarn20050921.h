@@ -14,8 +14,8 @@ class frmAddDataToExcel_Tarn20050921;
 
 namespace customers {
 
-/// Exports the ticked fields of all customers to a spreadsheet file, slice by slice while calls keep
-/// arriving. Deletes itself when closed; an export that runs is then dropped.
+/// Exports the ticked fields of all customers to a spreadsheet file, while calls keep arriving. Deletes
+/// itself when closed; an export that runs is then dropped.
 class frmAddDataToExcel_Tarn20050921 : public appearance::Form
 {
     Q_OBJECT

@@ -13,8 +13,6 @@ namespace mainwindow {
 
 namespace {
 
-constexpr int twipsPerInch = 1440;
-
 // Draws a star or a barred circle behind the number of a marked caller; the numbers stand in one column.
 class CallDelegate : public appearance::GridDelegate
 {

@@ -19,7 +19,6 @@ namespace {
 
 constexpr int smallWidthTwips = 7000;
 constexpr int smallHeightTwips = 2100;
-constexpr int twipsPerInch = 1440;
 constexpr qint64 missedKeyMs = 1000; // a key pressed once too often was meant for the window that closed
 constexpr QSize fullSize = {960, 600};
 

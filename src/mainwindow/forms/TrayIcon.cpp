@@ -9,7 +9,7 @@ namespace mainwindow {
 namespace {
 
 // The icon with a red disc in its lower corner, whose white rim is seen on trays of any colour.
-QIcon marked(const QIcon &plain)
+QIcon withMark(const QIcon &plain)
 {
     QIcon icon;
     for (const QSize &size : plain.availableSizes()) {
@@ -74,7 +74,7 @@ void TrayIcon::setSignalling(bool on)
 {
     if (m_signalling != on) {
         m_signalling = on;
-        m_icon.setIcon(on ? marked(m_plain) : m_plain);
+        m_icon.setIcon(on ? withMark(m_plain) : m_plain);
     }
 }
 

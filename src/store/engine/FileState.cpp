@@ -14,7 +14,7 @@ struct Chain
     QByteArray last;
 };
 
-// By the absolute path. As the patience with locks does, it belongs to the thread of all databases.
+// By the absolute path. Each thread has its own: what another one of this desk's has saved is news here.
 thread_local QHash<QString, Chain> ownSaves;
 
 } // namespace

@@ -9,7 +9,7 @@
 using store::TextMatcher, store::Wildcards;
 
 /// The words of statements, and how the texts in them are matched and ordered.
-class tst_SqlDialect : public QObject
+class tst_GivenWords : public QObject
 {
     Q_OBJECT
 
@@ -150,5 +150,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_APPLESS_MAIN(tst_SqlDialect)
-#include "tst_SqlDialect.moc"
+QTEST_APPLESS_MAIN(tst_GivenWords)
+#include "tst_GivenWords.moc"
