@@ -3,6 +3,7 @@
 #include "Measure.h"
 #include "Rows.h"
 
+#include "core/platform.h"
 #include "customers/CustomerQueries.h"
 
 #include <QPushButton>
@@ -39,6 +40,7 @@ void exportPlainly(const QString &file, const QString &target)
         ++line;
     });
     workbook_close(book);
+    core::platform::syncFile(target);
 }
 
 struct Exported

@@ -1,6 +1,7 @@
 #include "lookup/KnownCustomers.h"
 
 #include "core/Error.h"
+#include "core/Memory.h"
 
 #include <algorithm>
 #include <limits>
@@ -30,6 +31,12 @@ QByteArrayView beginning(QByteArrayView utf8)
     return utf8;
 }
 
+// A comparison with a text is a call, and there are several for each of a million rows.
+bool isOnly(QByteArrayView text, char character)
+{
+    return text.size() == 1 && text.front() == character;
+}
+
 } // namespace
 
 bool KnownCustomers::isFull() const
@@ -55,9 +62,9 @@ KnownCustomers::Entry KnownCustomers::entryOf(const Row &row)
     entry.offset = static_cast<quint32>(offset);
     entry.nameSize = static_cast<quint16>(name.size());
     entry.noteSize = static_cast<quint16>(note.size() & 0x1FFF);
-    entry.vip = row.vip == "Y" || row.vip == "y" ? 1 : 0; // as the editor reads it
+    entry.vip = isOnly(row.vip, 'Y') || isOnly(row.vip, 'y') ? 1 : 0; // as the editor reads it
     entry.blackListed = row.blackListed ? 1 : 0;
-    entry.popsUp = row.popUpFlag.trimmed() == "0" ? 0 : 1;
+    entry.popsUp = isOnly(row.popUpFlag.trimmed(), '0') ? 0 : 1;
     return entry;
 }
 
@@ -71,8 +78,8 @@ void KnownCustomers::finish()
     if (!std::ranges::is_sorted(m_entries, {}, &Entry::sn)) {
         std::ranges::stable_sort(m_entries, {}, &Entry::sn);
     }
-    m_entries.squeeze();
-    m_texts.squeeze();
+    core::dropSpare(m_entries);
+    core::dropSpare(m_texts);
 }
 
 std::optional<KnownCustomer> KnownCustomers::find(qint32 sn) const

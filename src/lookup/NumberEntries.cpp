@@ -1,6 +1,7 @@
 #include "lookup/NumberEntries.h"
 
 #include "core/Error.h"
+#include "core/Memory.h"
 #include "core/TextUtilities.h"
 
 #include <algorithm>
@@ -80,8 +81,8 @@ bool NumberEntries::finishSome()
 {
     constexpr size_t entriesAtOnce = 20000;
     if (m_hashed == 0) {
-        m_digits.squeeze();
-        m_entries.squeeze();
+        core::dropSpare(m_digits);
+        core::dropSpare(m_entries);
         m_next.assign(size(), noEntry);
         m_slots.assign(2 * size(), Slot());
         m_used = 0;
@@ -167,7 +168,8 @@ bool NumberEntries::replace(qint32 sn, std::span<const QStringView> pieces)
     if (!m_inOrderOfSn || digits > mostDigits) {
         return false;
     }
-    const auto [first, behind] = std::ranges::equal_range(std::as_const(m_entries), sn, {}, &Entry::sn);
+    const auto first = std::ranges::lower_bound(std::as_const(m_entries), sn, {}, &Entry::sn);
+    const auto behind = std::ranges::upper_bound(std::as_const(m_entries), sn, {}, &Entry::sn);
     const auto place = static_cast<size_t>(first - m_entries.constBegin());
     const auto old = static_cast<size_t>(behind - first);
     if (old == size() && pieces.empty()) {

@@ -21,7 +21,7 @@ struct PhoneNumberSN
 
 /// The entries of a number index in the order in which they were appended, and a hash from each number to its
 /// first entry beside them. About 45 bytes an entry: 12 for the entry, 4 for the way to the next of the same
-/// number, one for each digit, 16 for the hash.
+/// number, one for each digit, 16 for the hash; entries and digits may have up to a third more.
 class NumberEntries
 {
 public:
@@ -29,8 +29,8 @@ public:
     /// are too many.
     void append(QStringView piece, qint32 sn);
     void append(QLatin1StringView piece, qint32 sn);
-    /// Gives spare memory back and builds the hash: to be called after the last append until it returns true.
-    /// Each call takes a few milliseconds.
+    /// Gives much spare memory back and builds the hash: to be called after the last append until it returns
+    /// true. Each call takes a few milliseconds.
     bool finishSome();
 
     bool isEmpty() const { return m_entries.isEmpty(); }

@@ -128,8 +128,9 @@ QStringList SqliteStatement::columnNames() const
 
 QByteArrayView SqliteStatement::bytes(int column) const
 {
-    const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(raw(), column));
-    return text != nullptr ? QByteArrayView(text, sqlite3_column_bytes(raw(), column)) : QByteArrayView("");
+    sqlite3_value *value = sqlite3_column_value(raw(), column); // each asking by the column costs
+    const auto *text = reinterpret_cast<const char *>(sqlite3_value_text(value));
+    return text != nullptr ? QByteArrayView(text, sqlite3_value_bytes(value)) : QByteArrayView("");
 }
 
 qint64 SqliteStatement::key(int column) const
