@@ -128,7 +128,8 @@ QStringList SqliteStatement::columnNames() const
 
 QByteArrayView SqliteStatement::bytes(int column) const
 {
-    sqlite3_value *value = sqlite3_column_value(raw(), column); // each asking by the column costs
+    // Each asking by the column costs. The value is unprotected: a connection belongs to one thread.
+    sqlite3_value *value = sqlite3_column_value(raw(), column);
     const auto *text = reinterpret_cast<const char *>(sqlite3_value_text(value));
     return text != nullptr ? QByteArrayView(text, sqlite3_value_bytes(value)) : QByteArrayView("");
 }
