@@ -214,7 +214,7 @@ Rows receptionRows()
 
 Rows startRows(int customers)
 {
-    Rows rows{{sized("start until painted, ms", customers), {.times = 3}, [=] {
+    Rows rows{{sized("start until painted, ms", customers), {.times = 3.5}, [=] {
                    return starting(customers, &Start::ms);
                }}};
     if (customers == 0) {

@@ -21,14 +21,20 @@ public:
     Q_DISABLE_COPY_MOVE(OneWindow)
 
     /// Null where it is not open. One that was just closed is not, even if Qt has yet to delete it.
-    F *ifOpen() const { return m_form != nullptr && !m_form->isClosed() ? m_form.data() : nullptr; }
+    F *ifOpen() const
+    {
+        F *form = m_form;
+        return form != nullptr && !form->isClosed() ? form : nullptr;
+    }
     /// A new one is not shown yet.
     F &get()
     {
-        if (ifOpen() == nullptr) {
-            m_form = m_make();
+        F *form = ifOpen();
+        if (form == nullptr) {
+            form = m_make();
+            m_form = form;
         }
-        return *m_form;
+        return *form;
     }
 
 private:
