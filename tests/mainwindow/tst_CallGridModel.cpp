@@ -72,6 +72,7 @@ private Q_SLOTS:
         const QPersistentModelIndex first = grid.model.index(0, 4);
         grid.add(2);
         grid.add(3); // not published yet
+        QCOMPARE(shown(), u"001"_s);
         grid.model.showEarlierCall(Grid::call(9), 2);
         QCOMPARE(shown(), u"003|002|009|001"_s);
         QCOMPARE(first.row(), 3);
