@@ -29,6 +29,12 @@ struct ProgramDesk : support::TestDesk
         port = probe.localPort();
         unit.bind(QHostAddress::LocalHost);
     }
+    void setLanguage(const QString &code) const
+    {
+        core::SettingsRecord record;
+        record.LanguageSetting.setText(code);
+        writeFile(paths.SettingsFile, record.toBytes());
+    }
     bool start()
     {
         program = std::make_unique<app::Program>(

@@ -1,5 +1,4 @@
 #include "ProgramDesk.h"
-#include "notes/forms/frmNotePad.h"
 #include "support/Rows.h"
 
 #include <QNetworkDatagram>
@@ -42,32 +41,14 @@ private Q_SLOTS:
         QVERIFY(forwarded.receiveDatagram().data().startsWith("Old Mill\x92s Cheese"));
         QVERIFY(openForm<FrmEditCustomer>()->close());
 
-        desk.send(call(number, u"Old Mill"_s, {}, {}, sn));
-        find<lookup::frmPopUp>("Command2");
+        desk.send(call(number, {}, {}, {}, {}));
+        QVERIFY(desk.card().contains(u"Old Mill\u2019s Cheese"_s));
         desk.program->windows().Show_Editor({core::RowKey::Table::Customer, sn.toInt()});
         type<FrmEditCustomer>("txtCustomerName", u"New Mill"_s);
         press<FrmEditCustomer>("Command2");
         QVERIFY(desk.card().contains(u"New Mill"_s));
         press<lookup::frmPopUp>("Command2");
         QCOMPARE((find<FrmEditCustomer, QLineEdit>("txtCustomerName")->text()), u"New Mill"_s);
-    }
-
-    void aSavedCustomerIsKnownThoughAnotherDeskTakesTheFileAtOnce()
-    {
-        ProgramDesk desk;
-        QVERIFY(desk.start());
-        const QString quiet = desk.source();
-        desk.runSql(desk.paths.CustomerFile, u"drop table CallInfo"_s);
-        desk.program->windows().Show_Editor({core::RowKey::Table::Customer, 1});
-        type<FrmEditCustomer>("txtCustomerName", u"Changed"_s);
-        type<FrmEditCustomer>("txtCompanyCall", u"2125550188"_s);
-        std::optional<support::TakenFile> other;
-        desk.prompts.expect(true, // told of the notes, when the row is written
-                            [&] { other.emplace(desk.paths.CustomerFile); });
-        press<FrmEditCustomer>("Command2");
-        QCOMPARE(desk.source(), quiet);
-        desk.send(call(u"2125550188"_s, {}, {}, {}, {}));
-        QTRY_VERIFY(desk.lastCaller().contains(u"Changed"_s));
     }
 
     void aDeletedCustomerIsUnknownToTheNextCall()
@@ -83,19 +64,6 @@ private Q_SLOTS:
         desk.send(call(u"059255500130"_s, u"Deleted"_s));
         desk.showsACall();
         QCOMPARE(desk.window().calls().rowCount(), 1);
-    }
-
-    void aNoteForADeletedCustomerIsRefusedAndLeavesCardAndNotePad()
-    {
-        ProgramDesk desk;
-        QVERIFY(desk.start());
-        desk.program->windows().ShowNotePad(u"Harbor Lantern Hotel"_s);
-        desk.send(call(vipNumber, u"Deleted"_s, u"5550100"_s, {}, u"999999"_s));
-        desk.prompts.expect();
-        press<lookup::frmPopUp>("cmdNote");
-        QCOMPARE(desk.prompts.asked, QStringList(u"This customer is no longer on file."_s));
-        QVERIFY(openForm<lookup::frmPopUp>() != nullptr);
-        QCOMPARE((find<notes::frmNotePad, QLineEdit>("txtCustomerName")->text()), u"Harbor Lantern Hotel"_s);
     }
 
     void typedTextIsNotLostByEndingTheProgram()

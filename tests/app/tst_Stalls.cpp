@@ -103,22 +103,6 @@ QList<std::pair<QString, QString>> acts()
             {u"FrmCustomer"_s, u"cmdExport"_s}};
 }
 
-/// Every window that is asked for.
-QList<std::function<void(core::Navigator &)>> ways()
-{
-    return {
-        [](core::Navigator &to) {
-            to.Show_Editor({core::RowKey::Table::Customer, 2});
-        },
-        [](core::Navigator &to) { to.ShowCustomerByName(u"Harbor Lantern Hotel"_s); },
-        [](core::Navigator &to) { to.addCustomer(u"1"_s, u"lantern"_s, {}); },
-        [](core::Navigator &to) {
-            to.Show_Editor({core::RowKey::Table::PhoneBook, 2});
-        },
-        [](core::Navigator &to) { to.ShowHelp(u"Popup_CustomerDatabase"_s); },
-    };
-}
-
 } // namespace
 
 /// However long another program keeps the files to itself, no turn of the window's thread waits for it longer
@@ -159,9 +143,12 @@ private Q_SLOTS:
         }
         QTableView &list = *find<FrmCustomer, QTableView>("DataGrid1");
         isShort(u"sort"_s, [&list] { Q_EMIT list.horizontalHeader()->sectionClicked(1); });
-        for (qsizetype way = 0; way < ways().size(); ++way) {
-            isShort(u"way %1"_s.arg(way), [&] { ways().at(way)(desk.windows()); });
+        for (const core::RowKey::Table table :
+             {core::RowKey::Table::Customer, core::RowKey::Table::PhoneBook}) {
+            isShort(u"editor"_s, [&] { desk.windows().Show_Editor({table, 2}); });
         }
+        isShort(u"new customer"_s, [&] { desk.windows().addCustomer(u"1"_s, u"lantern"_s, {}); });
+        isShort(u"help"_s, [&] { desk.windows().ShowHelp(u"Popup_CustomerDatabase"_s); });
         const QLabel &message = *find<FrmCustomer, QLabel>("lblMessage");
         QVERIFY(message.text().contains(u"another program"_s));
         desk.others.clear();

@@ -70,30 +70,23 @@ private Q_SLOTS:
         QCOMPARE(forms.openForms.count(), 1);
     }
 
-    void enterPressesTheButtonWithTheKeyboardOrElseTheDefaultInSight_data()
-    {
-        QTest::addColumn<int>("place");
-        QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
-        QTest::addColumn<QString>("pressed");
-        const Qt::KeyboardModifiers none;
-        QTest::newRow("box") << 0 << none << u"standard"_s;
-        QTest::newRow("keypad") << 0 << Qt::KeyboardModifiers(Qt::KeypadModifier) << u"standard"_s;
-        QTest::newRow("another key's") << 0 << Qt::KeyboardModifiers(Qt::ControlModifier) << QString();
-        QTest::newRow("check box") << 1 << none << u"standard"_s;
-        QTest::newRow("button") << 2 << none << u"other"_s;
-    }
     void enterPressesTheButtonWithTheKeyboardOrElseTheDefaultInSight()
     {
-        QFETCH(const int, place);
-        QFETCH(const Qt::KeyboardModifiers, modifiers);
         support::TestForms forms;
         Window window(forms);
         window.setAttribute(Qt::WA_DeleteOnClose, false);
         QVERIFY(QTest::qWaitForWindowActive(&window));
-        QWidget *control = QWidgetList{window.box, window.check, window.other}.at(place);
-        control->setFocus();
-        QTest::keyClick(control, Qt::Key_Return, modifiers);
-        QTEST(window.pressed, "pressed");
+        for (const auto &[control, modifier, pressed] :
+             {std::tuple<QWidget *, Qt::KeyboardModifier, QString>(window.box, {}, u"standard"_s),
+              {window.box, Qt::KeypadModifier, u"standard"_s},
+              {window.box, Qt::ControlModifier, QString()}, // another command's
+              {window.check, {}, u"standard"_s},
+              {window.other, {}, u"other"_s}}) {
+            window.pressed.clear();
+            control->setFocus();
+            QTest::keyClick(control, Qt::Key_Return, modifier);
+            QCOMPARE(window.pressed, pressed);
+        }
         QVERIFY(!window.check->isChecked());
     }
 

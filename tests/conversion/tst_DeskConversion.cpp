@@ -24,7 +24,7 @@ const JetTable customers = {
      {u"credit limit"_s, ColumnType::Currency},
      {u"photo"_s, ColumnType::Ole},
      {u"rate"_s, ColumnType::Double}},
-    {{7, u"客户"_s, u"line one\r\nline two"_s, 1, 38852.75, 1234500, "\0\1\2"_ba, 0.1},
+    {{7, u"客户"_s, u"line one\r\nline \U0001F4DE"_s, 1, 38852.75, 1234500, "\0\1\2"_ba, 0.1},
      {9, u"007"_s, u"x"_s.repeated(9000), 0, {}, {}, {}, -0.0},
      {12, {}, u""_s, {}, {}, {}, {}, qQNaN()}},
     {{u"SN"_s, u"SN"_s, true}, {u"CustomerName"_s, u"CustomerName"_s, false}},
@@ -148,7 +148,6 @@ private Q_SLOTS:
         const ToolRun after = runTool(PROGRAM, u"desk --check"_s, m_desk.folder.path());
         QVERIFY2(after.status == 0 && after.output.count(u": ok\n"_s) == 6, qPrintable(after.output));
         QCOMPARE(report.oldFiles, u"Old files 2026-11-22"_s);
-        QCOMPARE(report.files.at(1).path, u"Customer.ccsm"_s);
         QCOMPARE(report.files.at(1).tables.at(0).rows, 3);
 
         const QString customer = path(u"Customer.ccsm"_s);
@@ -156,7 +155,7 @@ private Q_SLOTS:
              {std::pair(u"SN,CustomerName,ifinblacklist,Geburtstag,[credit limit],rate from customer"_s,
                         u"7|客户|1|2006-05-15 18:00:00|123.45|0.1\n9|007|0|Null|Null|0\n"
                         "12|Null|Null|Null|Null|nan"_s),
-              {u"note,hex(photo) from customer where SN=7"_s, u"line one\r\nline two|000102"_s},
+              {u"note,hex(photo) from customer where SN=7"_s, u"line one\r\nline \U0001F4DE|000102"_s},
               {u"CallID,IfResolved from CustomerRequest"_s, u"1|true\n1|false"_s},
               {u"* from [Our own list]"_s, u"kept\nKEPT"_s}}) {
             QCOMPARE(support::rowsOf(customer, u"select "_s + select), found);
@@ -168,10 +167,6 @@ private Q_SLOTS:
         QVERIFY(rows.Seek(9) && !rows.Seek(8));
         rows.AddNew(); // the number of a customer who was deleted is not given again
         QCOMPARE(rows.value(u"SN"_s).toInt(), 41);
-        store::Database helpFile(path(u"Help/HelpENG.chlp"_s));
-        store::Recordset help = helpFile.OpenRecordset(u"Help"_s);
-        help.setIndex(u"HelpID"_s);
-        QVERIFY(help.Seek(u"MAIN"_s));
 
         QVERIFY(conversion::convertDesk(m_folder, today).files.isEmpty());
         m_desk.writeFile(path(u"Lang.mdb"_s), m_old.value(u"Lang.mdb"_s)); // another old file on the same day
