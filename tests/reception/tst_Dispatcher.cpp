@@ -130,7 +130,8 @@ private Q_SLOTS:
         for (const auto &[listed, before, after] :
              {std::tuple(u"123"_s, u"row 1/,row 2/,row 3/"_s, u"again 2/>2/7,again 3/>3/7"_s),
               {u""_s, u""_s, u"earlier 0 2/7,earlier 0 3/7"_s},
-              {u"3"_s, u"row 3/"_s, u"earlier 1 2/7,again 3/>3/7"_s}}) { // below the newer one
+              {u"3"_s, u"row 3/"_s, u"earlier 1 2/7,again 3/>3/7"_s}, // below the newer one
+              {u"12"_s, u"row 1/,row 2/"_s, u"again 2/>2/7,earlier 0 3/7"_s}}) {
             Reception reception;
             reception.values.MaxGridRows = 3; // two rows of calls
             reception.effects.known = false;
