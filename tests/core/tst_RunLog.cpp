@@ -59,18 +59,6 @@ private Q_SLOTS:
             }
         }
     }
-
-    void aTrappedErrorIsLoggedAndTheFallbackReturned()
-    {
-        Desk desk;
-        const auto fail = []() -> int { throw core::Error(53, u"no such file"_s); };
-        QCOMPARE(desk.log.trap("GetArea"_L1, 7, fail), 7);
-        QVERIFY(desk.log.trap("iniPath"_L1, [] {}));
-        QVERIFY(!desk.log.trap("iniPath"_L1, [] { throw std::out_of_range("index 101"); }));
-        QVERIFY(!desk.log.trapAs("winsock1 DataArrival "_L1, fail));
-        QCOMPARE(desk.logMessages().join(u'|'),
-                 u"!GetArea 53 no such file|!iniPath 0 index 101|winsock1 DataArrival 53 no such file"_s);
-    }
 };
 
 QTEST_GUILESS_MAIN(tst_RunLog)

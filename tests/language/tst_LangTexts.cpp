@@ -185,7 +185,7 @@ private Q_SLOTS:
         QVERIFY2(unused.isEmpty(), qPrintable(unused.join(u", "_s)));
     }
 
-    void everyHelpPageIsThereInEachLanguage()
+    void everyHelpPageIsThereInEachLanguageAndThatOfTheOptionsNamesThemAll()
     {
         QMap<QString, QStringList> ids;
         for (auto page = m_pages.begin(); page != m_pages.end(); ++page) {
@@ -202,12 +202,6 @@ private Q_SLOTS:
         QCOMPARE(ids.keys(), codes());
         for (const QString &code : codes()) {
             QVERIFY2(ids[code] == ids[u"ENG"_s], qPrintable(code));
-        }
-    }
-
-    void theHelpOfTheOptionsNamesEveryLanguage()
-    {
-        for (const QString &code : codes()) {
             const QStringList words =
                 matches(m_pages.value(code + u"/Popup_System_Options.txt"_s), u"\\b[A-Z]+\\b"_s);
             for (const QString &named : codes()) {

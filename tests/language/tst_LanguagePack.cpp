@@ -36,8 +36,6 @@ private Q_SLOTS:
         for (const auto &[identifier, setting, decided, logged] :
              {std::tuple(0x0809, u""_s, u"ENG"_s, u"ENG, Language ID = 0809"_s),
               {2052, u"auto"_s, u"CHS"_s, u"CHINESE, Language ID = 0804"_s},
-              {4100, u""_s, u"CHT"_s, u"CHINESE, Language ID = 1004"_s},
-              {4, u""_s, u"ENG"_s, u"CHINESE, Language ID = 0004"_s},
               {0x080A, u""_s, u"SPN"_s, u"SPANISH, Language ID = 080A"_s},
               {0x0417, u""_s, u"ENG"_s, u", Language ID = 0417"_s}, // a gap in the table
               {1028, u" user "_s, u"USER"_s, u"CHINESE, Language ID = 0404"_s},
@@ -64,23 +62,6 @@ private Q_SLOTS:
         QCOMPARE(desk.textsIn(u"spn"_s), u"Editar|Version|"_s); // a file stands in for the database
         QCOMPARE(desk.textsIn(u"ID"_s), u"Edit|ver|438"_s);
         QCOMPARE(desk.pack.Lms(u"no such key"_s), QString());
-    }
-
-    void textsReadBeforeTheDamageAreKept()
-    {
-        Desk desk;
-        desk.runSql(
-            desk.paths.LangFile,
-            u"insert into Lang with recursive n(i) as (select 1 union all select i+1 from n where i<500)"
-            " select 'key'||i, hex(zeroblob(200)), '', '' from n"_s);
-        QByteArray bytes = desk.fileBytes(desk.paths.LangFile);
-        bytes.replace(bytes.size() / 4096 / 2 * 4096, 4096, QByteArray(4096, '\xEE'));
-        desk.writeFile(desk.paths.LangFile, bytes);
-        desk.prompts.expect();
-        QCOMPARE(desk.textsIn(u"CHT"_s), u"編輯|Version|通話紀要"_s);
-        QCOMPARE(desk.pack.Lms(u"key500"_s), QString());
-        QVERIFY(desk.logMessages().last().startsWith(u"!Load LangPack "_s));
-        QVERIFY(desk.prompts.asked.value(0).endsWith(u'\n' + desk.paths.LangFile));
     }
 
     void aTextThatThePackLacksIsShownInTheSystemsLanguageOrInEnglish()

