@@ -51,9 +51,9 @@ Windows::Windows(const Context &context)
                   .unreadChanged = [this](int count) { m_context.mainWindow().showUnread(count); }}),
       m_options({.forms = m_forms, .settings = context.settings, .effects = *this}),
       m_help({.forms = m_forms, .language = context.language}),
-      m_copies({.forms = m_forms,
-                .keeper = context.copies,
-                .lookInto = [this](const copies::Copy &copy) { showCustomersOf(copy); }})
+      m_copies({.forms = m_forms, .keeper = context.copies, .lookInto = [this](const copies::Copy &copy) {
+                    showCustomersOf(copy);
+                }})
 {}
 
 // Asked once, when the main window comes up: a window that needs one of the desk's files is offered only with

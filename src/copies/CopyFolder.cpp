@@ -31,6 +31,7 @@ constexpr auto nameFormat = "yyyy-MM-dd HH-mm-ss"_L1;
 constexpr qsizetype nameLength = 19;
 constexpr std::array reasons = {"day"_L1, "asked"_L1, "restore"_L1, "import"_L1};
 constexpr std::chrono::milliseconds betweenSlices{8}; // as long as a slice: others save meanwhile
+constexpr std::chrono::milliseconds betweenTries{100};
 
 QByteArray factsOf(const Copy &copy)
 {
@@ -106,6 +107,12 @@ void rename(const QString &from, const QString &to)
     }
 }
 
+// And not of what was left of it before a restore.
+bool isOfTheDesk(const Copy &copy)
+{
+    return copy.reason == Reason::Day || copy.reason == Reason::Asked;
+}
+
 QString freeName(const QString &path)
 {
     QString name = path;
@@ -160,6 +167,11 @@ QStringList CopyFolder::deskFiles() const
     return files;
 }
 
+QString CopyFolder::inProgressPath() const
+{
+    return m_path + u'/' + inProgress;
+}
+
 QList<Copy> CopyFolder::copies() const
 {
     QList<Copy> found;
@@ -177,24 +189,23 @@ bool CopyFolder::isDue(const QDate &today) const
 {
     const QList<Copy> all = copies();
     return std::ranges::none_of(all, [&](const Copy &copy) {
-        const bool ofTheDay = copy.reason == Reason::Day || copy.reason == Reason::Asked;
-        return copy.isWhole && ofTheDay && copy.made.date() == today;
+        return copy.isWhole && isOfTheDesk(copy) && copy.made.date() == today;
     });
 }
 
-void CopyFolder::goOn() const
+void CopyFolder::goOnAfter(std::chrono::milliseconds pause) const
 {
     if (m_ended()) {
         throw Ended();
     }
-    std::this_thread::sleep_for(betweenSlices);
+    std::this_thread::sleep_for(pause);
 }
 
 // Another program's lock ends within moments; this has no window to keep alive.
 template <typename Work>
 auto CopyFolder::overLocks(const Work &work) const
 {
-    constexpr int mostTries = 1000;
+    constexpr int mostTries = 300;
     const store::NoWaiting atOnce;
     for (int tries = 1;; ++tries) {
         try {
@@ -207,7 +218,7 @@ auto CopyFolder::overLocks(const Work &work) const
                 throw;
             }
         }
-        goOn();
+        goOnAfter(betweenTries);
     }
 }
 
@@ -227,11 +238,11 @@ QString CopyFolder::findingIn(const QString &path) const
 CopiedFile CopyFolder::copyOnce(const QString &from) const
 {
     const QString name = QFileInfo(from).fileName();
-    const QString to = m_path + u'/' + inProgress + u'/' + name;
+    const QString to = inProgressPath() + u'/' + name;
     QFile::remove(to);
     try {
         overLocks([&] {
-            store::copyDatabase(from, to, store::Database::Mode::New, [this] { goOn(); });
+            store::copyDatabase(from, to, store::Database::Mode::New, [this] { goOnAfter(betweenSlices); });
         });
     } catch (const core::Error &error) {
         if (store::tellsOfDamage(error)) {
@@ -252,7 +263,7 @@ CopiedFile CopyFolder::copyChecked(const QString &from) const
     try {
         return copyOnce(from);
     } catch (const Damage &) {
-        goOn();
+        goOnAfter(betweenTries);
         return copyOnce(from);
     }
 }
@@ -261,11 +272,22 @@ CopiedFile CopyFolder::copyChecked(const QString &from) const
 void CopyFolder::refuseMissing() const
 {
     const QList<Copy> all = copies();
+    const auto last = std::ranges::find_if(all, isOfTheDesk);
     for (const QString &path : {m_paths.CustomerFile, m_paths.PhoneBookFile}) {
         const QString name = QFileInfo(path).fileName();
-        if (!all.isEmpty() && all.first().file(name) != nullptr && !QFileInfo::exists(path)) {
+        if (last != all.end() && last->file(name) != nullptr && !QFileInfo::exists(path)) {
             throw Damage{name, u"the database file is missing: "_s + path};
         }
+    }
+}
+
+// What killed programs have left.
+void CopyFolder::removeLeft() const
+{
+    QDir(inProgressPath()).removeRecursively();
+    for (const QString &written :
+         {m_path + u'/' + lockName, m_paths.CustomerFile, m_paths.PhoneBookFile, m_paths.UserLangFile}) {
+        core::removeLeftBeside(written);
     }
 }
 
@@ -281,7 +303,7 @@ void CopyFolder::lockedFor(const std::function<void()> &work) const
         store::Database lock(lockFile);
         lock.transaction([&] {
             began = true;
-            core::removeLeftBeside(lockFile);
+            removeLeft();
             work();
         });
     } catch (const core::Error &error) {
@@ -296,7 +318,7 @@ std::optional<Copy> CopyFolder::make(const QDateTime &now, Reason reason, bool s
 {
     const auto isWanted = [&] { return reason != Reason::Day || isDue(now.date()); };
     std::optional<Copy> made;
-    if (isWanted() || suspicion) {
+    if (isWanted() || suspicion || QFileInfo::exists(inProgressPath())) {
         refuseMissing();
         const QStringList files = deskFiles();
         if (!files.isEmpty()) {
@@ -309,23 +331,27 @@ std::optional<Copy> CopyFolder::make(const QDateTime &now, Reason reason, bool s
     return made;
 }
 
-// One that is not wanted is made, checked, and dropped.
+// One that is not wanted is made, checked, and dropped. That before a restore lacks what is damaged.
 std::optional<Copy> CopyFolder::makeOf(const QStringList &files, const QDateTime &now, Reason reason,
                                        bool isWanted) const
 {
-    const QString beside = m_path + u'/' + inProgress;
-    const auto remove = [&] { QDir(beside).removeRecursively(); };
-    remove(); // what a killed program has left
-    const auto removed = qScopeGuard(remove);
+    const QString beside = inProgressPath();
+    const auto removed = qScopeGuard([&] { QDir(beside).removeRecursively(); });
     core::makeFolder(beside);
     Copy copy{.folder = freeName(m_path + u'/' + now.toString(nameFormat)),
               .made = now,
               .reason = reason,
               .isWhole = true};
     for (const QString &file : files) {
-        copy.files.append(copyChecked(file));
+        try {
+            copy.files.append(copyChecked(file));
+        } catch (const Damage &) {
+            if (reason != Reason::BeforeRestore) {
+                throw;
+            }
+        }
     }
-    if (!isWanted) {
+    if (!isWanted || copy.files.isEmpty()) {
         return {};
     }
     core::saveAtomically(beside + u'/' + factsName, factsOf(copy));
@@ -342,7 +368,7 @@ void CopyFolder::dropSuperfluous(const QDate &today) const
     for (const Copy &copy : all) {
         dated.append({copy.made, copy.reason == Reason::BeforeImport});
     }
-    const QString beside = m_path + u'/' + inProgress;
+    const QString beside = inProgressPath();
     for (const qsizetype place : superfluous(dated, today)) {
         if (QDir().rename(all[place].folder, beside)) { // or else the next time: somebody looks into it
             QDir(beside).removeRecursively();
@@ -380,18 +406,12 @@ QStringList CopyFolder::soundIn(const Copy &copy, const QStringList &names) cons
 QStringList CopyFolder::restore(const Copy &copy, const QDateTime &now, const QStringList &names) const
 {
     const QStringList wanted = soundIn(copy, names);
-    QStringList healthy = deskFiles();
-    healthy.removeIf([this](const QString &path) { return !findingIn(path).isEmpty(); });
     QStringList kept;
     lockedFor([&] {
-        if (!healthy.isEmpty()) {
-            makeOf(healthy, now, Reason::BeforeRestore, true);
-        }
+        const std::optional<Copy> before = makeOf(deskFiles(), now, Reason::BeforeRestore, true);
         for (const QString &name : wanted) {
-            const QString path = QDir(m_paths.StartFolder).filePath(name);
-            const bool isHealthy = std::ranges::any_of(
-                healthy, [&](const QString &file) { return QFileInfo(file) == QFileInfo(path); });
-            if (isHealthy) {
+            const QString path = m_paths.StartFolder + u'/' + name;
+            if (before && before->file(name) != nullptr) {
                 writeOver(copy.path(name), path);
             } else {
                 kept.append(replace(copy.path(name), path, now.date()));

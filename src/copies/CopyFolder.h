@@ -7,6 +7,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <chrono>
 #include <functional>
 #include <optional>
 
@@ -67,7 +68,8 @@ public:
     struct Ended
     {};
     /// The folder of choice, or the one in the start folder.
-    explicit CopyFolder(const core::Paths &paths, std::function<bool()> ended = [] { return false; });
+    explicit CopyFolder(
+        const core::Paths &paths, std::function<bool()> ended = [] { return false; });
 
     const QString &path() const { return m_path; }
 
@@ -78,8 +80,8 @@ public:
 
     /// Copies the databases and checks them, then removes the copies that are not kept any longer. Where the
     /// reason is the day, only if one is due; a `suspicion` of damage has the databases looked through all
-    /// the same. Nothing where none is made: the desk has no databases, or the day has its copy. Throws Damage,
-    /// MadeElsewhere and core::Error.
+    /// the same. Nothing where none is made: the desk has no databases, or the day has its copy. Throws
+    /// Damage, MadeElsewhere and core::Error.
     std::optional<Copy> make(const QDateTime &now, Reason reason, bool suspicion = false) const;
 
     /// The last copy in which a database of that name is sound, be that read to its end.
@@ -92,6 +94,8 @@ public:
 
 private:
     QStringList deskFiles() const;
+    QString inProgressPath() const;
+    void removeLeft() const;
     void refuseMissing() const;
     void lockedFor(const std::function<void()> &work) const;
     std::optional<Copy> makeOf(const QStringList &files, const QDateTime &now, Reason reason,
@@ -103,7 +107,7 @@ private:
     void writeOver(const QString &from, const QString &to) const;
     QString replace(const QString &from, const QString &to, const QDate &today) const;
     void dropSuperfluous(const QDate &today) const;
-    void goOn() const;
+    void goOnAfter(std::chrono::milliseconds pause) const;
     template <typename Work>
     auto overLocks(const Work &work) const;
 

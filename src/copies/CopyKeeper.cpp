@@ -63,11 +63,10 @@ void CopyKeeper::restore(const Copy &copy)
 
 void CopyKeeper::restoreFiles(const Copy &copy, const QStringList &names)
 {
-    begin(Asked::Restore,
-          [copy, names](const CopyFolder &folder, const QDateTime &now, Outcome &outcome) {
-              outcome.keptAside = folder.restore(copy, now, names);
-              outcome.isRestored = true;
-          });
+    begin(Asked::Restore, [copy, names](const CopyFolder &folder, const QDateTime &now, Outcome &outcome) {
+        outcome.keptAside = folder.restore(copy, now, names);
+        outcome.isRestored = true;
+    });
 }
 
 void CopyKeeper::choose(const QString &folder)

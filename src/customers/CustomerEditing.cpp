@@ -240,8 +240,8 @@ SavedCustomer CustomerEditing::bringBack(const QString &file, qint32 sn) const
         }
     });
     if (!succeeded) {
-        return refused({}, store::notWrittenText(m_context.texts, u"CustomerNotSaved"_s,
-                                                 m_context.paths.CustomerFile));
+        return refused(
+            {}, store::notWrittenText(m_context.texts, u"CustomerNotSaved"_s, m_context.paths.CustomerFile));
     }
     tellSaved(saved);
     return saved;

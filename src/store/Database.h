@@ -95,8 +95,8 @@ std::optional<QByteArray> stateOf(const QString &path);
 QStringList damageOf(const QString &path, const std::function<bool()> &ended = {});
 
 /// Copies a database, as it stands at one moment, over another one or, with Mode::New, into a file at a place
-/// that its caller has taken. Between two slices it is not locked, and `between` is called, which may throw to
-/// end the copying; without it all is copied at once. Throws core::Error; the other is then as it was.
+/// that its caller has taken. Between two slices it is not locked, and `between` is called, which may throw
+/// to end the copying; without it all is copied at once. Throws core::Error; the other is then as it was.
 void copyDatabase(const QString &from, const QString &to, Database::Mode mode,
                   const std::function<void()> &between = {});
 

@@ -1,4 +1,5 @@
 #include "ProgramDesk.h"
+#include "copies/CopyFolder.h"
 #include "support/Rows.h"
 
 using Desk = ProgramDesk;
@@ -243,6 +244,25 @@ private Q_SLOTS:
         }
         desk.send(call(silentNumber, {}));
         QTRY_VERIFY(desk.lastCaller().contains(silentNumber));
+    }
+
+    void theFirstStartOfADayCopiesTheDeskWhichComesBackFromIt()
+    {
+        Desk desk;
+        const copies::CopyFolder copies(desk.paths);
+        QVERIFY(desk.start());
+        QTRY_COMPARE(copies.copies().size(), 1);
+        desk.program.reset();
+        desk.writeFile(desk.paths.CustomerFile, "no database");
+        for ([[maybe_unused]] const auto told : {u"damaged", u"restored"}) {
+            desk.prompts.expect();
+        }
+        QVERIFY(desk.start());
+        QTRY_COMPARE(desk.prompts.asked.size(), 2);
+        QVERIFY(desk.prompts.asked.first().startsWith(u"Customer.ccsm is damaged"_s));
+        desk.send(call(vipNumber, {}));
+        QVERIFY(desk.card().contains(u"Harbor Lantern Hotel"_s));
+        QVERIFY(QFile::exists(desk.paths.CustomerFile + u" damaged 2026-11-21"_s));
     }
 };
 

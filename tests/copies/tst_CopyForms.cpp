@@ -16,8 +16,8 @@ class tst_CopyForms : public QObject
     {
         support::TestForms forms; // its desk is of no use here
         copies::CopyKeeper keeper{{paths, log, clock, forms.texts, forms.prompts}};
-        appearance::FormContext context{paths,        values,          log,          forms.texts,
-                                        clock,        forms.prompts,   forms.shell,  forms.navigator,
+        appearance::FormContext context{paths,        values,          log,         forms.texts,
+                                        clock,        forms.prompts,   forms.shell, forms.navigator,
                                         forms.server, forms.services()};
         QStringList lookedInto;
         copies::CopyWindows windows{
@@ -47,9 +47,10 @@ private Q_SLOTS:
 
     void ofADamagedDatabaseTheLastSoundCopyIsOffered()
     {
-        for (const auto &[name, isDamaged, isCopied, agrees] :
-             {std::tuple("damaged", true, true, true), {"gone", false, true, true},
-              {"to be left", true, true, false}, {"without a copy", true, false, true}}) {
+        for (const auto &[name, isDamaged, isCopied, agrees] : {std::tuple("damaged", true, true, true),
+                                                                {"gone", false, true, true},
+                                                                {"to be left", true, true, false},
+                                                                {"without a copy", true, false, true}}) {
             const support::Row row(name);
             Desk desk;
             const QString before = desk.names();
@@ -58,7 +59,8 @@ private Q_SLOTS:
                 for (const int day : {-3, -2, -1}) {
                     desk.copies().make(desk.clock.time.addDays(day), copies::Reason::Day);
                 }
-                desk.spoil(desk.copies().copies().first().path(u"Customer.ccsm"_s)); // the last one is no help
+                desk.spoil(
+                    desk.copies().copies().first().path(u"Customer.ccsm"_s)); // the last one is no help
             }
             isDamaged ? desk.spoil(file) : static_cast<void>(QFile::remove(file));
             const bool isRestored = isCopied && agrees;

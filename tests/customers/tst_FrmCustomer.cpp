@@ -388,8 +388,7 @@ private Q_SLOTS:
         const QString back = u"1|Zoë Łódź|Null|Null\n2|anna|kept|m\n3|Bay|Null|Null"_s;
         QCOMPARE(names(), back);
         QVERIFY(Copied::text("lblMessage").contains(u"[CustomerBroughtBack]"_s));
-        QCOMPARE(forms.effects.called,
-                 QStringList({u"refreshCustomerList"_s, u"customerSaved 2  anna"_s}));
+        QCOMPARE(forms.effects.called, QStringList({u"refreshCustomerList"_s, u"customerSaved 2  anna"_s}));
 
         forms.prompts.expect(); // he would be there twice
         Copied::press("cmdBringBack");

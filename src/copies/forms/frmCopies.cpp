@@ -73,7 +73,8 @@ void frmCopies::showCopies()
 {
     const QList<Copy> all = m_keeper.copies();
     const Copy *current = m_copies.at(m_ui->lstCopies->currentIndex().row());
-    const auto stood = std::ranges::find(all, current != nullptr ? current->folder : QString(), &Copy::folder);
+    const auto stood =
+        std::ranges::find(all, current != nullptr ? current->folder : QString(), &Copy::folder);
     const qsizetype row = stood != all.end() ? std::distance(all.begin(), stood) : 0;
     m_copies.setCopies(all);
     m_ui->lstCopies->setCurrentIndex(m_copies.index(int(row), 0));
