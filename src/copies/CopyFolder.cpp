@@ -124,6 +124,10 @@ QString freeName(const QString &path)
 
 } // namespace
 
+Damage::Damage(const QString &name, const QString &finding)
+    : Error(0, name + u": "_s + finding, Kind::Damaged), file(name)
+{}
+
 QString shownTime(const Copy &copy)
 {
     return copy.made.toString(u"yyyy-MM-dd HH:mm"_s);
@@ -246,12 +250,12 @@ CopiedFile CopyFolder::copyOnce(const QString &from) const
         });
     } catch (const core::Error &error) {
         if (store::tellsOfDamage(error)) {
-            throw Damage{name, error.description()};
+            throw Damage(name, error.description());
         }
         throw;
     }
     if (const QString finding = findingIn(to); !finding.isEmpty()) {
-        throw Damage{name, finding};
+        throw Damage(name, finding);
     }
     core::platform::syncFile(to);
     return {.name = name, .bytes = QFileInfo(to).size(), .rows = rowsIn(to)};
@@ -276,7 +280,7 @@ void CopyFolder::refuseMissing() const
     for (const QString &path : {m_paths.CustomerFile, m_paths.PhoneBookFile}) {
         const QString name = QFileInfo(path).fileName();
         if (last != all.end() && last->file(name) != nullptr && !QFileInfo::exists(path)) {
-            throw Damage{name, u"the database file is missing: "_s + path};
+            throw Damage(name, u"the database file is missing: "_s + path);
         }
     }
 }

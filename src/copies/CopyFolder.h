@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Error.h"
 #include "core/Paths.h"
 
 #include <QDateTime>
@@ -43,15 +44,17 @@ struct Copy
 QString shownTime(const Copy &copy);
 
 /// Thrown where a database of the desk is damaged, or gone: no copy is made of it.
-struct Damage
+struct Damage : core::Error
 {
+    Damage(const QString &name, const QString &finding);
     QString file; ///< its name
-    QString finding;
 };
 
 /// Thrown where another desk makes a copy just now.
-struct MadeElsewhere
-{};
+struct MadeElsewhere : core::Error
+{
+    MadeElsewhere() : Error(0, QStringLiteral("another desk makes a copy just now"), Kind::Locked) {}
+};
 
 /// The folder where the copies of a desk stand, each in a folder of its own:
 ///

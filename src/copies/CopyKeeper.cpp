@@ -36,8 +36,8 @@ void CopyKeeper::start(bool suspicion)
 
 void CopyKeeper::look()
 {
-    const bool suspicion = std::exchange(m_suspicion, false);
     if (!isBusy()) {
+        const bool suspicion = std::exchange(m_suspicion, false);
         begin(Asked::Day, [suspicion](const CopyFolder &folder, const QDateTime &now, Outcome &outcome) {
             outcome.made = folder.make(now, Reason::Day, suspicion);
         });
@@ -101,13 +101,13 @@ CopyKeeper::Outcome CopyKeeper::run(const CopyFolder &folder, const QDateTime &n
             work(folder, now, outcome);
         } catch (const Damage &damage) {
             outcome.damage = damage;
-            outcome.failure = damage.file + u": "_s + damage.finding;
+            outcome.failure = damage.description();
             outcome.offered = folder.lastSound(damage.file);
         }
-    } catch (const core::Error &error) {
-        outcome.failure = error.description();
     } catch (const MadeElsewhere &) {
         outcome.elsewhere = true;
+    } catch (const core::Error &error) {
+        outcome.failure = error.description();
     } catch (const CopyFolder::Ended &) { // nobody is there to be told
     }
     return outcome;
@@ -134,16 +134,14 @@ void CopyKeeper::end(const Outcome &outcome)
         m_context.log.WriteRunLog(u"The desk was copied: "_s +
                                   QDir::toNativeSeparators(outcome.made->folder));
     }
-    if (m_asked != Asked::Restore && (outcome.made || !outcome.failure.isEmpty())) {
+    if (m_asked != Asked::Restore && !outcome.elsewhere) {
         noteFailure(outcome.failure);
     }
     if (outcome.damage) {
         return tellDamage(outcome);
     }
     if (outcome.isRestored) {
-        Q_EMIT restored();
-        const QString kept = outcome.keptAside.join(u'\n');
-        return kept.isEmpty() ? tell(u"DeskRestored"_s) : tell(u"DeskRestoredKept"_s, kept);
+        return tellRestored(outcome.keptAside);
     }
     if (m_asked != Asked::Day && outcome.elsewhere) {
         tell(u"CopyMadeElsewhere"_s);
@@ -152,14 +150,27 @@ void CopyKeeper::end(const Outcome &outcome)
     }
 }
 
-// Tried again every few minutes, and logged once for the same reason.
+// The day may have no copy yet, because something was damaged.
+void CopyKeeper::tellRestored(const QStringList &kept)
+{
+    m_isDamageTold = false;
+    Q_EMIT restored();
+    tell(kept.isEmpty() ? u"DeskRestored"_s : u"DeskRestoredKept"_s, kept.join(u'\n'));
+    look();
+}
+
+// Tried again every few minutes, and logged once for the same reason. It is over, too, once another desk has
+// made the day's copy.
 void CopyKeeper::noteFailure(const QString &failure)
 {
     if (!failure.isEmpty() && failure != m_failure) {
         m_context.log.WriteRunLog(u"!CopyKeeper "_s + failure);
     }
+    const bool isNews = m_failure.isEmpty() != failure.isEmpty();
     m_failure = failure;
-    Q_EMIT failing(!failure.isEmpty());
+    if (isNews) {
+        Q_EMIT failing(!failure.isEmpty());
+    }
 }
 
 // Once a start, and whenever a copy is asked for.
@@ -172,7 +183,7 @@ void CopyKeeper::tellDamage(const Outcome &outcome)
         return m_context.texts.Lms(key).replace(u"%1"_s, outcome.damage->file) + u"\n\n"_s;
     };
     if (!outcome.offered) {
-        m_context.prompts.tell(told(u"DatabaseDamaged"_s) + outcome.damage->finding, {}, nullptr);
+        m_context.prompts.tell(told(u"DatabaseDamaged"_s) + outcome.damage->description(), {}, nullptr);
         return;
     }
     const CopiedFile *file = outcome.offered->file(outcome.damage->file);

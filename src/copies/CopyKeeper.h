@@ -79,6 +79,7 @@ private:
     void end(const Outcome &outcome);
     void noteFailure(const QString &failure);
     void tellDamage(const Outcome &outcome);
+    void tellRestored(const QStringList &kept);
     void restoreFiles(const Copy &copy, const QStringList &names);
     void tell(const QString &key, const QString &detail = {}) const;
 

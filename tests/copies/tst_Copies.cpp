@@ -197,7 +197,7 @@ private Q_SLOTS:
         for (int round = 0; round < kills; ++round) {
             QProcess copier;
             copier.start(QCoreApplication::applicationFilePath(), {u"copy"_s, desk.folder.path()});
-            QVERIFY(copier.waitForReadyRead());
+            QVERIFY2(copier.waitForReadyRead(), copier.readAllStandardError().constData());
             QVERIFY(!copier.waitForFinished(random.bounded(longestMs)));
             copier.kill();
             copier.waitForFinished();

@@ -290,8 +290,8 @@ void SqliteEngine::copyTo(const QString &path, Mode mode, const std::function<vo
     int refusals = 0;
     int left = std::numeric_limits<int>::max();
     for (int result = SQLITE_OK; result != SQLITE_DONE;) {
-        const qint64 pages = between ? std::min(pace.begin() * growth, mostPages) : -1;
-        result = sqlite3_backup_step(copying.get(), static_cast<int>(pages));
+        const qint64 slice = std::min(pace.begin() * growth, mostPages);
+        result = sqlite3_backup_step(copying.get(), between ? static_cast<int>(slice) : -1);
         pace.end();
         const bool refused = (result == SQLITE_BUSY || result == SQLITE_LOCKED) && between;
         if (result != SQLITE_OK && result != SQLITE_DONE && (!refused || ++refusals == mostRefusals)) {
