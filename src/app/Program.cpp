@@ -24,6 +24,11 @@ Program::Program(const Outside &outside)
       m_toolkitTexts(m_language), m_translator(m_texts, m_language.state(), m_log),
       m_codePage(core::platform::ansiCodePage(outside.systemLanguageId)),
       m_callers(m_paths, m_log, m_codePage), m_areas(m_log), m_messages(m_paths, m_log, outside.clock),
+      m_copies({.paths = m_paths,
+                .log = m_log,
+                .clock = outside.clock,
+                .texts = m_texts,
+                .prompts = outside.prompts}),
       m_senders(m_paths, m_log, outside.clock),
       m_dispatcher(m_settings, m_log, m_values, m_codePage, m_callers, *this),
       m_endpoint({.settings = m_settings,
@@ -46,6 +51,7 @@ Program::Program(const Outside &outside)
                  .endpoint = m_endpoint,
                  .senders = m_senders,
                  .forwarding = m_forwarding,
+                 .copies = m_copies,
                  .services = m_formServices,
                  .mainWindow = [this]() -> mainwindow::FrmMain & { return *m_mainWindow; },
                  .callerRenamed = [this](core::RowKey caller,
@@ -71,6 +77,10 @@ void Program::connectParts()
     QObject::connect(&m_callers, &CallerDirectory::customersRead, &m_callers,
                      [this] { m_dispatcher.lookAgain(); });
     QObject::connect(&m_languageRetry, &QTimer::timeout, &m_languageRetry, [this] { retryLanguage(); });
+    QObject::connect(&m_copies, &copies::CopyKeeper::failing, &m_copies,
+                     [this](bool isFailing) { m_mainWindow->showCopyFailing(isFailing); });
+    QObject::connect(&m_copies, &copies::CopyKeeper::restored, &m_copies,
+                     [this] { m_windows.deskRestored(); });
     m_messages.onFilingChanged(
         [this](messages::Filing filing) { m_mainWindow->showMessageLogs(messages::filingKey(filing)); });
 }
@@ -106,6 +116,7 @@ bool Program::subMain()
     step(&Program::openReception);
     step(&Program::maintainData);
     step(&Program::tellTroubles);
+    step(&Program::keepCopies);
     return true;
 }
 
@@ -292,6 +303,21 @@ void Program::maintainData()
     m_areaPath = areas::MakeAreaPath(m_log, m_paths.StartFolder);
     m_areas.load(m_areaPath);
     m_callers.addCallNoteTables();
+}
+
+// After the numbers are read: the copying reads the same files. Calls need those first.
+void Program::keepCopies()
+{
+    const auto start = [this] { m_copies.start(m_values.CustomerDbExists && !m_callers.isAvailable()); };
+    if (m_callers.numbers().isLoading()) {
+        QObject::connect(&m_callers, &lookup::CallerDirectory::loading, &m_copies, [start](bool begins) {
+            if (!begins) {
+                start();
+            }
+        });
+    } else {
+        QTimer::singleShot(0, &m_copies, start);
+    }
 }
 
 // The tray's menu works while a message box or the printer's dialog is open. Closing windows would delete

@@ -5,6 +5,7 @@
 #include "app/Windows.h"
 #include "appearance/FormSetup.h"
 #include "areas/AreaCodes.h"
+#include "copies/CopyKeeper.h"
 #include "core/CodePage.h"
 #include "core/OpenForms.h"
 #include "core/Paths.h"
@@ -65,6 +66,7 @@ private:
     void openReception();
     void tell(const QString &trouble);
     void maintainData();
+    void keepCopies();
     void receive(const reception::Datagram &datagram);
     bool operatorEnds();
 
@@ -102,6 +104,7 @@ private:
     areas::AreaCodes m_areas;
     mainwindow::AutoHide m_autoHide;
     messages::ReceivedMessages m_messages;
+    copies::CopyKeeper m_copies;
     reception::Senders m_senders;
     reception::Dispatcher m_dispatcher;
     reception::Endpoint m_endpoint;

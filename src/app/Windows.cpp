@@ -50,7 +50,10 @@ Windows::Windows(const Context &context)
                   .codePage = context.codePage,
                   .unreadChanged = [this](int count) { m_context.mainWindow().showUnread(count); }}),
       m_options({.forms = m_forms, .settings = context.settings, .effects = *this}),
-      m_help({.forms = m_forms, .language = context.language})
+      m_help({.forms = m_forms, .language = context.language}),
+      m_copies({.forms = m_forms, .keeper = context.copies, .lookInto = [this](const copies::Copy &copy) {
+                    showCustomersOf(copy);
+                }})
 {}
 
 // Asked once, when the main window comes up: a window that needs one of the desk's files is offered only with
@@ -81,7 +84,21 @@ void Windows::show(core::Window window)
         return m_options.showOptions();
     case core::Window::SendMessage:
         return m_messages.showSend();
+    case core::Window::Copies:
+        return m_copies.showCopies();
     }
+}
+
+void Windows::showCustomersOf(const copies::Copy &copy)
+{
+    const QString file = QFileInfo(m_context.paths.CustomerFile).fileName();
+    m_customers.showCopied(copy.path(file), copies::shownTime(copy));
+}
+
+void Windows::deskRestored()
+{
+    m_context.callers.look();
+    m_customers.refreshCustomerList();
 }
 
 void Windows::ShowHelp(const QString &helpId)

@@ -2,6 +2,7 @@
 
 #include "app/Outside.h"
 #include "appearance/FormContext.h"
+#include "copies/forms/CopyWindows.h"
 #include "core/CodePage.h"
 #include "core/Settings.h"
 #include "customers/forms/CustomerWindows.h"
@@ -41,6 +42,7 @@ public:
         reception::Endpoint &endpoint;
         reception::Senders &senders;
         reception::Forwarding &forwarding;
+        copies::CopyKeeper &copies;
         appearance::FormServices services;
         std::function<mainwindow::FrmMain &()> mainWindow;
         /// For an open card.
@@ -65,6 +67,8 @@ public:
     {
         m_messages.showReceived(message.text, message.filing);
     }
+    /// The databases were exchanged by those of a copy: who is known to call, and the list, follow.
+    void deskRestored();
     /// The operator has read the messages in the main window.
     void messagesSeen() { m_messages.markAllSeen(); }
 
@@ -82,6 +86,7 @@ private:
     void customerSaved(qint32 sn, const QString &oldName, const lookup::CustomerFacts &onFile) override;
     void customerDeleted(qint32 sn) override;
     void entrySaved(const phonebook::PhoneBookEntry &entry);
+    void showCustomersOf(const copies::Copy &copy);
     void renameNotes(const QString &oldName, const QString &newName);
     std::optional<QString> senders() const override { return m_context.senders.text(); }
     QString sendersTrouble() const override { return m_context.senders.trouble(m_forms.texts); }
@@ -104,6 +109,7 @@ private:
     messages::MessageWindows m_messages;
     options::OptionsWindows m_options;
     help::HelpWindow m_help;
+    copies::CopyWindows m_copies;
 };
 
 } // namespace app

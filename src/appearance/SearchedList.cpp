@@ -30,14 +30,15 @@ void SearchedList::connectControls()
     connect(&m_controls.search, &QPushButton::clicked, this, &SearchedList::search);
     connect(&m_controls.edit, &QPushButton::clicked, this,
             [this, &grid] { Q_EMIT editAsked(grid.currentIndex().row()); });
-    connect(&m_controls.remove, &QPushButton::clicked, this, &SearchedList::removeAsked);
-    connect(&grid, &RecordGrid::deleteRequested, this, &SearchedList::removeKeyPressed);
     connect(&grid, &RecordGrid::currentRowChanged, this, &SearchedList::offerCommands);
     grid.setRowMenu({{m_controls.edit.text(), [this] { m_controls.edit.click(); }},
                      {m_context.texts.Lms(u"CopyRow"_s), [&grid] { grid.copySelection(); }},
-                     {m_context.texts.Lms(u"CopyCell"_s), [&grid] { grid.copyCell(); }},
-                     {},
-                     {m_controls.remove.text(), [this] { m_controls.remove.click(); }}});
+                     {m_context.texts.Lms(u"CopyCell"_s), [&grid] { grid.copyCell(); }}});
+    if (QPushButton *remove = m_controls.remove) {
+        connect(remove, &QPushButton::clicked, this, &SearchedList::removeAsked);
+        connect(&grid, &RecordGrid::deleteRequested, this, &SearchedList::removeKeyPressed);
+        grid.setRowMenu({{}, {remove->text(), [remove] { remove->click(); }}});
+    }
     onKeys(*grid.window(), QKeySequence::Refresh, [this] { refresh(); });
     offerCommands(false);
 }
@@ -265,7 +266,10 @@ SearchedList::Removal SearchedList::removeCurrent(const std::function<bool()> &q
 // A button that loses its row would hand the keyboard on to the one that closes the window.
 void SearchedList::offerCommands(bool onRow)
 {
-    for (QPushButton *button : {&m_controls.edit, &m_controls.remove}) {
+    for (QPushButton *button : {&m_controls.edit, m_controls.remove}) {
+        if (button == nullptr) {
+            continue;
+        }
         if (!onRow && button->hasFocus()) {
             m_controls.words.setFocus();
         }

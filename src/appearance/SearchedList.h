@@ -40,7 +40,7 @@ public:
         QLineEdit &words;
         QPushButton &search;
         QPushButton &edit;
-        QPushButton &remove;
+        QPushButton *remove; ///< null where no row can be deleted
         QLabel &count;
     };
     struct Context

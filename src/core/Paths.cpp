@@ -32,6 +32,7 @@ Paths pathsBelow(const QString &startFolder, const QString &dataFolder)
     paths.RunLogFile = below(data, "Runlog.txt"_L1);
     paths.SettingsFile = below(data, "Crm.cfg"_L1);
     paths.SendersFile = below(data, "Senders.txt"_L1);
+    paths.CopiesFile = below(data, "Copies.txt"_L1);
     paths.UserLangFile = below(start, "UserLang.lan"_L1);
     paths.OemMarkFile = below(start, "mdr.cfg"_L1);
     paths.WindowsFile = below(data, "Windows.json"_L1);

@@ -19,6 +19,7 @@ struct Paths
     QString SettingsFile;
     QString UserLangFile;
     QString SendersFile; ///< who may send datagrams; often missing
+    QString CopiesFile;  ///< where the copies of the desk stand; missing: in the start folder
     QString OemMarkFile;
     QString WindowsFile; ///< where the windows stood (see WindowMemory)
 };

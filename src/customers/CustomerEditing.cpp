@@ -192,24 +192,82 @@ SavedCustomer CustomerEditing::refused(const QString &column, const QString &mes
     return saved;
 }
 
+// With a message where another customer has that ID.
+SavedCustomer CustomerEditing::refuseRepeatedId(const std::optional<qint32> &sn, const QString &id) const
+{
+    return IfRepeatCustomerField(sn, u"CustomerID"_s, id)
+               ? refused(u"CustomerID"_s, m_context.texts.Lms(u"CustomerID"_s) +
+                                              m_context.values.WordSeparator +
+                                              m_context.texts.Lms(u"CustomerIDexisted"_s))
+               : SavedCustomer();
+}
+
 SavedCustomer CustomerEditing::save(const LoadedCustomer &loaded, const CustomerRecord &typed) const
 {
-    if (IfRepeatCustomerField(typed.SN, u"CustomerID"_s, typed.text(u"CustomerID"))) {
-        return refused(u"CustomerID"_s, m_context.texts.Lms(u"CustomerID"_s) +
-                                            m_context.values.WordSeparator +
-                                            m_context.texts.Lms(u"CustomerIDexisted"_s));
+    SavedCustomer saved = refuseRepeatedId(typed.SN, typed.text(u"CustomerID"));
+    if (!saved.message.isEmpty()) {
+        return saved;
     }
     if (typed.text(u"CustomerName").trimmed().isEmpty()) {
         return refused(u"CustomerName"_s, m_context.texts.Lms(u"PlsInputCustomerName"_s));
     }
-    SavedCustomer saved = SaveCustomer(loaded, typed);
+    saved = SaveCustomer(loaded, typed);
+    tellSaved(saved);
+    return saved;
+}
+
+void CustomerEditing::tellSaved(const SavedCustomer &saved) const
+{
     if (saved.written) {
-        const LoadedCustomer &customer = saved.customer;
+        const CustomerRecord &record = saved.customer.record;
         m_context.effects.refreshCustomerList();
         m_context.server.SendServer(u"REFRESHCUSTOMERLIST"_s);
-        m_context.effects.SendTDRData(GetCustomerInfo(customer.record));
-        m_context.effects.customerSaved(*customer.record.SN, saved.oldName, saved.onFile);
+        m_context.effects.SendTDRData(GetCustomerInfo(record));
+        m_context.effects.customerSaved(*record.SN, saved.oldName, saved.onFile);
     }
+}
+
+SavedCustomer CustomerEditing::bringBack(const QString &file, qint32 sn) const
+{
+    SavedCustomer saved;
+    const bool succeeded = m_context.log.trap("bringBack"_L1, [&] {
+        store::Database copy(file, store::Database::Mode::ReadOnly);
+        store::Recordset from = openTable(copy, u"SN"_s);
+        saved = !from.Seek(sn) ? refused({}, m_context.texts.Lms(u"CustomerNotFound"_s))
+                               : refuseRepeatedId({}, from.value(u"CustomerID"_s).toString());
+        if (saved.message.isEmpty()) {
+            saved = addCopied(from);
+        }
+    });
+    if (!succeeded) {
+        return refused(
+            {}, store::notWrittenText(m_context.texts, u"CustomerNotSaved"_s, m_context.paths.CustomerFile));
+    }
+    tellSaved(saved);
+    return saved;
+}
+
+SavedCustomer CustomerEditing::addCopied(store::Recordset &from) const
+{
+    SavedCustomer saved;
+    store::Database database(m_context.paths.CustomerFile);
+    database.transaction([&] {
+        store::Recordset customers = openTable(database, u"SN"_s);
+        const bool isFree = !customers.Seek(from.value(u"SN"_s));
+        const QStringList columns = customers.fieldNames();
+        customers.AddNew();
+        for (const QString &column : from.fieldNames()) {
+            const bool isNumber = column.compare("SN"_L1, Qt::CaseInsensitive) == 0;
+            if (store::placeOfField(columns, column) >= 0 && (!isNumber || isFree)) {
+                customers.setValue(column, from.value(column));
+            }
+        }
+        store::repairCustomer(customers);
+        customers.Update();
+        saved.customer = customerOf(customers);
+        saved.onFile = lookup::factsOf(customers);
+        saved.written = true;
+    });
     return saved;
 }
 

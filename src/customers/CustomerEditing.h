@@ -12,6 +12,10 @@
 #include <QString>
 #include <QVariant>
 
+namespace store {
+class Recordset;
+}
+
 namespace customers {
 
 /// A customer as an editor begins with him; it travels with the editor until he is saved.
@@ -72,6 +76,9 @@ public:
     /// All that the save button does. Of a row that is on file only those fields are written that were typed,
     /// unless somebody else has changed them too; what he has changed besides is taken over.
     SavedCustomer save(const LoadedCustomer &loaded, const CustomerRecord &typed) const;
+    /// Files a customer of another database of customers, with all columns that the desk has, and under his
+    /// own number where that is free.
+    SavedCustomer bringBack(const QString &file, qint32 sn) const;
     /// What the operator decided of a save that could not be made, for the next one.
     static void decide(const core::Saved &refused, core::Whose holds, LoadedCustomer &loaded,
                        CustomerRecord &typed);
@@ -79,6 +86,9 @@ public:
 private:
     FoundCustomer find(QLatin1StringView procedure, const QString &index, const QVariant &key) const;
     SavedCustomer SaveCustomer(const LoadedCustomer &loaded, const CustomerRecord &typed) const;
+    SavedCustomer addCopied(store::Recordset &from) const;
+    SavedCustomer refuseRepeatedId(const std::optional<qint32> &sn, const QString &id) const;
+    void tellSaved(const SavedCustomer &saved) const;
     static SavedCustomer refused(const QString &column, const QString &message);
 
     Context m_context;

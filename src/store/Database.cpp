@@ -88,9 +88,17 @@ std::optional<QByteArray> stateOf(const QString &path)
     }
 }
 
-QStringList damageOf(const QString &path)
+QStringList damageOf(const QString &path, const std::function<bool()> &ended)
 {
-    return Database(path, Database::Mode::ReadOnly).engine()->damage();
+    const Database database(path, Database::Mode::ReadOnly);
+    database.engine()->endWhen(ended);
+    return database.engine()->damage();
+}
+
+void copyDatabase(const QString &from, const QString &to, Database::Mode mode,
+                  const std::function<void()> &between)
+{
+    Database(from, Database::Mode::ReadOnly).engine()->copyTo(to, mode, between);
 }
 
 bool tellsOfLock(const core::Error &error)

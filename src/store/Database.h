@@ -91,8 +91,14 @@ QString notWrittenText(const core::TextLookup &texts, const QString &key, const 
 std::optional<QByteArray> stateOf(const QString &path);
 
 /// What the engine finds wrong with a file's pages and indexes, one finding each; empty for a sound file.
-/// Reads all of it. Throws core::Error where it cannot be opened.
-QStringList damageOf(const QString &path);
+/// Reads all of it. Throws core::Error where it cannot be opened, and soon after `ended` says so.
+QStringList damageOf(const QString &path, const std::function<bool()> &ended = {});
+
+/// Copies a database, as it stands at one moment, over another one or, with Mode::New, into a file at a place
+/// that its caller has taken. Between two slices it is not locked, and `between` is called, which may throw
+/// to end the copying; without it all is copied at once. Throws core::Error; the other is then as it was.
+void copyDatabase(const QString &from, const QString &to, Database::Mode mode,
+                  const std::function<void()> &between = {});
 
 /// Makes a new database file from a schema in the given words and what `fill` adds, in one step: the file is
 /// built beside its place and then renamed, so it is whole or not there. Throws core::Error, also when the

@@ -1,4 +1,5 @@
 #include "ProgramDesk.h"
+#include "copies/CopyFolder.h"
 #include "support/Rows.h"
 
 #include <QNetworkDatagram>
@@ -241,6 +242,25 @@ private Q_SLOTS:
         other.reset();
         QTRY_COMPARE(phoneBook->text(), u"Répertoire"_s);
         QVERIFY(desk.source().startsWith("Rien "_L1));
+    }
+
+    void theFirstStartOfADayCopiesTheDeskWhichComesBackFromIt()
+    {
+        Desk desk;
+        const copies::CopyFolder copies(desk.paths);
+        QVERIFY(desk.start());
+        QTRY_COMPARE(copies.copies().size(), 1);
+        desk.program.reset();
+        desk.writeFile(desk.paths.CustomerFile, "no database");
+        for ([[maybe_unused]] const auto told : {u"damaged", u"restored"}) {
+            desk.prompts.expect();
+        }
+        QVERIFY(desk.start());
+        QTRY_COMPARE(desk.prompts.asked.size(), 2);
+        QVERIFY(desk.prompts.asked.first().startsWith(u"Customer.ccsm is damaged"_s));
+        desk.send(call(vipNumber, {}));
+        QVERIFY(desk.card().contains(u"Harbor Lantern Hotel"_s));
+        QVERIFY(QFile::exists(desk.paths.CustomerFile + u" damaged 2026-11-21"_s));
     }
 };
 

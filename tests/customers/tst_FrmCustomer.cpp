@@ -1,6 +1,7 @@
 #include "CustomerDesk.h"
 #include "customers/forms/CustomerWindows.h"
 #include "customers/forms/frmAddDataToExcel_Tarn20050921.h"
+#include "customers/forms/frmCopiedCustomers.h"
 #include "support/Ui.h"
 
 #include <QScrollBar>
@@ -361,6 +362,42 @@ private Q_SLOTS:
         List::activate();
         QTest::keyClick(List::form(), Qt::Key_F5);
         QCOMPARE(hidden(), usual);
+    }
+
+    // As he was, with columns that no control shows, and under his own number where that is free.
+    void aCustomerOfACopyIsBroughtBack()
+    {
+        using Copied = support::Ui<customers::frmCopiedCustomers>;
+        Forms forms;
+        const QString copy = forms.folder.filePath(u"copy"_s);
+        forms.run(u"alter table customer add column own text(20)"_s);
+        forms.run(u"update customer set own='kept', ContactPersonMessenger='m' where SN=2"_s);
+        QVERIFY(QFile::copy(forms.paths.CustomerFile, copy));
+        forms.run(u"delete from customer where SN=2"_s);
+        forms.windowsOfCustomers.showCopied(copy, u"2026-11-21 12:00"_s);
+        Copied::activate();
+        QVERIFY(Copied::form()->windowTitle().startsWith(u"2026-11-21 12:00"_s));
+        QCOMPARE(Copied::rows(), u"anna|Bay|Zoë Łódź"_s);
+        Copied::type("txtSearch", u"ann"_s);
+        support::key(Qt::Key_Return);
+        QCOMPARE(Copied::rows(), u"anna"_s);
+        Copied::press("cmdBringBack");
+        const auto names = [&] {
+            return customerSql(forms, u"select SN,CustomerName,own,ContactPersonMessenger from customer"_s);
+        };
+        const QString back = u"1|Zoë Łódź|Null|Null\n2|anna|kept|m\n3|Bay|Null|Null"_s;
+        QCOMPARE(names(), back);
+        QVERIFY(Copied::text("lblMessage").contains(u"[CustomerBroughtBack]"_s));
+        QCOMPARE(forms.effects.called, QStringList({u"refreshCustomerList"_s, u"customerSaved 2  anna"_s}));
+
+        forms.prompts.expect(); // he would be there twice
+        Copied::press("cmdBringBack");
+        QVERIFY(Copied::text("lblMessage").contains(u"[CustomerIDexisted]"_s));
+        QCOMPARE(names(), back);
+        forms.run(u"update customer set CustomerID='4' where SN=2"_s);
+        forms.prompts.expect();
+        Copied::press("cmdBringBack");
+        QCOMPARE(names(), back + u"\n4|anna|kept|m"_s);
     }
 };
 

@@ -37,6 +37,7 @@ const QMap<QString, QStringList> mayInclude{
     {u"messages"_s, {u"core"_s, u"store"_s, u"lookup"_s, u"language"_s, u"appearance"_s}},
     {u"options"_s, {u"core"_s, u"store"_s, u"lookup"_s, u"language"_s, u"appearance"_s}},
     {u"help"_s, {u"core"_s, u"store"_s, u"lookup"_s, u"language"_s, u"appearance"_s}},
+    {u"copies"_s, {u"core"_s, u"store"_s, u"appearance"_s}},
     {u"start"_s, {u"core"_s, u"conversion"_s, u"language"_s, u"appearance"_s}},
 };
 

@@ -17,7 +17,8 @@ CustomerWindows::CustomerWindows(const Context &context)
       m_editor([this] {
           return new FrmEditCustomer({m_context.forms, m_context.checks, m_context.effects});
       }),
-      m_export([this] { return new frmAddDataToExcel_Tarn20050921(m_context.forms); })
+      m_export([this] { return new frmAddDataToExcel_Tarn20050921(m_context.forms); }),
+      m_copied([this] { return new frmCopiedCustomers(m_context.forms, m_context.effects); })
 {}
 
 CustomerWindows::~CustomerWindows() = default;
@@ -110,6 +111,13 @@ void CustomerWindows::refreshCustomerList()
     if (FrmCustomer *list = m_list.ifOpen()) {
         list->refreshCustomerList();
     }
+}
+
+void CustomerWindows::showCopied(const QString &file, const QString &name)
+{
+    frmCopiedCustomers &form = m_copied.get();
+    form.showCopy(file, name);
+    form.bringToFront();
 }
 
 void CustomerWindows::customerDeleted(qint32 sn)

@@ -3,6 +3,7 @@
 #include "appearance/OneWindow.h"
 #include "customers/forms/FrmCustomer.h"
 #include "customers/forms/FrmEditCustomer.h"
+#include "customers/forms/frmCopiedCustomers.h"
 
 namespace customers {
 
@@ -31,6 +32,8 @@ public:
     void addCustomer(const QString &number, const QString &keyWord, const QString &name = {});
     bool editCustomer(qint32 sn) { return editCustomer(sn, {}); }
     void ShowCustomerByName(const QString &name);
+    /// Opens the list of the customers in a copy of the desk.
+    void showCopied(const QString &file, const QString &name);
     /// Part of what a saved customer causes; nothing while the list is closed.
     void refreshCustomerList();
 
@@ -47,6 +50,7 @@ private:
     appearance::OneWindow<FrmCustomer> m_list;
     appearance::OneWindow<FrmEditCustomer> m_editor;
     appearance::OneWindow<frmAddDataToExcel_Tarn20050921> m_export;
+    appearance::OneWindow<frmCopiedCustomers> m_copied;
 };
 
 } // namespace customers

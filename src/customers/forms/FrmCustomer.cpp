@@ -16,7 +16,6 @@ FrmCustomer::FrmCustomer(const appearance::FormContext &context, CustomerListCom
 {
     m_ui->setupUi(this);
     load();
-    translateHeadings();
     setUpGrid();
     setUpList();
     setUpCommands();

@@ -53,7 +53,6 @@ private:
     void setUpGrid();
     void layOutColumns();
     void setUpCommands();
-    void translateHeadings();
     void setUpList();
     void showAnswer(bool whole);
     void sort(int column);

@@ -1,36 +1,21 @@
-#include "customers/CustomerFields.h"
 #include "customers/CustomerQueries.h"
+#include "customers/forms/CustomerColumns.h"
 #include "customers/forms/FrmCustomer.h"
 #include "ui_FrmCustomer.h"
 
 #include <QHeaderView>
 
-#include <array>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
 // The list's grid, commands and keys, as they are when it opens.
 namespace customers {
 
-namespace {
-
-// How wide the usual columns are at first, in characters.
-constexpr std::array columnWidths{30, 14, 18, 16, 22, 28, 20, 28, 18};
-
-// The columns that are shown before the operator chooses others; they stand in front.
-QStringList usualFields()
-{
-    return {u"CustomerName"_s,        u"CustomerID"_s,        u"city"_s,
-            u"customertype"_s,        u"ContactPersonName"_s, u"WorkPhones"_s,
-            u"ContactPersonMobile"_s, u"Address"_s,           u"broker"_s};
-}
-
-} // namespace
-
 void FrmCustomer::setUpGrid()
 {
     appearance::RecordGrid &grid = *m_ui->DataGrid1;
-    Ado1.setLeadingFields(usualFields());
+    titleCustomerColumns(Ado1, m_context.texts);
     grid.setModel(&Ado1);
     grid.setHint(m_context.texts.Lms(u"NoCustomersShown"_s));
     grid.setColumnsChoosable();
@@ -60,7 +45,7 @@ void FrmCustomer::setUpList()
                                .words = *m_ui->txtSearch,
                                .search = *m_ui->cmdSearch,
                                .edit = *m_ui->Command4,
-                               .remove = *m_ui->Command5,
+                               .remove = m_ui->Command5,
                                .count = *m_ui->lblCount});
     connect(&*m_list, &SearchedList::answered, this, &FrmCustomer::showAnswer);
     connect(&*m_list, &SearchedList::editAsked, this, [this](int row) { editRow(row, {}); });
@@ -76,26 +61,8 @@ void FrmCustomer::layOutColumns()
         return;
     }
     appearance::RecordGrid &grid = *m_ui->DataGrid1;
-    grid.setWidths(columnWidths);
-    for (int column = int(usualFields().size()); column < Ado1.columnCount(); ++column) {
-        grid.setColumnHidden(column, true);
-    }
+    showUsualCustomerColumns(grid);
     grid.remember(m_context.services.windows, u"FrmCustomer.DataGrid1"_s);
-}
-
-// The table of fields has no keys for three columns; they are titled as in the editor.
-void FrmCustomer::translateHeadings()
-{
-    const auto title = [this](const QString &field, const QString &key) {
-        Ado1.setHeading(field, m_context.texts.Lms(key));
-    };
-    for (const CustomerField &field : customerFields()) {
-        title(field.column, field.labelKey);
-    }
-    title(u"T1"_s, u"SecondContact"_s);
-    title(u"T2"_s, u"SecondContactMobile"_s);
-    title(u"T3"_s, u"PopTheCaller"_s);
-    title(u"SN"_s, u"SN"_s);
 }
 
 void FrmCustomer::setUpCommands()

@@ -375,6 +375,12 @@ void FrmMain::showMessageLogs(const QString &troubleKey)
     updateSource();
 }
 
+void FrmMain::showCopyFailing(bool isFailing)
+{
+    m_copyFailing = isFailing;
+    updateSource();
+}
+
 // A message may be 60,000 characters long; the whole of it stands in the file.
 void FrmMain::appendSms(const QString &text)
 {
@@ -440,6 +446,8 @@ void FrmMain::updateSource()
         m_sourceLabel->setText(m_context.texts.Lms(u"CustomersUnavailable"_s));
     } else if (!m_messageLogs.isEmpty()) {
         m_sourceLabel->setText(m_context.texts.Lms(m_messageLogs));
+    } else if (m_copyFailing) {
+        m_sourceLabel->setText(m_context.texts.Lms(u"CopyFailing"_s));
     } else if (m_lastSender.isNull()) {
         m_sourceLabel->setText(m_context.texts.Lms(u"NoDatagramYet"_s));
     } else {

@@ -85,6 +85,8 @@ public:
     void showCustomersAvailable(bool available);
     /// The key of what is to be told about the message logs for as long as it lasts; empty where all is well.
     void showMessageLogs(const QString &troubleKey);
+    /// Whether the last copy of the desk could not be made.
+    void showCopyFailing(bool isFailing);
     void ShowCallerID_tarn(const core::CallRecord &record);
     void showEarlierCall(const core::CallRecord &record, int newerCalls);
     void showCallAgain(const core::CallRecord &shown, const core::CallRecord &now);
@@ -188,6 +190,7 @@ private:
     bool m_portUnavailable = false;
     bool m_callWaits = false;
     bool m_customersUnavailable = false;
+    bool m_copyFailing = false;
     QString m_messageLogs;     ///< the key of what is told about them
     QTimer m_signal;           ///< runs while a call is told by colours
     QPointer<QWindow> m_other; ///< of the program's, that had the keyboard before this one

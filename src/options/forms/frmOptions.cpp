@@ -100,6 +100,8 @@ void frmOptions::connectButtons()
             m_showLanguageEditor();
         }
     });
+    connect(m_ui->cmdCopies, &QPushButton::clicked, this,
+            [this] { m_context.navigator.show(core::Window::Copies); });
     connect(m_ui->SSTab1, &QTabWidget::currentChanged, this, [this] {
         m_ui->lblPopUpSaved->clear();
         m_ui->lblSystemSaved->clear();

@@ -33,7 +33,7 @@ void frmSimplePhoneBook::setUpList()
                                           .words = *m_ui->txtSearch,
                                           .search = *m_ui->Command3,
                                           .edit = *m_ui->Command1,
-                                          .remove = *m_ui->cmdPhonebook_delete,
+                                          .remove = m_ui->cmdPhonebook_delete,
                                           .count = *m_ui->lblCount});
     connect(&*m_list, &SearchedList::answered, this, &frmSimplePhoneBook::showAnswer);
     connect(&*m_list, &SearchedList::editAsked, this, &frmSimplePhoneBook::editAsked);

@@ -110,4 +110,9 @@ std::shared_ptr<Engine> openEngine(const QString &path, Engine::Mode mode, Wildc
     return std::make_shared<SqliteEngine>(path, mode, wildcards);
 }
 
+void moveDatabase(const QString &from, const QString &to)
+{
+    SqliteEngine::move(from, to);
+}
+
 } // namespace store

@@ -123,6 +123,12 @@ public:
     virtual QByteArray state() const = 0;
     /// What is wrong with it, one finding each. Reads all of it.
     virtual QStringList damage() = 0;
+    /// Copies it, as it stands at one moment, over the database at a place, or makes that one (Mode::New).
+    /// Between two slices of some milliseconds nothing of it is locked and `between` is called; what that
+    /// throws ends the copying, and nothing was copied. Without it all is copied at once.
+    virtual void copyTo(const QString &path, Mode mode, const std::function<void()> &between) = 0;
+    /// Statements that take long fail as soon as this says so, which they ask now and then.
+    virtual void endWhen(std::function<bool()> ended) = 0;
 
 protected:
     Engine() = default;
@@ -138,6 +144,10 @@ private:
 
 /// Opens the database at a place; the place tells of which engine it is.
 std::shared_ptr<Engine> openEngine(const QString &path, Engine::Mode mode, Wildcards wildcards);
+
+/// Gives a database that nobody has open another name, with what its engine keeps beside it; what is not
+/// there is not moved. Throws core::Error.
+void moveDatabase(const QString &from, const QString &to);
 
 /// As long as it lives, its thread does not wait for another program's lock: for what nobody has asked for
 /// just now.

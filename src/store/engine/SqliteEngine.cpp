@@ -1,5 +1,7 @@
 #include "store/engine/SqliteEngine.h"
 
+#include "core/platform.h"
+#include "store/Pace.h"
 #include "store/TextOrder.h"
 #include "store/engine/FileState.h"
 #include "store/engine/SqliteEmitter.h"
@@ -12,11 +14,15 @@
 
 #include <sqlite3.h>
 
+#include <limits>
+
 using namespace Qt::StringLiterals;
 
 namespace store {
 
 namespace {
+
+constexpr auto journal = "-journal"_L1; // behind the file's name
 
 // Says clearly what SQLite would report as trouble with its own innards.
 void checkFile(const QString &path)
@@ -29,7 +35,7 @@ void checkFile(const QString &path)
         throw core::Error(SQLITE_CANTOPEN, u"not a file: "_s + path);
     }
     if (file.size() == 0) {
-        throw core::Error(SQLITE_NOTADB, u"the database file is empty: "_s + path);
+        throw sqliteError(SQLITE_NOTADB, u"the database file is empty: "_s + path);
     }
 }
 
@@ -53,6 +59,15 @@ int waitOnce(void *, int times)
         sqlite3_sleep(static_cast<int>(pause.count()));
     };
     return waitForLock(times, sleep) ? 1 : 0;
+}
+
+// A disk that refuses may be that of the copy: it tells nothing of the original.
+core::Error copyError(int code, const QString &path)
+{
+    using Kind = core::Error::Kind;
+    const core::Error error = sqliteError(code, QString::fromUtf8(sqlite3_errstr(code)) + u": "_s + path);
+    const bool ofTheDisk = error.number() == SQLITE_IOERR;
+    return {error.number(), error.description(), ofTheDisk ? Kind::Other : error.kind()};
 }
 
 } // namespace
@@ -79,7 +94,17 @@ SqliteEngine::~SqliteEngine()
     forgetPrepared();
     m_engine.reset();
     if (m_mode == Mode::New) {
-        QFile::remove(m_path + u"-journal"_s); // what a file that is given up leaves beside itself
+        QFile::remove(m_path + journal); // what a file that is given up leaves beside itself
+    }
+}
+
+// The journal goes first: left behind, it would be played back into the next file of that name.
+void SqliteEngine::move(const QString &from, const QString &to)
+{
+    for (const QLatin1StringView part : {journal, ""_L1}) {
+        if (QFileInfo::exists(from + part)) {
+            core::platform::replaceFile(from + part, to + part);
+        }
     }
 }
 
@@ -238,6 +263,47 @@ QStringList SqliteEngine::damage()
     QStringList findings = texts(u"pragma integrity_check"_s);
     findings.removeAll(u"ok"_s);
     return findings;
+}
+
+void SqliteEngine::endWhen(std::function<bool()> ended)
+{
+    constexpr int instructions = 10'000;
+    m_ended = std::move(ended);
+    const auto ask = [](void *engine) { return static_cast<SqliteEngine *>(engine)->m_ended() ? 1 : 0; };
+    sqlite3_progress_handler(raw(), instructions, m_ended ? +ask : nullptr, this);
+}
+
+// A save of another connection begins the copying anew. So that it comes to an end however often others save,
+// the slices then grow. Over a database that stands, all is copied in one: that one is locked meanwhile.
+void SqliteEngine::copyTo(const QString &path, Mode mode, const std::function<void()> &between)
+{
+    constexpr int mostRefusals = 1000;
+    constexpr qint64 mostPages = 1 << 30;
+    const SqliteEngine target(path, mode, m_wildcards);
+    const std::unique_ptr<sqlite3_backup, decltype(&sqlite3_backup_finish)> copying(
+        sqlite3_backup_init(target.raw(), "main", raw(), "main"), sqlite3_backup_finish);
+    if (!copying) {
+        throwSqliteError(target.raw());
+    }
+    Pace pace(100);
+    qint64 growth = 1;
+    int refusals = 0;
+    int left = std::numeric_limits<int>::max();
+    for (int result = SQLITE_OK; result != SQLITE_DONE;) {
+        const qint64 slice = std::min(pace.begin() * growth, mostPages);
+        result = sqlite3_backup_step(copying.get(), between ? static_cast<int>(slice) : -1);
+        pace.end();
+        const bool refused = (result == SQLITE_BUSY || result == SQLITE_LOCKED) && between;
+        if (result != SQLITE_OK && result != SQLITE_DONE && (!refused || ++refusals == mostRefusals)) {
+            throw copyError(result, m_path);
+        }
+        const int leftNow = sqlite3_backup_remaining(copying.get());
+        growth = leftNow > left && growth < mostPages ? growth * 2 : growth;
+        left = refused ? left : leftNow;
+        if (result != SQLITE_DONE && between) {
+            between();
+        }
+    }
 }
 
 // Size and time of the file, and what its head counts.

@@ -16,6 +16,8 @@ public:
     ~SqliteEngine() override;
     Q_DISABLE_COPY_MOVE(SqliteEngine)
 
+    static void move(const QString &from, const QString &to);
+
     std::unique_ptr<Statement> prepare(const QString &sql) override;
     void transaction(const std::function<void()> &work) override;
     QStringList tableNames() override;
@@ -27,6 +29,8 @@ public:
     bool isReplaced() const override;
     QByteArray state() const override;
     QStringList damage() override;
+    void copyTo(const QString &path, Mode mode, const std::function<void()> &between) override;
+    void endWhen(std::function<bool()> ended) override;
 
 protected:
     qint64 changedRows() const override;
@@ -49,6 +53,7 @@ private:
     QString m_path;
     Mode m_mode;
     Wildcards m_wildcards;
+    std::function<bool()> m_ended;
     std::unique_ptr<sqlite3, Close> m_engine;
 };
 

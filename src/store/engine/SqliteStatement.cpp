@@ -18,6 +18,7 @@ core::Error sqliteError(int code, const QString &description)
     case SQLITE_LOCKED:
         return {number, description, Kind::Locked};
     case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
     case SQLITE_IOERR:
         return {number, description, Kind::Damaged};
     case SQLITE_TOOBIG:
