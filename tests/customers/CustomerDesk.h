@@ -10,8 +10,13 @@ struct FakeCustomerEffects : customers::CustomerEffects
     QStringList called; ///< one line a call
     QList<core::CustomerInfo> sent;
     lookup::CustomerFacts onFile; ///< of the last one
+    std::function<void()> refreshes = [] {};
 
-    void refreshCustomerList() override { called.append(u"refreshCustomerList"_s); }
+    void refreshCustomerList() override
+    {
+        called.append(u"refreshCustomerList"_s);
+        refreshes();
+    }
     void SendTDRData(const core::CustomerInfo &info) override { sent.append(info); }
     void customerSaved(qint32 sn, const QString &oldName, const lookup::CustomerFacts &saved) override
     {
