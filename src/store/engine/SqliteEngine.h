@@ -16,7 +16,7 @@ public:
     ~SqliteEngine() override;
     Q_DISABLE_COPY_MOVE(SqliteEngine)
 
-    std::unique_ptr<Statement> prepare(const QString &sql) override;
+    std::unique_ptr<Statement> prepare(const SqlTokens &sql) override;
     void transaction(const std::function<void()> &work) override;
     QStringList tableNames() override;
     QList<Index> indexesOf(const QString &table) override;
