@@ -47,12 +47,17 @@ double cpuMsOf(const std::function<void()> &work)
     return (cpuSeconds() - before) * 1e3;
 }
 
-double residentMb(qint64 process)
+double heldMb(qint64 process)
 {
-    malloc_trim(0);
     QFile file(u"/proc/%1/statm"_s.arg(process > 0 ? QString::number(process) : u"self"_s));
     constexpr double pagesPerMb = 256;
     return file.open(QIODevice::ReadOnly) ? file.readAll().split(' ').value(1).toDouble() / pagesPerMb : 0;
+}
+
+double residentMb()
+{
+    malloc_trim(0);
+    return heldMb();
 }
 
 void waitUntil(const std::function<bool()> &condition)

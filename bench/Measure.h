@@ -22,7 +22,9 @@ double cpuMsOf(const std::function<void()> &work);
 /// Seconds of computing time that this process has used so far.
 double cpuSeconds();
 /// Megabytes of memory that a process holds; 0 for this one.
-double residentMb(qint64 process = 0);
+double heldMb(qint64 process = 0);
+/// The same of this one without what it could give back at once; that takes as long as it is large.
+double residentMb();
 
 /// Runs the event loop until the condition holds; throws std::runtime_error after five minutes.
 void waitUntil(const std::function<bool()> &condition);

@@ -62,9 +62,9 @@ Exported exportAll(Station &station)
     auto &begin = control<QPushButton>(shownWindow(exportName), "cmdAddToExcel");
     const double before = residentMb();
     double held = 0;
-    QTimer looking; // rarely: what it asks for takes its time
-    QObject::connect(&looking, &QTimer::timeout, &looking, [&] { held = std::max(held, residentMb()); });
-    looking.start(1000);
+    QTimer looking; // in the loop that is measured, so that it must not take any time
+    QObject::connect(&looking, &QTimer::timeout, &looking, [&] { held = std::max(held, heldMb()); });
+    looking.start(100);
     const Waits waits;
     Exported exported;
     exported.ms.figure = msOf([&] {

@@ -78,12 +78,12 @@ std::optional<Paced> receivePaced(const Desk &desk)
     // In its first second the program still faults in pages of its libraries, which are no growth.
     constexpr int warmMs = 2500;
     sender.ends(warmMs);
-    const double warmMb = residentMb(receiver.process.id());
+    const double warmMb = heldMb(receiver.process.id());
     if (sender.value("sent"_L1) > mostSeconds) {
         return {};
     }
     lines.waitUntilQuiet();
-    const double grownMb = residentMb(receiver.process.id()) - warmMb;
+    const double grownMb = heldMb(receiver.process.id()) - warmMb;
     sendShutDown(receiver.port);
     const double waitMs = receiver.process.value("wait"_L1);
     return Paced{.notLogged = {double(lines.incomplete()), count},
@@ -145,7 +145,7 @@ public:
     double mb() const
     {
         QThread::msleep(300);
-        return residentMb(m_process->id());
+        return heldMb(m_process->id());
     }
 
 private:

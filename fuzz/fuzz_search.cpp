@@ -20,7 +20,7 @@ namespace {
 void checkTypedText(const QString &typed)
 {
     const QString statement = u"a='"_s + store::quoted(typed) + u'\'';
-    const std::vector<store::SqlToken> tokens = store::tokenize(statement);
+    const store::SqlTokens tokens = statement;
     require(tokens.size() == 3 && tokens[2].text == statement.sliced(2));
 }
 
@@ -28,18 +28,18 @@ void checkTypedText(const QString &typed)
 void checkStatement(const QString &sql)
 {
     try {
-        const std::vector<store::SqlToken> tokens = store::tokenize(sql);
+        const store::SqlTokens tokens = sql;
         QString rebuilt;
         for (const store::SqlToken &token : tokens) {
             rebuilt += token.blankBefore ? u" "_s : u""_s;
             rebuilt += token.text;
         }
-        require(store::tokenize(rebuilt).size() == tokens.size());
+        require(store::SqlTokens(rebuilt).size() == tokens.size());
         for (const Wildcards wildcards : {Wildcards::Asterisk, Wildcards::Percent}) {
-            store::tokenize(store::toSqlite(sql, wildcards));
+            store::SqlTokens(store::toSqlite(tokens, wildcards));
         }
         if (const auto select = store::parseSelect(tokens)) {
-            store::tokenize(select->inOrder(u"rowid"_s));
+            store::SqlTokens(store::toSqlite(select->inOrder(u"rowid"_s), Wildcards::Asterisk));
             isAbout(select->conditions.empty() ? store::Select::Condition() : select->conditions.front(),
                     select->table(), {u"a"_s}, {u"b"_s});
         }

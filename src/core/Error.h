@@ -17,6 +17,7 @@ public:
         Damaged,   ///< a database, or the disk that it stands on
         TooLong,   ///< a text that is searched for
         Duplicate, ///< a value in a row that another row has
+        Empty,     ///< nothing has failed but that a table holds none of what is looked for
     };
 
     Error(int number, QString description, Kind kind = Kind::Other)

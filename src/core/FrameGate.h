@@ -19,7 +19,7 @@ public:
 private:
     static constexpr int frameMs = 100;
     static constexpr int floodFrameMs = 250;
-    static constexpr int floodChanges = 500; ///< between two updates
+    static constexpr int floodChanges = 500; ///< between two updates; a call is several, with its log lines
 
     std::function<void()> m_update;
     QTimer m_timer;

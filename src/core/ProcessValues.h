@@ -25,8 +25,6 @@ struct ProcessValues
     bool MainWindowReady = false;
     /// The caller number of the last caller-ID record (Dispatcher).
     QString LastCallerNumber;
-    /// A call note editor is open (frmNotePad).
-    bool NotePadOpen = false;
 };
 
 } // namespace core

@@ -46,6 +46,10 @@ bool createFile(const QString &path);
 /// What the user may still write on the disk that holds a folder; -1 where that is not known.
 qint64 freeBytes(const QString &folder);
 
+/// Asks for large pages where a block of memory spans some that are not written to yet: the first touch of
+/// each page costs microseconds, and so does finding one again among many small ones.
+void preferLargePages(void *block, size_t bytes);
+
 /// Takes from other users every right to a file or folder; a link is left alone. False where that cannot be
 /// done. On Windows a folder's access list, which its files inherit, is the administrator's, and stays.
 bool closeToOthers(const QString &path);

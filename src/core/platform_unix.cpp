@@ -12,6 +12,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/mman.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
@@ -209,6 +210,19 @@ qint64 freeBytes(const QString &folder)
     struct statvfs disk = {};
     const bool known = ::statvfs(QFile::encodeName(folder).constData(), &disk) == 0;
     return known ? qint64(disk.f_bavail) * qint64(disk.f_frsize) : -1;
+}
+
+void preferLargePages([[maybe_unused]] void *block, [[maybe_unused]] size_t bytes)
+{
+#ifdef MADV_HUGEPAGE
+    constexpr quintptr largePage = 2 << 20;
+    const auto address = reinterpret_cast<quintptr>(block);
+    const quintptr first = (address + largePage - 1) / largePage * largePage;
+    const quintptr end = (address + bytes) / largePage * largePage;
+    if (first < end) {
+        ::madvise(reinterpret_cast<void *>(first), end - first, MADV_HUGEPAGE);
+    }
+#endif
 }
 
 // The owner's own rights stay as they are: a file that he has marked read-only must stay protected from

@@ -145,6 +145,9 @@ qint64 freeBytes(const QString &folder)
     return GetDiskFreeSpaceExW(wide(folder), &bytes, nullptr, nullptr) ? qint64(bytes.QuadPart) : -1;
 }
 
+// An administrator would have to allow them.
+void preferLargePages(void *, size_t) {}
+
 bool closeToOthers(const QString &)
 {
     return true;

@@ -136,7 +136,7 @@ void CallerDirectory::goOn(bool read)
     m_next.start(first ? atOnce : reading ? betweenPieces : std::chrono::milliseconds(betweenLooks));
 }
 
-// Customers without a single number count as read: that failure is our own, not the database's.
+// Customers without a single number count as read.
 void CallerDirectory::customersEnded()
 {
     const std::optional<core::Error> &failure = m_index.customersFailure();
@@ -145,7 +145,7 @@ void CallerDirectory::customersEnded()
         setAvailable(m_available && areKnown());
         return;
     }
-    setAvailable(!failure || (failure->number() == 0 && !store::tellsOfDamage(*failure)));
+    setAvailable(!failure || failure->kind() == core::Error::Kind::Empty);
     if (m_index.hasUnflagged() && m_isFixed) {
         fixCustomers();
     }

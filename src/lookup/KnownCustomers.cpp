@@ -73,6 +73,12 @@ void KnownCustomers::append(const Row &row)
     m_entries.append(entryOf(row));
 }
 
+void KnownCustomers::expect(double times)
+{
+    core::reserveTimes(m_entries, times);
+    core::reserveTimes(m_texts, times);
+}
+
 void KnownCustomers::finish()
 {
     if (!std::ranges::is_sorted(m_entries, {}, &Entry::sn)) {

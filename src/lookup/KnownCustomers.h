@@ -40,6 +40,8 @@ public:
     /// Adds a customer behind the others. Of several with one SN the first counts. Throws core::Error when
     /// there are too many.
     void append(const Row &row);
+    /// Makes room for so many times what was appended.
+    void expect(double times);
     /// To be called once behind the last append.
     void finish();
 

@@ -57,6 +57,12 @@ void NumberEntries::append(const Entry &entry)
     m_entries.append(entry);
 }
 
+void NumberEntries::expect(double times)
+{
+    core::reserveTimes(m_digits, times);
+    core::reserveTimes(m_entries, times);
+}
+
 template <typename View>
 NumberEntries::Entry NumberEntries::entryOf(View piece, qint32 sn)
 {
@@ -83,7 +89,9 @@ bool NumberEntries::finishSome()
     if (m_hashed == 0) {
         core::dropSpare(m_digits);
         core::dropSpare(m_entries);
+        core::reserveLarge(m_next, m_entries.size());
         m_next.assign(size(), noEntry);
+        core::reserveLarge(m_slots, 2 * m_entries.size());
         m_slots.assign(2 * size(), Slot());
         m_used = 0;
     }

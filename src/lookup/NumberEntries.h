@@ -29,6 +29,8 @@ public:
     /// are too many.
     void append(QStringView piece, qint32 sn);
     void append(QLatin1StringView piece, qint32 sn);
+    /// Makes room for so many times what was appended, which then need not be copied as it grows.
+    void expect(double times);
     /// Gives much spare memory back and builds the hash: to be called after the last append until it returns
     /// true. Each call takes a few milliseconds.
     bool finishSome();

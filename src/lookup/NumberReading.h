@@ -57,6 +57,7 @@ public:
 private:
     void readRows();
     void readPiece();
+    void expectRest(qint64 read);
     void append(const store::Row &row);
     void appendNumbers(qint32 sn);
     bool skipDamage();
@@ -70,6 +71,7 @@ private:
     store::Database m_database;
     store::Pace m_pace;
     qint64 m_lastKey;
+    bool m_expects = false; ///< room for all rows was made
     bool m_hasRows = false;
     bool m_rowsEnded = false;
     bool m_hasUnflagged = false;

@@ -36,9 +36,10 @@ void Database::forEachRow(const QString &select, const std::function<void(const 
 void Database::forEachBoundRow(const QString &select, const QVariantList &bound,
                                const std::function<void(const Row &)> &visit)
 {
-    const std::optional<Select> apart = parseSelect(tokenize(select));
+    const SqlTokens words(select);
+    const std::optional<Select> apart = parseSelect(words);
     const bool oneTable = apart && apart->tables.size() == 1;
-    m_engine->forEach(oneTable ? apart->inOrder(apart->columns) : select, bound, visit);
+    m_engine->forEach(oneTable ? apart->inOrder(apart->columns) : words, bound, visit);
 }
 
 void Database::forEachRow(const QString &table, const QStringList &columns,
@@ -54,8 +55,11 @@ QStringList Database::tableNames() const
 
 bool Database::hasIndex(const QString &table, const QString &name) const
 {
-    const QList<Index> indexes = m_engine->indexesOf(table);
-    return std::ranges::any_of(indexes, [&](const Index &index) { return index.isNamed(table, name); });
+    const QStringList tables = tableNames();
+    return std::ranges::any_of(tables, [&](const QString &each) {
+        const QList<Index> indexes = m_engine->indexesOf(each);
+        return std::ranges::any_of(indexes, [&](const Index &index) { return index.isNamed(table, name); });
+    });
 }
 
 void Database::keepLastNumber(const QString &table, qint64 number)
@@ -144,8 +148,8 @@ void createDatabase(const QString &path, const QString &schemaSql,
     {
         Database database(beside.name(), Database::Mode::New);
         database.transaction([&] {
-            for (const QString &statement : statementsOf(schemaSql)) {
-                database.Execute(statement);
+            for (const SqlTokens &statement : statementsOf(schemaSql)) {
+                database.engine()->prepare(statement)->step();
             }
             fill(database);
         });

@@ -50,7 +50,8 @@ public:
 
     /// The names of the tables as they were created.
     QStringList tableNames() const;
-    /// Whether a table has an index of that given name.
+    /// Whether the given name of an index of that table is taken: a table that was renamed keeps its indexes
+    /// under their names.
     bool hasIndex(const QString &table, const QString &name) const;
     /// Auto-numbers of a table up to that one are not given again.
     void keepLastNumber(const QString &table, qint64 number);

@@ -74,15 +74,15 @@ void Recordset::Source::remove()
 std::unique_ptr<Recordset::Source> openSource(const std::shared_ptr<Engine> &engine,
                                               const QString &tableOrSelect, const QVariantList &bound)
 {
-    const std::vector<SqlToken> tokens = tokenize(tableOrSelect);
-    if (tokens.empty() || !tokens.front().is("select"_L1)) {
+    const SqlTokens words(tableOrSelect);
+    if (words.empty() || !words[0].is("select"_L1)) {
         return std::make_unique<TableSource>(engine, Select::wholeTable(tableOrSelect), bound);
     }
-    const std::optional<Select> select = parseSelect(tokens);
+    const std::optional<Select> select = parseSelect(words);
     if (select && select->tables.size() == 1) {
         return std::make_unique<TableSource>(engine, *select, bound);
     }
-    const std::unique_ptr<Statement> statement = engine->prepare(tableOrSelect);
+    const std::unique_ptr<Statement> statement = engine->prepare(words);
     statement->bind(bound);
     return std::make_unique<ResultSource>(*statement);
 }

@@ -45,8 +45,8 @@ struct ResultModel::Rows
     Rows(const Database &database, const QString &tableOrSelect)
         : engine(database.engine()), select(tableOrSelect.contains(u' ') ? selectOf(tableOrSelect, 1)
                                                                          : Select::wholeTable(tableOrSelect)),
-          rowByKeys(engine->prepare(u"select "_s + select.columns + u" from ["_s + select.table() +
-                                    u"] where rowid=?"_s)),
+          rowByKeys(engine->prepare(u"select"_s + select.columns + u"from"_s + bracketed(select.table()) +
+                                    u"where rowid=?"_s)),
           names(rowByKeys->columnNames()), reading(SlicedReading(engine, select)),
           isCounted(!select.conditions.empty())
     {
@@ -54,9 +54,9 @@ struct ResultModel::Rows
     }
     Rows(const Database &database, const QString &joined, const JoinTables &tables)
         : engine(database.engine()), select(selectOf(joined, 2)),
-          rowByKeys(engine->prepare(u"select "_s + select.columns + u" from ["_s + tables.details + u"],["_s +
-                                    tables.masters + u"] where ["_s + tables.details + u"].rowid=? and ["_s +
-                                    tables.masters + u"].rowid=?"_s)),
+          rowByKeys(engine->prepare(
+              u"select"_s + select.columns +
+              u"from [%1],[%2] where [%1].rowid=? and [%2].rowid=?"_s.arg(tables.details, tables.masters))),
           names(rowByKeys->columnNames()),
           reading(SlicedReading(engine, select, tables, SlicedReading::Columns::Keys)), isCounted(true),
           joins(true)

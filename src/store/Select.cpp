@@ -10,7 +10,7 @@ namespace store {
 
 namespace {
 
-using Place = std::vector<SqlToken>::const_iterator;
+using Place = SqlTokens::Place;
 using Pieces = std::vector<std::pair<Place, Place>>;
 
 bool isOneOf(const SqlToken &token, std::initializer_list<QLatin1StringView> words)
@@ -19,7 +19,7 @@ bool isOneOf(const SqlToken &token, std::initializer_list<QLatin1StringView> wor
 }
 
 // Left open, a bracket would take in what is added behind it; closed once too often, it would end ours.
-bool bracketsMatch(const std::vector<SqlToken> &tokens)
+bool bracketsMatch(const SqlTokens &tokens)
 {
     int depth = 0;
     for (const SqlToken &token : tokens) {
@@ -94,20 +94,31 @@ QStringList tablesIn(Place first, Place end)
 
 } // namespace
 
-Select Select::wholeTable(const QString &table, const QString &columns)
+Select Select::wholeTable(const QString &table)
 {
-    return {columns, {}, {table}, {}, {}, {}};
+    return {u"*"_s, {}, {table}, {}, {}, {}};
 }
 
-QString Select::inOrder(const QString &columnList) const
+SqlTokens Select::where(const SqlTokens &oneMore) const
 {
-    QStringList words;
+    SqlTokens words;
+    const auto add = [&words](const SqlTokens &condition) {
+        words += words.empty() ? u"where"_s : u"and"_s;
+        words += condition;
+    };
     for (const Condition &condition : conditions) {
-        words.append(condition.words);
+        add(condition.words);
     }
-    return u"select "_s + columnList + u" from "_s + bracketed(table()) +
-           (words.isEmpty() ? QString() : u" where "_s + words.join(u" and "_s)) + u" order by "_s +
-           (order.isEmpty() ? u"rowid"_s : order);
+    if (!oneMore.empty()) {
+        add(oneMore);
+    }
+    return words;
+}
+
+SqlTokens Select::inOrder(const SqlTokens &columnList) const
+{
+    return u"select"_s + columnList + u"from"_s + bracketed(table()) + where() + u"order by"_s +
+           (order.empty() ? u"rowid"_s : order);
 }
 
 bool isAbout(const Select::Condition &condition, const QString &table, const QStringList &columns,
@@ -120,10 +131,10 @@ bool isAbout(const Select::Condition &condition, const QString &table, const QSt
     });
 }
 
-std::optional<Select> parseSelect(const std::vector<SqlToken> &tokens)
+std::optional<Select> parseSelect(const SqlTokens &tokens)
 {
     const Place first = tokens.begin();
-    const Place end = tokens.end() - (!tokens.empty() && tokens.back().isSymbol(u';') ? 1 : 0);
+    const Place end = tokens.statementEnd();
     const auto wordFrom = [end](Place from, QLatin1StringView word) {
         return std::find_if(from, end, [&](const SqlToken &token) { return token.is(word); });
     };
@@ -137,12 +148,9 @@ std::optional<Select> parseSelect(const std::vector<SqlToken> &tokens)
     if (tables.isEmpty()) {
         return {};
     }
-    const auto words = [](Place begin, Place last) {
-        return begin == last ? QString() : wordsOf(*begin, *std::prev(last));
-    };
-    Select select{words(first + 1, from), {}, tables, {}, {}, {}};
+    Select select{SqlTokens(first + 1, from), {}, tables, {}, {}, {}};
     if (order != end) {
-        select.order = words(order + 2, end);
+        select.order = SqlTokens(order + 2, end);
         select.orderColumn = end - order == 3 ? order[2].name().toString() : QString();
     }
     const auto isComma = [](const SqlToken &token) { return token.isSymbol(u','); };
@@ -150,14 +158,14 @@ std::optional<Select> parseSelect(const std::vector<SqlToken> &tokens)
         select.names.append(begin == last ? QString() : std::prev(last)->name().toString());
     }
     for (const auto &[begin, last] : where == end ? Pieces() : andPieces(where + 1, order)) {
-        select.conditions.push_back({u'(' + words(begin, last) + u')', namesIn(begin, last)});
+        select.conditions.push_back({u"("_s + SqlTokens(begin, last) + u")"_s, namesIn(begin, last)});
     }
     return select;
 }
 
 Select selectOf(const QString &sql, qsizetype tables)
 {
-    const std::optional<Select> select = parseSelect(tokenize(sql));
+    const std::optional<Select> select = parseSelect(sql);
     if (!select || select->tables.size() != tables) {
         throw core::Error(0, u"no select whose rows can be told apart: "_s + sql);
     }

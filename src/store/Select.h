@@ -11,7 +11,7 @@
 namespace store {
 
 /// A select over the rows of one table, or of two that its conditions join, taken apart so that its rows can
-/// be found again by their keys and gone through in pieces. Every piece stands in the given words.
+/// be found again by their keys and gone through in pieces. Every part stands in the given words.
 struct Select
 {
     /// A column as a condition names it.
@@ -23,24 +23,26 @@ struct Select
     /// One of what "and" joins, in brackets.
     struct Condition
     {
-        QString words;
+        SqlTokens words;
         std::vector<ColumnName> names; ///< keywords and numbers among them
     };
-    QString columns;   ///< the select list
+    SqlTokens columns; ///< the select list
     QStringList names; ///< the bare name of each of its columns
     QStringList tables;
     std::vector<Condition> conditions;
-    QString order;       ///< what stands behind "order by", "" without
+    SqlTokens order;     ///< what stands behind "order by", nothing without
     QString orderColumn; ///< the same where it is a single column, upwards; else ""
 
     const QString &table() const { return tables.front(); }
-    bool isWholeTable() const { return conditions.empty() && order.isEmpty(); }
+    bool isWholeTable() const { return conditions.empty() && order.empty(); }
 
-    /// The columns of all rows of a table.
-    static Select wholeTable(const QString &table, const QString &columns = QStringLiteral("*"));
+    /// All columns of all rows of a table.
+    static Select wholeTable(const QString &table);
+    /// "where" with the conditions, and one more; nothing where there is none.
+    SqlTokens where(const SqlTokens &oneMore = {}) const;
     /// The statement that reads `columnList` instead; where the words give no order, in the order of the
     /// table's rows, which the engine would else swap for that of an index. Of one table only.
-    QString inOrder(const QString &columnList) const;
+    SqlTokens inOrder(const SqlTokens &columnList) const;
 };
 
 /// Whether a condition can be answered by the columns of `table` alone, `others` being those of the table
@@ -52,6 +54,6 @@ bool isAbout(const Select::Condition &condition, const QString &table, const QSt
 Select selectOf(const QString &sql, qsizetype tables);
 
 /// Nothing for what is no such select: a grouping, a computed column, a select within, a bracket too many.
-std::optional<Select> parseSelect(const std::vector<SqlToken> &tokens);
+std::optional<Select> parseSelect(const SqlTokens &tokens);
 
 } // namespace store

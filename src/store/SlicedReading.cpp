@@ -27,7 +27,7 @@ SlicedReading::SlicedReading(std::shared_ptr<Engine> engine, const Select &selec
 {
     const QString table = bracketed(select.table()) + u'.';
     const QString rowid = table + u"rowid"_s;
-    if (select.order.isEmpty()) {
+    if (select.order.empty()) {
         m_byIndex = select.isWholeTable() ? indexOfKeys() : QString();
         m_runs = {{u"true"_s, {}, {rowid}}};
     } else if (!indexBy(select.orderColumn).isEmpty()) { // or there is nothing to go through it by
@@ -92,11 +92,13 @@ void SlicedReading::lookThroughAlone(const QString &table, const QString &other)
     };
     const QStringList columns = columnsOf(table);
     const QStringList others = columnsOf(other);
-    QString conditions;
+    SqlTokens conditions;
     for (const Select::Condition &condition : m_select.conditions) {
-        conditions += isAbout(condition, table, columns, others) ? u" and "_s + condition.words : QString();
+        if (isAbout(condition, table, columns, others)) {
+            conditions += u"and"_s + condition.words;
+        }
     }
-    if (!conditions.isEmpty()) {
+    if (!conditions.empty()) {
         m_alone.push_back({table, conditions});
     }
 }
@@ -153,18 +155,12 @@ void SlicedReading::readHits(const Visit &visit)
 }
 
 // By "cross join", the tables are gone through in the order in which they stand.
-QString SlicedReading::rows(const QString &condition) const
+SqlTokens SlicedReading::rows(const QString &condition) const
 {
-    QStringList conditions;
-    for (const Select::Condition &each : m_select.conditions) {
-        conditions.append(each.words);
-    }
-    if (!condition.isEmpty()) {
-        conditions.append(condition);
-    }
-    return u"select "_s + m_columns + u" from ["_s + m_tables.join(u"] cross join ["_s) + u']' + m_byIndex +
-           (conditions.isEmpty() ? QString() : u" where "_s + conditions.join(u" and "_s)) +
-           (m_tables.size() > 1 && !m_select.order.isEmpty() ? u" order by "_s + m_select.order : QString());
+    const SqlTokens words = u"select"_s + m_columns +
+                            (u"from ["_s + m_tables.join(u"] cross join ["_s) + u']' + m_byIndex) +
+                            m_select.where(condition);
+    return m_tables.size() > 1 && !m_select.order.empty() ? words + u"order by"_s + m_select.order : words;
 }
 
 // The last row of the next slice; nothing when fewer are left than a slice takes.

@@ -58,12 +58,12 @@ private:
     struct Alone
     {
         QString table;
-        QString conditions;
+        SqlTokens conditions; ///< each with "and" in front
     };
     QString indexBy(const QString &column) const;
     QString indexOfKeys() const;
     void lookThroughAlone(const QString &table, const QString &other);
-    QString rows(const QString &condition) const;
+    SqlTokens rows(const QString &condition) const;
 
     void collectHits();
     void readHits(const Visit &visit);
@@ -72,7 +72,7 @@ private:
 
     std::shared_ptr<Engine> m_engine;
     Select m_select;
-    QString m_columns;
+    SqlTokens m_columns;
     QStringList m_tables;       ///< the leading one first
     QString m_byIndex;          ///< names the index by which it is gone through, where the engine would not
     std::vector<Alone> m_alone; ///< still to be looked through for few hits; the last one first

@@ -2,6 +2,9 @@
 
 #include "core/Error.h"
 
+#include <algorithm>
+#include <iterator>
+
 using namespace Qt::StringLiterals;
 
 namespace store {
@@ -43,15 +46,15 @@ SqlToken firstToken(QStringView rest)
 {
     const QChar c = rest.front();
     if (c == u'[') {
-        return {SqlToken::Kind::Name, rest.first(quotedLength(rest, u']'))};
+        return {SqlToken::Kind::Name, rest.first(quotedLength(rest, u']')).toString()};
     }
     if (c == u'\'' || c == u'"') {
-        return {SqlToken::Kind::Text, rest.first(quotedLength(rest, c))};
+        return {SqlToken::Kind::Text, rest.first(quotedLength(rest, c)).toString()};
     }
     if (const qsizetype length = wordLength(rest); length > 0) {
-        return {SqlToken::Kind::Word, rest.first(length)};
+        return {SqlToken::Kind::Word, rest.first(length).toString()};
     }
-    return {SqlToken::Kind::Symbol, rest.first(1)};
+    return {SqlToken::Kind::Symbol, c};
 }
 
 } // namespace
@@ -64,31 +67,34 @@ bool SqlToken::is(QLatin1StringView word) const
 QStringView SqlToken::name() const
 {
     if (kind == Kind::Name) {
-        return text.sliced(1).chopped(1);
+        return QStringView(text).sliced(1).chopped(1);
     }
-    return kind == Kind::Word ? text : QStringView();
+    return kind == Kind::Word ? QStringView(text) : QStringView();
 }
 
-std::vector<SqlToken> tokenize(QStringView sql)
+SqlTokens::SqlTokens(const QString &words)
 {
-    std::vector<SqlToken> tokens;
     bool blank = false;
-    for (qsizetype i = 0; i < sql.size();) {
-        if (sql[i].isSpace()) {
+    for (qsizetype i = 0; i < words.size();) {
+        if (words[i].isSpace()) {
             blank = true;
             ++i;
             continue;
         }
-        tokens.push_back(firstToken(sql.sliced(i)));
-        tokens.back().blankBefore = std::exchange(blank, false);
-        i += tokens.back().text.size();
+        m_tokens.push_back(firstToken(QStringView(words).sliced(i)));
+        m_tokens.back().blankBefore = std::exchange(blank, false);
+        i += m_tokens.back().text.size();
     }
-    return tokens;
 }
 
-QString wordsOf(const SqlToken &first, const SqlToken &last)
+SqlTokens &SqlTokens::operator+=(const SqlTokens &part)
 {
-    return QStringView(first.text.begin(), last.text.end()).toString();
+    const size_t joint = m_tokens.size();
+    m_tokens.insert(m_tokens.end(), part.begin(), part.end());
+    if (joint < m_tokens.size()) {
+        m_tokens[joint].blankBefore = true;
+    }
+    return *this;
 }
 
 QString quoted(const QString &value)
@@ -101,19 +107,17 @@ QString bracketed(const QString &name)
     return u'[' + name + u']';
 }
 
-QStringList statementsOf(QStringView schemaSql)
+std::vector<SqlTokens> statementsOf(const QString &schemaSql)
 {
-    const std::vector<SqlToken> tokens = tokenize(schemaSql);
-    QStringList statements;
-    size_t first = 0;
-    for (size_t i = 0; i < tokens.size(); ++i) {
-        const bool end = tokens[i].isSymbol(u';');
-        if (end && i > first) {
-            statements.append(wordsOf(tokens[first], tokens[i - 1]));
-        } else if (!end && i + 1 == tokens.size()) {
-            statements.append(wordsOf(tokens[first], tokens[i]));
+    const SqlTokens schema(schemaSql);
+    std::vector<SqlTokens> statements;
+    for (auto first = schema.begin(); first != schema.end();) {
+        const auto end =
+            std::find_if(first, schema.end(), [](const SqlToken &token) { return token.isSymbol(u';'); });
+        if (end != first) {
+            statements.emplace_back(first, end);
         }
-        first = end ? i + 1 : first;
+        first = end == schema.end() ? end : std::next(end);
     }
     return statements;
 }

@@ -4,6 +4,7 @@
 #include <QStringList>
 #include <QStringView>
 
+#include <utility>
 #include <vector>
 
 namespace store {
@@ -24,7 +25,7 @@ struct SqlToken
         Symbol, ///< any other character
     };
     Kind kind;
-    QStringView text;
+    QString text;
     bool blankBefore = false;
 
     /// Keywords are matched without regard to case.
@@ -34,12 +35,33 @@ struct SqlToken
     QStringView name() const;
 };
 
-/// Cuts one statement into its pieces; `sql` must outlive them. Throws core::Error for a quote or bracket
-/// that nothing closes.
-std::vector<SqlToken> tokenize(QStringView sql);
+/// A statement in the given words, or a part of one, cut into its pieces: that is done once, and statements
+/// are then put together from parts that are cut already.
+class SqlTokens
+{
+public:
+    using Place = std::vector<SqlToken>::const_iterator;
 
-/// What stands from the one token to the other in the statement that both are cut from.
-QString wordsOf(const SqlToken &first, const SqlToken &last);
+    SqlTokens() = default;
+    /// Throws core::Error for a quote or bracket that nothing closes.
+    SqlTokens(const QString &words);
+    SqlTokens(Place first, Place end) : m_tokens(first, end) {}
+
+    Place begin() const { return m_tokens.begin(); }
+    Place end() const { return m_tokens.end(); }
+    /// Without a semicolon that closes the statement.
+    Place statementEnd() const { return !empty() && m_tokens.back().isSymbol(u';') ? end() - 1 : end(); }
+    bool empty() const { return m_tokens.empty(); }
+    size_t size() const { return m_tokens.size(); }
+    const SqlToken &operator[](size_t position) const { return m_tokens[position]; }
+
+    /// The two with a blank between them.
+    friend SqlTokens operator+(SqlTokens left, const SqlTokens &right) { return std::move(left += right); }
+    SqlTokens &operator+=(const SqlTokens &part);
+
+private:
+    std::vector<SqlToken> m_tokens;
+};
 
 /// A value as it stands between single quotes.
 QString quoted(const QString &value);
@@ -48,6 +70,6 @@ QString quoted(const QString &value);
 QString bracketed(const QString &name);
 
 /// The statements of a schema text, cut at their semicolons.
-QStringList statementsOf(QStringView schemaSql);
+std::vector<SqlTokens> statementsOf(const QString &schemaSql);
 
 } // namespace store

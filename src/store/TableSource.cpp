@@ -8,8 +8,8 @@ namespace store {
 
 TableSource::TableSource(std::shared_ptr<Engine> engine, Select select, QVariantList bound)
     : m_engine(std::move(engine)), m_select(std::move(select)), m_bound(std::move(bound)),
-      m_rowByKey(m_engine->prepare(u"select "_s + m_select.columns + u" from "_s + bracketedTable() +
-                                   u" where rowid = ?"_s)),
+      m_rowByKey(m_engine->prepare(u"select"_s + m_select.columns + u"from"_s + bracketedTable() +
+                                   u"where rowid = ?"_s)),
       m_names(m_rowByKey->columnNames())
 {
     if (!m_select.isWholeTable()) {
@@ -43,8 +43,7 @@ qint64 TableSource::count()
 // Where a key stands, or would stand, among the keys.
 std::vector<qint64>::iterator TableSource::placeOf(qint64 key)
 {
-    return !m_select.order.isEmpty() ? std::ranges::find(*m_keys, key)
-                                     : std::ranges::lower_bound(*m_keys, key);
+    return !m_select.order.empty() ? std::ranges::find(*m_keys, key) : std::ranges::lower_bound(*m_keys, key);
 }
 
 qint64 TableSource::position()
@@ -145,7 +144,7 @@ void TableSource::insert(const QList<Field> &fields)
     m_engine->forEach(u"insert into "_s + bracketedTable() + row + u" returning rowid"_s, values,
                       [&](const Row &inserted) { key = inserted.key(0); });
     if (m_keys) {
-        m_keys->insert(!m_select.order.isEmpty() ? m_keys->end() : placeOf(key), key);
+        m_keys->insert(!m_select.order.empty() ? m_keys->end() : placeOf(key), key);
     }
     standOnKey(key);
 }

@@ -18,7 +18,7 @@ public:
     }
 
     support::FakePrinter printer;
-    notes::NoteWindows windowsOfNotes{{context(), printer, values, language}};
+    notes::NoteWindows windowsOfNotes{{context(), printer, language}};
 
     void run(const QString &statements) const { runSql(paths.CustomerFile, statements); }
     QString rows(const QString &select) const { return support::rowsOf(paths.CustomerFile, select); }

@@ -78,8 +78,8 @@ struct TestDesk
             store::createDatabase(path, {}, [](store::Database &) {});
         }
         store::Database database(path);
-        for (const QString &statement : store::statementsOf(statements)) {
-            database.Execute(statement);
+        for (const store::SqlTokens &statement : store::statementsOf(statements)) {
+            database.engine()->prepare(statement)->step();
         }
     }
 

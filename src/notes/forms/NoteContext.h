@@ -11,7 +11,6 @@ struct NoteContext
 {
     appearance::FormContext forms;
     core::Printer &printer;
-    core::ProcessValues &values; ///< keeps whether an editor is open
     const language::LanguageState &language;
 };
 

@@ -25,7 +25,6 @@ frmNotePad::frmNotePad(const NoteContext &context)
     connectButtons();
     connectMessage();
     m_ui->cmdExport->setEnabled(false); // until there is a report
-    m_context.values.NotePadOpen = true;
 }
 
 frmNotePad::~frmNotePad() = default;
@@ -222,11 +221,6 @@ bool frmNotePad::mayClose()
                                                      {.name = m_ui->txtCustomerName->text(),
                                                       .question = u"SaveNoteFirst?"_s,
                                                       .save = [this] { return save(); }});
-}
-
-void frmNotePad::closing()
-{
-    m_context.values.NotePadOpen = false;
 }
 
 } // namespace notes

@@ -34,7 +34,6 @@ public:
 
 protected:
     bool mayClose() override;
-    void closing() override;
 
 private:
     void connectButtons();

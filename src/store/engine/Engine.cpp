@@ -75,7 +75,7 @@ qint32 Row::integer(int column) const
     return fits ? static_cast<qint32>(number) : 0;
 }
 
-void Engine::forEach(const QString &select, const QVariantList &bound,
+void Engine::forEach(const SqlTokens &select, const QVariantList &bound,
                      const std::function<void(const Row &)> &visit)
 {
     const std::unique_ptr<Statement> statement = prepare(select);

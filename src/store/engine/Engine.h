@@ -10,7 +10,6 @@
 #include <chrono>
 #include <functional>
 #include <memory>
-#include <optional>
 
 // What the store asks of a database engine. Nothing above it knows which one it talks to.
 //
@@ -95,9 +94,9 @@ public:
     virtual ~Engine() = default;
     Q_DISABLE_COPY_MOVE(Engine)
 
-    virtual std::unique_ptr<Statement> prepare(const QString &sql) = 0;
+    virtual std::unique_ptr<Statement> prepare(const SqlTokens &sql) = 0;
     /// Calls `visit` for each row of a select.
-    void forEach(const QString &select, const QVariantList &bound,
+    void forEach(const SqlTokens &select, const QVariantList &bound,
                  const std::function<void(const Row &)> &visit);
     /// Runs one statement; the number of rows changed.
     qint64 execute(const QString &sql, const QVariantList &bound = {});

@@ -3,7 +3,6 @@
 #include "core/Error.h"
 
 #include <algorithm>
-#include <utility>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -45,8 +44,8 @@ QString singleQuoted(QStringView text)
 class SqliteEmitter
 {
 public:
-    SqliteEmitter(std::vector<SqlToken> tokens, Wildcards wildcards)
-        : m_tokens(std::move(tokens)), m_wildcards(wildcards)
+    SqliteEmitter(const SqlTokens &sql, Wildcards wildcards)
+        : m_tokens(sql.begin(), sql.statementEnd()), m_wildcards(wildcards)
     {}
     // Throws core::Error when a second statement follows.
     QString emitted();
@@ -60,7 +59,6 @@ private:
     {
         return position < m_tokens.size() && m_tokens[position].isSymbol(symbol);
     }
-    void dropSemicolon();
     void emitUpTo(size_t end);
     void emitToken(const SqlToken &token);
     void closeNullTest(const SqlToken &token);
@@ -70,7 +68,7 @@ private:
     size_t columnEnd() const;
     void append(QStringView text, bool blankBefore);
 
-    std::vector<SqlToken> m_tokens;
+    SqlTokens m_tokens;
     Wildcards m_wildcards;
     size_t m_next = 0;
     int m_depth = 0;              // of the open brackets
@@ -80,7 +78,9 @@ private:
 
 QString SqliteEmitter::emitted()
 {
-    dropSemicolon();
+    if (std::ranges::any_of(m_tokens, [](const SqlToken &token) { return token.isSymbol(u';'); })) {
+        throw core::Error(1, u"characters found after the end of the statement"_s);
+    }
     const bool create = at(0, "create"_L1);
     const size_t indexAt = at(1, "unique"_L1) ? 2 : 1;
     if (create && at(1, "table"_L1)) {
@@ -95,16 +95,6 @@ QString SqliteEmitter::emitted()
         emitUpTo(m_tokens.size());
     }
     return m_sql;
-}
-
-void SqliteEmitter::dropSemicolon()
-{
-    if (!m_tokens.empty() && m_tokens.back().isSymbol(u';')) {
-        m_tokens.pop_back();
-    }
-    if (std::ranges::any_of(m_tokens, [](const SqlToken &token) { return token.isSymbol(u';'); })) {
-        throw core::Error(1, u"characters found after the end of the statement"_s);
-    }
 }
 
 // Two symbols that were written apart, or would begin a comment together, never meet: the given words know
@@ -210,9 +200,9 @@ void SqliteEmitter::emitCreateIndex(size_t nameAt)
 
 } // namespace
 
-QString toSqlite(QStringView sql, Wildcards wildcards)
+QString toSqlite(const SqlTokens &sql, Wildcards wildcards)
 {
-    return SqliteEmitter(tokenize(sql), wildcards).emitted();
+    return SqliteEmitter(sql, wildcards).emitted();
 }
 
 } // namespace store

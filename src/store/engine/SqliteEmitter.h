@@ -4,8 +4,7 @@
 
 namespace store {
 
-/// A statement in the given words, in SQLite's words. Throws core::Error for an unclosed quote and for more
-/// than one statement.
-QString toSqlite(QStringView sql, Wildcards wildcards);
+/// A statement in the given words, in SQLite's words. Throws core::Error for more than one statement.
+QString toSqlite(const SqlTokens &sql, Wildcards wildcards);
 
 } // namespace store

@@ -170,7 +170,7 @@ void SqliteEngine::renewTextOrder()
     }
 }
 
-std::unique_ptr<Statement> SqliteEngine::prepare(const QString &sql)
+std::unique_ptr<Statement> SqliteEngine::prepare(const SqlTokens &sql)
 {
     return std::make_unique<SqliteStatement>(raw(), toSqlite(sql, m_wildcards));
 }

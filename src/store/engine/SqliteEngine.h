@@ -18,7 +18,7 @@ public:
 
     static void move(const QString &from, const QString &to);
 
-    std::unique_ptr<Statement> prepare(const QString &sql) override;
+    std::unique_ptr<Statement> prepare(const SqlTokens &sql) override;
     void transaction(const std::function<void()> &work) override;
     QStringList tableNames() override;
     QList<Index> indexesOf(const QString &table) override;
