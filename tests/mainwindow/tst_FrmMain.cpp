@@ -22,6 +22,9 @@ class tst_FrmMain : public QObject
         QString describeLastDatagram() override { return u"CallerID: 5550144"_s; }
         bool eraseShortMessages() override { return note(u"eraseShortMessages"_s); }
         void messagesSeen() override { note(u"messagesSeen"_s); }
+        mainwindow::LastCaller lastCaller() override { return last; }
+
+        mainwindow::LastCaller last;
     };
 
     struct Forms : support::TestForms
@@ -43,6 +46,11 @@ class tst_FrmMain : public QObject
                 paths, values, log, settings, texts, prompts, navigator, autoHide, commands, services()});
             window->show();
             QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+        }
+        void showLastCaller(const core::CallRecord &record, const QString &text)
+        {
+            commands.last = {record, text};
+            window->showLastCaller();
         }
         template <typename Control = QAbstractButton>
         Control *find(const char *name) const
@@ -89,7 +97,7 @@ private Q_SLOTS:
         QCOMPARE(forms.navigator.shown,
                  QStringList({u"Show_Editor PHONEBOOK 12"_s, u"addCaller 5550144 <b>Jane</b>"_s}));
         QVERIFY(!forms.find<QAction>("mnuOpenLastCaller")->isEnabled());
-        forms.window->showLastCaller(call, u"5550144"_s);
+        forms.showLastCaller(call, u"5550144"_s);
         QTRY_COMPARE(forms.find<QAction>("mnuOpenLastCaller")->text(), u"[Edit]"_s);
         forms.find<QAction>("mnuOpenLastCaller")->trigger();
         QCOMPARE(forms.navigator.shown.value(2), u"Show_Editor PHONEBOOK 12"_s);
@@ -108,6 +116,7 @@ private Q_SLOTS:
         auto *runInfo = forms.find<QPlainTextEdit>("txtRuninfo");
         tabs->setCurrentIndex(1);
         QTRY_VERIFY(runInfo->toPlainText().contains(u"[SysStarted]"_s));
+        QCOMPARE(runInfo->font().family(), QFontDatabase::systemFont(QFontDatabase::FixedFont).family());
         forms.log.WriteRunLog(u"no datagram"_s);
         QTRY_VERIFY(runInfo->toPlainText().contains(u"no datagram"_s));
         forms.window->hide();
@@ -196,14 +205,14 @@ private Q_SLOTS:
         second.Tail = u"2026-11-20 10:42201     5550106        "_s;
         auto *bar = forms.find<QPlainTextEdit>("txtLastCallerID");
         const auto showsPrevious = [bar] { return bar->document()->lastBlock().isVisible(); };
-        forms.window->showLastCaller(first, u"5550144\r\nlast call time: ext: tel:"_s);
+        forms.showLastCaller(first, u"5550144\r\nlast call time: ext: tel:"_s);
         QTRY_VERIFY(bar->toPlainText().startsWith(u"5550144"_s));
         QVERIFY(!showsPrevious());
         QContextMenuEvent asked(QContextMenuEvent::Keyboard, QPoint(8, 8), bar->mapToGlobal(QPoint(8, 8)));
         QCoreApplication::sendEvent(bar->viewport(), &asked);
         auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
         QVERIFY(menu != nullptr);
-        forms.window->showLastCaller(second, u"5550177\r\nlast call time:2026-11-20 10:42"_s);
+        forms.showLastCaller(second, u"5550177\r\nlast call time:2026-11-20 10:42"_s);
         QTRY_VERIFY(bar->toPlainText().startsWith(u"5550177"_s));
         QVERIFY(showsPrevious());
         forms.find<QAction>("mnuNoteOfLastCaller")->trigger();
