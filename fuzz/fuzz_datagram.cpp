@@ -35,7 +35,6 @@ public:
     bool areKnown() const override { return false; }
     bool callerPopsUp(QStringView number, QStringView) const override { return number.size() % 2 == 0; }
     void completeFromDesk(core::CallRecord &) const override {}
-    QString GetArea(const QString &number) override { return number; }
     void setMainWindowNormal() override {}
     void showMainWindow() override {}
     void ShowCallerID_tarn(const core::CallRecord &record) override
@@ -47,11 +46,7 @@ public:
     }
     void showEarlierCall(const core::CallRecord &, int) override {}
     void showCallAgain(const core::CallRecord &, const core::CallRecord &) override {}
-    void showLastCaller(const core::CallRecord &, const QString &text) override
-    {
-        require(text.count(u'\n') == 1 && text.size() < 200);
-        require(core::shownText(text.section(u"\r\n"_s, 0, 0)) == text.section(u"\r\n"_s, 0, 0));
-    }
+    void showLastCaller() override {}
     void ShowPopup(const core::CallRecord &) override {}
     void ShowSmallMessage(const QString &) override {}
     bool byebye(const QString &prompt) override { return prompt == "No"_L1; }
@@ -77,6 +72,7 @@ public:
         Program &program = m_programs.at(static_cast<size_t>(bytes.size()) % m_programs.size());
         checkColumns(program.codePage, bytes);
         program.dispatcher.Winsock1_DataArrival({bytes, QHostAddress(QHostAddress::LocalHost), 1971});
+        checkLastCaller(program.dispatcher.lastCall());
         for (const QString &line : program.dispatcher.describeLast().split(u'\n')) {
             require(core::shownText(line, line.size()) == line);
         }
@@ -104,6 +100,13 @@ private:
         reception::parseShortCid(datagram);
         reception::parseDetail(datagram);
         codePage.encode(datagram.text);
+    }
+
+    static void checkLastCaller(const core::CallRecord &record)
+    {
+        const QString text = reception::lastCallerText(record, record.CallerID);
+        require(text.count(u'\n') == 1 && text.size() < 200);
+        require(core::shownText(text.section(u"\r\n"_s, 0, 0)) == text.section(u"\r\n"_s, 0, 0));
     }
 
     QTemporaryDir m_folder;

@@ -5,6 +5,7 @@
 #include "core/ProductName.h"
 #include "core/TextUtilities.h"
 #include "core/platform.h"
+#include "reception/Records.h"
 #include "reception/SampleRecord.h"
 #include "start/forms/OldDesk.h"
 
@@ -358,11 +359,6 @@ void Program::receive(const reception::Datagram &datagram)
     m_dispatcher.Winsock1_DataArrival(datagram);
 }
 
-QString Program::GetArea(const QString &callerNumber)
-{
-    return m_areas.GetArea(callerNumber);
-}
-
 void Program::setMainWindowNormal()
 {
     m_mainWindow->setNormal();
@@ -388,9 +384,9 @@ void Program::showCallAgain(const core::CallRecord &shown, const core::CallRecor
     m_mainWindow->showCallAgain(shown, now);
 }
 
-void Program::showLastCaller(const core::CallRecord &record, const QString &text)
+void Program::showLastCaller()
 {
-    m_mainWindow->showLastCaller(record, text);
+    m_mainWindow->showLastCaller();
     m_popUp.nextCall();
 }
 
@@ -422,7 +418,13 @@ bool Program::eraseShortMessages()
 
 QString Program::describeLastDatagram()
 {
-    return m_dispatcher.describeLast() + u'\n' + GetArea(m_values.LastCallerNumber);
+    return m_dispatcher.describeLast() + u'\n' + m_areas.GetArea(m_values.LastCallerNumber);
+}
+
+mainwindow::LastCaller Program::lastCaller()
+{
+    const core::CallRecord &record = m_dispatcher.lastCall();
+    return {.record = record, .text = reception::lastCallerText(record, m_areas.GetArea(record.CallerID))};
 }
 
 } // namespace app

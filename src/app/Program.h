@@ -70,13 +70,12 @@ private:
     void receive(const reception::Datagram &datagram);
     bool operatorEnds();
 
-    QString GetArea(const QString &callerNumber) override;
     void setMainWindowNormal() override;
     void showMainWindow() override;
     void ShowCallerID_tarn(const core::CallRecord &record) override;
     void showEarlierCall(const core::CallRecord &record, int newerCalls) override;
     void showCallAgain(const core::CallRecord &shown, const core::CallRecord &now) override;
-    void showLastCaller(const core::CallRecord &record, const QString &text) override;
+    void showLastCaller() override;
     void ShowPopup(const core::CallRecord &record) override;
     void ShowSmallMessage(const QString &datagramText) override;
     bool byebye(const QString &prompt) override;
@@ -84,6 +83,7 @@ private:
     void messagesSeen() override { m_windows.messagesSeen(); }
     void handleSampleCall() override;
     QString describeLastDatagram() override;
+    mainwindow::LastCaller lastCaller() override;
 
     Outside m_outside;
     SingleInstance m_instance;

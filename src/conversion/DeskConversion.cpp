@@ -230,12 +230,13 @@ private:
 
 QStringList oldDatabasesIn(const QString &folder)
 {
+    const QStringList endings = {u"ccsm"_s, u"cpbk"_s, u"mdb"_s, u"lan"_s, u"chlp"_s};
     QStringList found;
     for (const QString &below : {QString(), u"Help/"_s}) {
         const QDir place(folder + u'/' + below);
-        for (const QString &name : place.entryList(
-                 {u"*.ccsm"_s, u"*.cpbk"_s, u"*.mdb"_s, u"*.lan"_s, u"*.chlp"_s}, QDir::Files, QDir::Name)) {
-            if (oldfiles::isOldDatabase(place.filePath(name))) {
+        for (const QString &name : place.entryList(QDir::Files, QDir::Name)) {
+            if (endings.contains(QFileInfo(name).suffix(), Qt::CaseInsensitive) &&
+                oldfiles::isOldDatabase(place.filePath(name))) {
                 found.append(below + name);
             }
         }

@@ -15,6 +15,16 @@ bool isHigh(char byte)
     return (byte & 0x80) != 0;
 }
 
+// Without an early end, so that the compiler looks at many bytes at once.
+bool isAscii(QByteArrayView bytes)
+{
+    unsigned char all = 0;
+    for (const char byte : bytes) {
+        all |= static_cast<unsigned char>(byte);
+    }
+    return (all & 0x80) == 0;
+}
+
 constexpr int firstHigh = 0x80;
 constexpr QChar none(0xFFFF);
 
@@ -114,7 +124,7 @@ bool CodePage::isSurelyUtf8(QByteArrayView bytes) const
 
 DatagramText CodePage::decode(QByteArrayView bytes) const
 {
-    if (std::none_of(bytes.begin(), bytes.end(), isHigh)) {
+    if (isAscii(bytes)) {
         return {QString::fromLatin1(bytes), m_columnRule};
     }
     const QString text = isSurelyUtf8(bytes) ? QString() : m_decoder(bytes);

@@ -13,26 +13,32 @@ namespace core {
 
 namespace {
 
-constexpr char16_t firstLineBreakBeyondAscii = 0x0085;
+// In numbers of a letter's own size and without branches: the compiler then looks at many letters at once.
+constexpr quint16 isLineBreak(quint16 unit)
+{
+    constexpr quint16 nextLine = 0x0085;
+    constexpr quint16 paragraphSeparator = QChar::ParagraphSeparator; // the line separator stands before it
+    return (quint16(unit - u'\n') <= u'\r' - u'\n') | (unit == nextLine) |
+           (quint16(unit | 1) == paragraphSeparator);
+}
+
+bool hasLineBreak(QStringView text)
+{
+    quint16 found = 0;
+    for (const QChar character : text) {
+        found |= isLineBreak(character.unicode());
+    }
+    return found != 0;
+}
 
 QChar withoutLineBreak(QChar character)
 {
-    if (character >= u' ' && character.unicode() < firstLineBreakBeyondAscii) {
+    constexpr char16_t controlPictures = 0x2400;
+    constexpr char16_t newLinePicture = 0x2424;
+    if (isLineBreak(character.unicode()) == 0) {
         return character;
     }
-    switch (character.unicode()) {
-    case u'\n':
-    case u'\v':
-    case u'\f':
-    case u'\r':
-        return QChar(0x2400 + character.unicode()); // its visible symbol
-    case firstLineBreakBeyondAscii:
-    case QChar::LineSeparator:
-    case QChar::ParagraphSeparator:
-        return QChar(0x2424);
-    default:
-        return character;
-    }
+    return character <= u'\r' ? QChar(controlPictures + character.unicode()) : QChar(newLinePicture);
 }
 
 } // namespace
@@ -52,30 +58,39 @@ QString RunLog::timeStamp()
 }
 
 // A line break in a datagram must not look like the end of an entry, or a sender could forge the next one.
-QString RunLog::line(const QString &message)
+const RunLog::Entry &RunLog::entryOf(const QString &message)
 {
-    const QString start = u'<' % timeStamp() % ">  "_L1;
-    QString entry = start % message % "\r\n"_L1;
-    const auto first = entry.begin() + start.size();
-    std::transform(first, first + message.size(), first, withoutLineBreak);
-    return entry;
+    const QString stamp = timeStamp();
+    if (m_last.second == m_stampSecond && m_last.message == message) {
+        return m_last;
+    }
+    QString safe = message;
+    if (hasLineBreak(message)) {
+        std::ranges::transform(safe, safe.begin(), withoutLineBreak);
+    }
+    m_last.message = message;
+    m_last.second = m_stampSecond;
+    m_last.line = u'<' % stamp % ">  "_L1 % safe % "\r\n"_L1;
+    m_last.bytes = m_last.line.toUtf8();
+    return m_last;
 }
 
 void RunLog::WriteRunLog(const QString &message)
 {
     try {
-        const QString entry = line(message);
-        const qint64 size = platform::appendToFile(m_paths.RunLogFile, entry.toUtf8());
+        const Entry &entry = entryOf(message);
+        const qint64 size = platform::appendToFile(m_paths.RunLogFile, entry.bytes);
         if (m_values.MainWindowReady) {
+            const QString line = entry.line; // erasing writes an entry of its own
             eraseIfTooLong(size);
-            show(entry);
+            show(line);
         }
     } catch (const Error &) {
         // Nothing more can be done: it is the log itself that failed.
     }
 }
 
-void RunLog::show(const QString &entry)
+void RunLog::show(const QString &line)
 {
     if (m_box == nullptr) {
         return;
@@ -83,7 +98,7 @@ void RunLog::show(const QString &entry)
     if (m_box->length() > sizeLimit) {
         m_box->clear();
     }
-    m_box->append(entry);
+    m_box->append(line);
 }
 
 void RunLog::eraseIfTooLong(qint64 size)
@@ -94,7 +109,7 @@ void RunLog::eraseIfTooLong(qint64 size)
     if (!QFile::remove(m_paths.RunLogFile) && !QFile::resize(m_paths.RunLogFile, 0)) {
         return; // another program holds it: the next entry tries again
     }
-    platform::appendToFile(m_paths.RunLogFile, line(u"Run.log is erased automatically!"_s).toUtf8());
+    platform::appendToFile(m_paths.RunLogFile, entryOf(u"Run.log is erased automatically!"_s).bytes);
     if (m_box != nullptr) {
         m_box->clear();
     }

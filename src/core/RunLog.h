@@ -83,10 +83,19 @@ public:
     QString timeStamp();
 
 private:
+    /// A message as it stands in the box and in the file.
+    struct Entry
+    {
+        QString message;
+        qint64 second = -1;
+        QString line;
+        QByteArray bytes;
+    };
+
     void reportCaught(const QString &prefix);
-    QString line(const QString &message);
+    const Entry &entryOf(const QString &message);
     void eraseIfTooLong(qint64 size);
-    void show(const QString &entry);
+    void show(const QString &line);
 
     const Paths &m_paths;
     const Clock &m_clock;
@@ -94,6 +103,7 @@ private:
     RunInfoBox *m_box = nullptr;
     qint64 m_stampSecond = -1;
     QString m_stamp;
+    Entry m_last; ///< a call is logged when it arrives and again when it is handled
 };
 
 } // namespace core

@@ -11,12 +11,9 @@ namespace core {
 
 QString DigitsOnly(QStringView text)
 {
-    QString digits;
-    for (const QChar character : text) {
-        if (isDigit(character)) {
-            digits += character;
-        }
-    }
+    QString digits(text.size(), Qt::Uninitialized);
+    const auto end = std::ranges::copy_if(text, digits.begin(), isDigit).out;
+    digits.truncate(end - digits.begin());
     return digits;
 }
 

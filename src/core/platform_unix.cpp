@@ -36,12 +36,24 @@ mode_t modeIn(const QByteArray &folder)
     return ::stat(folder.constData(), &status) == 0 ? status.st_mode & 0666 : 0600;
 }
 
+// Encoding takes as long as opening, and nearly every name is that of the run log.
+QByteArray encodedName(const QString &path)
+{
+    thread_local QString last;
+    thread_local QByteArray name;
+    if (path != last) {
+        name = QFile::encodeName(path);
+        last = path;
+    }
+    return name;
+}
+
 // The rights are worked out only when the file has to be made: nearly every entry goes to one that is there
 // already.
 int openFile(const QString &path, int flags)
 {
     constexpr int always = O_CLOEXEC | O_NOFOLLOW;
-    const QByteArray name = QFile::encodeName(path);
+    const QByteArray name = encodedName(path);
     if ((flags & O_EXCL) == 0) {
         const int there = ::open(name.constData(), (flags & ~O_CREAT) | always);
         if (there >= 0 || errno != ENOENT || (flags & O_CREAT) == 0) {

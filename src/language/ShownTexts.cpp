@@ -56,6 +56,9 @@ QString BuiltInTexts::Lms(const QString &key) const
 
 QString ShownTexts::Lms(const QString &key) const
 {
+    if (key.isEmpty()) { // most controls have none, and the built-in texts are only read where one is missing
+        return {};
+    }
     QString text = m_pack.Lms(key);
     if (text.isEmpty()) {
         text = m_pack.systemText(key);

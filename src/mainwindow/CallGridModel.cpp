@@ -35,7 +35,7 @@ void CallGridModel::iniGridCallerID_tarn()
     m_fieldOfColumn.clear();
     for (const GridColumn &column : std::as_const(m_columns)) {
         GridColumnNames.append(column.name);
-        m_fieldOfColumn.push_back(static_cast<size_t>(gridColumnNames().indexOf(column.name)));
+        m_fieldOfColumn.push_back(gridColumnNames().indexOf(column.name));
     }
     m_ring.resize(capacity());
     endResetModel();
@@ -48,11 +48,39 @@ size_t CallGridModel::capacity() const
 
 CallGridModel::Row CallGridModel::rowOf(const core::CallRecord &record)
 {
-    using core::shownText;
-    return {.fields = {shownText(record.Channel), shownText(record.CallerID), shownText(record.SimpleDes),
-                       shownText(record.IncomingTime), QString::number(record.SN).rightJustified(3, u'0'),
-                       shownText(record.LineNo), shownText(QString(record.Source + record.SnText))},
+    return {.channel = record.Channel,
+            .callerId = record.CallerID,
+            .simpleDes = record.SimpleDes,
+            .incomingTime = record.IncomingTime,
+            .sn = record.SN,
+            .lineNo = record.LineNo,
+            .source = record.Source,
+            .snText = record.SnText,
             .standing = core::standingOf(record.IfVIP, record.IfInBlackList)};
+}
+
+// The fields have the places of gridColumnNames().
+QString CallGridModel::textOf(const Row &row, qsizetype field)
+{
+    using core::shownText;
+    switch (field) {
+    case 0:
+        return shownText(row.channel);
+    case 1:
+        return shownText(row.callerId);
+    case 2:
+        return shownText(row.simpleDes);
+    case 3:
+        return shownText(row.incomingTime);
+    case 4:
+        return QString::number(row.sn).rightJustified(3, u'0');
+    case 5:
+        return shownText(row.lineNo);
+    case 6:
+        return shownText(QString(row.source + row.snText));
+    default:
+        return {};
+    }
 }
 
 void CallGridModel::ShowCallerID_tarn(const core::CallRecord &record)
@@ -132,9 +160,8 @@ const CallGridModel::Row &CallGridModel::published(int row) const
 
 QString CallGridModel::cell(int row, const QString &columnName) const
 {
-    const qsizetype field = gridColumnNames().indexOf(columnName);
-    return row >= 0 && row < m_published && field >= 0 ? published(row).fields.at(static_cast<size_t>(field))
-                                                       : QString();
+    return row >= 0 && row < m_published ? textOf(published(row), gridColumnNames().indexOf(columnName))
+                                         : QString();
 }
 
 std::optional<core::RowKey> CallGridModel::callerOf(int row) const
@@ -160,7 +187,7 @@ QVariant CallGridModel::data(const QModelIndex &index, int role) const
     const Row &row = published(index.row());
     switch (role) {
     case Qt::DisplayRole:
-        return row.fields.at(m_fieldOfColumn.at(static_cast<size_t>(index.column())));
+        return textOf(row, m_fieldOfColumn.at(static_cast<size_t>(index.column())));
     case StandingRole:
         return QVariant::fromValue(row.standing);
     case Qt::TextAlignmentRole:
@@ -183,7 +210,7 @@ QVariant CallGridModel::inWords(const Row &row, int column, bool asTip) const
     if (asTip) {
         return QString(word + u'\n' + m_texts.Lms(u"DoubleClickToAddPhoneNumber"_s));
     }
-    const QString &text = row.fields.at(m_fieldOfColumn.at(static_cast<size_t>(column)));
+    const QString text = textOf(row, m_fieldOfColumn.at(static_cast<size_t>(column)));
     return column == GetGridColumn(u"CallerID"_s) ? QString(text + u", "_s + word) : text;
 }
 

@@ -11,7 +11,6 @@
 #include <QAbstractTableModel>
 #include <QStringList>
 
-#include <array>
 #include <optional>
 #include <vector>
 
@@ -61,16 +60,25 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
-    static constexpr size_t fieldCount = 7;
+    /// What the columns show of a call. Made fit for the screen only when it is looked at: of a flood most
+    /// rows never are.
     struct Row
     {
-        std::array<QString, fieldCount> fields; ///< in the fixed order of the names
+        QString channel;
+        QString callerId;
+        QString simpleDes;
+        QString incomingTime;
+        qint32 sn = 0;
+        QString lineNo;
+        QString source;
+        QString snText;
         core::Standing standing = core::Standing::Ordinary;
 
         bool operator==(const Row &) const = default;
     };
 
     static Row rowOf(const core::CallRecord &record);
+    static QString textOf(const Row &row, qsizetype field);
     const Row &published(int row) const;
     QVariant inWords(const Row &row, int column, bool asTip) const;
     size_t capacity() const;
@@ -81,7 +89,7 @@ private:
     core::RunLog &m_log;
     QList<GridColumn> m_columns;
     QStringList GridColumnNames;
-    std::vector<size_t> m_fieldOfColumn;
+    std::vector<qsizetype> m_fieldOfColumn; ///< its place among gridColumnNames()
     std::vector<Row> m_ring;
     size_t m_newest = 0; ///< place in the ring
     size_t m_added = 0;  ///< calls since the last publish()

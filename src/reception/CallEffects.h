@@ -6,15 +6,12 @@
 
 namespace reception {
 
-/// What a datagram may cause, and where a number belongs. The main program implements it; the dispatch itself
-/// knows no window, no socket and no database.
+/// What a datagram may cause. The main program implements it; the dispatch itself knows no window, no socket
+/// and no database.
 class CallEffects
 {
 public:
     virtual ~CallEffects() = default;
-
-    /// The place of a number, empty when unknown.
-    virtual QString GetArea(const QString &callerNumber) = 0;
 
     /// Sets the main window's state to normal; a hidden one stays hidden.
     virtual void setMainWindowNormal() = 0;
@@ -25,8 +22,8 @@ public:
     virtual void showEarlierCall(const core::CallRecord &record, int newerCalls) = 0;
     /// What is known of a call by now, of which `shown` was shown.
     virtual void showCallAgain(const core::CallRecord &shown, const core::CallRecord &now) = 0;
-    /// A call's new text of the last-caller box.
-    virtual void showLastCaller(const core::CallRecord &record, const QString &text) = 0;
+    /// Another call is the last one (Dispatcher::lastCall).
+    virtual void showLastCaller() = 0;
     virtual void ShowPopup(const core::CallRecord &record) = 0;
     /// `datagramText` is the whole datagram.
     virtual void ShowSmallMessage(const QString &datagramText) = 0;

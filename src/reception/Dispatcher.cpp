@@ -1,9 +1,5 @@
 #include "reception/Dispatcher.h"
 
-#include "core/TextUtilities.h"
-
-#include <QStringBuilder>
-
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -105,7 +101,7 @@ void Dispatcher::handleCall(const core::DatagramText &datagram)
     showAsLast(call);
     m_values.LastCallerNumber = call.record.CallerID;
     m_log.WriteRunLog(datagram.text);
-    keepUnidentified(std::move(call));
+    keep(std::move(call));
 }
 
 bool Dispatcher::popsUp(const Call &call) const
@@ -115,17 +111,20 @@ bool Dispatcher::popsUp(const Call &call) const
 
 void Dispatcher::showAsLast(const Call &call)
 {
-    m_effects.showLastCaller(call.record, lastCallerText(call.record));
+    m_effects.showLastCaller();
     if (call.popsUp) {
         m_effects.ShowPopup(call.record);
     }
 }
 
-void Dispatcher::keepUnidentified(Call call)
+// As the last one, and as long as nobody is known, to be looked at again.
+void Dispatcher::keep(Call call)
 {
     if (m_callers.areKnown()) {
+        m_lastCall = std::move(call.record);
         return;
     }
+    m_lastCall = call.record;
     const auto most = static_cast<size_t>(m_values.MaxGridRows - 1); // one row of the grid is its header
     m_unidentified.push_back(std::move(call));
     if (m_unidentified.size() > most) {
@@ -157,20 +156,10 @@ void Dispatcher::lookAgain()
             if (call.popsUp) {
                 m_effects.showMainWindow();
             }
+            m_lastCall = call.record;
             showAsLast(call);
         }
     }
-}
-
-QString Dispatcher::lastCallerText(const core::CallRecord &record)
-{
-    using core::shownText;
-    // A record without a previous call has its parameter blocks in the same columns.
-    const QStringView tail = record.Tail.startsWith(u'{') ? QStringView() : QStringView(record.Tail);
-    return "   "_L1 % shownText(record.CallerID) % "     "_L1 % shownText(record.SimpleDes) % "     "_L1 %
-           shownText(m_effects.GetArea(record.CallerID)) % "\r\n"_L1 % "last call time:"_L1 %
-           shownText(tail.mid(0, 16)) % " ext:"_L1 % shownText(tail.mid(16, 8)) % " tel:"_L1 %
-           shownText(tail.right(15));
 }
 
 QString Dispatcher::describeLast() const

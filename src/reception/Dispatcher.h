@@ -34,6 +34,9 @@ public:
     /// Saves a sender that waits to be saved; call before the program ends.
     void saveNow();
 
+    /// The call that came last, with what is known of it by now; only once there was one.
+    const core::CallRecord &lastCall() const { return m_lastCall; }
+
     /// The last datagram field by field (see describeDatagram); empty before the first.
     QString describeLast() const;
 
@@ -53,8 +56,7 @@ private:
     void handleCall(const core::DatagramText &datagram);
     bool popsUp(const Call &call) const;
     void showAsLast(const Call &call);
-    void keepUnidentified(Call call);
-    QString lastCallerText(const core::CallRecord &record);
+    void keep(Call call);
 
     core::Settings &m_settings;
     core::RunLog &m_log;
@@ -67,6 +69,7 @@ private:
     QElapsedTimer m_sinceSave;
     QTimer m_saveLater;
     core::DatagramText m_last;
+    core::CallRecord m_lastCall;
 };
 
 } // namespace reception

@@ -19,7 +19,8 @@ constexpr qsizetype maxWaitingBytes = 64 << 20; // beyond it datagrams wait in t
 constexpr int maxReceivedAtOnce = 1024;         // a few milliseconds
 constexpr qint64 turnBudgetMs = 8;              // then the event loop gets its turn to paint
 constexpr int gatheringMs = 8;                  // nobody sees them
-constexpr int handledAtOnce = 16;               // well under a millisecond
+constexpr int handledAtOnce = 128;              // a large receive buffer holds what comes meanwhile
+constexpr int handledAtOnceIfSmall = 16;        // well under a millisecond
 
 // A settings file may hold anything.
 quint16 portOf(qint32 setting)
@@ -67,10 +68,7 @@ Endpoint::Endpoint(const Context &context, quint16 port, Handler handler)
     connect(&Winsock1, &QUdpSocket::readyRead, this, &Endpoint::receive);
     m_gathering.setSingleShot(true);
     m_gathering.setTimerType(Qt::PreciseTimer);
-    connect(&m_gathering, &QTimer::timeout, this, [this] {
-        receiveOne();
-        handleWaiting();
-    });
+    connect(&m_gathering, &QTimer::timeout, this, &Endpoint::handleWaiting);
     m_context.prompts.setClosedHandler([this] { handleLater(); });
 }
 
@@ -152,8 +150,9 @@ void Endpoint::close()
     m_context.senders.logCounted();
 }
 
-// The socket's own buffer is small and the only place where a datagram can be lost, so it is emptied again
-// after every few that are handled. A flood must not keep the thread at it, however.
+// The socket's own buffer is the only place where a datagram can be lost, so it is emptied again after every
+// few that are handled. A flood must not keep the thread at it, however. Nor is it emptied more often than
+// needed: to learn that it is empty costs as much as a datagram.
 void Endpoint::receiveAll()
 {
     int received = 0;
@@ -221,6 +220,7 @@ void Endpoint::handleWaiting()
     }
     const QScopedValueRollback handling(m_handling, true);
     tellWaiting(m_callWaits && m_context.prompts.isOpen());
+    const int atOnce = m_gathers ? handledAtOnce : handledAtOnceIfSmall;
     QElapsedTimer turn;
     turn.start();
     for (int handled = 1; mayHandle() && turn.elapsed() < turnBudgetMs; ++handled) {
@@ -230,11 +230,10 @@ void Endpoint::handleWaiting()
         m_remoteHost = datagram.sender;
         m_remotePort = datagram.senderPort;
         m_handler(datagram);
-        if (handled % handledAtOnce == 0) {
+        if (handled % atOnce == 0) {
             receiveAll();
         }
     }
-    receiveAll();
     m_sinceTurn.start();
     if (mayHandle()) {
         handleLater();

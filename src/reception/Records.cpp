@@ -4,12 +4,22 @@
 #include "reception/Columns.h"
 
 #include <QList>
+#include <QStringBuilder>
 
 using namespace Qt::StringLiterals;
 
 namespace reception {
 
 namespace {
+
+// Most of a field is the blanks that fill it: trimmed() alone asks what each of them is.
+QStringView withoutPadding(QStringView field)
+{
+    while (field.endsWith(u' ')) {
+        field.chop(1);
+    }
+    return field.trimmed();
+}
 
 // Reads fixed columns of one datagram.
 class Fields
@@ -23,12 +33,12 @@ public:
     QString characters(qsizetype first, qsizetype width) const { return whole(m_text.mid(first - 1, width)); }
     QString trimmedCharacters(qsizetype first, qsizetype width) const
     {
-        return whole(m_text.mid(first - 1, width).trimmed());
+        return whole(withoutPadding(m_text.mid(first - 1, width)));
     }
     QString columns(qsizetype first, qsizetype width) const { return whole(m_columns.mid(first, width)); }
     QString trimmedColumns(qsizetype first, qsizetype width) const
     {
-        return whole(m_columns.mid(first, width).trimmed());
+        return whole(withoutPadding(m_columns.mid(first, width)));
     }
     QString columnsFrom(qsizetype first) const { return columns(first, m_columns.count() - first); }
 
@@ -76,6 +86,9 @@ QString described(const QList<std::pair<QLatin1StringView, QString>> &fields)
 
 DatagramKind kindOf(QStringView text)
 {
+    if (text.startsWith("<CRMV1"_L1)) {
+        return DatagramKind::CallerId;
+    }
     if (text.mid(1, 3) == "CID"_L1) {
         return DatagramKind::ShortCid;
     }
@@ -92,7 +105,7 @@ DatagramKind kindOf(QStringView text)
     if (command == "CHANNELSTATUS"_L1) {
         return DatagramKind::ChannelStatus;
     }
-    return text.startsWith("<CRMV1"_L1) ? DatagramKind::CallerId : DatagramKind::Unknown;
+    return DatagramKind::Unknown;
 }
 
 core::CallRecord parseCallRecord(const core::DatagramText &datagram)
@@ -138,7 +151,7 @@ DetailRecord parseDetail(const core::DatagramText &datagram)
 
 QString callerNumberByCharacters(QStringView text)
 {
-    return text.mid(77, 30).trimmed().toString();
+    return withoutPadding(text.mid(77, 30)).toString();
 }
 
 QString GetTcpCmdPara(QStringView text, QLatin1StringView key)
@@ -152,6 +165,16 @@ QString GetTcpCmdPara(QStringView text, QLatin1StringView key)
     const QStringView block = end < 0 ? rest : rest.first(end);
     const qsizetype start = block.indexOf(u'[');
     return start < 0 ? QString() : core::withTonesOnLetters(block.sliced(start + 1).toString());
+}
+
+QString lastCallerText(const core::CallRecord &record, const QString &area)
+{
+    using core::shownText;
+    // A record without a previous call has its parameter blocks in the same columns.
+    const QStringView tail = record.Tail.startsWith(u'{') ? QStringView() : QStringView(record.Tail);
+    return "   "_L1 % shownText(record.CallerID) % "     "_L1 % shownText(record.SimpleDes) % "     "_L1 %
+           shownText(area) % "\r\n"_L1 % "last call time:"_L1 % shownText(tail.mid(0, 16)) % " ext:"_L1 %
+           shownText(tail.mid(16, 8)) % " tel:"_L1 % shownText(tail.right(15));
 }
 
 QString describeDatagram(const core::DatagramText &datagram)

@@ -40,6 +40,9 @@ QString callerNumberByCharacters(QStringView text);
 /// key ends the value.
 QString GetTcpCmdPara(QStringView text, QLatin1StringView key);
 
+/// The text of the last-caller box; `area` is the place of the caller's number, empty when unknown.
+QString lastCallerText(const core::CallRecord &record, const QString &area);
+
 /// How the program understood a datagram, field by field, one line each; for whoever connects a new unit.
 QString describeDatagram(const core::DatagramText &datagram);
 

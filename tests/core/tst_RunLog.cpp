@@ -59,6 +59,22 @@ private Q_SLOTS:
             }
         }
     }
+
+    void aMessageThatIsRepeatedIsAnEntryOfItsOwn()
+    {
+        Desk desk;
+        desk.writeFile(desk.paths.RunLogFile, QByteArray(20000, '#')); // is erased behind the first entry
+        desk.log.WriteRunLog(u"ring"_s);
+        desk.log.WriteRunLog(u"ring"_s);
+        desk.clock.time = desk.clock.time.addSecs(1);
+        desk.log.WriteRunLog(u"ring"_s);
+        desk.log.WriteRunLog(u"rung"_s);
+        const QByteArray repeated = "<2026-11-21 09:30:15>  ring\r\n";
+        const QByteArray later = "<2026-11-21 09:30:16>  ring\r\n<2026-11-21 09:30:16>  rung\r\n";
+        QCOMPARE(desk.fileBytes(desk.paths.RunLogFile),
+                 "<2026-11-21 09:30:15>  Run.log is erased automatically!\r\n" + repeated + later);
+        QCOMPARE(desk.box.text.toUtf8(), repeated + repeated + later);
+    }
 };
 
 QTEST_GUILESS_MAIN(tst_RunLog)

@@ -20,6 +20,9 @@ class tst_FrmMain : public QObject
         QString describeLastDatagram() override { return {}; }
         bool eraseShortMessages() override { return note(u"eraseShortMessages"_s); }
         void messagesSeen() override { note(u"messagesSeen"_s); }
+        mainwindow::LastCaller lastCaller() override { return last; }
+
+        mainwindow::LastCaller last;
     };
 
     struct Forms : support::TestForms
@@ -41,6 +44,11 @@ class tst_FrmMain : public QObject
                 paths, values, log, settings, texts, prompts, navigator, autoHide, commands, services()});
             window->show();
             QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+        }
+        void showLastCaller(const core::CallRecord &record, const QString &text)
+        {
+            commands.last = {record, text};
+            window->showLastCaller();
         }
         template <typename Control = QAbstractButton>
         Control *find(const char *name) const
@@ -97,7 +105,7 @@ private Q_SLOTS:
         QCOMPARE(forms.navigator.shown,
                  QStringList({u"Show_Editor PHONEBOOK 12"_s, u"addCaller 5550144 <b>Jane</b>"_s}));
         QVERIFY(!forms.find<QAction>("mnuOpenLastCaller")->isEnabled());
-        forms.window->showLastCaller(call, u"5550144"_s);
+        forms.showLastCaller(call, u"5550144"_s);
         QTRY_COMPARE(forms.find<QAction>("mnuOpenLastCaller")->text(), u"[Edit]"_s);
         forms.find<QAction>("mnuOpenLastCaller")->trigger();
         QCOMPARE(forms.navigator.shown.value(2), u"Show_Editor PHONEBOOK 12"_s);
@@ -116,6 +124,8 @@ private Q_SLOTS:
         auto *runInfo = forms.find<QPlainTextEdit>("txtRuninfo");
         tabs->setCurrentIndex(1);
         QTRY_VERIFY(runInfo->toPlainText().contains(u"[SysStarted]"_s));
+        forms.log.WriteRunLog(u"no datagram"_s);
+        QTRY_VERIFY(runInfo->toPlainText().contains(u"no datagram"_s));
         forms.window->hide();
         forms.log.WriteRunLog(u"while hidden"_s);
         forms.window->showUnread(1);
@@ -172,13 +182,13 @@ private Q_SLOTS:
         const core::CallRecord first = callFrom(u"5550144"_s, u"CUSTOMER"_s, u"7"_s);
         const core::CallRecord second = callFrom(u"5550177"_s, u"CUSTOMER"_s); // matched with no number
         auto *bar = forms.find<QPlainTextEdit>("txtLastCallerID");
-        forms.window->showLastCaller(first, u"5550144\r\nlast call time: ext: tel:"_s);
+        forms.showLastCaller(first, u"5550144\r\nlast call time: ext: tel:"_s);
         QTRY_VERIFY(bar->toPlainText().startsWith(u"5550144"_s));
         QContextMenuEvent asked(QContextMenuEvent::Keyboard, QPoint(8, 8), bar->mapToGlobal(QPoint(8, 8)));
         QCoreApplication::sendEvent(bar->viewport(), &asked);
         auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
         QVERIFY(menu != nullptr);
-        forms.window->showLastCaller(second, u"5550177\r\nlast call time:2026-11-20 10:42"_s);
+        forms.showLastCaller(second, u"5550177\r\nlast call time:2026-11-20 10:42"_s);
         QTRY_VERIFY(bar->toPlainText().startsWith(u"5550177"_s));
         forms.find<QAction>("mnuNoteOfLastCaller")->trigger();
         menu->setActiveAction(forms.find<QAction>("mnuOpenLastCaller"));

@@ -46,6 +46,21 @@ private Q_SLOTS:
         QCOMPARE(reception::MidByCols(u"abc"_s, 144, -141), QString());
     }
 
+    void theLastCallerIsToldWithHisPlaceAndHisPreviousCall()
+    {
+        core::CallRecord record;
+        record.CallerID = u"5550144"_s;
+        record.SimpleDes = u"Ada\n"_s;
+        for (const auto &[tail, told] :
+             {std::pair(u"2026-11-20 10:42201     5550106        "_s,
+                        u"last call time:2026-11-20 10:42 ext:201      tel:5550106        "_s),
+              {u"{RAWCID:[1234567890123456]}"_s, u"last call time: ext: tel:"_s}}) {
+            record.Tail = tail;
+            QCOMPARE(reception::lastCallerText(record, u"London"_s),
+                     u"   5550144     Ada      London\r\n"_s + told);
+        }
+    }
+
     void theWriterLaysEveryFieldInItsByteColumns()
     {
         const sim::CodePageChoice gbk(936);

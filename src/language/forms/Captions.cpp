@@ -27,11 +27,13 @@ QString designedText(QObject &owner, const char *property, const QString &presen
     return kept.isValid() ? kept.toString() : present;
 }
 
-// True for the button of a toolbar, which takes its texts from its action.
-bool mirrorsAction(const QWidget &widget)
+// True for the button of a toolbar, which takes its texts from its action, and for those of a tab bar, which
+// the toolkit names.
+bool isNamedAlready(const QWidget &widget)
 {
     const auto *button = qobject_cast<const QToolButton *>(&widget);
-    return button != nullptr && button->defaultAction() != nullptr;
+    return button != nullptr &&
+           (button->defaultAction() != nullptr || qobject_cast<const QTabBar *>(button->parent()) != nullptr);
 }
 
 } // namespace
@@ -73,7 +75,7 @@ void Captions::translate(QObject &part) const
 {
     if (auto *action = qobject_cast<QAction *>(&part)) {
         translateAction(*action);
-    } else if (auto *widget = qobject_cast<QWidget *>(&part); widget != nullptr && !mirrorsAction(*widget)) {
+    } else if (auto *widget = qobject_cast<QWidget *>(&part); widget != nullptr && !isNamedAlready(*widget)) {
         translateTip(*widget);
         translateControl(*widget);
     }

@@ -169,11 +169,21 @@ void FrmMain::loadLogs()
 {
     m_runInfo.clear();
     m_runInfo.append(core::ReadTextFile(m_context.log, m_context.paths.RunLogFile, core::RunLog::sizeLimit));
-    QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont); // datagrams are fixed-column text
-    fixed.setPointSizeF(font().pointSizeF());
-    m_ui->txtRuninfo->setFont(fixed);
     m_sms.append(core::ReadTextFile(m_context.log, m_context.paths.SmsFile, shownMessageBytes));
-    connect(m_ui->SSTab1, &QTabWidget::currentChanged, &m_screen, &core::FrameGate::schedule);
+    connect(m_ui->SSTab1, &QTabWidget::currentChanged, this, [this] {
+        chooseLogFont();
+        m_screen.schedule();
+    });
+}
+
+// Datagrams are fixed-column text. To find another font takes too long for a start that does not show it.
+void FrmMain::chooseLogFont()
+{
+    if (m_ui->SSTab1->currentWidget() == m_ui->pageRunInformation) {
+        QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+        fixed.setPointSizeF(font().pointSizeF());
+        m_ui->txtRuninfo->setFont(fixed);
+    }
 }
 
 void FrmMain::loadTray()
@@ -279,7 +289,7 @@ void FrmMain::openLastCaller()
 // As long as the menu is open, its commands are about the call that it was opened for.
 void FrmMain::turnToLastCall()
 {
-    if (m_ui->txtLastCallerID->hasOpenMenu() || m_lastCaller.isEmpty()) {
+    if (m_ui->txtLastCallerID->hasOpenMenu() || m_ui->txtLastCallerID->document()->isEmpty()) {
         return;
     }
     m_callOfBar = m_lastCall;
@@ -330,10 +340,8 @@ void FrmMain::showCallAgain(const core::CallRecord &shown, const core::CallRecor
     nameOpening(*m_ui->mnuOpenCaller, m_calls.callerOf(m_ui->gridCallerId->currentIndex().row()));
 }
 
-void FrmMain::showLastCaller(const core::CallRecord &record, const QString &text)
+void FrmMain::showLastCaller()
 {
-    m_lastCall = record;
-    m_lastCaller = text;
     m_changes.lastCaller = true;
     m_screen.schedule();
 }
@@ -394,7 +402,9 @@ void FrmMain::updateScreen()
     const Changes changes = std::exchange(m_changes, {});
     m_calls.publish();
     if (changes.lastCaller) {
-        m_ui->txtLastCallerID->showCall(m_lastCaller, tellsPreviousCall(m_lastCall));
+        const LastCaller caller = m_context.commands.lastCaller();
+        m_lastCall = caller.record;
+        m_ui->txtLastCallerID->showCall(caller.text, tellsPreviousCall(m_lastCall));
         turnToLastCall();
     }
     m_runInfo.show(*m_ui->txtRuninfo);
@@ -421,8 +431,11 @@ void FrmMain::markUnread()
         m_context.commands.messagesSeen();
     }
     const int tab = m_ui->SSTab1->indexOf(m_ui->pageShortMessages);
-    const QString title = m_messagesTitle + u" (%1)"_s.arg(m_unreadMessages);
-    m_ui->SSTab1->setTabText(tab, m_unreadMessages > 0 ? title : m_messagesTitle);
+    const QString title =
+        m_unreadMessages > 0 ? m_messagesTitle + u" (%1)"_s.arg(m_unreadMessages) : m_messagesTitle;
+    if (m_ui->SSTab1->tabText(tab) != title) { // each text that is set lays the window out anew
+        m_ui->SSTab1->setTabText(tab, title);
+    }
     showTip();
 }
 

@@ -31,6 +31,13 @@ class FrmMain;
 
 namespace mainwindow {
 
+/// The call that came last, and what the last-caller box says of it.
+struct LastCaller
+{
+    core::CallRecord record;
+    QString text;
+};
+
 /// What the main window's controls ask of the program.
 class MainWindowCommands
 {
@@ -42,6 +49,7 @@ public:
     virtual void handleSampleCall() = 0;
     /// The last datagram as the program understood it.
     virtual QString describeLastDatagram() = 0;
+    virtual LastCaller lastCaller() = 0;
     /// Deletes the short-message log; false where it stays.
     virtual bool eraseShortMessages() = 0;
     /// The operator sees the received messages.
@@ -90,7 +98,8 @@ public:
     void ShowCallerID_tarn(const core::CallRecord &record);
     void showEarlierCall(const core::CallRecord &record, int newerCalls);
     void showCallAgain(const core::CallRecord &shown, const core::CallRecord &now);
-    void showLastCaller(const core::CallRecord &record, const QString &text);
+    /// Another call is the last one, who is asked for when the screen is updated.
+    void showLastCaller();
     /// How many received messages nobody has seen yet.
     void showUnread(int messages);
     /// Puts a line of the short-message log under the last one.
@@ -145,6 +154,7 @@ private:
     void connectSignal();
     void connectWindowButton(QAction *action, core::Window window);
     void applyIcons();
+    void chooseLogFont();
     void updateScreen();
     void updateSource();
     void markUnread();
@@ -181,7 +191,6 @@ private:
     Changes m_changes;
     Shape m_shape = Shape::Full;
     QSize m_fullSize; ///< to which the small shape grows again
-    QString m_lastCaller;
     core::CallRecord m_lastCall;
     core::CallRecord m_callOfBar; ///< the one that the bar's commands speak of
     QString m_messagesTitle;

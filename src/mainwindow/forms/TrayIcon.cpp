@@ -81,7 +81,10 @@ void TrayIcon::setSignalling(bool on)
 void TrayIcon::setTip(const QString &tip)
 {
     constexpr qsizetype longestTip = 64;
-    m_icon.setToolTip(tip.left(longestTip));
+    const QString shown = tip.left(longestTip);
+    if (m_icon.toolTip() != shown) { // the desktop is told of each
+        m_icon.setToolTip(shown);
+    }
 }
 
 } // namespace mainwindow
