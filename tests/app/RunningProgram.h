@@ -2,20 +2,22 @@
 
 #include "reception/Endpoint.h"
 #include "support/Calls.h"
+#include "support/Rows.h"
 #include "support/TestDesk.h"
 
 #include <QDeadlineTimer>
 #include <QProcess>
 #include <QUdpSocket>
 
-/// The built program as a process of its own, in a copy of the sample desk. It always takes
-/// UDP port 1972.
+/// The built program as a process of its own, in a copy of the sample desk, or on the databases of another
+/// one. It always takes UDP port 1972, so only the first of several hears calls.
 class RunningProgram : support::TestDesk
 {
 public:
-    RunningProgram()
+    explicit RunningProgram(const RunningProgram *other = nullptr)
     {
-        paths = core::pathsBelow(paths.StartFolder, folder.filePath(u"CallDesk"_s));
+        const QString desk = other != nullptr ? other->paths.StartFolder : paths.StartFolder;
+        paths = core::pathsBelow(desk, folder.filePath(u"CallDesk"_s));
         const QDir sample(QStringLiteral(SAMPLE_DESK));
         for (const QString &name : sample.entryList(QDir::Files)) {
             QFile::copy(sample.filePath(name), paths.StartFolder + u'/' + name);
@@ -24,12 +26,13 @@ public:
     ~RunningProgram() { kill(); }
     Q_DISABLE_COPY_MOVE(RunningProgram)
 
-    /// Starts and waits until calls can be received; false when that does not come about.
-    bool start()
+    /// Starts and waits until calls can be received, or until they are found to go to another program; false
+    /// when that does not come about.
+    bool start(const QByteArray &logged = ">  loca port ")
     {
         QFile::remove(paths.RunLogFile);
         startProcess(m_process);
-        return QTest::qWaitFor([this] { return log().contains(">  loca port "); }, patienceMs) && isRunning();
+        return QTest::qWaitFor([&] { return log().contains(logged); }, patienceMs) && isRunning();
     }
     /// Only starts, in the same folders: also a second instance beside the first.
     void startProcess(QProcess &process) const
@@ -77,7 +80,17 @@ public:
     }
     /// A call of the sample desk's first customer, who pops up.
     void sendCall(int unit = 1) { send(support::call(u"6175550101"_s, u"Harbor Lantern Hotel"_s), unit); }
-    void changeCustomers(const QString &sql) const { runSql(paths.CustomerFile, sql); }
+    /// Columns of that customer's row, or why it cannot be read while a program is writing.
+    QString firstCustomer(const QString &columns) const
+    {
+        try {
+            return support::rowsOf(
+                paths.CustomerFile,
+                u"select %1 from customer where CustomerName like 'Harbor*'"_s.arg(columns));
+        } catch (const core::Error &error) {
+            return error.description();
+        }
+    }
 
     QByteArray log() const { return fileBytes(paths.RunLogFile); }
     QByteArray settings() const { return fileBytes(paths.SettingsFile); }

@@ -50,6 +50,38 @@ void clickOn(const QString &window, int button)
     xdotool(u"mousemove --window %1 8 8 click %2"_s.arg(window).arg(button));
 }
 
+/// Answers the question that a program puts, or will put, by these keys.
+void answer(const RunningProgram &program, const QString &keys)
+{
+    QTRY_VERIFY(!windowOfType(program, u"DIALOG"_s).isEmpty());
+    const QString question = windowOfType(program, u"DIALOG"_s);
+    press(question, keys);
+    QTRY_VERIFY(windowOfType(program, u"DIALOG"_s) != question);
+}
+
+/// What an operator does to the sample desk's first customer.
+struct CustomerEditor
+{
+    const RunningProgram &program;
+
+    void open() const
+    {
+        QTRY_VERIFY(!windowOfType(program, u"NORMAL"_s).isEmpty());
+        press(windowOfType(program, u"NORMAL"_s), u"Tab Tab Return"_s); // the toolbar's second button
+        QTRY_VERIFY(!windowTitled(program, u"^Customers$"_s).isEmpty());
+        press(windowTitled(program, u"^Customers$"_s), u"h a r b o r Down Return"_s);
+        QTRY_VERIFY(!windowTitled(program, u"^Harbor "_s).isEmpty());
+    }
+    /// Into the field that is so many places behind the one that has the keyboard.
+    void typeAndSave(int tabs, const QString &text) const
+    {
+        press(windowTitled(program, u"^Harbor "_s), u"Tab "_s.repeated(tabs) + u"ctrl+a"_s);
+        xdotool(u"type "_s + text);
+        xdotool(u"key ctrl+s"_s);
+    }
+    QString phoneAndPostalCode() const { return program.firstCustomer(u"WorkPhones,PostalCode"_s); }
+};
+
 } // namespace
 
 /// The program on a desktop with a window manager and, where a test starts one, a tray.
@@ -133,12 +165,35 @@ private Q_SLOTS:
         QTRY_VERIFY(!windowTitled(*m_program, u"^Phone book$"_s).isEmpty());
     }
 
-    void whatAnotherProgramSavesIsKnownToACallBeforeLong()
+    void twoProgramsOnOneFolderLoseNothingOfEachOtherAndAskWhereBothHaveChangedIt()
     {
-        start();
-        m_program->changeCustomers(u"update customer set WorkPhones='2125550188' where SN=1"_s);
+        constexpr int phone = 2; // fields behind the name
+        constexpr int postalCode = 18;
+        RunningProgram other(m_program.get());
+        QVERIFY(m_program->start());
+        QVERIFY(other.start(">  !iniUDP 10048 "));
+        answer(other, u"Return"_s); // the first one has the port
+        const CustomerEditor ann{other};
+        const CustomerEditor bob{*m_program};
+        ann.open();
+        bob.open();
+        const auto onFile = [&] { return ann.phoneAndPostalCode(); };
+
+        ann.typeAndSave(phone, u"2125550188"_s);
+        QTRY_COMPARE(onFile(), u"2125550188|02110"_s);
         const QByteArray call = support::call(u"2125550188"_s, {}, u"5550100"_s, {}, {});
         QTRY_VERIFY((m_program->send(call), !windowOfType(*m_program, u"UTILITY"_s).isEmpty()));
+        bob.typeAndSave(postalCode, u"9-1"_s);
+        QTRY_COMPARE(onFile(), u"2125550188|9-1"_s); // both stand
+        ann.typeAndSave(postalCode - phone, u"9-2"_s);
+        answer(other, u"Right Return"_s); // theirs
+        QTRY_COMPARE(onFile(), u"2125550188|9-1"_s);
+        ann.typeAndSave(0, u"9-3"_s); // nobody was there since
+        QTRY_COMPARE(onFile(), u"2125550188|9-3"_s);
+        bob.typeAndSave(0, u"9-4"_s);
+        answer(*m_program, u"Return"_s); // mine
+        QTRY_COMPARE(onFile(), u"2125550188|9-4"_s);
+        QCOMPARE(m_program->log().count('!'), 0);
     }
 
     void callsThatComeUpWhileANoteIsTypedTakeNoLetterAndStayBehindIt()

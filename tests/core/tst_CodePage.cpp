@@ -52,6 +52,37 @@ private Q_SLOTS:
         }
     }
 
+    // One of them by itself, and every two of them: none may pass for UTF-8.
+    void theCommonCharactersOfADoubleByteCodePageAreNeverTakenForUtf8()
+    {
+        for (const auto &[number, firstPair, firstTrail, count, last] :
+             {std::tuple(936, 0xB0A1, 0xA1, 3755, u"座"_s),
+              {950, 0xA440, 0x40, 5401, u"籲"_s},
+              {949, 0xB0A1, 0xA1, 2350, u"힝"_s}}) {
+            const CodePage codePage(number);
+            QList<std::array<char, 2>> characters;
+            for (int pair = firstPair; characters.size() < count; ++pair) {
+                const std::array bytes = {char(pair >> 8), char(pair)};
+                const int trail = pair & 0xFF;
+                if (trail >= firstTrail && trail != 0xFF && (trail < 0x7F || trail > 0xA0)) {
+                    characters.append(bytes);
+                }
+            }
+            QCOMPARE(codePage.decode(characters.last()).text, last);
+            qsizetype wrong = 0;
+            for (const auto &first : characters) {
+                const QString text = codePage.decode(first).text;
+                wrong += text.size() != 1 || codePage.encode(text) != QByteArrayView(first) ? 1 : 0;
+                for (const auto &second : characters) {
+                    const std::array both = {first[0], first[1], second[0], second[1]};
+                    const bool doubtful = QUtf8StringView(both.data(), both.size()).isValidUtf8();
+                    wrong += doubtful && codePage.decode(both).text != text + codePage.decode(second).text;
+                }
+            }
+            QCOMPARE(wrong, 0);
+        }
+    }
+
     void vietnameseLettersSurviveTheirCodePageAsTheyWereTyped()
     {
         const CodePage codePage(1258);

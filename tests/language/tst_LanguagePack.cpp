@@ -64,6 +64,23 @@ private Q_SLOTS:
         QCOMPARE(desk.pack.Lms(u"no such key"_s), QString());
     }
 
+    void textsReadBeforeTheDamageAreKept()
+    {
+        Desk desk;
+        desk.runSql(
+            desk.paths.LangFile,
+            u"insert into Lang with recursive n(i) as (select 1 union all select i+1 from n where i<500)"
+            " select 'key'||i, hex(zeroblob(200)), '', '' from n"_s);
+        QByteArray bytes = desk.fileBytes(desk.paths.LangFile);
+        bytes.replace(bytes.size() / 4096 / 2 * 4096, 4096, QByteArray(4096, '\xEE'));
+        desk.writeFile(desk.paths.LangFile, bytes);
+        desk.prompts.expect();
+        QCOMPARE(desk.textsIn(u"CHT"_s), u"編輯|Version|通話紀要"_s);
+        QCOMPARE(desk.pack.Lms(u"key500"_s), QString());
+        QVERIFY(desk.logMessages().last().startsWith(u"!Load LangPack "_s));
+        QVERIFY(desk.prompts.asked.value(0).endsWith(u'\n' + desk.paths.LangFile));
+    }
+
     void aTextThatThePackLacksIsShownInTheSystemsLanguageOrInEnglish()
     {
         Desk desk;

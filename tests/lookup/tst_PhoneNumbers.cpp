@@ -58,6 +58,7 @@ private Q_SLOTS:
               {1252, builtIn, u"617ş5550101"_s, u"617/5550101"_s},
               {1252, builtIn, u"7 "_s.repeated(101), u"7/"_s.repeated(101).chopped(1)},
               {1252, u";"_s, u"123;4 5,6"_s, u"123/4 5,6"_s},
+              {1252, builtIn, u"617–555—01•01"_s, u"617–555—01•01"_s},
               {1252, u"a"_s, u"1a2A3"_s, u"1/2A3"_s}}) {
             QCOMPARE(split(page, text, separator).join(u'/'), pieces);
         }

@@ -220,6 +220,20 @@ private Q_SLOTS:
         QTRY_VERIFY(escape());
     }
 
+    void aWindowPutAwayWhileMaximizedComesUpForACallInItsNormalSize()
+    {
+        for (const bool hides : {true, false}) {
+            Forms forms;
+            forms.window->resize(777, 555);
+            forms.window->showMaximized();
+            QTRY_VERIFY(forms.window->width() > 777);
+            hides ? forms.window->hide() : forms.window->showMinimized();
+            forms.window->showForCall();
+            QVERIFY(forms.window->isVisible() && !forms.window->isMaximized());
+            QTRY_COMPARE(forms.window->size(), QSize(777, 555));
+        }
+    }
+
     void bothShapes()
     {
         Forms forms;

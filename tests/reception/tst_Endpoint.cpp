@@ -82,7 +82,9 @@ private Q_SLOTS:
         reception.endpoint = nullptr;
         reception.settings.record.LastSenderIp.setText(u"127.0.0.1"_s);
         reception.settings.record.LastSenderPort = reception.unit.localPort();
+        reception.settings.record.LocalPort = 2000;
         reception.open();
+        QVERIFY(reception.logMessages().contains(u"loca port 20000"_s));
         reception.endpoint->SendServer(u"REFRESH 销售"_s);
         QCOMPARE(reception.unit.answer(), "REFRESH \xCF\xFA\xCA\xDB");
         Unit second;
@@ -90,6 +92,24 @@ private Q_SLOTS:
         QTRY_COMPARE(reception.handled.size(), 1);
         reception.endpoint->SendServer(u"again"_s);
         QCOMPARE(second.answer(), "again");
+    }
+
+    void aChangedPortTakesEffectAtOnceUntilAUnitIsHeard()
+    {
+        for (const QString &lastSender : {u""_s, u"0.0.0.0"_s, u"127.0.0.1"_s}) {
+            Reception reception;
+            core::SettingsRecord &record = reception.settings.record;
+            record.LastSenderIp.setText(lastSender);
+            record.LastSenderPort = 4711;
+            for (const int setting : {2000, 3000}) {
+                record.LocalPort = setting;
+                reception.endpoint->iniUDP();
+            }
+            const bool heard = lastSender == "127.0.0.1"_L1;
+            QCOMPARE(reception.logMessages().filter(u"remote port "_s).mid(1),
+                     heard ? QStringList(2, u"remote port 4711"_s)
+                           : QStringList({u"remote port 1999"_s, u"remote port 2999"_s}));
+        }
     }
 
     void aListTakesAddressesAndNetworksAndNamesEveryOtherLine()
@@ -208,6 +228,10 @@ private Q_SLOTS:
     {
         Reception reception;
         core::CustomerInfo info{.fields = {{6, u"客户"_s}, {4, u"7"_s}}};
+        QUdpSocket other;
+        QVERIFY(other.bind(QHostAddress::AnyIPv4, 1991, QAbstractSocket::DontShareAddress));
+        reception.forwarding.Ini_TDR_UDP();
+        other.close();
         reception.forwarding.Ini_TDR_UDP();
         QUdpSocket unit;
         QVERIFY(unit.bind(QHostAddress::AnyIPv4, 1990));
@@ -224,10 +248,14 @@ private Q_SLOTS:
             QCOMPARE(datagram.senderPort(), 1991);
             QVERIFY(!unit.hasPendingDatagrams());
         }
-        reception.settings.record.LastSenderIp.setText(u"nobody"_s); // who is not this machine
+        info.fields.append({5, u"Zoë"_s, "ContactPersonName"_L1}); // which the Chinese page lacks
         reception.forwarding.SendTDRData(info);
-        QCOMPARE(reception.logMessages().constLast(), u"!SendTDRData 0 no address: nobody"_s);
-        QVERIFY(!unit.hasPendingDatagrams());
+        reception.settings.record.LastSenderIp.setText(u"nobody"_s);
+        reception.forwarding.SendTDRData(info);
+        const QStringList told = reception.logMessages().filter(u"TDR"_s);
+        QVERIFY(told.size() == 3 && told.first().startsWith("!Ini_TDR_UDP 10048 "_L1));
+        QVERIFY(told.at(1).endsWith(u"code page 936 lacks characters of ContactPersonName"_s));
+        QCOMPARE(told.last(), u"!SendTDRData 0 no address: nobody"_s);
     }
 };
 
