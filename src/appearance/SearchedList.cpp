@@ -77,11 +77,11 @@ void SearchedList::connectWords()
     });
 }
 
-void SearchedList::searchTyped()
+void SearchedList::searchTyped(std::optional<qint32> sn)
 {
     m_showsTyped = false;
     const QScopedValueRollback searches(m_searchesTyped, true);
-    search();
+    searchWords(sn);
 }
 
 void SearchedList::searchIfNew()
@@ -103,14 +103,14 @@ void SearchedList::turnToList()
     grid.setFocus(Qt::ShortcutFocusReason);
 }
 
-// False where the keyboard is in no search.
+// False where there is no search to leave. The row that was found stays, among all others.
 bool SearchedList::leaveSearch()
 {
-    if (!m_controls.words.hasFocus() || m_controls.words.text().isEmpty()) {
+    if (m_controls.words.text().isEmpty()) {
         return false;
     }
     m_controls.words.clear();
-    searchTyped();
+    searchTyped(m_controls.grid.hasFocus() ? currentSn() : std::nullopt);
     return true;
 }
 
@@ -171,13 +171,38 @@ bool SearchedList::showUnsearched(const Asked &asked)
 
 bool SearchedList::search()
 {
+    return searchWords({});
+}
+
+bool SearchedList::searchWords(std::optional<qint32> sn)
+{
     settleWords();
     const QString query = m_context.searchQuery(m_controls.words.text().trimmed());
-    const bool found = show({.query = query, .unsorted = query, .searched = true});
+    const bool found = show(inChosenOrder({.query = query, .unsorted = query, .searched = true}), sn);
     if (found) {
         m_showsTyped = m_searchesTyped;
     }
     return found;
+}
+
+bool SearchedList::sort(int column)
+{
+    Asked rows = m_shown.query.isEmpty() ? m_context.first : m_shown;
+    if (m_context.sortQuery(column, rows.unsorted).isEmpty()) {
+        return false;
+    }
+    m_sortedColumn = column;
+    show(inChosenOrder(std::move(rows)));
+    return true;
+}
+
+SearchedList::Asked SearchedList::inChosenOrder(Asked asked) const
+{
+    if (m_sortedColumn >= 0) {
+        asked.query = m_context.sortQuery(m_sortedColumn, asked.unsorted);
+        asked.sortedColumn = m_sortedColumn;
+    }
+    return asked;
 }
 
 void SearchedList::refresh()
@@ -187,7 +212,7 @@ void SearchedList::refresh()
 
 void SearchedList::follow(const Asked &all, std::optional<qint32> sn)
 {
-    show(m_shown.searched ? m_shown : all, sn);
+    show(m_shown.searched ? m_shown : inChosenOrder(all), sn);
 }
 
 // A search without hits leaves the count of the one before, and does not show it.

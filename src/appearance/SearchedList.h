@@ -20,7 +20,8 @@ namespace appearance {
 ///
 /// It searches at Enter, and a short pause after the last key where other words stand in the box then. Ctrl+F
 /// turns to the box; Down, Page Down, and Enter where its words were searched for already, go from it to what
-/// was found. Esc leaves a search before it closes the window.
+/// was found. Esc leaves a search before it closes the window. An order that was chosen stays for what is
+/// searched for later.
 class SearchedList : public QObject
 {
     Q_OBJECT
@@ -50,6 +51,8 @@ public:
         const core::TextLookup &texts;
         Asked first; ///< what it opens with
         std::function<QString(const QString &words)> searchQuery;
+        /// The rows of a query in the order of a column; empty for one that does not sort.
+        std::function<QString(int column, const QString &rows)> sortQuery = {};
         QString countSign;      ///< between "Total" and the number
         QString foundCountSign; ///< the same after a search
     };
@@ -65,6 +68,8 @@ public:
     /// The same with an empty search box: its words would not be what is shown.
     bool showUnsearched(const Asked &asked);
     bool search();
+    /// Shows the rows in the order of a column; false for one that does not sort.
+    bool sort(int column);
     /// What is shown, anew, or what it opens with; it stands where it stood. F5 does it, too.
     void refresh();
     /// After a row was saved: what is searched for, or else `all`.
@@ -94,10 +99,12 @@ private:
     void connectControls();
     void connectRows();
     void connectWords();
-    void searchTyped();
+    void searchTyped(std::optional<qint32> sn = {});
     void searchIfNew();
     void turnToList();
     bool leaveSearch();
+    bool searchWords(std::optional<qint32> sn);
+    Asked inChosenOrder(Asked asked) const;
     void settleWords();
     bool ask(const std::function<bool()> &question);
     void offerCommands(bool onRow);
@@ -111,6 +118,7 @@ private:
     store::ResultModel &m_rows;
     Asked m_asked; ///< last
     Asked m_shown;
+    int m_sortedColumn = -1;        ///< as the operator chose
     std::optional<qint32> m_wanted; ///< the SN to stand on once it is found
     int m_standsOn = -1;            ///< the row where it was found last
     bool m_isWhole = false;         ///< as was last said by answered()

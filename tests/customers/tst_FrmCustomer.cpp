@@ -85,6 +85,10 @@ private Q_SLOTS:
         QTRY_COMPARE(List::rows(), u"anna"_s); // as one types
         support::key(Qt::Key_Return);
         QVERIFY(List::grid()->hasFocus() && current() == 0);
+        support::key(Qt::Key_Escape); // leaves the search first; the order stays, and so does who was found
+        QTRY_COMPARE(List::rows(), u"Bay|Zoë Łódź|anna"_s);
+        QVERIFY(List::grid()->hasFocus());
+        QTRY_COMPARE(current(), 2);
         List::form()->setLayoutDirection(Qt::RightToLeft);
         search(u"a"_s);
         QCOMPARE(List::grid()->horizontalScrollBar()->value(), 0); // does not move sideways

@@ -152,17 +152,21 @@ private Q_SLOTS:
     void aWindowBroughtUpByACallHidesItselfUnlessItIsUsed()
     {
         Forms forms;
+        auto *tabs = forms.find<QTabWidget>("SSTab1");
+        tabs->setCurrentIndex(2);
         forms.window->showForCall(); // it stands already, the operator keeps it
+        QTRY_COMPARE(tabs->currentIndex(), 0);
         QVERIFY(!forms.autoHide.isRunning());
-        forms.window->hide();
         forms.window->showForCall();
-        QVERIFY(forms.window->isVisible());
+        forms.window->hide(); // before the call's frame is shown
+        QTRY_VERIFY(forms.window->isVisible());
         QVERIFY(forms.window->windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint));
         for (int tick = 1; tick <= 5; ++tick) {
             QCOMPARE(forms.autoHide.tick(), tick == 5);
         }
         forms.window->hide();
         forms.window->showForCall();
+        QTRY_VERIFY(forms.window->isVisible());
         forms.find("Command3")->click();
         QVERIFY(!forms.window->windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint));
         QVERIFY(!forms.autoHide.isRunning());
@@ -245,7 +249,7 @@ private Q_SLOTS:
             QTRY_VERIFY(forms.window->width() > 777);
             hides ? forms.window->hide() : forms.window->showMinimized();
             forms.window->showForCall();
-            QVERIFY(forms.window->isVisible() && !forms.window->isMaximized());
+            QTRY_VERIFY(forms.window->isVisible() && !forms.window->isMaximized());
             QTRY_COMPARE(forms.window->size(), QSize(777, 555));
         }
     }

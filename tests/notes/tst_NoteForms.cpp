@@ -124,6 +124,12 @@ private Q_SLOTS:
         QVERIFY(!desk.values.NotePadOpen);
         QCOMPARE(desk.rows(u"select Request from customerrequest"_s), u"can't wait"_s);
         QCOMPARE(desk.openForms.count(), 0);
+        for (const char *box : {"txtCustomerName", "txtConsultant"}) {
+            desk.windowsOfNotes.ShowNotePad(u"Acme"_s, 1);
+            Editor::type(box, u"Ann"_s);
+            desk.prompts.expectSave(Prompts::Answer::Discard);
+            Editor::form()->close();
+        }
 
         desk.run(u"drop table customerrequest"_s);
         desk.windowsOfNotes.ShowNotePad(u"Acme"_s, 1);

@@ -73,13 +73,8 @@ void FrmCustomer::dropNumber()
 
 void FrmCustomer::sort(int column)
 {
-    const appearance::SearchedList::Asked &shown = m_list->shown();
-    const QString rows = shown.unsorted.isEmpty() ? refreshQuery() : shown.unsorted;
-    const QString query = sortQuery(column, rows.trimmed());
-    if (query.isEmpty()) {
+    if (!m_list->sort(column)) {
         showSortArrow(); // the heading has put it where it was clicked
-    } else {
-        m_list->show({.query = query, .unsorted = rows, .sortedColumn = column, .searched = shown.searched});
     }
 }
 

@@ -54,6 +54,7 @@ void FrmCustomer::setUpList()
                               .texts = m_context.texts,
                               .first = {.query = listQuery(), .unsorted = refreshQuery(), .sortedColumn = 0},
                               .searchQuery = searchQuery,
+                              .sortQuery = sortQuery,
                               .countSign = u" "_s,
                               .foundCountSign = u":"_s},
         SearchedList::Controls{.grid = *m_ui->DataGrid1,

@@ -94,9 +94,10 @@ public:
     /// Puts a line of the short-message log under the last one.
     void appendSms(const QString &text);
 
-    /// Shows the window in its normal state because of a call, without taking the keyboard: in front of the
-    /// others, or behind the window of the program that the operator works in. One that was hidden hides
-    /// itself again later. The call is told by the task bar, the tray and the yellow bar.
+    /// Shows the window in its normal state with the next frame, because of a call and without taking the
+    /// keyboard: in front of the others, or behind the window of the program that the operator works in. One
+    /// that was hidden hides itself again later. The call is told by the task bar, the tray and the yellow
+    /// bar.
     void showForCall();
     /// A minimised or maximised window becomes normal; a hidden one stays hidden.
     void setNormal();
@@ -157,7 +158,8 @@ private:
     void keepPlace();
     void setTopmost(bool topmost);
     void showNormalQuietly();
-    QWidget *windowInUse() const;
+    void comeUp();
+    QWindow *windowInUse() const;
     void yieldTo(QWindow *window);
     void signalCall();
     void showSignal(bool on);
@@ -188,11 +190,10 @@ private:
     bool m_portUnavailable = false;
     bool m_callWaits = false;
     bool m_customersUnavailable = false;
-    QString m_messageLogs;     ///< the key of what is told about them
-    QTimer m_signal;           ///< runs while a call is told by colours
-    QPointer<QWindow> m_other; ///< of the program's, that had the keyboard before this one
-    bool m_otherHadFocus = false;
-    QElapsedTimer m_sinceOther;                     ///< runs from the moment in which that closed
+    QString m_messageLogs;           ///< the key of what is told about them
+    QTimer m_signal;                 ///< runs while a call is told by colours
+    QList<QPointer<QWindow>> m_used; ///< the program's, the one that had the keyboard last in front
+    QElapsedTimer m_sinceOther; ///< runs from the moment in which the keyboard came back from a closed one
     Qt::WindowStates LastState = Qt::WindowNoState; ///< the state to which the tray restores
 };
 
