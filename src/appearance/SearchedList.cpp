@@ -1,6 +1,7 @@
 #include "appearance/SearchedList.h"
 
 #include "appearance/Keys.h"
+#include "core/TextUtilities.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -13,11 +14,13 @@ using namespace Qt::StringLiterals;
 namespace appearance {
 
 SearchedList::SearchedList(const Context &context, const Controls &controls)
-    : m_context(context), m_controls(controls), m_rows(context.rows)
+    : m_context(context), m_controls(controls), m_rows(context.rows),
+      m_removal({context.rows, context.texts, context.nameFields}, controls.deleted)
 {
     connectControls();
     connectWords();
     connectRows();
+    connectRemoval();
     QSizePolicy place = controls.count.sizePolicy();
     place.setRetainSizeWhenHidden(true);
     controls.count.setSizePolicy(place);
@@ -268,23 +271,68 @@ void SearchedList::standOnWanted()
     }
 }
 
-// The list may be read anew while the question stands: another row is then in the place of this one.
-SearchedList::Removal SearchedList::removeCurrent(const std::function<bool()> &question)
+void SearchedList::connectRemoval()
 {
-    const bool onRow = m_controls.grid.currentIndex().isValid();
-    const std::optional<qint32> sn = currentSn();
-    if (!ask(question) || !onRow) {
-        return Removal::None;
+    connect(&m_removal, &RowRemoval::removed, this, [this](qint32 sn, int row) {
+        standOn(row - 1);
+        Q_EMIT removed(sn);
+    });
+    connect(&m_removal, &RowRemoval::removalEnded, this, [this](int rows, bool whole) {
+        if (!m_rows.isReading()) {
+            showCount(m_context.countSign);
+        }
+        Q_EMIT removalEnded(rows, whole);
+    });
+    connect(&m_removal, &RowRemoval::restored, this, [this](qint32 sn) {
+        m_restored = sn;
+        Q_EMIT restored(sn);
+    });
+    connect(&m_removal, &RowRemoval::restoringEnded, this, [this](int rows, bool whole) {
+        show(m_shown, m_restored);
+        m_controls.grid.setFocus();
+        Q_EMIT restoringEnded(rows, whole);
+    });
+    onKeys(*m_controls.grid.window(), QKeySequence::Undo, [this] { m_removal.putBack(); });
+}
+
+std::vector<qint64> SearchedList::selectedNumbers() const
+{
+    std::vector<qint64> numbers;
+    for (const int row : m_controls.grid.selectedRows()) {
+        if (const std::optional<qint64> number = m_rows.numberOf(row)) {
+            numbers.push_back(*number);
+        }
     }
-    const int row = sn ? m_rows.rowOf(*sn) : -1;
-    if (!m_rows.removeRow(row)) {
-        return Removal::Failed;
+    if (const std::optional<qint32> current = currentSn(); numbers.empty() && current) {
+        numbers.push_back(*current);
     }
-    standOn(row - 1);
-    if (!m_rows.isReading()) {
-        showCount(m_context.countSign);
+    return numbers;
+}
+
+// Several rows are called by their number.
+QString SearchedList::nameOf(const std::vector<qint64> &numbers) const
+{
+    if (numbers.size() > 1) {
+        return m_context.texts.Lms(u"RowsSelected"_s).replace(u"%1"_s, QString::number(numbers.size()));
     }
-    return Removal::Done;
+    const int row = numbers.empty() ? -1 : m_rows.rowOf(numbers.front());
+    QString name;
+    for (const QString &field : m_context.nameFields) {
+        name = name.isEmpty() ? core::shownText(m_rows.field(row, field).toString()).trimmed() : name;
+    }
+    return name;
+}
+
+// The list may be read anew while the question stands: other rows are then in the places of these.
+void SearchedList::removeSelected(const QString &question,
+                                  const std::function<bool(const QString &question)> &ask)
+{
+    const std::vector<qint64> numbers = selectedNumbers();
+    const QString about = nameOf(numbers);
+    const QString whole = about.isEmpty() ? question : question + u"\n\n"_s + about;
+    if (this->ask([&] { return ask(whole); }) && !numbers.empty()) {
+        m_removal.remove(numbers);
+    }
 }
 
 // A button that loses its row would hand the keyboard on to the one that closes the window.

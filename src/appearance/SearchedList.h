@@ -1,6 +1,7 @@
 #pragma once
 
 #include "appearance/RecordGrid.h"
+#include "appearance/RowRemoval.h"
 #include "core/TextLookup.h"
 #include "store/ResultModel.h"
 
@@ -43,6 +44,7 @@ public:
         QPushButton &edit;
         QPushButton &remove;
         QLabel &count;
+        RowRemoval::Bar deleted;
     };
     struct Context
     {
@@ -53,10 +55,10 @@ public:
         std::function<QString(const QString &words)> searchQuery;
         /// The rows of a query in the order of a column; empty for one that does not sort.
         std::function<QString(int column, const QString &rows)> sortQuery = {};
+        QStringList nameFields; ///< what a row is called: the first of them that is not empty
         QString countSign;      ///< between "Total" and the number
         QString foundCountSign; ///< the same after a search
     };
-    enum class Removal { None, Failed, Done };
 
     /// The grid shows the rows already.
     SearchedList(const Context &context, const Controls &controls);
@@ -80,8 +82,9 @@ public:
     std::optional<qint32> currentSn() const;
     /// A row behind the last stands for the last; before the first, the list stands on none.
     void standOn(int row);
-    /// Deletes the row that it stands on if the operator says so, and stands on the one before it.
-    Removal removeCurrent(const std::function<bool()> &question);
+    /// Deletes the selected rows if the operator says so, and stands on the one before the last that went.
+    /// `ask` gets the question with the rows' name, or their number, below it.
+    void removeSelected(const QString &question, const std::function<bool(const QString &question)> &ask);
 
 Q_SIGNALS:
     /// The rows that were asked for are shown or, where not `whole`, the rows' trouble() keeps some of them,
@@ -91,6 +94,11 @@ Q_SIGNALS:
     void removeAsked();
     /// By the Del key in the grid.
     void removeKeyPressed();
+    void removed(qint32 sn);
+    /// So many were; not `whole`: the next one could not be, and those behind it were left alone.
+    void removalEnded(int rows, bool whole);
+    void restored(qint32 sn);
+    void restoringEnded(int rows, bool whole);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -107,6 +115,9 @@ private:
     Asked inChosenOrder(Asked asked) const;
     void settleWords();
     bool ask(const std::function<bool()> &question);
+    void connectRemoval();
+    std::vector<qint64> selectedNumbers() const;
+    QString nameOf(const std::vector<qint64> &numbers) const;
     void offerCommands(bool onRow);
     void standOnWanted();
     void showAllFound();
@@ -116,14 +127,16 @@ private:
     Context m_context;
     Controls m_controls;
     store::ResultModel &m_rows;
+    RowRemoval m_removal;
     Asked m_asked; ///< last
     Asked m_shown;
-    int m_sortedColumn = -1;        ///< as the operator chose
-    std::optional<qint32> m_wanted; ///< the SN to stand on once it is found
-    int m_standsOn = -1;            ///< the row where it was found last
-    bool m_isWhole = false;         ///< as was last said by answered()
-    QTimer m_pause;                 ///< runs until the operator pauses in the box of words
-    QString m_settledWords;         ///< searched for last, or left alone since other rows were asked for
+    int m_sortedColumn = -1;          ///< as the operator chose
+    std::optional<qint32> m_wanted;   ///< the SN to stand on once it is found
+    std::optional<qint32> m_restored; ///< last
+    int m_standsOn = -1;              ///< the row where it was found last
+    bool m_isWhole = false;           ///< as was last said by answered()
+    QTimer m_pause;                   ///< runs until the operator pauses in the box of words
+    QString m_settledWords;           ///< searched for last, or left alone since other rows were asked for
     bool m_searchesTyped = false;
     bool m_showsTyped = false; ///< the list shows what was searched for from the box
 };

@@ -168,7 +168,8 @@ private Q_SLOTS:
                 [&lastRow] { lastRow = name(2); });
         List::press("Command5");
         QCOMPARE(lastRow, u"Zoë Łódź"_s);
-        QCOMPARE(forms.prompts.asked, QStringList(2, u"真的要删当前客户信息吗？"_s));
+        QCOMPARE(forms.prompts.asked,
+                 QStringList({u"真的要删当前客户信息吗？\n\nanna"_s, u"真的要删当前客户信息吗？\n\nBay"_s}));
         QCOMPARE(List::rows(), u"anna|Zoë Łódź"_s);
         QCOMPARE(current(), 0);
         QCOMPARE(List::text("lblCount"), u"[Totalcount] 2"_s);
@@ -190,6 +191,26 @@ private Q_SLOTS:
         QVERIFY(!List::isEnabled("Command5")); // the list stands before its first row
         QCOMPARE(customerSql(forms, u"select CustomerName from customer"_s), u"anna"_s);
         QTRY_COMPARE(current(), 0); // of the search
+    }
+
+    void severalAreDeletedAtOnceAndPutBackAsTheyWere()
+    {
+        Forms forms;
+        const QString whole = u"select * from customer order by SN"_s;
+        const QString before = customerSql(forms, whole);
+        List::grid()->selectAll();
+        forms.prompts.expect();
+        List::press("Command5");
+        QTRY_COMPARE(forms.server.sent.size(), 1);
+        QCOMPARE(forms.prompts.asked, QStringList(u"真的要删当前客户信息吗？\n\n[RowsSelected]"_s));
+        QCOMPARE(customerSql(forms, whole), QString());
+        List::press("cmdUndo");
+        QTRY_COMPARE(forms.server.sent.size(), 2);
+        QCOMPARE(List::rows(), u"anna|Bay|Zoë Łódź"_s);
+        QCOMPARE(customerSql(forms, whole), before);
+        QCOMPARE(forms.effects.called.mid(3).join(u'|'),
+                 u"customerSaved 1  Zoë Łódź|customerSaved 3  Bay|customerSaved 2  anna"_s);
+        QVERIFY(!List::isVisible("cmdUndo"));
     }
 
     // The list may be read anew while the question stands.

@@ -99,6 +99,19 @@ private Q_SLOTS:
                  u"5550144\t<b>Jane</b>\t\t000\t\n5550144\t<b>Jane</b>\t\t000\t"_s);
     }
 
+    void theMarkOfACallerLeavesRoomForALongNumber()
+    {
+        Forms forms;
+        core::CallRecord call;
+        call.CallerID = u"00493055500112233"_s;
+        call.IfVIP = u"Y"_s;
+        forms.window->ShowCallerID_tarn(call);
+        auto *grid = forms.find<QTableView>("gridCallerId");
+        QTRY_COMPARE(grid->model()->rowCount(), 1);
+        const int column = forms.window->calls().GetGridColumn(u"CallerID"_s);
+        QVERIFY(grid->sizeHintForIndex(grid->model()->index(0, column)).width() <= grid->columnWidth(column));
+    }
+
     void theLogsAreShownWithWhatIsUnreadAndDeletedAfterAQuestion()
     {
         Forms forms;

@@ -94,20 +94,11 @@ bool FrmCustomer::editRow(int row, const QString &number)
     return sn != 0 && m_commands.editCustomer(sn, number);
 }
 
-void FrmCustomer::deleteCurrent()
+void FrmCustomer::deleteSelected()
 {
-    using Removal = appearance::SearchedList::Removal;
-    const std::optional<qint32> sn = m_list->currentSn();
-    const Removal removal = m_list->removeCurrent([this] {
-        return m_context.prompts.askOkCancel(u"真的要删当前客户信息吗？"_s, u"HALDEN SOFTWARE"_s);
+    m_list->removeSelected(u"真的要删当前客户信息吗？"_s, [this](const QString &question) {
+        return m_context.prompts.askOkCancel(question, u"HALDEN SOFTWARE"_s);
     });
-    if (removal == Removal::Failed) {
-        showMessage(u"CustomerNotDeleted"_s);
-    } else if (removal == Removal::Done) {
-        showMessage({});
-        m_commands.customerDeleted(*sn);
-        m_context.server.SendServer(u"REFRESHCUSTOMERLIST"_s);
-    }
 }
 
 // Without a message, the line says that a caller's number waits for its customer.

@@ -22,23 +22,34 @@ void frmSimplePhoneBook::setUpList()
     using appearance::SearchedList;
     m_ui->DbgPhoneBook->setModel(m_data);
     m_ui->DbgPhoneBook->setItemDelegate(new MarkDelegate(*m_data, this));
-    m_list.emplace(SearchedList::Context{.rows = *m_data,
-                                         .file = m_context.paths.PhoneBookFile,
-                                         .texts = m_context.texts,
-                                         .first = {.query = allEntriesQuery()},
-                                         .searchQuery = searchQuery,
-                                         .countSign = u": "_s,
-                                         .foundCountSign = u": "_s},
-                   SearchedList::Controls{.grid = *m_ui->DbgPhoneBook,
-                                          .words = *m_ui->txtSearch,
-                                          .search = *m_ui->Command3,
-                                          .edit = *m_ui->Command1,
-                                          .remove = *m_ui->cmdPhonebook_delete,
-                                          .count = *m_ui->lblCount});
+    m_list.emplace(
+        SearchedList::Context{.rows = *m_data,
+                              .file = m_context.paths.PhoneBookFile,
+                              .texts = m_context.texts,
+                              .first = {.query = allEntriesQuery()},
+                              .searchQuery = searchQuery,
+                              .nameFields = {u"simpledes"_s, u"Telno"_s},
+                              .countSign = u": "_s,
+                              .foundCountSign = u": "_s},
+        SearchedList::Controls{.grid = *m_ui->DbgPhoneBook,
+                               .words = *m_ui->txtSearch,
+                               .search = *m_ui->Command3,
+                               .edit = *m_ui->Command1,
+                               .remove = *m_ui->cmdPhonebook_delete,
+                               .count = *m_ui->lblCount,
+                               .deleted = {*m_ui->framDeleted, *m_ui->lblDeleted, *m_ui->cmdUndo}});
     connect(&*m_list, &SearchedList::answered, this, &frmSimplePhoneBook::showAnswer);
     connect(&*m_list, &SearchedList::editAsked, this, &frmSimplePhoneBook::editAsked);
-    connect(&*m_list, &SearchedList::removeAsked, this, [this] { deleteCurrent(DeletedBy::Button); });
-    connect(&*m_list, &SearchedList::removeKeyPressed, this, [this] { deleteCurrent(DeletedBy::Grid); });
+    connect(&*m_list, &SearchedList::removeAsked, this, [this] { deleteSelected(DeletedBy::Button); });
+    connect(&*m_list, &SearchedList::removeKeyPressed, this, [this] { deleteSelected(DeletedBy::Grid); });
+    connect(&*m_list, &SearchedList::removalEnded, this, &frmSimplePhoneBook::tellOfDeleted);
+    connect(&*m_list, &SearchedList::restored, this, &frmSimplePhoneBook::tellOfRestored);
+    connect(&*m_list, &SearchedList::restoringEnded, this, [this](int rows, bool whole) {
+        notice(whole ? QString() : m_context.texts.Lms(u"RowsNotRestored"_s));
+        if (rows > 0) {
+            m_context.server.SendServer(u"REFRESHSIMPLEPHONEBOOK"_s);
+        }
+    });
 }
 
 void frmSimplePhoneBook::connectControls()
