@@ -94,10 +94,9 @@ public:
     /// Puts a line of the short-message log under the last one.
     void appendSms(const QString &text);
 
-    /// Shows the window in its normal state with the next frame, because of a call and without taking the
-    /// keyboard: in front of the others, or behind the window of the program that the operator works in. One
-    /// that was hidden hides itself again later. The call is told by the task bar, the tray and the yellow
-    /// bar.
+    /// Shows the window in its normal state because of a call, without taking the keyboard: in front of the
+    /// others, or behind the window of the program that the operator works in. One that was hidden hides
+    /// itself again later. The call is told by the task bar, the tray and the yellow bar.
     void showForCall();
     /// A minimised or maximised window becomes normal; a hidden one stays hidden.
     void setNormal();
@@ -158,7 +157,6 @@ private:
     void keepPlace();
     void setTopmost(bool topmost);
     void showNormalQuietly();
-    void comeUp();
     QWindow *windowInUse() const;
     void yieldTo(QWindow *window);
     void signalCall();

@@ -81,30 +81,20 @@ void FrmMain::rememberPlace()
     }
 }
 
-// What the operator does to the window in the same moment may be heard of after the call, so the state of the
-// window is asked for when the frame is shown.
 void FrmMain::showForCall()
 {
-    m_changes.call = true;
-    m_screen.schedule();
-}
-
-void FrmMain::comeUp()
-{
-    const bool inFront = windowInUse() == nullptr;
     const bool away = !isVisible() || isMinimized();
     if (away || m_context.autoHide.isRunning()) {
         m_context.autoHide.start();
     }
     if (away) {
-        setTopmost(inFront);
+        setTopmost(windowInUse() == nullptr);
     }
     if (away || windowState() != Qt::WindowNoState) {
         showNormalQuietly();
     }
-    if (inFront) {
-        raise();
-    }
+    m_changes.call = true;
+    m_screen.schedule();
 }
 
 // The one that had the keyboard last, of those that still stand. While the keyboard is on its way from one
@@ -155,8 +145,10 @@ void FrmMain::connectSignal()
 void FrmMain::signalCall()
 {
     constexpr std::chrono::milliseconds moment(4000);
-    comeUp();
     m_ui->SSTab1->setCurrentWidget(m_ui->pageCalls);
+    if (windowInUse() == nullptr) {
+        raise();
+    }
     QApplication::alert(this, int(moment.count()));
     showSignal(true);
     m_signal.start(moment);
