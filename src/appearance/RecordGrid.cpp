@@ -229,14 +229,22 @@ void RecordGrid::copySelection()
     if (selectionModel() == nullptr || !selectionModel()->hasSelection()) {
         return;
     }
+    m_toCopy = selectedRows();
+    std::ranges::reverse(m_toCopy);
+    copyOn();
+}
+
+std::vector<int> RecordGrid::selectedRows() const
+{
+    std::vector<int> rows;
     for (const QItemSelectionRange &range : selectionModel()->selection()) {
         for (int row = range.top(); row <= range.bottom(); ++row) {
-            m_toCopy.push_back(row);
+            rows.push_back(row);
         }
     }
-    std::ranges::sort(m_toCopy, std::greater());
-    m_toCopy.erase(std::unique(m_toCopy.begin(), m_toCopy.end()), m_toCopy.end());
-    copyOn();
+    std::ranges::sort(rows);
+    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+    return rows;
 }
 
 // Reading a hundred thousand rows takes seconds, in which calls must go on being shown. A row that the list

@@ -41,6 +41,8 @@ public:
     /// model and the first widths stand; the memory must outlive the grid.
     void remember(core::WindowMemory &memory, const QString &name);
     void setModel(QAbstractItemModel *model) override;
+    /// In their order.
+    std::vector<int> selectedRows() const;
     /// Does what brings other rows; while a cell is open, as soon as that is closed.
     void whenNotTyping(std::function<void()> work);
 

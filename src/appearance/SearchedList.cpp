@@ -1,6 +1,7 @@
 #include "appearance/SearchedList.h"
 
 #include "appearance/Keys.h"
+#include "core/TextUtilities.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -18,6 +19,9 @@ SearchedList::SearchedList(const Context &context, const Controls &controls)
     connectControls();
     connectWords();
     connectRows();
+    if (controls.removal) {
+        connectRemoval(*controls.removal);
+    }
     QSizePolicy place = controls.count.sizePolicy();
     place.setRetainSizeWhenHidden(true);
     controls.count.setSizePolicy(place);
@@ -34,11 +38,6 @@ void SearchedList::connectControls()
     grid.setRowMenu({{m_controls.edit.text(), [this] { m_controls.edit.click(); }},
                      {m_context.texts.Lms(u"CopyRow"_s), [&grid] { grid.copySelection(); }},
                      {m_context.texts.Lms(u"CopyCell"_s), [&grid] { grid.copyCell(); }}});
-    if (QPushButton *remove = m_controls.remove) {
-        connect(remove, &QPushButton::clicked, this, &SearchedList::removeAsked);
-        connect(&grid, &RecordGrid::deleteRequested, this, &SearchedList::removeKeyPressed);
-        grid.setRowMenu({{}, {remove->text(), [remove] { remove->click(); }}});
-    }
     onKeys(*grid.window(), QKeySequence::Refresh, [this] { refresh(); });
     offerCommands(false);
 }
@@ -78,11 +77,11 @@ void SearchedList::connectWords()
     });
 }
 
-void SearchedList::searchTyped()
+void SearchedList::searchTyped(std::optional<qint32> sn)
 {
     m_showsTyped = false;
     const QScopedValueRollback searches(m_searchesTyped, true);
-    search();
+    searchWords(sn);
 }
 
 void SearchedList::searchIfNew()
@@ -104,14 +103,14 @@ void SearchedList::turnToList()
     grid.setFocus(Qt::ShortcutFocusReason);
 }
 
-// False where the keyboard is in no search.
+// False where there is no search to leave. The row that was found stays, among all others.
 bool SearchedList::leaveSearch()
 {
-    if (!m_controls.words.hasFocus() || m_controls.words.text().isEmpty()) {
+    if (m_controls.words.text().isEmpty()) {
         return false;
     }
     m_controls.words.clear();
-    searchTyped();
+    searchTyped(m_controls.grid.hasFocus() ? currentSn() : std::nullopt);
     return true;
 }
 
@@ -172,13 +171,38 @@ bool SearchedList::showUnsearched(const Asked &asked)
 
 bool SearchedList::search()
 {
+    return searchWords({});
+}
+
+bool SearchedList::searchWords(std::optional<qint32> sn)
+{
     settleWords();
     const QString query = m_context.searchQuery(m_controls.words.text().trimmed());
-    const bool found = show({.query = query, .unsorted = query, .searched = true});
+    const bool found = show(inChosenOrder({.query = query, .unsorted = query, .searched = true}), sn);
     if (found) {
         m_showsTyped = m_searchesTyped;
     }
     return found;
+}
+
+bool SearchedList::sort(int column)
+{
+    Asked rows = m_shown.query.isEmpty() ? m_context.first : m_shown;
+    if (m_context.sortQuery(column, rows.unsorted).isEmpty()) {
+        return false;
+    }
+    m_sortedColumn = column;
+    show(inChosenOrder(std::move(rows)));
+    return true;
+}
+
+SearchedList::Asked SearchedList::inChosenOrder(Asked asked) const
+{
+    if (m_sortedColumn >= 0) {
+        asked.query = m_context.sortQuery(m_sortedColumn, asked.unsorted);
+        asked.sortedColumn = m_sortedColumn;
+    }
+    return asked;
 }
 
 void SearchedList::refresh()
@@ -188,7 +212,7 @@ void SearchedList::refresh()
 
 void SearchedList::follow(const Asked &all, std::optional<qint32> sn)
 {
-    show(m_shown.searched ? m_shown : all, sn);
+    show(m_shown.searched ? m_shown : inChosenOrder(all), sn);
 }
 
 // A search without hits leaves the count of the one before, and does not show it.
@@ -244,32 +268,83 @@ void SearchedList::standOnWanted()
     }
 }
 
-// The list may be read anew while the question stands: another row is then in the place of this one.
-SearchedList::Removal SearchedList::removeCurrent(const std::function<bool()> &question)
+void SearchedList::connectRemoval(const Removal &removal)
 {
-    const bool onRow = m_controls.grid.currentIndex().isValid();
-    const std::optional<qint32> sn = currentSn();
-    if (!ask(question) || !onRow) {
-        return Removal::None;
+    QPushButton &button = removal.button;
+    connect(&button, &QPushButton::clicked, this, &SearchedList::removeAsked);
+    connect(&m_controls.grid, &RecordGrid::deleteRequested, this, &SearchedList::removeKeyPressed);
+    m_controls.grid.setRowMenu({{}, {button.text(), [&button] { button.click(); }}});
+    m_removal.emplace(RowRemoval::Context{m_rows, m_context.texts, m_context.nameFields}, removal.deleted);
+    connect(&*m_removal, &RowRemoval::removed, this, [this](qint32 sn, int row) {
+        standOn(row - 1);
+        Q_EMIT removed(sn);
+    });
+    connect(&*m_removal, &RowRemoval::removalEnded, this, [this](int rows, bool whole) {
+        if (!m_rows.isReading()) {
+            showCount(m_context.countSign);
+        }
+        Q_EMIT removalEnded(rows, whole);
+    });
+    connect(&*m_removal, &RowRemoval::restored, this, [this](qint32 sn) {
+        m_restored = sn;
+        Q_EMIT restored(sn);
+    });
+    connect(&*m_removal, &RowRemoval::restoringEnded, this, [this](int rows, bool whole) {
+        show(m_shown, m_restored);
+        m_controls.grid.setFocus();
+        Q_EMIT restoringEnded(rows, whole);
+    });
+    onKeys(*m_controls.grid.window(), QKeySequence::Undo, [this] { m_removal->putBack(); });
+}
+
+std::vector<qint64> SearchedList::selectedNumbers() const
+{
+    std::vector<qint64> numbers;
+    for (const int row : m_controls.grid.selectedRows()) {
+        if (const std::optional<qint64> number = m_rows.numberOf(row)) {
+            numbers.push_back(*number);
+        }
     }
-    const int row = sn ? m_rows.rowOf(*sn) : -1;
-    if (!m_rows.removeRow(row)) {
-        return Removal::Failed;
+    if (const std::optional<qint32> current = currentSn(); numbers.empty() && current) {
+        numbers.push_back(*current);
     }
-    standOn(row - 1);
-    if (!m_rows.isReading()) {
-        showCount(m_context.countSign);
+    return numbers;
+}
+
+// Several rows are called by their number.
+QString SearchedList::nameOf(const std::vector<qint64> &numbers) const
+{
+    if (numbers.size() > 1) {
+        return m_context.texts.Lms(u"RowsSelected"_s).replace(u"%1"_s, QString::number(numbers.size()));
     }
-    return Removal::Done;
+    const int row = numbers.empty() ? -1 : m_rows.rowOf(numbers.front());
+    QString name;
+    for (const QString &field : m_context.nameFields) {
+        name = name.isEmpty() ? core::shownText(m_rows.field(row, field).toString()).trimmed() : name;
+    }
+    return name;
+}
+
+// The list may be read anew while the question stands: other rows are then in the places of these.
+void SearchedList::removeSelected(const QString &question,
+                                  const std::function<bool(const QString &question)> &ask)
+{
+    const std::vector<qint64> numbers = selectedNumbers();
+    const QString about = nameOf(numbers);
+    const QString whole = about.isEmpty() ? question : question + u"\n\n"_s + about;
+    if (this->ask([&] { return ask(whole); }) && !numbers.empty()) {
+        m_removal->remove(numbers);
+    }
 }
 
 // A button that loses its row would hand the keyboard on to the one that closes the window.
 void SearchedList::offerCommands(bool onRow)
 {
-    for (QPushButton *button : {&m_controls.edit, m_controls.remove}) {
-        if (button == nullptr) {
-            continue;
-        }
+    QList<QPushButton *> commands = {&m_controls.edit};
+    if (m_controls.removal) {
+        commands.append(&m_controls.removal->button);
+    }
+    for (QPushButton *button : commands) {
         if (!onRow && button->hasFocus()) {
             m_controls.words.setFocus();
         }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "appearance/RecordGrid.h"
+#include "appearance/RowRemoval.h"
 #include "core/TextLookup.h"
 #include "store/ResultModel.h"
 
@@ -20,7 +21,8 @@ namespace appearance {
 ///
 /// It searches at Enter, and a short pause after the last key where other words stand in the box then. Ctrl+F
 /// turns to the box; Down, Page Down, and Enter where its words were searched for already, go from it to what
-/// was found. Esc leaves a search before it closes the window.
+/// was found. Esc leaves a search before it closes the window. An order that was chosen stays for what is
+/// searched for later.
 class SearchedList : public QObject
 {
     Q_OBJECT
@@ -34,14 +36,19 @@ public:
         int sortedColumn = -1; ///< -1: the rows are not sorted
         bool searched = false; ///< it is for the words in the search box
     };
+    struct Removal
+    {
+        QPushButton &button;
+        RowRemoval::Bar deleted;
+    };
     struct Controls
     {
         RecordGrid &grid;
         QLineEdit &words;
         QPushButton &search;
         QPushButton &edit;
-        QPushButton *remove; ///< null where no row can be deleted
         QLabel &count;
+        std::optional<Removal> removal = {}; ///< none where no row can be deleted
     };
     struct Context
     {
@@ -50,10 +57,12 @@ public:
         const core::TextLookup &texts;
         Asked first; ///< what it opens with
         std::function<QString(const QString &words)> searchQuery;
+        /// The rows of a query in the order of a column; empty for one that does not sort.
+        std::function<QString(int column, const QString &rows)> sortQuery = {};
+        QStringList nameFields; ///< what a row is called: the first of them that is not empty
         QString countSign;      ///< between "Total" and the number
         QString foundCountSign; ///< the same after a search
     };
-    enum class Removal { None, Failed, Done };
 
     /// The grid shows the rows already.
     SearchedList(const Context &context, const Controls &controls);
@@ -65,6 +74,8 @@ public:
     /// The same with an empty search box: its words would not be what is shown.
     bool showUnsearched(const Asked &asked);
     bool search();
+    /// Shows the rows in the order of a column; false for one that does not sort.
+    bool sort(int column);
     /// What is shown, anew, or what it opens with; it stands where it stood. F5 does it, too.
     void refresh();
     /// After a row was saved: what is searched for, or else `all`.
@@ -75,8 +86,9 @@ public:
     std::optional<qint32> currentSn() const;
     /// A row behind the last stands for the last; before the first, the list stands on none.
     void standOn(int row);
-    /// Deletes the row that it stands on if the operator says so, and stands on the one before it.
-    Removal removeCurrent(const std::function<bool()> &question);
+    /// Deletes the selected rows if the operator says so, and stands on the one before the last that went.
+    /// `ask` gets the question with the rows' name, or their number, below it.
+    void removeSelected(const QString &question, const std::function<bool(const QString &question)> &ask);
 
 Q_SIGNALS:
     /// The rows that were asked for are shown or, where not `whole`, the rows' trouble() keeps some of them,
@@ -86,6 +98,11 @@ Q_SIGNALS:
     void removeAsked();
     /// By the Del key in the grid.
     void removeKeyPressed();
+    void removed(qint32 sn);
+    /// So many were; not `whole`: the next one could not be, and those behind it were left alone.
+    void removalEnded(int rows, bool whole);
+    void restored(qint32 sn);
+    void restoringEnded(int rows, bool whole);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -94,12 +111,17 @@ private:
     void connectControls();
     void connectRows();
     void connectWords();
-    void searchTyped();
+    void searchTyped(std::optional<qint32> sn = {});
     void searchIfNew();
     void turnToList();
     bool leaveSearch();
+    bool searchWords(std::optional<qint32> sn);
+    Asked inChosenOrder(Asked asked) const;
     void settleWords();
     bool ask(const std::function<bool()> &question);
+    void connectRemoval(const Removal &removal);
+    std::vector<qint64> selectedNumbers() const;
+    QString nameOf(const std::vector<qint64> &numbers) const;
     void offerCommands(bool onRow);
     void standOnWanted();
     void showAllFound();
@@ -109,13 +131,16 @@ private:
     Context m_context;
     Controls m_controls;
     store::ResultModel &m_rows;
+    std::optional<RowRemoval> m_removal;
     Asked m_asked; ///< last
     Asked m_shown;
-    std::optional<qint32> m_wanted; ///< the SN to stand on once it is found
-    int m_standsOn = -1;            ///< the row where it was found last
-    bool m_isWhole = false;         ///< as was last said by answered()
-    QTimer m_pause;                 ///< runs until the operator pauses in the box of words
-    QString m_settledWords;         ///< searched for last, or left alone since other rows were asked for
+    int m_sortedColumn = -1;          ///< as the operator chose
+    std::optional<qint32> m_wanted;   ///< the SN to stand on once it is found
+    std::optional<qint32> m_restored; ///< last
+    int m_standsOn = -1;              ///< the row where it was found last
+    bool m_isWhole = false;           ///< as was last said by answered()
+    QTimer m_pause;                   ///< runs until the operator pauses in the box of words
+    QString m_settledWords;           ///< searched for last, or left alone since other rows were asked for
     bool m_searchesTyped = false;
     bool m_showsTyped = false; ///< the list shows what was searched for from the box
 };

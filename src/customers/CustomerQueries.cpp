@@ -74,11 +74,11 @@ QString sortQuery(int column, const QString &rows)
 {
     switch (column) {
     case 0:
-        return rows + u" order by Customername"_s;
+        return rows.trimmed() + u" order by Customername"_s;
     case 1:
-        return rows + u" order by CustomerID"_s;
+        return rows.trimmed() + u" order by CustomerID"_s;
     case 3:
-        return rows + u" order by CustomerType"_s;
+        return rows.trimmed() + u" order by CustomerType"_s;
     default:
         return {};
     }

@@ -11,9 +11,9 @@ namespace customers {
 QString listQuery();
 QString refreshQuery();
 QString searchQuery(QStringView typed);
-/// The query of a click on a heading of the list, which sorts the rows of another query, or else all; empty
-/// for a heading that does not sort.
-QString sortQuery(int column, const QString &rows = QStringLiteral("select * from customer"));
+/// The query of a click on a heading of the list, which sorts the rows of another query; empty for a heading
+/// that does not sort.
+QString sortQuery(int column, const QString &rows);
 
 /// A column that can be exported, and the text key that titles it.
 struct ExportField

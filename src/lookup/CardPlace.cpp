@@ -81,4 +81,10 @@ QRect placeCard(const QSize &card, const CardRoom &room)
     return best;
 }
 
+bool isInTheWay(const QRect &card, const CardRoom &room)
+{
+    return card.intersects(room.field) ||
+           std::ranges::any_of(room.buttons, [&](const QRect &button) { return card.intersects(button); });
+}
+
 } // namespace lookup

@@ -20,4 +20,7 @@ struct CardRoom
 /// corner. If both sides have room, the direction of writing decides.
 QRect placeCard(const QSize &card, const CardRoom &room);
 
+/// Whether a card covers what the operator needs: a button, or the field that he types into.
+bool isInTheWay(const QRect &card, const CardRoom &room);
+
 } // namespace lookup

@@ -445,20 +445,42 @@ void ResultModel::forgetRow(int row)
     Q_EMIT dataChanged(index(row, 0), index(row, columnCount() - 1));
 }
 
-bool ResultModel::removeRows(int row, int count, const QModelIndex &parent)
+std::optional<DeletedRow> ResultModel::deleteRow(int row)
 {
-    if (parent.isValid() || row < 0 || count < 1 || row + count > rowCount()) {
-        return false;
+    const std::optional<qint64> number = numberOf(row);
+    if (!number) {
+        return std::nullopt;
     }
-    for (int i = 0; i < count; ++i) {
-        const auto remove = [&] { m_rows->at(row).remove(); };
-        if (!m_log.trap(m_name, [&] { m_rows->engine->transaction(remove); })) {
-            return false;
+    DeletedRow deleted{.number = *number, .fields = {}};
+    const auto remove = [&] {
+        TableSource table = m_rows->at(row);
+        if (const QVariantList *values = table.row()) {
+            for (qsizetype place = 0; place < values->size(); ++place) {
+                deleted.fields.append({table.names().at(place), values->at(place)});
+            }
         }
-        m_rows->known -= static_cast<size_t>(row) < m_rows->known ? 1U : 0U;
-        drop(static_cast<size_t>(row), static_cast<size_t>(row) + 1);
+        table.remove();
+    };
+    if (!m_log.trap(m_name, [&] { m_rows->engine->transaction(remove); })) {
+        return std::nullopt;
     }
-    return true;
+    m_rows->known -= static_cast<size_t>(row) < m_rows->known ? 1U : 0U;
+    drop(static_cast<size_t>(row), static_cast<size_t>(row) + 1);
+    return deleted;
+}
+
+bool ResultModel::putBack(const DeletedRow &row)
+{
+    return m_rows != nullptr && m_log.trap(m_name, [&] {
+        TableSource table(m_rows->engine, Select::wholeTable(m_rows->select.table()), {});
+        m_rows->engine->transaction([&] { table.insert(row.fields); });
+    });
+}
+
+std::optional<qint64> ResultModel::numberOf(int row) const
+{
+    const bool isShown = m_rows != nullptr && row >= 0 && row < rowCount() && !m_rows->isUnknown(row);
+    return isShown ? std::optional(m_rows->keys[static_cast<size_t>(row)].first) : std::nullopt;
 }
 
 int ResultModel::columnOf(const QString &field) const

@@ -10,8 +10,16 @@
 #include <QTimer>
 
 #include <memory>
+#include <optional>
 
 namespace store {
+
+/// A row of a table as it was deleted.
+struct DeletedRow
+{
+    qint64 number = 0; ///< its auto-number
+    QList<std::pair<QString, QVariant>> fields;
+};
 
 /// Shows in a grid the rows of a table, of a select over one, or of one over two joined tables. The first
 /// page stands at once; the others are found from the event loop, and between two slices of that no lock is
@@ -79,13 +87,19 @@ public:
     Qt::ItemFlags flags(const QModelIndex &index) const override;
     /// Writes the cell to the file at once; false, with an entry in the run log, where that fails.
     bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
-    /// Deletes rows from the file, each on its own; stops at the first that fails.
-    bool removeRows(int row, int count, const QModelIndex &parent = {}) override;
+    /// Deletes a row of a table from the file; nothing, with an entry in the run log, where that fails, and
+    /// where there is no such row.
+    std::optional<DeletedRow> deleteRow(int row);
+    /// Writes a deleted row anew, with its number; false, with an entry in the run log, where that fails. The
+    /// list shows it once it is refreshed.
+    bool putBack(const DeletedRow &row);
 
     /// The column of a field name, whatever its case; -1 without one.
     int columnOf(const QString &field) const;
     /// The field of a column.
     QString fieldAt(int column) const;
+    /// The auto-number of a row of a table; nothing where it is still to be found.
+    std::optional<qint64> numberOf(int row) const;
     /// The row of a table with that auto-number; -1 where it is not shown.
     int rowOf(qint64 number) const;
     /// A field of a row; null where there is no such row any more.

@@ -40,6 +40,12 @@ void press(const QString &window, const QString &key)
     xdotool(u"key "_s + key);
 }
 
+void minimize(const QString &window)
+{
+    xdotool(u"windowminimize "_s + window);
+    QTRY_VERIFY(propertyOf(window, u"WM_STATE"_s).contains("Iconic"_L1));
+}
+
 QString activeWindow()
 {
     return xdotool(u"getactivewindow getwindowname"_s);
@@ -208,8 +214,7 @@ private Q_SLOTS:
         const QString letters = u"abcdefghijklmnopqrst"_s;
         for (int call = 1; call <= letters.size(); ++call) {
             if (call == letters.size() / 2) {
-                xdotool(u"windowminimize "_s + window);
-                QTRY_VERIFY(propertyOf(window, u"WM_STATE"_s).contains("Iconic"_L1));
+                minimize(window);
                 xdotool(u"type "_s + letters.at(call - 1));
                 QTRY_VERIFY(activeWindow().startsWith(letters.first(call))); // it has heard of both by now
                 m_program->sendCall();
@@ -227,6 +232,15 @@ private Q_SLOTS:
         }
         QTRY_COMPARE(activeWindow(), letters + u" - Call note"_s); // which were typed into the name
         QVERIFY(!windowOfType(*m_program, u"UTILITY"_s).isEmpty());
+
+        minimize(window);
+        press(note, u"Escape"_s); // the name is not saved
+        QTRY_VERIFY(!windowOfType(*m_program, u"DIALOG"_s).isEmpty());
+        m_program->sendCall(); // waits until the question is answered
+        answer(*m_program, u"Escape"_s);
+        QTRY_COMPARE(m_program->log().count("<CRMV1"), 2 * (letters.size() + 1));
+        QTRY_VERIFY(propertyOf(window, u"WM_STATE"_s).contains("Normal"_L1));
+        QTRY_VERIFY(stands(note) > stands(window));
     }
 
     void withoutATrayTheWindowMinimizes()

@@ -139,6 +139,9 @@ class tst_LanguageTour : public QObject
         }
         look(u"frmShowSMS"_s);
         look(u"FrmMain"_s);
+        shown(u"FrmMain"_s)->findChild<QAction *>(u"cmdSmallShape"_s)->trigger();
+        look(u"FrmMain"_s, u"Small"_s);
+        shown(u"FrmMain"_s)->findChild<QAction *>(u"cmdFullShape"_s)->trigger();
     }
 
     /// Stands before the desk's language is read; its texts are the ones that the program was built with.

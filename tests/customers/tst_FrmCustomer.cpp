@@ -85,6 +85,10 @@ private Q_SLOTS:
         QTRY_COMPARE(List::rows(), u"anna"_s); // as one types
         support::key(Qt::Key_Return);
         QVERIFY(List::grid()->hasFocus() && current() == 0);
+        support::key(Qt::Key_Escape); // leaves the search first; the order stays, and so does who was found
+        QTRY_COMPARE(List::rows(), u"Bay|Zoë Łódź|anna"_s);
+        QVERIFY(List::grid()->hasFocus());
+        QTRY_COMPARE(current(), 2);
         List::form()->setLayoutDirection(Qt::RightToLeft);
         search(u"a"_s);
         QCOMPARE(List::grid()->horizontalScrollBar()->value(), 0); // does not move sideways
@@ -150,7 +154,8 @@ private Q_SLOTS:
         List::standOn(1);
         forms.prompts.expect();
         List::press("Command5");
-        QCOMPARE(forms.prompts.asked, QStringList(2, u"真的要删当前客户信息吗？"_s));
+        QCOMPARE(forms.prompts.asked,
+                 QStringList({u"真的要删当前客户信息吗？\n\nanna"_s, u"真的要删当前客户信息吗？\n\nBay"_s}));
         QCOMPARE(List::rows(), u"anna|Zoë Łódź"_s);
         QCOMPARE(current(), 0);
         QCOMPARE(List::text("lblCount"), u"[Totalcount] 2"_s);
@@ -161,6 +166,26 @@ private Q_SLOTS:
         List::press("Command5");
         QCOMPARE(List::text("lblMessage"), u"[CustomerNotDeleted]"_s);
         QCOMPARE(forms.server.sent.size(), 1);
+    }
+
+    void severalAreDeletedAtOnceAndPutBackAsTheyWere()
+    {
+        Forms forms;
+        const QString whole = u"select * from customer order by SN"_s;
+        const QString before = customerSql(forms, whole);
+        List::grid()->selectAll();
+        forms.prompts.expect();
+        List::press("Command5");
+        QTRY_COMPARE(forms.server.sent.size(), 1);
+        QCOMPARE(forms.prompts.asked, QStringList(u"真的要删当前客户信息吗？\n\n[RowsSelected]"_s));
+        QCOMPARE(customerSql(forms, whole), QString());
+        List::press("cmdUndo");
+        QTRY_COMPARE(forms.server.sent.size(), 2);
+        QCOMPARE(List::rows(), u"anna|Bay|Zoë Łódź"_s);
+        QCOMPARE(customerSql(forms, whole), before);
+        QCOMPARE(forms.effects.called.mid(3).join(u'|'),
+                 u"customerSaved 1  Zoë Łódź|customerSaved 3  Bay|customerSaved 2  anna"_s);
+        QVERIFY(!List::isVisible("cmdUndo"));
     }
 
     // The list may be read anew while the question stands.

@@ -110,6 +110,19 @@ private Q_SLOTS:
         QVERIFY(free.contains(Card::form()->geometry()));
     }
 
+    void theCardGivesWayToAWindowThatTheOperatorTurnsToLater()
+    {
+        Desk desk;
+        desk.pop(caller(u"5550144"_s));
+        QWidget later;
+        QPushButton button(&later);
+        later.setGeometry(Card::form()->geometry());
+        button.setGeometry(later.rect());
+        later.show();
+        later.activateWindow();
+        QTRY_VERIFY(!Card::form()->geometry().intersects(later.geometry()));
+    }
+
     void aCardIsOfAnEarlierCallOnceAnotherOneShowsNone()
     {
         Desk desk;

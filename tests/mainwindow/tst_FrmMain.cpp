@@ -115,6 +115,41 @@ private Q_SLOTS:
                  u"5550144\t<b>Jane</b>\t\t000\t\n5550144\t<b>Jane</b>\t\t000\t"_s);
     }
 
+    void theMarkOfACallerLeavesRoomForALongNumber()
+    {
+        Forms forms;
+        core::CallRecord call;
+        call.CallerID = u"00493055500112233"_s;
+        call.IfVIP = u"Y"_s;
+        forms.window->ShowCallerID_tarn(call);
+        auto *grid = forms.find<QTableView>("gridCallerId");
+        QTRY_COMPARE(grid->model()->rowCount(), 1);
+        const int column = forms.window->calls().GetGridColumn(u"CallerID"_s);
+        QVERIFY(grid->sizeHintForIndex(grid->model()->index(0, column)).width() <= grid->columnWidth(column));
+    }
+
+    void aNameThatTheBarHasNoRoomForEndsInDots()
+    {
+        Forms forms;
+        auto *bar = forms.find<QPlainTextEdit>("txtLastCallerID");
+        const QString tall(400, u'l');
+        forms.window->showLastCaller({}, tall);
+        QTRY_COMPARE(bar->toPlainText(), tall);
+        const QImage image = bar->viewport()->grab().toImage();
+        const int dots = bar->fontMetrics().horizontalAdvance(u'\u2026');
+        const auto isDrawn = [&image](int left, int right) { // in the upper third, where dots are not
+            bool drawn = false;
+            for (int x = left; x < right; ++x) {
+                for (int y = 0; y < image.height() / 3; ++y) {
+                    drawn = drawn || image.pixel(x, y) != image.pixel(0, 0);
+                }
+            }
+            return drawn;
+        };
+        QVERIFY(isDrawn(image.width() / 2, image.width() - 4 * dots));
+        QVERIFY(!isDrawn(image.width() - dots, image.width()));
+    }
+
     void theLogsAreShownWithWhatIsUnreadAndDeletedAfterAQuestion()
     {
         Forms forms;

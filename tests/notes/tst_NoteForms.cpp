@@ -113,6 +113,12 @@ private Q_SLOTS:
         QTest::keyClick(Editor::form(), Qt::Key_Escape);
         QTRY_COMPARE(desk.openForms.count(), 0);
         QCOMPARE(desk.rows(u"select Request from customerrequest"_s), u"can't wait"_s);
+        for (const char *box : {"txtCustomerName", "txtConsultant"}) {
+            desk.windowsOfNotes.ShowNotePad(u"Acme"_s, 1);
+            Editor::type(box, u"Ann"_s);
+            desk.prompts.expectSave(Prompts::Answer::Discard);
+            Editor::form()->close();
+        }
 
         desk.run(u"drop table customerrequest"_s);
         desk.windowsOfNotes.ShowNotePad(u"Acme"_s, 1);

@@ -130,7 +130,11 @@ private Q_SLOTS:
         QTest::keyClick(List::grid(), Qt::Key_Delete);
         QCOMPARE(desk.server.sent.join(u' '), u"REFRESHCUSTOMERLIST REFRESHSIMPLEPHONEBOOK"_s);
         QCOMPARE(tableRows(desk).size(), 2);
-        QCOMPARE(desk.prompts.asked, QStringList(3, u"[DeletePhoneNumberInfo?]"_s));
+        const QString question = u"[DeletePhoneNumberInfo?]"_s;
+        QCOMPARE(desk.prompts.asked, QStringList(2, question + u"\n\nBaker"_s) + QStringList(question));
+        List::press("cmdUndo");
+        QCOMPARE(tableRows(desk).size(), 3);
+        QVERIFY(List::isVisible("cmdUndo")); // for the other one
     }
 
     void aNewEntryIsCheckedSavedAndThenEdited()

@@ -14,10 +14,10 @@ void wantNoKeyboard(quintptr window)
     constexpr std::string_view name = "_NET_WM_USER_TIME";
     constexpr quint32 never = 0;
     const auto *x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    if (x11 == nullptr) {
+    xcb_connection_t *connection = x11 != nullptr ? x11->connection() : nullptr;
+    if (connection == nullptr) { // as on a platform that answers to the interface without a display
         return;
     }
-    xcb_connection_t *connection = x11->connection();
     const xcb_intern_atom_cookie_t asked = xcb_intern_atom(connection, 0, name.size(), name.data());
     const std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> atom(
         xcb_intern_atom_reply(connection, asked, nullptr), &std::free);

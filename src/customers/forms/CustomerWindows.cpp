@@ -4,6 +4,8 @@
 
 #include <QTimer>
 
+using namespace Qt::StringLiterals;
+
 namespace customers {
 
 namespace {
@@ -123,6 +125,18 @@ void CustomerWindows::showCopied(const QString &file, const QString &name)
 void CustomerWindows::customerDeleted(qint32 sn)
 {
     m_context.effects.customerDeleted(sn);
+}
+
+void CustomerWindows::customerRestored(qint32 sn)
+{
+    m_context.forms.log.trap("Command5_Click"_L1, [&] {
+        store::Database database(m_context.forms.paths.CustomerFile, store::Database::Mode::ReadOnly);
+        store::Recordset customer = database.OpenRecordset(u"customer"_s);
+        customer.setIndex(u"SN"_s);
+        if (customer.Seek(sn)) {
+            m_context.effects.customerSaved(sn, {}, lookup::factsOf(customer));
+        }
+    });
 }
 
 void CustomerWindows::exportCustomers()

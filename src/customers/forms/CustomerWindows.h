@@ -41,6 +41,7 @@ private:
     void addCustomer() override { addCustomer({}, {}); }
     bool editCustomer(qint32 sn, const QString &number) override;
     void customerDeleted(qint32 sn) override;
+    void customerRestored(qint32 sn) override;
     void exportCustomers() override;
     void dropWaitingNumber();
     static void showFound(FrmCustomer &form);

@@ -72,13 +72,8 @@ void FrmCustomer::dropNumber()
 
 void FrmCustomer::sort(int column)
 {
-    const appearance::SearchedList::Asked &shown = m_list->shown();
-    const QString rows = shown.unsorted.isEmpty() ? refreshQuery() : shown.unsorted;
-    const QString query = sortQuery(column, rows.trimmed());
-    if (query.isEmpty()) {
+    if (!m_list->sort(column)) {
         showSortArrow(); // the heading has put it where it was clicked
-    } else {
-        m_list->show({.query = query, .unsorted = rows, .sortedColumn = column, .searched = shown.searched});
     }
 }
 
@@ -98,20 +93,11 @@ bool FrmCustomer::editRow(int row, const QString &number)
     return sn != 0 && m_commands.editCustomer(sn, number);
 }
 
-void FrmCustomer::deleteCurrent()
+void FrmCustomer::deleteSelected()
 {
-    using Removal = appearance::SearchedList::Removal;
-    const std::optional<qint32> sn = m_list->currentSn();
-    const Removal removal = m_list->removeCurrent([this] {
-        return m_context.prompts.askOkCancel(u"真的要删当前客户信息吗？"_s, u"HALDEN SOFTWARE"_s);
+    m_list->removeSelected(u"真的要删当前客户信息吗？"_s, [this](const QString &question) {
+        return m_context.prompts.askOkCancel(question, u"HALDEN SOFTWARE"_s);
     });
-    if (removal == Removal::Failed) {
-        showMessage(u"CustomerNotDeleted"_s);
-    } else if (removal == Removal::Done) {
-        showMessage({});
-        m_commands.customerDeleted(*sn);
-        m_context.server.SendServer(u"REFRESHCUSTOMERLIST"_s);
-    }
 }
 
 // Without a message, the line says that a caller's number waits for its customer.

@@ -23,6 +23,8 @@ public:
     /// where the editor is not on him.
     virtual bool editCustomer(qint32 sn, const QString &number) = 0;
     virtual void customerDeleted(qint32 sn) = 0;
+    /// He stands in the file again.
+    virtual void customerRestored(qint32 sn) = 0;
     virtual void exportCustomers() = 0;
 };
 
@@ -57,7 +59,7 @@ private:
     void showAnswer(bool whole);
     void sort(int column);
     bool editRow(int row, const QString &number);
-    void deleteCurrent();
+    void deleteSelected();
 
     void showMessage(const QString &key);
     void showSortArrow();

@@ -39,18 +39,34 @@ void FrmCustomer::setUpList()
                               .texts = m_context.texts,
                               .first = {.query = listQuery(), .unsorted = refreshQuery(), .sortedColumn = 0},
                               .searchQuery = searchQuery,
+                              .sortQuery = sortQuery,
+                              .nameFields = {u"CustomerName"_s, u"WorkPhones"_s},
                               .countSign = u" "_s,
                               .foundCountSign = u":"_s},
-        SearchedList::Controls{.grid = *m_ui->DataGrid1,
-                               .words = *m_ui->txtSearch,
-                               .search = *m_ui->cmdSearch,
-                               .edit = *m_ui->Command4,
-                               .remove = m_ui->Command5,
-                               .count = *m_ui->lblCount});
+        SearchedList::Controls{
+            .grid = *m_ui->DataGrid1,
+            .words = *m_ui->txtSearch,
+            .search = *m_ui->cmdSearch,
+            .edit = *m_ui->Command4,
+            .count = *m_ui->lblCount,
+            .removal = {{.button = *m_ui->Command5,
+                         .deleted = {*m_ui->framDeleted, *m_ui->lblDeleted, *m_ui->cmdUndo}}}});
     connect(&*m_list, &SearchedList::answered, this, &FrmCustomer::showAnswer);
     connect(&*m_list, &SearchedList::editAsked, this, [this](int row) { editRow(row, {}); });
-    connect(&*m_list, &SearchedList::removeAsked, this, &FrmCustomer::deleteCurrent);
-    connect(&*m_list, &SearchedList::removeKeyPressed, this, &FrmCustomer::deleteCurrent);
+    connect(&*m_list, &SearchedList::removeAsked, this, &FrmCustomer::deleteSelected);
+    connect(&*m_list, &SearchedList::removeKeyPressed, this, &FrmCustomer::deleteSelected);
+    const auto follow = [this](const QString &troubleKey) {
+        return [this, troubleKey](int rows, bool whole) {
+            showMessage(whole ? QString() : troubleKey);
+            if (rows > 0) {
+                m_context.server.SendServer(u"REFRESHCUSTOMERLIST"_s);
+            }
+        };
+    };
+    connect(&*m_list, &SearchedList::removed, this, [this](qint32 sn) { m_commands.customerDeleted(sn); });
+    connect(&*m_list, &SearchedList::removalEnded, this, follow(u"CustomerNotDeleted"_s));
+    connect(&*m_list, &SearchedList::restored, this, [this](qint32 sn) { m_commands.customerRestored(sn); });
+    connect(&*m_list, &SearchedList::restoringEnded, this, follow(u"RowsNotRestored"_s));
 }
 
 // The operator's own widths, order and choice win. Before the file could be opened there are no columns, and

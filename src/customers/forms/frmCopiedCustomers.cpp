@@ -51,7 +51,6 @@ void frmCopiedCustomers::setUpList()
                                           .words = *m_ui->txtSearch,
                                           .search = *m_ui->cmdSearch,
                                           .edit = *m_ui->cmdBringBack,
-                                          .remove = nullptr,
                                           .count = *m_ui->lblCount});
     connect(&*m_list, &SearchedList::answered, this, &frmCopiedCustomers::showAnswer);
     connect(&*m_list, &SearchedList::editAsked, this, &frmCopiedCustomers::bringBack);

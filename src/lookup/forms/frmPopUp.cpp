@@ -38,6 +38,7 @@ frmPopUp::frmPopUp(core::Navigator &navigator, const appearance::FormServices &s
     setAttribute(Qt::WA_ShowWithoutActivating);
     load(Place::OwnChoice);
     setFixedWidth(cardWidth);
+    connect(qApp, &QGuiApplication::focusWindowChanged, this, &frmPopUp::giveWay);
     connect(m_ui->Command1, &QPushButton::clicked, this, &QWidget::close);
     connect(m_ui->Command2, &QPushButton::clicked, this, [this] {
         openAndClose([this] { return m_view.caller && m_navigator.Show_Editor(*m_view.caller); });
@@ -179,6 +180,21 @@ CardRoom frmPopUp::room(const QWidget &mainWindow) const
         room.field = onDesktop(*field);
     }
     return room;
+}
+
+// It stays where it stands unless it covers something there: a card that leaps about has to be looked for.
+void frmPopUp::giveWay()
+{
+    const QWidget *active = QApplication::activeWindow();
+    const bool moved = pos() != m_placed;
+    if (active == nullptr || active == this || moved || !isVisible()) {
+        return;
+    }
+    const CardRoom place = room(*active);
+    if (isInTheWay(geometry(), place)) {
+        move(placeCard(size(), place).topLeft());
+        m_placed = pos();
+    }
 }
 
 // While the window that opens asks something, the next call may come up on the card, perhaps from the same

@@ -25,7 +25,8 @@ public:
     ~frmPopUp() override;
 
     /// Fills the card and shows it where it is in nobody's way: beside the window that the operator works in,
-    /// or in the corner of the screen that holds `mainWindow`. One that he has moved stays there.
+    /// or in the corner of the screen that holds `mainWindow`. It gives way to a window that he turns to
+    /// later; one that he has moved stays there.
     void showCaller(const CardView &view, const QWidget &mainWindow);
     /// Greys the card and says when its call came: it is not the one that rings.
     void showAsEarlier();
@@ -55,6 +56,7 @@ private:
     void color(const CardColors &colors);
     QPoint raisedOntoScreen() const;
     CardRoom room(const QWidget &mainWindow) const;
+    void giveWay();
     void openAndClose(const std::function<bool()> &open);
 
     core::Navigator &m_navigator;

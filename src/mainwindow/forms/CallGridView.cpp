@@ -60,7 +60,7 @@ void CallGridView::applyColumns()
 {
     for (int column = 0; column < m_calls->columns().size(); ++column) {
         const GridColumn &shape = m_calls->columns().at(column);
-        const int width = qRound(shape.width * pixelsPerTwip());
+        const int width = qRound(shape.width * pixelsPerTwip()) + markRoom(column);
         setColumnWidth(column, std::max(width, horizontalHeader()->sectionSizeHint(column)));
         setColumnHidden(column, !shape.visible);
     }
@@ -68,7 +68,14 @@ void CallGridView::applyColumns()
 
 int CallGridView::columnTwips(int column) const
 {
-    return qRound(columnWidth(column) / pixelsPerTwip());
+    return qRound((columnWidth(column) - markRoom(column)) / pixelsPerTwip());
+}
+
+// The stored width is that of the number; the mark of its caller stands behind it.
+int CallGridView::markRoom(int column) const
+{
+    const int margin = style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1;
+    return column == m_calls->GetGridColumn(u"CallerID"_s) ? fontMetrics().height() + 2 * margin : 0;
 }
 
 // The stored widths suit the small type of a screen with 96 dots an inch; with larger type the columns grow.

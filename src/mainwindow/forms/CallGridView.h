@@ -27,6 +27,7 @@ private:
     void noteResized(int column);
     int lastVisibleColumn() const;
     int columnTwips(int column) const;
+    int markRoom(int column) const;
     double pixelsPerTwip() const;
 
     CallGridModel *m_calls = nullptr;

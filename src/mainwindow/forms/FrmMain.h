@@ -169,7 +169,7 @@ private:
     void keepPlace();
     void setTopmost(bool topmost);
     void showNormalQuietly();
-    QWidget *windowInUse() const;
+    QWindow *windowInUse() const;
     void yieldTo(QWindow *window);
     void signalCall();
     void showSignal(bool on);
@@ -200,11 +200,10 @@ private:
     bool m_callWaits = false;
     bool m_customersUnavailable = false;
     bool m_copyFailing = false;
-    QString m_messageLogs;     ///< the key of what is told about them
-    QTimer m_signal;           ///< runs while a call is told by colours
-    QPointer<QWindow> m_other; ///< of the program's, that had the keyboard before this one
-    bool m_otherHadFocus = false;
-    QElapsedTimer m_sinceOther;                     ///< runs from the moment in which that closed
+    QString m_messageLogs;           ///< the key of what is told about them
+    QTimer m_signal;                 ///< runs while a call is told by colours
+    QList<QPointer<QWindow>> m_used; ///< the program's, the one that had the keyboard last in front
+    QElapsedTimer m_sinceOther; ///< runs from the moment in which the keyboard came back from a closed one
     Qt::WindowStates LastState = Qt::WindowNoState; ///< the state to which the tray restores
 };
 

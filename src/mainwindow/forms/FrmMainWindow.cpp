@@ -12,6 +12,8 @@
 #include <QToolButton>
 #include <QWindow>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace mainwindow {
@@ -81,44 +83,50 @@ void FrmMain::rememberPlace()
 
 void FrmMain::showForCall()
 {
-    QWidget *inUse = windowInUse();
     const bool away = !isVisible() || isMinimized();
     if (away || m_context.autoHide.isRunning()) {
         m_context.autoHide.start();
     }
     if (away) {
-        setTopmost(inUse == nullptr);
+        setTopmost(windowInUse() == nullptr);
     }
     if (away || windowState() != Qt::WindowNoState) {
         showNormalQuietly();
-        if (inUse != nullptr) { // window managers put what is shown on top of all
-            inUse->raise();
-        }
     }
     m_changes.call = true;
     m_screen.schedule();
 }
 
-QWidget *FrmMain::windowInUse() const
+// The one that had the keyboard last, of those that still stand. While the keyboard is on its way from one
+// window to the next, as when a box has closed, none is active, but the program still is.
+QWindow *FrmMain::windowInUse() const
 {
-    QWidget *active = QApplication::activeWindow();
-    return active != this ? active : nullptr;
+    if (QGuiApplication::applicationState() != Qt::ApplicationActive) {
+        return nullptr;
+    }
+    const auto stands = [](const QWindow *window) {
+        return window != nullptr && window->isVisible() &&
+               !window->windowStates().testFlag(Qt::WindowMinimized);
+    };
+    const auto last = std::ranges::find_if(m_used, stands);
+    return last != m_used.end() && *last != windowHandle() ? last->data() : nullptr;
 }
 
 // If the operator turns to another window of the program while this one is on top of all, the other one goes
-// in front. It is remembered until it closes.
+// in front.
 void FrmMain::yieldTo(QWindow *window)
 {
-    if (window == windowHandle() && m_otherHadFocus && (m_other == nullptr || !m_other->isVisible())) {
+    if (window == nullptr) {
+        return;
+    }
+    const QWindow *own = windowHandle();
+    if (window == own && !m_used.isEmpty() && m_used.first() != own &&
+        (m_used.first() == nullptr || !m_used.first()->isVisible())) {
         m_sinceOther.start();
     }
-    if (window != nullptr) {
-        m_otherHadFocus = window != windowHandle();
-        m_other = m_otherHadFocus ? window : nullptr;
-    }
-    const bool topmost =
-        windowHandle() != nullptr && windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint);
-    if (topmost && window != nullptr && window != windowHandle()) {
+    m_used.removeIf([window](const QWindow *used) { return used == nullptr || used == window; });
+    m_used.prepend(window);
+    if (own != nullptr && window != own && own->flags().testFlag(Qt::WindowStaysOnTopHint)) {
         setTopmost(false);
         window->raise();
     }
@@ -180,6 +188,9 @@ void FrmMain::showNormalQuietly()
     windowHandle()->setProperty(quiet, true);
     showNormal();
     windowHandle()->setProperty(quiet, {});
+    if (QWindow *inUse = windowInUse()) { // window managers put what is shown on top of all
+        inUse->raise();
+    }
 }
 
 void FrmMain::restoreToFront()

@@ -4,6 +4,7 @@
 
 #include <QContextMenuEvent>
 #include <QMenu>
+#include <QPainter>
 #include <QScopedValueRollback>
 #include <QSyntaxHighlighter>
 #include <QTextBlock>
@@ -17,6 +18,14 @@ namespace {
 
 constexpr double numberScale = 1.6;
 constexpr int padding = 8;
+
+QFont largeFont(const QPlainTextEdit &box)
+{
+    QFont large = box.font();
+    large.setWeight(QFont::DemiBold);
+    large.setPointSizeF(large.pointSizeF() * numberScale);
+    return large;
+}
 
 // Makes the first line large and the second one quiet.
 class CallerLines : public QSyntaxHighlighter
@@ -33,7 +42,7 @@ protected:
         format.setForeground(first ? colors.lastCallerText : colors.lastCallerDetails);
         if (first) {
             format.setFontWeight(QFont::DemiBold);
-            format.setFontPointSize(m_box.font().pointSizeF() * numberScale);
+            format.setFontPointSize(largeFont(m_box).pointSizeF());
         }
         setFormat(0, int(text.size()), format);
     }
@@ -63,9 +72,7 @@ QSize LastCallerBox::sizeHint() const
 
 QSize LastCallerBox::minimumSizeHint() const
 {
-    QFont large = font();
-    large.setPointSizeF(font().pointSizeF() * numberScale);
-    const int lines = QFontMetrics(large).lineSpacing() + fontMetrics().lineSpacing();
+    const int lines = QFontMetrics(largeFont(*this)).lineSpacing() + fontMetrics().lineSpacing();
     return {200, lines + 2 * padding + 2 * frameWidth() + 2};
 }
 
@@ -102,6 +109,32 @@ bool LastCallerBox::event(QEvent *event)
         return true;
     }
     return QPlainTextEdit::event(event);
+}
+
+// Lines that are too long are drawn from their beginning to where they are cut, and say so there. The text
+// itself stays whole.
+void LastCallerBox::paintEvent(QPaintEvent *event)
+{
+    if (!isCut() || textCursor().hasSelection()) {
+        return QPlainTextEdit::paintEvent(event);
+    }
+    const appearance::CallColors colors = appearance::callColors(palette());
+    QPainter painter(viewport());
+    QTextOption option(Qt::AlignVCenter | Qt::AlignAbsolute |
+                       (isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft));
+    option.setWrapMode(QTextOption::NoWrap);
+    for (QTextBlock line = document()->firstBlock(); line.isValid() && line.isVisible(); line = line.next()) {
+        const bool first = line.blockNumber() == 0;
+        QRectF space = blockBoundingGeometry(line).translated(contentOffset());
+        space.setLeft(0);
+        space.setWidth(viewport()->width());
+        painter.setFont(first ? largeFont(*this) : font());
+        painter.setPen(first ? colors.lastCallerText : colors.lastCallerDetails);
+        option.setTextDirection(line.textDirection());
+        const QString shown =
+            painter.fontMetrics().elidedText(line.text(), Qt::ElideRight, viewport()->width());
+        painter.drawText(space, shown, option);
+    }
 }
 
 bool LastCallerBox::isCut() const

@@ -171,14 +171,19 @@ void frmNotePad::clearEntry()
     }
     m_ui->chkIfResolved->setChecked(false);
     m_ui->txtContent->document()->setModified(false);
+    m_ui->txtCustomerName->setModified(false);
+    m_ui->txtConsultant->setModified(false);
     m_ui->txtRequest->setFocus();
 }
 
+// What the form itself has filled in is not typed.
 bool frmNotePad::isUnsaved() const
 {
     const NoteEntry typed = entry();
     return !(typed.request + typed.response + typed.note).isEmpty() ||
-           (m_ui->txtContent->document()->isModified() && !typed.content.isEmpty());
+           (m_ui->txtContent->document()->isModified() && !typed.content.isEmpty()) ||
+           (m_ui->txtCustomerName->isModified() && !typed.customerName.isEmpty()) ||
+           (m_ui->txtConsultant->isModified() && !typed.consultant.isEmpty());
 }
 
 ReportRun *frmNotePad::readReport(const std::function<void(const QString &)> &use)

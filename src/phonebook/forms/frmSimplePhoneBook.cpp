@@ -56,20 +56,32 @@ void frmSimplePhoneBook::showReadingTrouble()
                          : m_context.texts.Lms(key));
 }
 
+void frmSimplePhoneBook::deleteSelected(DeletedBy means)
+{
+    m_deletedBy = means;
+    m_list->removeSelected(m_context.texts.Lms(u"DeletePhoneNumberInfo?"_s), [this](const QString &question) {
+        return m_context.prompts.askOkCancel(question, u"CRM"_s);
+    });
+}
+
 // The button sends the customer list's command, not the phone book's: by that one servers have always learnt
 // of a deleted entry. What the grid itself deletes counts as a change made in the grid.
-void frmSimplePhoneBook::deleteCurrent(DeletedBy means)
+void frmSimplePhoneBook::tellOfDeleted(int rows, bool whole)
 {
-    using Removal = appearance::SearchedList::Removal;
-    const Removal removal = m_list->removeCurrent([this] {
-        return m_context.prompts.askOkCancel(m_context.texts.Lms(u"DeletePhoneNumberInfo?"_s), u"CRM"_s);
-    });
-    if (removal == Removal::Failed) {
-        showWritingTrouble();
-    } else if (removal == Removal::Done) {
-        m_context.server.SendServer(means == DeletedBy::Button ? u"REFRESHCUSTOMERLIST"_s
-                                                               : u"REFRESHSIMPLEPHONEBOOK"_s);
+    whole ? notice({}) : showWritingTrouble();
+    if (rows > 0) {
+        m_context.server.SendServer(m_deletedBy == DeletedBy::Button ? u"REFRESHCUSTOMERLIST"_s
+                                                                     : u"REFRESHSIMPLEPHONEBOOK"_s);
     }
+}
+
+void frmSimplePhoneBook::tellOfRestored(qint32 sn)
+{
+    m_context.log.trap("cmdPhonebook_delete_Click"_L1, [&] {
+        if (const std::optional<PhoneBookEntry> entry = entryBySn(m_context.paths.PhoneBookFile, sn)) {
+            Q_EMIT entrySaved(*entry);
+        }
+    });
 }
 
 // If another file has taken the place of the one in the list, shows that one first.

@@ -33,7 +33,7 @@ public:
 Q_SIGNALS:
     void addAsked();
     void editAsked();
-    /// In the list itself.
+    /// In the list itself, or put back there.
     void entrySaved(const phonebook::PhoneBookEntry &entry);
 
 private:
@@ -44,7 +44,9 @@ private:
     void connectGrid();
     void layOutColumns();
     void showAnswer(bool whole);
-    void deleteCurrent(DeletedBy means);
+    void deleteSelected(DeletedBy means);
+    void tellOfDeleted(int rows, bool whole);
+    void tellOfRestored(qint32 sn);
     void showReadingTrouble();
     void showWritingTrouble();
     void settle(const QPersistentModelIndex &cell, PhoneBookEntry loaded, const QString &typed);
@@ -55,6 +57,7 @@ private:
     std::unique_ptr<Ui::frmSimplePhoneBook> m_ui;
     DataPhonebook *m_data; ///< a child
     std::optional<appearance::SearchedList> m_list;
+    DeletedBy m_deletedBy = DeletedBy::Button; ///< what is being deleted
 };
 
 } // namespace phonebook

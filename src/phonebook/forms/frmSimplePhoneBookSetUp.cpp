@@ -27,18 +27,29 @@ void frmSimplePhoneBook::setUpList()
                                          .texts = m_context.texts,
                                          .first = {.query = allEntriesQuery()},
                                          .searchQuery = searchQuery,
+                                         .nameFields = {u"simpledes"_s, u"Telno"_s},
                                          .countSign = u": "_s,
                                          .foundCountSign = u": "_s},
-                   SearchedList::Controls{.grid = *m_ui->DbgPhoneBook,
-                                          .words = *m_ui->txtSearch,
-                                          .search = *m_ui->Command3,
-                                          .edit = *m_ui->Command1,
-                                          .remove = m_ui->cmdPhonebook_delete,
-                                          .count = *m_ui->lblCount});
+                   SearchedList::Controls{
+                       .grid = *m_ui->DbgPhoneBook,
+                       .words = *m_ui->txtSearch,
+                       .search = *m_ui->Command3,
+                       .edit = *m_ui->Command1,
+                       .count = *m_ui->lblCount,
+                       .removal = {{.button = *m_ui->cmdPhonebook_delete,
+                                    .deleted = {*m_ui->framDeleted, *m_ui->lblDeleted, *m_ui->cmdUndo}}}});
     connect(&*m_list, &SearchedList::answered, this, &frmSimplePhoneBook::showAnswer);
     connect(&*m_list, &SearchedList::editAsked, this, &frmSimplePhoneBook::editAsked);
-    connect(&*m_list, &SearchedList::removeAsked, this, [this] { deleteCurrent(DeletedBy::Button); });
-    connect(&*m_list, &SearchedList::removeKeyPressed, this, [this] { deleteCurrent(DeletedBy::Grid); });
+    connect(&*m_list, &SearchedList::removeAsked, this, [this] { deleteSelected(DeletedBy::Button); });
+    connect(&*m_list, &SearchedList::removeKeyPressed, this, [this] { deleteSelected(DeletedBy::Grid); });
+    connect(&*m_list, &SearchedList::removalEnded, this, &frmSimplePhoneBook::tellOfDeleted);
+    connect(&*m_list, &SearchedList::restored, this, &frmSimplePhoneBook::tellOfRestored);
+    connect(&*m_list, &SearchedList::restoringEnded, this, [this](int rows, bool whole) {
+        notice(whole ? QString() : m_context.texts.Lms(u"RowsNotRestored"_s));
+        if (rows > 0) {
+            m_context.server.SendServer(u"REFRESHSIMPLEPHONEBOOK"_s);
+        }
+    });
 }
 
 void frmSimplePhoneBook::connectControls()
