@@ -6,6 +6,7 @@
 #include "core/Settings.h"
 #include "customers/forms/CustomerWindows.h"
 #include "help/forms/HelpWindow.h"
+#include "imports/forms/ImportWindows.h"
 #include "language/LanguageChoice.h"
 #include "lookup/CallerDirectory.h"
 #include "lookup/ExistenceChecks.h"
@@ -82,6 +83,8 @@ private:
     void customerSaved(qint32 sn, const QString &oldName, const lookup::CustomerFacts &onFile) override;
     void customerDeleted(qint32 sn) override;
     void entrySaved(const phonebook::PhoneBookEntry &entry);
+    void customersImported(const imports::ImportReport &report);
+    void entriesImported();
     void renameNotes(const QString &oldName, const QString &newName);
     std::optional<QString> senders() const override { return m_context.senders.text(); }
     QString sendersTrouble() const override { return m_context.senders.trouble(m_forms.texts); }
@@ -100,6 +103,7 @@ private:
     lookup::ExistenceChecks m_checks;
     phonebook::PhoneBookWindows m_phoneBook;
     customers::CustomerWindows m_customers;
+    imports::ImportWindows m_imports;
     notes::NoteWindows m_notes;
     messages::MessageWindows m_messages;
     options::OptionsWindows m_options;

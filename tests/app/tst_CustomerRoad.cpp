@@ -1,10 +1,11 @@
 #include "ProgramDesk.h"
 #include "notes/forms/frmNotePad.h"
-#include "support/Rows.h"
+#include "support/Ui.h"
 
 #include <QNetworkDatagram>
 
 using customers::FrmEditCustomer;
+using Import = support::Ui<imports::frmImport>;
 using phonebook::frmChoosePhoneDatabase;
 
 /// From a call to the customer's record and back: what is typed reaches the file, the unit and the next call.
@@ -68,6 +69,42 @@ private Q_SLOTS:
         QCOMPARE(desk.source(), quiet);
         desk.send(call(u"2125550188"_s, {}, {}, {}, {}));
         QTRY_VERIFY(desk.lastCaller().contains(u"Changed"_s));
+    }
+
+    void importedRowsAreListedAndKnownAtOnce()
+    {
+        ProgramDesk desk;
+        QVERIFY(desk.start());
+        desk.showsACall();
+        const QString list = desk.folder.filePath(u"new.csv"_s);
+        desk.writeFile(list, "Company;Phone\nNew Mill;(212) 555-0188\nWithout a number;\n;5550000\n");
+        desk.choose("Command1");
+        const int before = find<customers::FrmCustomer, QTableView>("DataGrid1")->model()->rowCount();
+        press<customers::FrmCustomer>("cmdImport");
+        desk.prompts.expectFile(list);
+        Import::key("cmdChoose", Qt::Key_Space);
+        QTRY_VERIFY(Import::isEnabled("cmdImport"));
+        Import::key("cmdCheck", Qt::Key_Space);
+        QTRY_COMPARE(Import::text("lblResult"),
+                     u"This would be imported. New: 2, changed: 0, left as they are: "
+                     "0, refused: 1."_s);
+        const QString refused = desk.folder.filePath(u"refused.txt"_s);
+        desk.prompts.expectFile(refused);
+        Import::press("cmdSaveList");
+        QCOMPARE(desk.fileBytes(refused), "Row 4: no name\r\n");
+        QVERIFY(!desk.unit.hasPendingDatagrams());
+        Import::key("cmdImport", Qt::Key_Return);
+        QTRY_VERIFY(Import::text("lblResult").startsWith(u"Imported. New: 2,"_s));
+        QVERIFY(!Import::isEnabled("cmdImport")); // or the same rows would be added again
+        const auto *grid = find<customers::FrmCustomer, QTableView>("DataGrid1");
+        QTRY_COMPARE(grid->model()->rowCount(), before + 2);
+        QTRY_VERIFY(desk.unit.hasPendingDatagrams());
+        QCOMPARE(desk.unit.receiveDatagram().data(), "REFRESHCUSTOMERLIST");
+        QTRY_VERIFY2(
+            (desk.send(call(u"2125550188"_s, {}, {}, {}, {})), desk.lastCaller().contains(u"New Mill"_s)),
+            qPrintable(desk.lastCaller()));
+        desk.program->windows().show(core::Window::ImportPhoneBook);
+        QVERIFY(openForm<imports::frmImport>() != nullptr);
     }
 
     void aDeletedCustomerIsUnknownToTheNextCall()

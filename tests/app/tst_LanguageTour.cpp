@@ -261,7 +261,8 @@ private Q_SLOTS:
         const QStringList ways =
             u"FrmMain Command4 frmSimplePhoneBook,frmSimplePhoneBook Command1 frmSimplePhoneBookEdit,"
             "FrmMain Command1 FrmCustomer,FrmCustomer Command4 FrmEditCustomer,"
-            "FrmCustomer cmdExport frmAddDataToExcel_Tarn20050921,FrmEditCustomer cmdViewNotePad frmNotePad,"
+            "FrmCustomer cmdExport frmAddDataToExcel_Tarn20050921,FrmCustomer cmdImport frmImport,"
+            "FrmEditCustomer cmdViewNotePad frmNotePad,"
             "FrmMain cmdCallInfo frmNotePadManager,FrmMain cmdSendSMS frmSendSMS,FrmMain Command3 frmOptions,"
             "frmOptions cmdLanguageEditor frmLanguageEditor,FrmMain Command5 frmHelp"_s.split(u',');
         for (const QString &way : ways) {
