@@ -26,7 +26,7 @@ struct UsualHeadings
 };
 
 constexpr std::array usualHeadings{
-    UsualHeadings{"Name"_L1, u"name|full name|display name|contact|contact name|姓名|名字|名稱|名称|nombre|"
+    UsualHeadings{"Name"_L1, u"name|full name|display name|姓名|名字|名稱|名称|nombre|"
                              "nombre completo|nom|nom complet|nome|nome completo|imię i nazwisko|ad soyad|"
                              "adı soyadı|isim|이름|성명|tên|họ tên|họ và tên|الاسم|الاسم الكامل|שם|שם מלא"},
     UsualHeadings{"GivenName"_L1, u"first name|given name|forename|vorname|prénom|nombre de pila|imię|ad|adı|"
@@ -41,6 +41,8 @@ constexpr std::array usualHeadings{
                   "cliente|société|entreprise|raison sociale|klient|nazwa firmy|şirket|"
                   "firma adı|müşteri|회사|회사명|고객|고객명|công ty|tên công ty|khách hàng|"
                   "الشركة|اسم الشركة|العميل|חברה|שם החברה|לקוח"},
+    UsualHeadings{"ContactPersonName"_L1, u"contact|contact name|kontakt|ansprechpartner|联系人姓名|contacto|"
+                                          "kişi|liên hệ"},
     UsualHeadings{"CustomerID"_L1,
                   u"id|customer no|customer number|account number|client id|kundennummer|编号|"
                   "客户编号|編號|客戶編號|número de cliente|numéro client|numer klienta|"

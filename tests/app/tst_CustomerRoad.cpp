@@ -103,8 +103,23 @@ private Q_SLOTS:
         QTRY_VERIFY2(
             (desk.send(call(u"2125550188"_s, {}, {}, {}, {})), desk.lastCaller().contains(u"New Mill"_s)),
             qPrintable(desk.lastCaller()));
-        desk.program->windows().show(core::Window::ImportPhoneBook);
-        QVERIFY(openForm<imports::frmImport>() != nullptr);
+        desk.prompts.expectFile(desk.paths.CustomerFile);
+        Import::press("cmdChoose");
+        QTRY_VERIFY(Import::text("lblResult").startsWith(u"The file cannot be read."_s));
+        QVERIFY(!Import::isEnabled("cmdImport") && Import::form()->close());
+        desk.choose("Command4");
+        press<phonebook::frmSimplePhoneBook>("cmdImport");
+        desk.prompts.expectFile(list);
+        Import::press("cmdChoose");
+        QTRY_VERIFY(Import::isEnabled("cmdImport"));
+        Import::press("cmdImport");
+        QTRY_COMPARE(Import::text("lblResult"),
+                     u"Imported. New: 2, changed: 0, left as they are: 0, refused: 1."_s);
+        QTRY_VERIFY(
+            support::columnOf(*find<phonebook::frmSimplePhoneBook, QTableView>("DbgPhoneBook")->model())
+                .contains(u"(212)555-0188"_s));
+        QTRY_VERIFY(desk.unit.hasPendingDatagrams());
+        QCOMPARE(desk.unit.receiveDatagram().data(), "REFRESHSIMPLEPHONEBOOK");
     }
 
     void aDeletedCustomerIsUnknownToTheNextCall()

@@ -195,6 +195,19 @@ class tst_LanguageTour : public QObject
         look(u"frmConvertDesk"_s);
     }
 
+    void lookAtImport(ProgramDesk &desk)
+    {
+        const QString list = desk.folder.filePath(u"list.csv"_s);
+        desk.writeFile(list, "Firma;Kontakt;Tel.\nHarbor Lantern Hotel;Ada;0755\n;;\n;Bob;;x\n;;1\n");
+        desk.prompts.expectFile(list);
+        shown(u"frmImport"_s)->findChild<QAbstractButton *>(u"cmdChoose"_s)->click();
+        auto *check = shown(u"frmImport"_s)->findChild<QAbstractButton *>(u"cmdCheck"_s);
+        QTRY_VERIFY(check->isEnabled());
+        check->click();
+        QTRY_VERIFY(shown(u"frmImport"_s)->findChild<QWidget *>(u"lstRefused"_s)->isVisible());
+        look(u"frmImport"_s, u"-list"_s);
+    }
+
     /// The toolkit's windows, as far as an operator comes.
     static void openToolkitWindows()
     {
@@ -271,6 +284,7 @@ private Q_SLOTS:
             shown(step[0])->findChild<QAbstractButton *>(step[1])->click();
             look(step[2]);
         }
+        lookAtImport(desk);
     }
 };
 

@@ -144,8 +144,11 @@ void frmImport::endLook()
 {
     const auto look = std::move(m_look);
     m_looks.stop();
-    attempt("ImportLook"_L1, u"ListUnreadable"_s, [&] { m_list = look->take(); });
-    showForm();
+    const bool isRead = attempt("ImportLook"_L1, u"ListUnreadable"_s, [&] { m_list = look->take(); });
+    showForm(); // as it was, where another one did not do
+    if (!isRead) {
+        return showState();
+    }
     const Guess guess = guessOf(m_context.target, m_list.form.kind, m_list.rows);
     m_isFilling = true;
     m_ui->chkHeadings->setChecked(guess.hasHeadings);
@@ -308,10 +311,13 @@ void frmImport::showState()
 {
     const bool busy = m_look || m_import;
     const bool ready = !busy && !m_list.rows.isEmpty();
-    for (QWidget *control : std::initializer_list<QWidget *>{
-             m_ui->tblRows, m_ui->cboEncoding, m_ui->cboSeparator, m_ui->cboSheet, m_ui->chkHeadings,
-             m_ui->cboFixed, m_ui->txtFixed, m_ui->cboIdentify, m_ui->cboOnFile, m_ui->cmdCheck}) {
-        control->setEnabled(ready || (!busy && control == m_ui->cboEncoding));
+    for (QWidget *control :
+         std::initializer_list<QWidget *>{m_ui->tblRows, m_ui->chkHeadings, m_ui->cboFixed, m_ui->txtFixed,
+                                          m_ui->cboIdentify, m_ui->cboOnFile, m_ui->cmdCheck}) {
+        control->setEnabled(ready);
+    }
+    for (QComboBox *control : {m_ui->cboEncoding, m_ui->cboSeparator, m_ui->cboSheet}) {
+        control->setEnabled(!busy && !m_path.isEmpty()); // another form may find rows where this one has none
     }
     m_ui->cmdImport->setEnabled(ready && !m_isImported);
     m_ui->cmdChoose->setEnabled(!busy);
