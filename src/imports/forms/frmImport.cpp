@@ -112,8 +112,8 @@ void frmImport::chooseFile()
 void frmImport::lookInto(const std::optional<ListForm> &form)
 {
     forgetReport();
-    m_look = std::make_unique<core::Background<Look>>([path = m_path, codePage = m_context.codePage, form] {
-        Look look{.form = form ? *form : formOf(path, codePage), .rows = {}};
+    const auto work = [path = m_path, target = m_context.target, codePage = m_context.codePage, form] {
+        Look look{.form = form ? *form : formOf(path, codePage), .rows = {}, .guess = {}};
         const std::unique_ptr<RowSource> source = openList(path, look.form);
         while (look.rows.size() <= previewRows) {
             const std::optional<SourceRow> row = source->next();
@@ -122,8 +122,10 @@ void frmImport::lookInto(const std::optional<ListForm> &form)
             }
             look.rows.append(row->cells);
         }
+        look.guess = guessOf(target, look.form.kind, look.rows);
         return look;
-    });
+    };
+    m_look = std::make_unique<core::Background<Look>>(work);
     m_looks.start(betweenLooks);
     showState();
 }
@@ -135,7 +137,9 @@ void frmImport::lookAgain()
     }
     ListForm form = m_list.form;
     form.codePage = m_ui->cboEncoding->currentData().toInt();
-    form.separator = static_cast<char>(m_ui->cboSeparator->currentData().toInt());
+    if (m_ui->cboSeparator->currentIndex() >= 0) { // else the file names another sign
+        form.separator = static_cast<char>(m_ui->cboSeparator->currentData().toInt());
+    }
     form.sheet = std::max(m_ui->cboSheet->currentIndex(), 0);
     lookInto(form);
 }
@@ -149,9 +153,8 @@ void frmImport::endLook()
     if (!isRead) {
         return showState();
     }
-    const Guess guess = guessOf(m_context.target, m_list.form.kind, m_list.rows);
     m_isFilling = true;
-    m_ui->chkHeadings->setChecked(guess.hasHeadings);
+    m_ui->chkHeadings->setChecked(m_list.guess.hasHeadings);
     m_isFilling = false;
     showRows();
 }
@@ -191,7 +194,9 @@ void frmImport::showRows()
     for (QString &heading : headings) {
         heading = areKeys ? m_texts.Lms(heading) : heading;
     }
-    const QList<int> fields = fieldsOf(m_context.target, hasHeadings, m_list.rows);
+    const QList<int> fields = hasHeadings == m_list.guess.hasHeadings
+                                  ? m_list.guess.fieldOfColumn
+                                  : fieldsOf(m_context.target, hasHeadings, m_list.rows);
     m_ui->tblRows->showRows(headings, rows.mid(0, previewRows), fields);
     for (int choice = 0; choice < m_ui->cboIdentify->count(); ++choice) { // the surest that the list has
         const auto key = static_cast<RowKey>(m_ui->cboIdentify->itemData(choice).toInt());

@@ -44,6 +44,7 @@ private:
     {
         ListForm form;
         QList<QStringList> rows;
+        Guess guess;
     };
 
     void fillChoices();
