@@ -78,4 +78,9 @@ int growReceiveBuffer(qintptr socket, int bytes);
 /// Lets another process of the same user bring its window to the front (Windows asks for the permission).
 void allowOthersToFront();
 
+/// Tells the window manager that a window wants no keyboard when it comes up next. Qt tells it only when it
+/// shows a window, not when one ceases to be minimised. Does nothing where that is the window system's own
+/// business.
+void wantNoKeyboard(quintptr window);
+
 } // namespace core::platform

@@ -1,6 +1,7 @@
 // The main window as a window: its shapes and states, hiding, and being in front.
 
 #include "appearance/Keys.h"
+#include "core/platform.h"
 #include "mainwindow/forms/FrmMain.h"
 #include "ui_FrmMain.h"
 
@@ -160,13 +161,16 @@ void FrmMain::setNormal()
 
 // Nothing that a datagram causes may take the keyboard from the operator. Qt reads the widget's attribute for
 // this only when it creates the window, but the window's own property each time that it is shown. A window
-// manager gives the keyboard to a window that was minimised, but not to one that was hidden.
+// manager gives the keyboard to a window that was minimised, but not to one that was hidden. Whatever ends
+// the minimised state, a new place too, shows the window at once, hidden or not, so the window is hidden
+// first.
 void FrmMain::showNormalQuietly()
 {
     constexpr auto quiet = "_q_showWithoutActivating";
     if (isMinimized()) {
-        keepPlace();
         hide();
+        core::platform::wantNoKeyboard(winId());
+        keepPlace();
     }
     if (isMaximized() && !isVisible()) { // the window system gives a hidden one no size back
         const QRect normal = normalGeometry();

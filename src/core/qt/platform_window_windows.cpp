@@ -1,0 +1,7 @@
+#include "core/platform.h"
+
+namespace core::platform {
+
+void wantNoKeyboard(quintptr) {}
+
+} // namespace core::platform
