@@ -28,6 +28,7 @@ public:
     bool askOkCancel(const QString &text, const QString &) override { fail(text); }
     Answer askSave(const QString &text, QWidget *, const SaveWords &) override { fail(text); }
     QString saveFileName(const QString &, const QString &) override { return namedFile; }
+    QString openFileName(const QString &) override { return namedFile; }
     bool isOpen() const override { return false; }
     bool openPage(const QString &) override { return false; }
     bool startMail(const QString &) override { return false; }

@@ -21,6 +21,7 @@ struct SilentPrompts : core::Prompts
     bool askOkCancel(const QString &, const QString &) override { return false; }
     Answer askSave(const QString &, QWidget *, const SaveWords &) override { return Answer::Cancel; }
     QString saveFileName(const QString &, const QString &) override { return {}; }
+    QString openFileName(const QString &) override { return {}; }
     bool isOpen() const override { return false; }
 };
 

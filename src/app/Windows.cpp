@@ -42,6 +42,11 @@ Windows::Windows(const Context &context)
                    .checks = m_checks,
                    .entrySaved = [this](const phonebook::PhoneBookEntry &entry) { entrySaved(entry); }}),
       m_customers({.forms = m_forms, .checks = m_checks, .effects = *this}),
+      m_imports(
+          {.forms = m_forms,
+           .codePage = context.codePage,
+           .customersImported = [this](const imports::ImportReport &report) { customersImported(report); },
+           .entriesImported = [this](const imports::ImportReport &) { entriesImported(); }}),
       m_notes({.forms = m_forms, .printer = context.outside.printer, .language = context.language}),
       m_messages({.forms = m_forms,
                   .codePage = context.codePage,
@@ -83,6 +88,10 @@ void Windows::show(core::Window window)
         return m_messages.showSend();
     case core::Window::Copies:
         return m_copies.showCopies();
+    case core::Window::ImportCustomers:
+        return m_imports.showCustomers();
+    case core::Window::ImportPhoneBook:
+        return m_imports.showPhoneBook();
     }
 }
 
@@ -185,6 +194,24 @@ void Windows::entrySaved(const phonebook::PhoneBookEntry &entry)
 {
     m_context.callers.entrySaved(*entry.SN, entry.Telno);
     m_context.callerRenamed({.table = core::RowKey::Table::PhoneBook, .sn = *entry.SN}, entry.simpledes);
+}
+
+// Another thread has written them, so the directory finds them as it finds what another desk has saved.
+void Windows::customersImported(const imports::ImportReport &report)
+{
+    m_context.callers.look();
+    m_customers.refreshCustomerList();
+    for (const auto &[oldName, newName] : report.renamed) {
+        m_notes.followName(oldName, newName);
+    }
+    m_forms.server.SendServer(u"REFRESHCUSTOMERLIST"_s);
+}
+
+void Windows::entriesImported()
+{
+    m_context.callers.entriesImported();
+    m_phoneBook.entriesImported();
+    m_forms.server.SendServer(u"REFRESHSIMPLEPHONEBOOK"_s);
 }
 
 void Windows::renameNotes(const QString &oldName, const QString &newName)

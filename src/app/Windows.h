@@ -7,6 +7,7 @@
 #include "core/Settings.h"
 #include "customers/forms/CustomerWindows.h"
 #include "help/forms/HelpWindow.h"
+#include "imports/forms/ImportWindows.h"
 #include "language/LanguageChoice.h"
 #include "lookup/CallerDirectory.h"
 #include "lookup/ExistenceChecks.h"
@@ -87,6 +88,8 @@ private:
     void customerDeleted(qint32 sn) override;
     void entrySaved(const phonebook::PhoneBookEntry &entry);
     void showCustomersOf(const copies::Copy &copy);
+    void customersImported(const imports::ImportReport &report);
+    void entriesImported();
     void renameNotes(const QString &oldName, const QString &newName);
     std::optional<QString> senders() const override { return m_context.senders.text(); }
     QString sendersTrouble() const override { return m_context.senders.trouble(m_forms.texts); }
@@ -105,6 +108,7 @@ private:
     lookup::ExistenceChecks m_checks;
     phonebook::PhoneBookWindows m_phoneBook;
     customers::CustomerWindows m_customers;
+    imports::ImportWindows m_imports;
     notes::NoteWindows m_notes;
     messages::MessageWindows m_messages;
     options::OptionsWindows m_options;

@@ -9,7 +9,16 @@ class QWidget;
 namespace core {
 
 /// Windows that another folder than the asking one owns.
-enum class Window { CallNotes, CustomerList, PhoneBook, Options, SendMessage, Copies };
+enum class Window {
+    CallNotes,
+    CustomerList,
+    PhoneBook,
+    Options,
+    SendMessage,
+    Copies,
+    ImportCustomers,
+    ImportPhoneBook
+};
 
 /// The door between windows: a form opens another folder's window through it and never by its class.
 class Navigator

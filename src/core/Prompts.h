@@ -35,6 +35,8 @@ public:
     /// The file to write, which the operator agreed to replace where it exists; empty when cancelled.
     /// `proposed` is a file name or a path, `filter` as in "(*.txt)|*.txt|(*.*)|*.*".
     virtual QString saveFileName(const QString &proposed, const QString &filter) = 0;
+    /// A file to read; empty when cancelled. `filter` as above, several patterns of one kind parted by blanks.
+    virtual QString openFileName(const QString &filter) = 0;
     /// True while one of the above waits for an answer; calls that arrive meanwhile are held back.
     virtual bool isOpen() const = 0;
 

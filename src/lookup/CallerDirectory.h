@@ -43,6 +43,9 @@ public:
     /// numbers of customers alone.
     void entrySaved(qint32 sn, const QString &numbers) { m_index.entrySaved(sn, numbers); }
 
+    /// Many entries of the phone book were written at once: it is read again, in the turns that follow.
+    void entriesImported() { goOn(m_index.LoadPhoneNumberSNArray()); }
+
     NumberIndex &numbers() { return m_index; }
     /// All customers could be read.
     bool isAvailable() const { return m_available; }

@@ -1,9 +1,11 @@
 #include "ProgramDesk.h"
 #include "support/Rows.h"
+#include "support/Ui.h"
 
 #include <QNetworkDatagram>
 
 using customers::FrmEditCustomer;
+using Import = support::Ui<imports::frmImport>;
 using phonebook::frmChoosePhoneDatabase;
 
 /// From a call to the customer's record and back: what is typed reaches the file, the unit and the next call.
@@ -49,6 +51,57 @@ private Q_SLOTS:
         QVERIFY(desk.card().contains(u"New Mill"_s));
         press<lookup::frmPopUp>("Command2");
         QCOMPARE((find<FrmEditCustomer, QLineEdit>("txtCustomerName")->text()), u"New Mill"_s);
+    }
+
+    void importedRowsAreListedAndKnownAtOnce()
+    {
+        ProgramDesk desk;
+        QVERIFY(desk.start());
+        desk.showsACall();
+        const QString list = desk.folder.filePath(u"new.csv"_s);
+        desk.writeFile(list, "Company;Phone\nNew Mill;(212) 555-0188\nWithout a number;\n;5550000\n");
+        desk.choose("Command1");
+        const int before = find<customers::FrmCustomer, QTableView>("DataGrid1")->model()->rowCount();
+        press<customers::FrmCustomer>("cmdImport");
+        desk.prompts.expectFile(list);
+        Import::key("cmdChoose", Qt::Key_Space);
+        QTRY_VERIFY(Import::isEnabled("cmdImport"));
+        Import::key("cmdCheck", Qt::Key_Space);
+        QTRY_COMPARE(Import::text("lblResult"),
+                     u"This would be imported. New: 2, changed: 0, left as they are: "
+                     "0, refused: 1."_s);
+        const QString refused = desk.folder.filePath(u"refused.txt"_s);
+        desk.prompts.expectFile(refused);
+        Import::press("cmdSaveList");
+        QCOMPARE(desk.fileBytes(refused), "Row 4: no name\r\n");
+        QVERIFY(!desk.unit.hasPendingDatagrams());
+        Import::key("cmdImport", Qt::Key_Return);
+        QTRY_VERIFY(Import::text("lblResult").startsWith(u"Imported. New: 2,"_s));
+        QVERIFY(!Import::isEnabled("cmdImport")); // or the same rows would be added again
+        const auto *grid = find<customers::FrmCustomer, QTableView>("DataGrid1");
+        QTRY_COMPARE(grid->model()->rowCount(), before + 2);
+        QTRY_VERIFY(desk.unit.hasPendingDatagrams());
+        QCOMPARE(desk.unit.receiveDatagram().data(), "REFRESHCUSTOMERLIST");
+        QTRY_VERIFY2(
+            (desk.send(call(u"2125550188"_s, {}, {}, {}, {})), desk.lastCaller().contains(u"New Mill"_s)),
+            qPrintable(desk.lastCaller()));
+        desk.prompts.expectFile(desk.paths.CustomerFile);
+        Import::press("cmdChoose");
+        QTRY_VERIFY(Import::text("lblResult").startsWith(u"The file cannot be read."_s));
+        QVERIFY(!Import::isEnabled("cmdImport") && Import::form()->close());
+        desk.choose("Command4");
+        press<phonebook::frmSimplePhoneBook>("cmdImport");
+        desk.prompts.expectFile(list);
+        Import::press("cmdChoose");
+        QTRY_VERIFY(Import::isEnabled("cmdImport"));
+        Import::press("cmdImport");
+        QTRY_COMPARE(Import::text("lblResult"),
+                     u"Imported. New: 2, changed: 0, left as they are: 0, refused: 1."_s);
+        QTRY_VERIFY(
+            support::columnOf(*find<phonebook::frmSimplePhoneBook, QTableView>("DbgPhoneBook")->model())
+                .contains(u"(212)555-0188"_s));
+        QTRY_VERIFY(desk.unit.hasPendingDatagrams());
+        QCOMPARE(desk.unit.receiveDatagram().data(), "REFRESHSIMPLEPHONEBOOK");
     }
 
     void aDeletedCustomerIsUnknownToTheNextCall()

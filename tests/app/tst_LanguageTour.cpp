@@ -161,6 +161,19 @@ class tst_LanguageTour : public QObject
         look(u"frmConvertDesk"_s);
     }
 
+    void lookAtImport(ProgramDesk &desk)
+    {
+        const QString list = desk.folder.filePath(u"list.csv"_s);
+        desk.writeFile(list, "Firma;Kontakt;Tel.\nHarbor Lantern Hotel;Ada;0755\n;;\n;Bob;;x\n;;1\n");
+        desk.prompts.expectFile(list);
+        shown(u"frmImport"_s)->findChild<QAbstractButton *>(u"cmdChoose"_s)->click();
+        auto *check = shown(u"frmImport"_s)->findChild<QAbstractButton *>(u"cmdCheck"_s);
+        QTRY_VERIFY(check->isEnabled());
+        check->click();
+        QTRY_VERIFY(shown(u"frmImport"_s)->findChild<QWidget *>(u"lstRefused"_s)->isVisible());
+        look(u"frmImport"_s, u"-list"_s);
+    }
+
 private Q_SLOTS:
     void initTestCase() { appearance::applyTheme(*qApp, core::platform::prefersDark()); }
 
@@ -202,7 +215,8 @@ private Q_SLOTS:
         const QStringList ways =
             u"FrmMain Command4 frmSimplePhoneBook,frmSimplePhoneBook Command1 frmSimplePhoneBookEdit,"
             "FrmMain Command1 FrmCustomer,FrmCustomer Command4 FrmEditCustomer,"
-            "FrmCustomer cmdExport frmAddDataToExcel_Tarn20050921,FrmEditCustomer cmdViewNotePad frmNotePad,"
+            "FrmCustomer cmdExport frmAddDataToExcel_Tarn20050921,FrmCustomer cmdImport frmImport,"
+            "FrmEditCustomer cmdViewNotePad frmNotePad,"
             "FrmMain cmdCallInfo frmNotePadManager,FrmMain cmdSendSMS frmSendSMS,FrmMain Command3 frmOptions,"
             "frmOptions cmdCopies frmCopies,frmCopies cmdLookInto frmCopiedCustomers,"
             "frmOptions cmdLanguageEditor frmLanguageEditor,FrmMain Command5 frmHelp"_s.split(u',');
@@ -214,6 +228,7 @@ private Q_SLOTS:
             button->click();
             look(step[2]);
         }
+        lookAtImport(desk);
     }
 };
 

@@ -209,6 +209,17 @@ private Q_SLOTS:
         QCOMPARE(desk.logMessages(), QStringList());
     }
 
+    void importedPhoneBookEntriesAreReadAtOnce()
+    {
+        Desk desk;
+        desk.addCustomers(1, 1);
+        QVERIFY(desk.start());
+        desk.runSql(desk.paths.PhoneBookFile, u"insert into phonebook values (2, '5551')"_s);
+        QVERIFY(!desk.callers.numbers().GetSnByPhoneNumber(u"5551"));
+        desk.callers.entriesImported();
+        QTRY_COMPARE(desk.callers.numbers().GetSnByPhoneNumber(u"5551"), std::optional<qint32>(2));
+    }
+
     void aFileThatIsReplacedIsFollowedAndTheSameOneIsNotReadAgain()
     {
         Desk desk;

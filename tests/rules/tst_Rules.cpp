@@ -33,6 +33,8 @@ const QMap<QString, QStringList> mayInclude{
     {u"lookup"_s, {u"core"_s, u"store"_s, u"appearance"_s}},
     {u"phonebook"_s, {u"core"_s, u"store"_s, u"lookup"_s, u"language"_s, u"appearance"_s}},
     {u"customers"_s, {u"core"_s, u"store"_s, u"lookup"_s, u"language"_s, u"appearance"_s}},
+    {u"imports"_s,
+     {u"core"_s, u"store"_s, u"lookup"_s, u"language"_s, u"appearance"_s, u"customers"_s, u"phonebook"_s}},
     {u"notes"_s, {u"core"_s, u"store"_s, u"lookup"_s, u"language"_s, u"appearance"_s}},
     {u"messages"_s, {u"core"_s, u"store"_s, u"lookup"_s, u"language"_s, u"appearance"_s}},
     {u"options"_s, {u"core"_s, u"store"_s, u"lookup"_s, u"language"_s, u"appearance"_s}},

@@ -55,6 +55,7 @@ struct FakePrompts : core::Prompts
     bool askOkCancel(const QString &text, const QString &) override { return answer(text).ok; }
     Answer askSave(const QString &text, QWidget *, const SaveWords &) override { return answer(text).choice; }
     QString saveFileName(const QString &proposed, const QString &) override { return answer(proposed).path; }
+    QString openFileName(const QString &filter) override { return answer(filter).path; }
     bool isOpen() const override { return m_open > 0; }
 
     QStringList asked; ///< the texts, in order

@@ -122,6 +122,17 @@ QString QtPrompts::saveFileName(const QString &proposed, const QString &filter)
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }
 
+QString QtPrompts::openFileName(const QString &filter)
+{
+    QWidget *behind = windowBehind();
+    const OpenPrompt open(*this, behind);
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    QFileDialog dialog(behind, QString(), folder, toolkitFilter(filter));
+    dialog.setObjectName(u"fileDialog"_s);
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
+
 int QtPrompts::ask(const Box &asked, int buttons, int defaultButton)
 {
     QWidget *parent = asked.parent;

@@ -22,6 +22,7 @@ public:
     bool askOkCancel(const QString &text, const QString &title) override;
     Answer askSave(const QString &text, QWidget *window, const SaveWords &words) override;
     QString saveFileName(const QString &proposed, const QString &filter) override;
+    QString openFileName(const QString &filter) override;
     bool isOpen() const override { return m_open > 0; }
 
 private:

@@ -85,6 +85,8 @@ void FrmCustomer::setUpCommands()
 {
     connect(m_ui->Command1, &QPushButton::clicked, this, [this] { m_commands.addCustomer(); });
     connect(m_ui->cmdExport, &QPushButton::clicked, this, [this] { m_commands.exportCustomers(); });
+    connect(m_ui->cmdImport, &QPushButton::clicked, this,
+            [this] { m_context.navigator.show(core::Window::ImportCustomers); });
     connect(m_ui->Command2, &QPushButton::clicked, this, &QWidget::close);
     offerHelp(m_context.navigator, u"Popup_CustomerDatabase"_s, {m_ui->Command3});
     connect(m_ui->txtAddToExist, &QLineEdit::textChanged, this, [this] { showMessage({}); });

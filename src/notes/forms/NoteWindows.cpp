@@ -45,14 +45,19 @@ bool NoteWindows::RefreshNotePad(const QString &oldName, const QString &newName)
     const appearance::FormContext &forms = m_context.forms;
     const bool renamed = CallNotes(forms.log, forms.paths, forms.texts).RefreshNotePad(oldName, newName);
     if (renamed && oldName != newName) {
-        if (frmNotePad *notePad = m_notePad.ifOpen()) {
-            notePad->followName(oldName, newName);
-        }
-        if (frmNotePadManager *manager = m_manager.ifOpen()) {
-            manager->followName(oldName, newName);
-        }
+        followName(oldName, newName);
     }
     return renamed;
+}
+
+void NoteWindows::followName(const QString &oldName, const QString &newName)
+{
+    if (frmNotePad *notePad = m_notePad.ifOpen()) {
+        notePad->followName(oldName, newName);
+    }
+    if (frmNotePadManager *manager = m_manager.ifOpen()) {
+        manager->followName(oldName, newName);
+    }
 }
 
 } // namespace notes

@@ -24,6 +24,8 @@ public:
     void showManager();
     /// Renames a customer in all call notes and in the open windows.
     bool RefreshNotePad(const QString &oldName, const QString &newName);
+    /// The notes of a customer stand under another name on file: what is open follows.
+    void followName(const QString &oldName, const QString &newName);
 
 private:
     frmNotePadManager *newManager();

@@ -68,6 +68,13 @@ void PhoneBookWindows::addCaller(const QString &number, const QString &keyWord)
     m_choice.get().bringToFront();
 }
 
+void PhoneBookWindows::entriesImported()
+{
+    if (frmSimplePhoneBook *list = m_list.ifOpen()) {
+        list->followImported();
+    }
+}
+
 void PhoneBookWindows::ShowaSimplePhoneBook()
 {
     const frmSimplePhoneBook *list = m_list.ifOpen();

@@ -33,6 +33,9 @@ public:
     /// Opens the dialog that files an unknown caller here or among the customers.
     void addCaller(const QString &number, const QString &keyWord);
 
+    /// Entries were imported; nothing while the list is closed.
+    void entriesImported();
+
     /// Opens the editor on the entry that the list stands on, if it stands on one.
     void ShowaSimplePhoneBook();
 

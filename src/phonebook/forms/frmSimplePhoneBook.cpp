@@ -30,6 +30,11 @@ void frmSimplePhoneBook::followSaved(qint32 sn)
     m_list->follow({.query = allEntriesQuery()}, sn);
 }
 
+void frmSimplePhoneBook::followImported()
+{
+    m_list->follow({.query = allEntriesQuery()}, m_list->currentSn());
+}
+
 void frmSimplePhoneBook::showQuery(const QString &query)
 {
     m_list->showUnsearched({.query = query});

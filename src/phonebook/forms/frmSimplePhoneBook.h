@@ -24,6 +24,8 @@ public:
 
     /// After an entry was saved: shows what is searched for, or else all, anew, and stands on it.
     void followSaved(qint32 sn);
+    /// After entries were imported: the same, and stands where it stood.
+    void followImported();
     /// Shows the entries of a query in the given words.
     void showQuery(const QString &query);
 

@@ -55,6 +55,8 @@ void frmSimplePhoneBook::setUpList()
 void frmSimplePhoneBook::connectControls()
 {
     connect(m_ui->cmdPhonebook_Add, &QPushButton::clicked, this, &frmSimplePhoneBook::addAsked);
+    connect(m_ui->cmdImport, &QPushButton::clicked, this,
+            [this] { m_context.navigator.show(core::Window::ImportPhoneBook); });
     connect(m_ui->Command2, &QPushButton::clicked, this, &QWidget::close);
     offerHelp(m_context.navigator, u"Popup_SimplePhoneBook"_s, {m_ui->Command4});
 }
