@@ -14,7 +14,7 @@ namespace imports {
 
 namespace {
 
-constexpr qsizetype mostLineBytes = 1024 * 1024; // a picture may be larger, and is not wanted
+constexpr qsizetype mostLineBytes = 1 << 20; // a picture may be larger, and is not wanted
 
 constexpr std::array columnKeys{
     "CustomerName"_L1, "ContactPersonName"_L1,

@@ -9,7 +9,7 @@ namespace imports {
 
 namespace {
 
-constexpr qsizetype mostRowBytes = 1024 * 1024;
+constexpr qsizetype mostRowBytes = 1 << 20;
 constexpr QByteArrayView separatorLine("sep="); // in front of the rows, from some spreadsheets
 
 } // namespace

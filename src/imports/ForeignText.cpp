@@ -3,6 +3,7 @@
 #include "core/Error.h"
 #include "core/TextUtilities.h"
 
+#include <QHash>
 #include <QUtf8StringView>
 
 #include <algorithm>
@@ -13,7 +14,7 @@ namespace imports {
 
 namespace {
 
-constexpr qint64 pieceBytes = 64 * 1024;
+constexpr qint64 pieceBytes = 65536;
 constexpr QByteArrayView utf8Mark("\xEF\xBB\xBF", 3);
 constexpr QByteArrayView littleMark("\xFF\xFE", 2);
 constexpr QByteArrayView bigMark("\xFE\xFF", 2);
@@ -81,24 +82,14 @@ QList<int> offeredCodePages()
 
 QString codePageName(int codePage)
 {
-    switch (codePage) {
-    case utf8CodePage:
-        return u"UTF-8"_s;
-    case utf16LittleCodePage:
-        return u"UTF-16 LE"_s;
-    case utf16BigCodePage:
-        return u"UTF-16 BE"_s;
-    case 936:
-        return u"GBK (936)"_s;
-    case 950:
-        return u"Big5 (950)"_s;
-    case 932:
-        return u"Shift JIS (932)"_s;
-    case 949:
-        return u"EUC-KR (949)"_s;
-    default:
-        return u"Windows-"_s + QString::number(codePage);
-    }
+    static const QHash<int, QString> names{{utf8CodePage, u"UTF-8"_s},
+                                           {utf16LittleCodePage, u"UTF-16 LE"_s},
+                                           {utf16BigCodePage, u"UTF-16 BE"_s},
+                                           {936, u"GBK (936)"_s},
+                                           {950, u"Big5 (950)"_s},
+                                           {932, u"Shift JIS (932)"_s},
+                                           {949, u"EUC-KR (949)"_s}};
+    return names.value(codePage, u"Windows-"_s + QString::number(codePage));
 }
 
 int codePageOf(QIODevice &file, int systemCodePage)

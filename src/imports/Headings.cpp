@@ -286,7 +286,7 @@ Guess guessOf(const ListTarget &target, ListKind kind, const QList<QStringList> 
     bool hasHeadings = kind == ListKind::Cards;
     const QStringList first = rows.value(0);
     for (qsizetype column = 0; column < first.size(); ++column) {
-        const QString cell = first.at(column);
+        const QString &cell = first.at(column);
         const bool isValue = looksLikeNumber(cell) || looksLikeMail(cell);
         const bool headsValues =
             mostLook(rows, 1, column, looksLikeNumber) || mostLook(rows, 1, column, looksLikeMail);

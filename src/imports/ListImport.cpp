@@ -286,10 +286,10 @@ void Filing::follow(const QString &oldName, const QString &newName)
 }
 
 ImportReport run(const ListTarget &target, const QString &path, const ListPlan &plan, ListImport::Mode mode,
-                 const std::function<void(int)> &progress)
+                 const Stops &stops, const std::function<void(int)> &progress)
 {
     const bool writes = mode == ListImport::Mode::Write;
-    const std::unique_ptr<RowSource> rows = openList(path, plan.form);
+    const std::unique_ptr<RowSource> rows = openList(path, plan.form, stops);
     store::Database database(target.file,
                              writes ? store::Database::Mode::ReadWrite : store::Database::Mode::ReadOnly);
     ImportReport report;
@@ -317,16 +317,22 @@ ImportReport run(const ListTarget &target, const QString &path, const ListPlan &
 
 ListImport::ListImport(const ListTarget &target, const QString &path, const ListPlan &plan, Mode mode)
     : m_work([this, target, path, plan, mode] {
+          const auto progress = [this](int perMille) {
+              m_perMille = perMille;
+              if (m_cancelled) {
+                  throw Cancelled();
+              }
+          };
           try {
-              return run(target, path, plan, mode, [this](int perMille) {
-                  m_perMille = perMille;
-                  if (m_cancelled) {
-                      throw Cancelled();
-                  }
-              });
+              return run(
+                  target, path, plan, mode, [this] { return m_cancelled.load(); }, progress);
           } catch (const Cancelled &) {
-              return ImportReport{.isCancelled = true};
+          } catch (const core::Error &) {
+              if (!m_cancelled) { // which keeps the file from being read on
+                  throw;
+              }
           }
+          return ImportReport{.isCancelled = true};
       })
 {}
 

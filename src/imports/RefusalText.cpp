@@ -1,35 +1,19 @@
 #include "imports/RefusalText.h"
 
+#include <array>
+
 using namespace Qt::StringLiterals;
 
 namespace imports {
 
 namespace {
 
-QString reasonKey(Refusal why)
-{
-    switch (why) {
-    case Refusal::Characters:
-        return u"RefusedCharacters"_s;
-    case Refusal::Unclosed:
-        return u"RefusedUnclosed"_s;
-    case Refusal::Columns:
-        return u"RefusedColumns"_s;
-    case Refusal::NoName:
-        return u"RefusedNoName"_s;
-    case Refusal::NoNumber:
-        return u"RefusedNoNumber"_s;
-    case Refusal::TooLong:
-        return u"RefusedTooLong"_s;
-    case Refusal::NoFlag:
-        return u"RefusedNoFlag"_s;
-    case Refusal::Repeats:
-        return u"RefusedRepeats"_s;
-    case Refusal::IdTaken:
-        return u"RefusedIdTaken"_s;
-    }
-    return {};
-}
+/// In the order of the refusals.
+constexpr std::array reasonKeys{
+    "RefusedCharacters"_L1, "RefusedUnclosed"_L1, "RefusedColumns"_L1,
+    "RefusedNoName"_L1,     "RefusedNoNumber"_L1, "RefusedTooLong"_L1,
+    "RefusedNoFlag"_L1,     "RefusedRepeats"_L1,  "RefusedIdTaken"_L1,
+};
 
 } // namespace
 
@@ -42,7 +26,7 @@ QString refusalText(const core::TextLookup &texts, const ListTarget &target, con
 {
     const QString about = refused.field >= 0 ? captionOf(texts, target.fields.at(refused.field))
                                              : QString::number(refused.otherRow);
-    const QString reason = texts.Lms(reasonKey(refused.why)).replace(u"%1"_s, about);
+    const QString reason = texts.Lms(reasonKeys.at(static_cast<size_t>(refused.why))).replace(u"%1"_s, about);
     return texts.Lms(u"RefusedRow"_s).replace(u"%1"_s, QString::number(refused.row)).replace(u"%2"_s, reason);
 }
 

@@ -61,16 +61,10 @@ QString inLines(QString text)
 
 QString signBetween(FieldShape shape)
 {
-    switch (shape) {
-    case FieldShape::Name:
-        return u" "_s;
-    case FieldShape::Lines:
-        return u"\r\n"_s;
-    case FieldShape::Numbers:
-        return u","_s;
-    default:
-        return u", "_s;
-    }
+    return shape == FieldShape::Name      ? u" "_s
+           : shape == FieldShape::Lines   ? u"\r\n"_s
+           : shape == FieldShape::Numbers ? u","_s
+                                          : u", "_s;
 }
 
 // Yes and no as lists have them, in the words of every language.

@@ -8,7 +8,7 @@ namespace imports {
 
 /// What is read of a row at most.
 inline constexpr qsizetype mostColumns = 256;
-inline constexpr qsizetype mostCellCharacters = 64 * 1024;
+inline constexpr qsizetype mostCellCharacters = 65536;
 
 /// Why the cells of a row cannot be relied on.
 enum class RowTrouble : quint8 {

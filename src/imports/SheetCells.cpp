@@ -95,7 +95,7 @@ QString NumberFormats::date(double days) const
     constexpr int secondsADay = 24 * 60 * 60;
     const auto seconds = static_cast<qint64>(std::llround(days * secondsADay));
     const QDate first = m_since1904 ? QDate(1904, 1, 1) : QDate(1899, 12, 30);
-    const QString time = QTime(0, 0).addSecs(int(seconds % secondsADay)).toString(u"HH:mm:ss"_s);
+    QString time = QTime(0, 0).addSecs(int(seconds % secondsADay)).toString(u"HH:mm:ss"_s);
     const QString day = first.addDays(seconds / secondsADay).toString(u"yyyy-MM-dd"_s);
     if (seconds < secondsADay && seconds > 0) {
         return time;

@@ -13,7 +13,7 @@ namespace imports {
 
 namespace {
 
-constexpr qint64 megabyte = 1024 * 1024;
+constexpr qint64 megabyte = 1 << 20;
 constexpr qint64 mostOfSmallPart = 16 * megabyte;
 constexpr qint64 mostOfTexts = 512 * megabyte;
 constexpr qint64 mostOfSheet = 4096 * megabyte; // goes by without being kept

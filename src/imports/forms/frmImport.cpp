@@ -112,9 +112,10 @@ void frmImport::chooseFile()
 void frmImport::lookInto(const std::optional<ListForm> &form)
 {
     forgetReport();
-    const auto work = [path = m_path, target = m_context.target, codePage = m_context.codePage, form] {
-        Look look{.form = form ? *form : formOf(path, codePage), .rows = {}, .guess = {}};
-        const std::unique_ptr<RowSource> source = openList(path, look.form);
+    const auto work = [this, path = m_path, target = m_context.target, codePage = m_context.codePage, form] {
+        const auto stops = [this] { return m_isClosing.load(); };
+        Look look{.form = form ? *form : formOf(path, codePage, stops), .rows = {}, .guess = {}};
+        const std::unique_ptr<RowSource> source = openList(path, look.form, stops);
         while (look.rows.size() <= previewRows) {
             const std::optional<SourceRow> row = source->next();
             if (!row) {
@@ -366,6 +367,7 @@ void frmImport::keyPressEvent(QKeyEvent *event)
 void frmImport::closing()
 {
     m_looks.stop();
+    m_isClosing = true;
     cancel();
 }
 

@@ -71,6 +71,7 @@ private:
     std::unique_ptr<Ui::frmImport> m_ui;
     QString m_path;
     Look m_list;
+    std::atomic<bool> m_isClosing = false;
     std::unique_ptr<core::Background<Look>> m_look; ///< while it goes on
     ListImport::Mode m_mode = ListImport::Mode::Check;
     std::unique_ptr<ListImport> m_import; ///< while one runs
