@@ -59,9 +59,9 @@ public:
         std::function<QString(const QString &words)> searchQuery;
         /// The rows of a query in the order of a column; empty for one that does not sort.
         std::function<QString(int column, const QString &rows)> sortQuery = {};
-        QStringList nameFields; ///< what a row is called: the first of them that is not empty
-        QString countSign;      ///< between "Total" and the number
-        QString foundCountSign; ///< the same after a search
+        QStringList nameFields = {}; ///< what a row is called: the first of them that is not empty
+        QString countSign;           ///< between "Total" and the number
+        QString foundCountSign;      ///< the same after a search
     };
 
     /// The grid shows the rows already.
