@@ -86,20 +86,6 @@ qint64 rowsIn(const QString &path)
     return rows;
 }
 
-// Somebody else may make it at the same time.
-void makeLock(const QString &path)
-{
-    try {
-        if (!QFileInfo::exists(path)) {
-            store::createDatabase(path, {}, [](store::Database &) {});
-        }
-    } catch (const core::Error &) {
-        if (!QFileInfo::exists(path)) {
-            throw;
-        }
-    }
-}
-
 void rename(const QString &from, const QString &to)
 {
     if (!QDir().rename(from, to)) {
@@ -300,11 +286,10 @@ void CopyFolder::lockedFor(const std::function<void()> &work) const
 {
     core::makeFolder(m_path);
     const QString lockFile = m_path + u'/' + lockName;
-    makeLock(lockFile);
     const store::NoWaiting atOnce;
     bool began = false;
     try {
-        store::Database lock(lockFile);
+        store::Database lock(lockFile, store::Database::Mode::New); // or the one that is there
         lock.transaction([&] {
             began = true;
             removeLeft();

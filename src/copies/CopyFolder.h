@@ -63,8 +63,8 @@ struct MadeElsewhere : core::Error
 ///     Backups/Copies.lock            a database that whoever makes one has locked
 ///
 /// The renaming of the second to the first is what makes a copy of it. What takes long here belongs on a
-/// thread: `ended` is asked all the time, and when it says so, what is being done throws Ended and leaves all
-/// as it was.
+/// thread: `ended` is asked all the time, and when it says so, what is being done throws Ended, and no half
+/// of it stays.
 class CopyFolder
 {
 public:
