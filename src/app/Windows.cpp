@@ -103,8 +103,8 @@ void Windows::showCustomersOf(const copies::Copy &copy)
 
 void Windows::deskRestored()
 {
-    m_context.callers.look();
-    m_customers.refreshCustomerList();
+    customersImported({});
+    entriesImported();
 }
 
 void Windows::ShowHelp(const QString &helpId)

@@ -68,7 +68,7 @@ public:
     {
         m_messages.showReceived(message.text, message.filing);
     }
-    /// The databases were exchanged by those of a copy: who is known to call, and the list, follow.
+    /// The databases were exchanged by those of a copy: all follows as after an import.
     void deskRestored();
     /// The operator has read the messages in the main window.
     void messagesSeen() { m_messages.markAllSeen(); }

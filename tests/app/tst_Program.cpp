@@ -256,7 +256,12 @@ private Q_SLOTS:
             desk.prompts.expect();
         }
         QVERIFY(desk.start());
+        desk.choose("Command4");
+        const auto *entries = find<phonebook::frmSimplePhoneBook, QTableView>("DbgPhoneBook")->model();
+        const int before = entries->rowCount();
+        desk.runSql(desk.paths.PhoneBookFile, u"delete from phonebook where SN=1"_s);
         QTRY_COMPARE(desk.prompts.asked.size(), 2);
+        QTRY_COMPARE(entries->rowCount(), before - 1); // the lists follow
         QVERIFY(desk.prompts.asked.first().startsWith(u"Customer.ccsm is damaged"_s));
         desk.send(call(vipNumber, {}));
         QVERIFY(desk.card().contains(u"Harbor Lantern Hotel"_s));
