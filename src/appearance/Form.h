@@ -19,6 +19,7 @@ class Form : public QWidget
     Q_OBJECT
 
 public:
+    ~Form() override;
     /// Shows it in front of all others and gives it the keyboard, also where it stands minimized.
     void bringToFront();
     /// Shows it behind the editor, which keeps the keyboard; without one, like bringToFront().
@@ -30,7 +31,6 @@ protected:
     using Place = FormSetup::Place;
 
     explicit Form(const FormServices &services, Qt::WindowFlags flags = Qt::Window);
-    ~Form() override;
 
     /// Call once the form's controls exist.
     void load(Place place = Place::Remembered);

@@ -20,7 +20,7 @@ RowRemoval::RowRemoval(const Context &context, const Bar &bar) : m_context(conte
 
 void RowRemoval::remove(const std::vector<qint64> &numbers)
 {
-    if (m_turns.isActive()) {
+    if (isBusy()) {
         return;
     }
     m_restoring = false;
@@ -32,7 +32,7 @@ void RowRemoval::remove(const std::vector<qint64> &numbers)
 
 void RowRemoval::putBack()
 {
-    if (m_turns.isActive() || m_deleted.empty()) {
+    if (isBusy() || m_deleted.empty()) {
         return;
     }
     m_restoring = true;

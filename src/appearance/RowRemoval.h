@@ -35,6 +35,7 @@ public:
 
     RowRemoval(const Context &context, const Bar &bar);
 
+    bool isBusy() const { return m_turns.isActive(); }
     /// The rows of these auto-numbers; those that the list no longer shows stay.
     void remove(const std::vector<qint64> &numbers);
     /// What was deleted last.

@@ -331,6 +331,9 @@ QString SearchedList::nameOf(const std::vector<qint64> &numbers) const
 void SearchedList::removeSelected(const QString &question,
                                   const std::function<bool(const QString &question)> &ask)
 {
+    if (m_removal->isBusy()) {
+        return;
+    }
     const std::vector<qint64> numbers = selectedNumbers();
     const QString about = nameOf(numbers);
     const QString whole = about.isEmpty() ? question : question + u"\n\n"_s + about;
