@@ -230,31 +230,36 @@ CopiedFile CopyFolder::copyOnce(const QString &from) const
     const QString name = QFileInfo(from).fileName();
     const QString to = inProgressPath() + u'/' + name;
     QFile::remove(to);
-    try {
-        overLocks([&] {
-            store::copyDatabase(from, to, store::Database::Mode::New, [this] { goOnAfter(betweenSlices); });
-        });
-    } catch (const core::Error &error) {
-        if (store::tellsOfDamage(error)) {
-            throw Damage(name, error.description());
-        }
-        throw;
-    }
+    overLocks([&] {
+        store::copyDatabase(from, to, store::Database::Mode::New, [this] { goOnAfter(betweenSlices); });
+    });
     if (const QString finding = findingIn(to); !finding.isEmpty()) {
-        throw Damage(name, finding);
+        throw core::Error(0, to + u": "_s + finding, core::Error::Kind::Damaged);
     }
     core::platform::syncFile(to);
     return {.name = name, .bytes = QFileInfo(to).size(), .rows = rowsIn(to)};
 }
 
-// A network that fails for a moment looks like damage.
+// A network that fails for a moment looks like damage, and so does a bad disk under the copies: only the
+// desk's own file tells.
 CopiedFile CopyFolder::copyChecked(const QString &from) const
 {
     try {
         return copyOnce(from);
-    } catch (const Damage &) {
-        goOnAfter(betweenTries);
+    } catch (const core::Error &error) {
+        if (!store::tellsOfDamage(error)) {
+            throw;
+        }
+    }
+    goOnAfter(betweenTries);
+    try {
         return copyOnce(from);
+    } catch (const core::Error &error) {
+        const QString finding = store::tellsOfDamage(error) ? findingIn(from) : QString();
+        if (finding.isEmpty()) {
+            throw;
+        }
+        throw Damage(QFileInfo(from).fileName(), finding);
     }
 }
 
