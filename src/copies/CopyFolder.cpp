@@ -400,16 +400,25 @@ QStringList CopyFolder::soundIn(const Copy &copy, const QStringList &names) cons
 QStringList CopyFolder::restore(const Copy &copy, const QDateTime &now, const QStringList &names) const
 {
     const QStringList wanted = soundIn(copy, names);
+    const auto pathOf = [this](const QString &name) { return QString(m_paths.StartFolder + u'/' + name); };
     QStringList kept;
     lockedFor([&] {
         const std::optional<Copy> before = makeOf(deskFiles(), now, Reason::BeforeRestore, true);
-        for (const QString &name : wanted) {
-            const QString path = m_paths.StartFolder + u'/' + name;
-            if (before && before->file(name) != nullptr) {
-                writeOver(copy.path(name), path);
-            } else {
-                kept.append(replace(copy.path(name), path, now.date()));
+        QStringList written;
+        try {
+            for (const QString &name : wanted) {
+                if (before && before->file(name) != nullptr) {
+                    writeOver(copy.path(name), pathOf(name));
+                    written.append(name);
+                } else {
+                    kept.append(replace(copy.path(name), pathOf(name), now.date()));
+                }
             }
+        } catch (...) { // the customers of one day do not go with the phone book of another
+            for (const QString &name : std::as_const(written)) {
+                writeOver(before->path(name), pathOf(name));
+            }
+            throw;
         }
     });
     kept.removeAll(QString());
