@@ -48,7 +48,8 @@ void readFacts(const QByteArray &bytes, Copy &copy)
     const QJsonObject facts = QJsonDocument::fromJson(bytes).object();
     const auto reason = std::ranges::find(reasons, facts[u"reason"].toString());
     copy.reason = reason != reasons.end() ? Reason(std::distance(reasons.begin(), reason)) : Reason::Day;
-    for (const QJsonValue &each : facts[u"files"].toArray()) {
+    const QJsonArray files = facts[u"files"].toArray();
+    for (const auto &each : files) {
         const CopiedFile file = {each[u"name"].toString(), each[u"bytes"].toInteger(),
                                  each[u"rows"].toInteger()};
         if (file.name == QFileInfo(file.name).fileName() && !file.name.isEmpty()) { // leads nowhere else
