@@ -73,7 +73,7 @@ class tst_ListImport : public QObject
         }
         QString path(const QByteArray &bytes, const QString &name = u"list"_s) const
         {
-            const QString file = folder.filePath(name);
+            QString file = folder.filePath(name);
             writeFile(file, bytes);
             return file;
         }
