@@ -68,8 +68,7 @@ public:
     {
         m_messages.showReceived(message.text, message.filing);
     }
-    /// The databases were exchanged by those of a copy: who is known to call, the lists, here and at the
-    /// other desks, and the notes follow.
+    /// The databases were exchanged by those of a copy: all follows as after an import, and the open notes.
     void deskRestored();
     /// The operator has read the messages in the main window.
     void messagesSeen() { m_messages.markAllSeen(); }

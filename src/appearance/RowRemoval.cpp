@@ -75,12 +75,12 @@ bool RowRemoval::removeNext()
 bool RowRemoval::restoreNext()
 {
     std::vector<store::DeletedRow> &rows = m_deleted.back();
-    if (!m_context.rows.putBack(rows.back())) {
+    const std::optional<qint64> number = m_context.rows.putBack(rows.back());
+    if (!number) {
         return false;
     }
-    const qint64 number = rows.back().number;
     rows.pop_back();
-    Q_EMIT restored(static_cast<qint32>(number));
+    Q_EMIT restored(static_cast<qint32>(*number));
     return true;
 }
 

@@ -290,8 +290,10 @@ void SearchedList::connectRemoval(const Removal &removal)
         Q_EMIT restored(sn);
     });
     connect(&*m_removal, &RowRemoval::restoringEnded, this, [this](int rows, bool whole) {
-        show(m_shown, m_restored);
-        m_controls.grid.setFocus();
+        if (rows > 0) {
+            show(m_shown, m_restored);
+            m_controls.grid.setFocus();
+        }
         Q_EMIT restoringEnded(rows, whole);
     });
     onKeys(*m_controls.grid.window(), QKeySequence::Undo, [this] { m_removal->putBack(); });

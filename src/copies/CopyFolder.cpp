@@ -277,12 +277,11 @@ void CopyFolder::refuseMissing() const
     }
 }
 
-// What killed programs have left.
+// What killed programs have left. What stands beside the lock stays: another desk may be making it.
 void CopyFolder::removeLeft() const
 {
     QDir(inProgressPath()).removeRecursively();
-    for (const QString &written :
-         {m_path + u'/' + lockName, m_paths.CustomerFile, m_paths.PhoneBookFile, m_paths.UserLangFile}) {
+    for (const QString &written : {m_paths.CustomerFile, m_paths.PhoneBookFile, m_paths.UserLangFile}) {
         core::removeLeftBeside(written);
     }
 }
@@ -292,7 +291,6 @@ void CopyFolder::lockedFor(const std::function<void()> &work) const
 {
     core::makeFolder(m_path);
     const QString lockFile = m_path + u'/' + lockName;
-    const store::NoWaiting atOnce;
     bool began = false;
     try {
         store::Database lock(lockFile, store::Database::Mode::New); // or the one that is there

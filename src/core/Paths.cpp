@@ -62,7 +62,8 @@ QString FolderExists(const QString &path)
 
 void makeFolder(const QString &path)
 {
-    if (FolderExists(path).isEmpty() && !QDir().mkdir(path)) {
+    const bool exists = !FolderExists(path).isEmpty() || QDir().mkdir(path);
+    if (!exists && FolderExists(path).isEmpty()) { // another program may have been a moment earlier
         throw Error(0, u"cannot create the folder "_s + path);
     }
 }

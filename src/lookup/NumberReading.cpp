@@ -5,6 +5,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <exception>
 #include <limits>
 #include <utility>
 
@@ -130,19 +131,22 @@ void NumberReading::readPiece()
 }
 
 // The rows that follow are taken to be like those of the first piece. How many they are is told by the last
-// key, which a table with gaps has far behind them, and so by the size of the file.
+// key, which a table with gaps has far behind them, and so by the size of the file. Both may lie: where
+// there is no such room, and beyond a desk of any size, it grows with the rows.
 void NumberReading::expectRest(qint64 read)
 {
     constexpr qint64 leastRowBytes = 32;
+    constexpr qint64 mostRows = 4'000'000;
     constexpr double margin = 1.05;
     try {
         m_database.forEachRow(u"select max(rowid) from "_s + m_table.name, [&](const store::Row &row) {
-            const qint64 rows = std::min(row.key(0), QFileInfo(m_table.file).size() / leastRowBytes);
+            const qint64 rows =
+                std::min({row.key(0), QFileInfo(m_table.file).size() / leastRowBytes, mostRows});
             const double times = margin * static_cast<double>(rows) / static_cast<double>(read);
             m_entries.expect(times);
             m_customers.expect(times);
         });
-    } catch (const core::Error &) { // the rows themselves tell of what is damaged or locked
+    } catch (const std::exception &) { // the rows themselves tell of what is damaged or locked
     }
 }
 

@@ -469,12 +469,26 @@ std::optional<DeletedRow> ResultModel::deleteRow(int row)
     return deleted;
 }
 
-bool ResultModel::putBack(const DeletedRow &row)
+// Since then a copy of the desk may have been restored: the row then stands there again, or another one has
+// got its number.
+std::optional<qint64> ResultModel::putBack(const DeletedRow &row)
 {
-    return m_rows != nullptr && m_log.trap(m_name, [&] {
+    qint64 number = row.number;
+    const auto insert = [&] {
         TableSource table(m_rows->engine, Select::wholeTable(m_rows->select.table()), {});
-        m_rows->engine->transaction([&] { table.insert(row.fields); });
-    });
+        table.standOnKey(number);
+        auto fields = row.fields;
+        if (const QVariantList *there = table.row()) {
+            if (std::ranges::equal(*there, fields, {}, {}, &std::pair<QString, QVariant>::second)) {
+                return;
+            }
+            fields.removeIf([&](const auto &field) { return field.first == table.autoNumber(); });
+        }
+        table.insert(fields);
+        number = table.currentKey();
+    };
+    const bool stands = m_rows != nullptr && m_log.trap(m_name, [&] { m_rows->engine->transaction(insert); });
+    return stands ? std::optional(number) : std::nullopt;
 }
 
 std::optional<qint64> ResultModel::numberOf(int row) const

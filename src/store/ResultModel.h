@@ -90,9 +90,10 @@ public:
     /// Deletes a row of a table from the file; nothing, with an entry in the run log, where that fails, and
     /// where there is no such row.
     std::optional<DeletedRow> deleteRow(int row);
-    /// Writes a deleted row anew, with its number; false, with an entry in the run log, where that fails. The
-    /// list shows it once it is refreshed.
-    bool putBack(const DeletedRow &row);
+    /// Writes a deleted row anew, with its number or, where another row has that by now, a new one, which it
+    /// returns; nothing, with an entry in the run log, where that fails. The list shows it once it is
+    /// refreshed.
+    std::optional<qint64> putBack(const DeletedRow &row);
 
     /// The column of a field name, whatever its case; -1 without one.
     int columnOf(const QString &field) const;

@@ -24,6 +24,8 @@ public:
     const QVariantList *row() override;
     /// Stands on the row of that key, wherever it is; nothing: on none.
     void standOnKey(std::optional<qint64> key);
+    /// Throws core::Error where it stands on no row.
+    qint64 currentKey();
 
     void setIndex(const QString &name) override;
     bool seek(const QVariant &key) override;
@@ -36,7 +38,6 @@ public:
 private:
     void readKeys();
     std::vector<qint64>::iterator placeOf(qint64 key);
-    qint64 currentKey();
     QString bracketedTable() const { return bracketed(m_select.table()); }
 
     std::shared_ptr<Engine> m_engine; // before the statements, which must go first

@@ -186,6 +186,18 @@ private Q_SLOTS:
         QCOMPARE(forms.effects.called.mid(3).join(u'|'),
                  u"customerSaved 1  Zoë Łódź|customerSaved 3  Bay|customerSaved 2  anna"_s);
         QVERIFY(!List::isVisible("cmdUndo"));
+
+        forms.run(u"create table kept as select * from customer where SN=3"_s);
+        List::grid()->selectAll();
+        forms.prompts.expect();
+        List::press("Command5");
+        QTRY_COMPARE(forms.server.sent.size(), 3);
+        forms.run(u"insert into customer select * from kept"_s); // as from a copy of the desk
+        forms.run(u"insert into customer(SN,CustomerName) values(2,'Abe')"_s);
+        List::press("cmdUndo");
+        QTRY_COMPARE(forms.server.sent.size(), 4);
+        QCOMPARE(customerSql(forms, u"select SN,CustomerName from customer order by SN"_s),
+                 u"1|Zoë Łódź\n2|Abe\n3|Bay\n4|anna"_s);
     }
 
     // The list may be read anew while the question stands.

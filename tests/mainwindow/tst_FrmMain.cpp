@@ -133,7 +133,7 @@ private Q_SLOTS:
         Forms forms;
         auto *bar = forms.find<QPlainTextEdit>("txtLastCallerID");
         const QString tall(400, u'l');
-        forms.window->showLastCaller({}, tall);
+        forms.showLastCaller({}, tall);
         QTRY_COMPARE(bar->toPlainText(), tall);
         const QImage image = bar->viewport()->grab().toImage();
         const int dots = bar->fontMetrics().horizontalAdvance(u'\u2026');

@@ -3,6 +3,7 @@
 #include <QGuiApplication>
 
 #include <cstdlib>
+#include <memory>
 #include <string_view>
 #include <xcb/xcb.h>
 
