@@ -105,6 +105,7 @@ void Windows::deskRestored()
 {
     customersImported({});
     entriesImported();
+    m_notes.followNames({}); // another day's
 }
 
 void Windows::ShowHelp(const QString &helpId)
@@ -201,8 +202,8 @@ void Windows::customersImported(const imports::ImportReport &report)
 {
     m_context.callers.look();
     m_customers.refreshCustomerList();
-    for (const auto &[oldName, newName] : report.renamed) {
-        m_notes.followName(oldName, newName);
+    if (!report.renamed.isEmpty()) {
+        m_notes.followNames(report.renamed);
     }
     m_forms.server.SendServer(u"REFRESHCUSTOMERLIST"_s);
 }

@@ -68,7 +68,7 @@ public:
     {
         m_messages.showReceived(message.text, message.filing);
     }
-    /// The databases were exchanged by those of a copy: all follows as after an import.
+    /// The databases were exchanged by those of a copy: all follows as after an import, and the open notes.
     void deskRestored();
     /// The operator has read the messages in the main window.
     void messagesSeen() { m_messages.markAllSeen(); }

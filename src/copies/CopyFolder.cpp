@@ -48,7 +48,8 @@ void readFacts(const QByteArray &bytes, Copy &copy)
     const QJsonObject facts = QJsonDocument::fromJson(bytes).object();
     const auto reason = std::ranges::find(reasons, facts[u"reason"].toString());
     copy.reason = reason != reasons.end() ? Reason(std::distance(reasons.begin(), reason)) : Reason::Day;
-    for (const QJsonValue &each : facts[u"files"].toArray()) {
+    const QJsonArray files = facts[u"files"].toArray();
+    for (const auto &each : files) {
         const CopiedFile file = {each[u"name"].toString(), each[u"bytes"].toInteger(),
                                  each[u"rows"].toInteger()};
         if (file.name == QFileInfo(file.name).fileName() && !file.name.isEmpty()) { // leads nowhere else
@@ -230,31 +231,36 @@ CopiedFile CopyFolder::copyOnce(const QString &from) const
     const QString name = QFileInfo(from).fileName();
     const QString to = inProgressPath() + u'/' + name;
     QFile::remove(to);
-    try {
-        overLocks([&] {
-            store::copyDatabase(from, to, store::Database::Mode::New, [this] { goOnAfter(betweenSlices); });
-        });
-    } catch (const core::Error &error) {
-        if (store::tellsOfDamage(error)) {
-            throw Damage(name, error.description());
-        }
-        throw;
-    }
+    overLocks([&] {
+        store::copyDatabase(from, to, store::Database::Mode::New, [this] { goOnAfter(betweenSlices); });
+    });
     if (const QString finding = findingIn(to); !finding.isEmpty()) {
-        throw Damage(name, finding);
+        throw core::Error(0, to + u": "_s + finding, core::Error::Kind::Damaged);
     }
     core::platform::syncFile(to);
     return {.name = name, .bytes = QFileInfo(to).size(), .rows = rowsIn(to)};
 }
 
-// A network that fails for a moment looks like damage.
+// A network that fails for a moment looks like damage, and so does a bad disk under the copies: only the
+// desk's own file tells.
 CopiedFile CopyFolder::copyChecked(const QString &from) const
 {
     try {
         return copyOnce(from);
-    } catch (const Damage &) {
-        goOnAfter(betweenTries);
+    } catch (const core::Error &error) {
+        if (!store::tellsOfDamage(error)) {
+            throw;
+        }
+    }
+    goOnAfter(betweenTries);
+    try {
         return copyOnce(from);
+    } catch (const core::Error &error) {
+        const QString finding = store::tellsOfDamage(error) ? findingIn(from) : QString();
+        if (finding.isEmpty()) {
+            throw;
+        }
+        throw Damage(QFileInfo(from).fileName(), finding);
     }
 }
 
@@ -393,16 +399,25 @@ QStringList CopyFolder::soundIn(const Copy &copy, const QStringList &names) cons
 QStringList CopyFolder::restore(const Copy &copy, const QDateTime &now, const QStringList &names) const
 {
     const QStringList wanted = soundIn(copy, names);
+    const auto pathOf = [this](const QString &name) { return QString(m_paths.StartFolder + u'/' + name); };
     QStringList kept;
     lockedFor([&] {
         const std::optional<Copy> before = makeOf(deskFiles(), now, Reason::BeforeRestore, true);
-        for (const QString &name : wanted) {
-            const QString path = m_paths.StartFolder + u'/' + name;
-            if (before && before->file(name) != nullptr) {
-                writeOver(copy.path(name), path);
-            } else {
-                kept.append(replace(copy.path(name), path, now.date()));
+        QStringList written;
+        try {
+            for (const QString &name : wanted) {
+                if (before && before->file(name) != nullptr) {
+                    writeOver(copy.path(name), pathOf(name));
+                    written.append(name);
+                } else {
+                    kept.append(replace(copy.path(name), pathOf(name), now.date()));
+                }
             }
+        } catch (...) { // the customers of one day do not go with the phone book of another
+            for (const QString &name : std::as_const(written)) {
+                writeOver(before->path(name), pathOf(name));
+            }
+            throw;
         }
     });
     kept.removeAll(QString());

@@ -92,7 +92,7 @@ public:
 
     /// Puts the databases of a copy, or those of these names, in the place of the desk's. They are checked
     /// again first, and a copy is made of what is there; what is damaged there is kept under another name,
-    /// which is returned. Throws MadeElsewhere and core::Error.
+    /// which is returned. Throws MadeElsewhere and core::Error; the sound ones are then as they were.
     QStringList restore(const Copy &copy, const QDateTime &now, const QStringList &names = {}) const;
 
 private:

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QScopeGuard>
 
 #include <utility>
 
@@ -56,9 +57,17 @@ void CopyKeeper::copyNow()
 void CopyKeeper::restore(const Copy &copy)
 {
     const QString question = m_context.texts.Lms(u"AskRestore"_s).replace(u"%1"_s, shownTime(copy));
-    if (!isBusy() && m_context.prompts.askOkCancel(question)) {
+    if (!isBusy() && agrees(question)) {
         restoreFiles(copy, {});
     }
+}
+
+// Else the day's copy would begin under a question that waits for long, and the answer would find it busy.
+bool CopyKeeper::agrees(const QString &question)
+{
+    m_isAsking = true;
+    const auto answered = qScopeGuard([this] { m_isAsking = false; });
+    return m_context.prompts.askOkCancel(question);
 }
 
 void CopyKeeper::restoreFiles(const Copy &copy, const QStringList &names)
@@ -78,12 +87,8 @@ void CopyKeeper::choose(const QString &folder)
     Q_EMIT changed();
 }
 
-// A question may have been opened while this one stood: only one thing is done at a time.
 void CopyKeeper::begin(Asked asked, const Work &work)
 {
-    if (isBusy()) {
-        return;
-    }
     m_asked = asked;
     const CopyFolder folder(m_context.paths, [this] { return m_ended.load(); });
     m_work = std::make_unique<core::Background<Outcome>>(
@@ -190,7 +195,7 @@ void CopyKeeper::tellDamage(const Outcome &outcome)
     const QString offer = m_context.texts.Lms(u"OfferCopy"_s)
                               .replace(u"%1"_s, shownTime(*outcome.offered))
                               .replace(u"%2"_s, QString::number(file->rows));
-    if (m_context.prompts.askOkCancel(told(u"DatabaseDamaged"_s) + offer)) {
+    if (agrees(told(u"DatabaseDamaged"_s) + offer)) {
         restoreFiles(*outcome.offered, {outcome.damage->file});
     }
 }

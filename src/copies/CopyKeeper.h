@@ -45,7 +45,8 @@ public:
     /// Where the copies stand from now on; empty for the usual folder.
     void choose(const QString &folder);
 
-    bool isBusy() const { return m_work != nullptr; }
+    /// Something is done, or asked: one thing at a time.
+    bool isBusy() const { return m_work != nullptr || m_isAsking; }
     QList<Copy> copies() const { return CopyFolder(m_context.paths).copies(); }
     QString folder() const { return CopyFolder(m_context.paths).path(); }
 
@@ -81,12 +82,14 @@ private:
     void tellDamage(const Outcome &outcome);
     void tellRestored(const QStringList &kept);
     void restoreFiles(const Copy &copy, const QStringList &names);
+    bool agrees(const QString &question);
     void tell(const QString &key, const QString &detail = {}) const;
 
     Context m_context;
     std::atomic<bool> m_ended = false;
     std::unique_ptr<core::Background<Outcome>> m_work; ///< while something is done
     Asked m_asked = Asked::Day;
+    bool m_isAsking = false;
     bool m_suspicion = false;
     bool m_isDamageTold = false; ///< since the start
     QString m_failure;           ///< of the last copy

@@ -213,7 +213,8 @@ std::optional<QByteArray> CardRows::property()
             break;
         }
         if (whole->size() <= mostLineBytes) {
-            *whole = (soft ? whole->chopped(1) : *whole) + (soft ? *more : more->mid(1));
+            whole->chop(soft ? 1 : 0);
+            whole->append(QByteArrayView(*more).sliced(soft ? 0 : 1));
         } else if (soft && !more->endsWith('=')) {
             whole->chop(1);
         }

@@ -205,8 +205,9 @@ int fieldOfMeaning(const ListTarget &target, const QString &meaning)
 
 bool looksLikeMail(const QString &cell)
 {
+    constexpr qsizetype longestMail = 254;
     static const QRegularExpression mail(u"^\\S+@\\S+\\.\\S+$"_s);
-    return mail.match(cell.trimmed()).hasMatch();
+    return cell.size() <= longestMail && mail.match(cell.trimmed()).hasMatch();
 }
 
 bool looksLikeNumber(const QString &cell)

@@ -25,7 +25,8 @@ public:
     /// Before the first row.
     void learnRows(const std::function<void()> &between);
     void take(const SourceRow &row);
-    ImportReport takeReport() { return std::move(m_report); }
+    /// Behind the last row.
+    ImportReport end();
 
 private:
     QStringList keysOf(const QStringList &texts, RowKey key) const;
@@ -50,6 +51,7 @@ private:
     QHash<QString, qint64> m_rowOfKey; ///< of this list
     QHash<QString, qint64> m_rowOfId;
     QHash<qint32, qint64> m_rowOfSn;
+    QList<std::pair<QString, qint64>> m_renamedNotes; ///< the new name, and the row of the call's note
     ImportReport m_report;
 };
 
@@ -273,16 +275,28 @@ void Filing::change(qint32 sn, const QStringList &texts)
     follow(oldName, newName);
 }
 
-// The notes of calls stand under the name.
+// The notes of calls stand under the name. They follow at the end: what is one's new name may be another's
+// old one.
 void Filing::follow(const QString &oldName, const QString &newName)
 {
     if (oldName.isEmpty() || !m_target.namesNotes) {
         return;
     }
-    m_report.renamed.append({oldName, newName});
+    m_report.renamed.insert(oldName, newName);
     if (m_hasNotes) {
-        m_database.Execute(u"update CallInfo set CustomerName=? where CustomerName=?"_s, {newName, oldName});
+        m_database.forEachBoundRow(u"select rowid from CallInfo where CustomerName=?"_s, {oldName},
+                                   [&](const store::Row &note) {
+                                       m_renamedNotes.append({newName, note.key(0)});
+                                   });
     }
+}
+
+ImportReport Filing::end()
+{
+    for (const auto &[name, note] : std::as_const(m_renamedNotes)) {
+        m_database.Execute(u"update CallInfo set CustomerName=? where rowid=?"_s, {name, note});
+    }
+    return std::move(m_report);
 }
 
 ImportReport run(const ListTarget &target, const QString &path, const ListPlan &plan, ListImport::Mode mode,
@@ -303,7 +317,7 @@ ImportReport run(const ListTarget &target, const QString &path, const ListPlan &
             filing.take(*row);
             progress(rows->perMille());
         }
-        report = filing.takeReport();
+        report = filing.end();
     };
     if (writes) {
         database.transaction(work);

@@ -3,6 +3,8 @@
 #include "core/Background.h"
 #include "imports/RowReading.h"
 
+#include <QHash>
+
 #include <atomic>
 
 namespace imports {
@@ -14,8 +16,8 @@ struct ImportReport
     qint64 changed = 0;
     qint64 kept = 0; ///< on file already, and left as they are
     QList<RefusedRow> refused = {};
-    QList<std::pair<QString, QString>> renamed = {}; ///< rows whose first name has changed, and to what
-    bool isCancelled = false;                        ///< nothing was written
+    QHash<QString, QString> renamed = {}; ///< rows whose first name has changed, and to what
+    bool isCancelled = false;             ///< nothing was written
 
     bool operator==(const ImportReport &) const = default;
 };

@@ -49,8 +49,13 @@ QString plainNumber(QString text)
 
 QString inOneLine(const QString &text)
 {
-    static const QRegularExpression breaks(u"\\s*[\\r\\n\\v\\f\\x{2028}\\x{2029}]+\\s*"_s);
-    return text.trimmed().replace(breaks, u", "_s).replace(u'\t', u' ');
+    static const QRegularExpression breaks(u"[\\r\\n\\v\\f\\x{2028}\\x{2029}]"_s);
+    QStringList lines = text.split(breaks);
+    for (QString &line : lines) {
+        line = line.trimmed();
+    }
+    lines.removeAll(QString());
+    return lines.join(u", "_s).replace(u'\t', u' ');
 }
 
 QString inLines(QString text)

@@ -13,6 +13,7 @@ namespace imports {
 namespace {
 
 constexpr qsizetype mostStyles = 65536;
+constexpr qsizetype mostOfCode = 255;
 constexpr double daysUntil10000 = 2958466;
 
 // The formats that every program knows by their number alone, those of the Far East included.
@@ -64,7 +65,8 @@ void NumberFormats::read(XmlPart &styles)
     bool ofCells = false;
     while (styles.next()) {
         if (styles.begins("numFmt"_L1) && m_codes.size() < mostStyles) {
-            m_codes.insert(styles.attribute("numFmtId"_L1).toInt(), bare(styles.attribute("formatCode"_L1)));
+            m_codes.insert(styles.attribute("numFmtId"_L1).toInt(),
+                           bare(styles.attribute("formatCode"_L1).left(mostOfCode)));
         } else if (styles.begins("cellXfs"_L1) || styles.ends("cellXfs"_L1)) {
             ofCells = styles.begins("cellXfs"_L1);
         } else if (ofCells && styles.begins("xf"_L1) && m_formatOfStyle.size() < mostStyles) {

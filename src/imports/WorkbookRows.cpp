@@ -105,6 +105,7 @@ void WorkbookRows::readTexts()
             }
         }
     }
+    m_zip->finish();
 }
 
 // The text of an element, without what only tells how to read it aloud. A longer one than a cell may hold is
@@ -136,19 +137,22 @@ std::optional<SourceRow> WorkbookRows::next()
             const qint64 given = m_sheet->attribute("r"_L1).toLongLong();
             m_number = given > 0 ? given : m_number + 1;
             row = {.number = m_number};
+            m_column = 0;
         } else if (m_sheet->begins("c"_L1)) {
             readCell(row);
         } else if (m_sheet->ends("row"_L1) && (row.trouble != RowTrouble::None || !isBlank(row.cells))) {
             return row;
         }
     }
+    m_zip->finish();
     return {};
 }
 
 void WorkbookRows::readCell(SourceRow &row)
 {
     const int given = columnOf(m_sheet->attribute("r"_L1));
-    const int column = given >= 0 ? given : int(row.cells.size());
+    const int column = given >= 0 ? given : m_column; // of those without one each stands beside the last
+    m_column = column + 1;
     const QString type = m_sheet->attribute("t"_L1);
     const int style = m_sheet->attribute("s"_L1).toInt();
     QString text;

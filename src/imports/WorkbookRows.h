@@ -37,6 +37,7 @@ private:
     NumberFormats m_formats;
     std::optional<XmlPart> m_sheet;
     qint64 m_number = 0;
+    int m_column = 0; ///< of the next cell
 };
 
 } // namespace imports

@@ -8,8 +8,9 @@ namespace imports {
 
 namespace {
 
-constexpr int mostPiecesWithoutMark = 32; // of 64 kB
+constexpr int mostPiecesWithoutMark = 8; // of 64 kB
 constexpr int deepest = 64;
+constexpr qsizetype mostAttributes = 1000; // the reader compares each with each
 
 core::Error damaged(const QString &description)
 {
@@ -25,6 +26,9 @@ bool XmlPart::next()
         case QXmlStreamReader::StartElement:
             if (++m_depth > deepest) {
                 throw damaged(u"nested too deeply"_s);
+            }
+            if (m_xml.attributes().size() > mostAttributes) {
+                throw damaged(u"too many attributes"_s);
             }
             return true;
         case QXmlStreamReader::EndElement:

@@ -110,8 +110,17 @@ QByteArray ZipFile::read()
     if (read < 0 || m_read > m_most) {
         throw damaged();
     }
+    if (read == 0 && std::exchange(m_isOpen, false) && unzCloseCurrentFile(m_zip) != UNZ_OK) {
+        throw damaged(); // its check sum is another one
+    }
     piece.truncate(read);
     return piece;
+}
+
+void ZipFile::finish()
+{
+    while (!read().isEmpty()) {
+    }
 }
 
 int ZipFile::perMille() const

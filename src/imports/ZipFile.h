@@ -18,8 +18,10 @@ public:
 
     /// Begins with a part; false where there is none of that name.
     bool open(const QString &part, qint64 mostBytes);
-    /// The next piece of it; empty at its end.
+    /// The next piece of it; empty at its end, where it has proved to be as it was packed.
     QByteArray read();
+    /// Reads it to its end.
+    void finish();
     int perMille() const;
 
 private:

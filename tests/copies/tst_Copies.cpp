@@ -160,6 +160,12 @@ private Q_SLOTS:
         other.Execute(u"insert into customer (CustomerName) values ('new')"_s);
         QCOMPARE(desk.names(), before + u"\n4|new"_s);
 
+        const QString later = desk.names();
+        QFile::setPermissions(desk.paths.PhoneBookFile, QFile::ReadOwner); // all of it or nothing
+        QVERIFY(!support::errorOf([&] { desk.copies().restore(copy, noon.addSecs(90)); }).isEmpty());
+        QCOMPARE(desk.names(), later);
+        QFile::setPermissions(desk.paths.PhoneBookFile, QFile::ReadOwner | QFile::WriteOwner);
+
         desk.spoil(desk.paths.CustomerFile);
         QCOMPARE(desk.copies().restore(copy, noon.addSecs(120), {u"Customer.ccsm"_s}),
                  QStringList{u"Customer.ccsm damaged 2026-11-21"_s});

@@ -64,7 +64,11 @@ private Q_SLOTS:
             }
             isDamaged ? desk.spoil(file) : static_cast<void>(QFile::remove(file));
             const bool isRestored = isCopied && agrees;
-            desk.prompts().expect(agrees);
+            desk.prompts().expect(agrees, [&keeper = desk.keeper, isOffered = isCopied] {
+                if (isOffered) {
+                    keeper.copyNow(); // nothing that the answer would then have to wait for
+                }
+            });
             if (isRestored) {
                 desk.prompts().expect();
             }

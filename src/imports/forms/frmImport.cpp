@@ -38,7 +38,11 @@ frmImport::frmImport(const Context &context)
     m_ui->cmdChoose->setFocus();
 }
 
-frmImport::~frmImport() = default;
+// Also where nobody has closed it: a look would read a large file to its end.
+frmImport::~frmImport()
+{
+    m_isClosing = true;
+}
 
 void frmImport::fillChoices()
 {

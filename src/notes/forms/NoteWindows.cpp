@@ -45,18 +45,18 @@ bool NoteWindows::RefreshNotePad(const QString &oldName, const QString &newName)
     const appearance::FormContext &forms = m_context.forms;
     const bool renamed = CallNotes(forms.log, forms.paths, forms.texts).RefreshNotePad(oldName, newName);
     if (renamed && oldName != newName) {
-        followName(oldName, newName);
+        followNames({{oldName, newName}});
     }
     return renamed;
 }
 
-void NoteWindows::followName(const QString &oldName, const QString &newName)
+void NoteWindows::followNames(const QHash<QString, QString> &newNames)
 {
     if (frmNotePad *notePad = m_notePad.ifOpen()) {
-        notePad->followName(oldName, newName);
+        notePad->followNames(newNames);
     }
     if (frmNotePadManager *manager = m_manager.ifOpen()) {
-        manager->followName(oldName, newName);
+        manager->followNames(newNames);
     }
 }
 

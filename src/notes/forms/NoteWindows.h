@@ -3,6 +3,8 @@
 #include "appearance/OneWindow.h"
 #include "notes/forms/NoteContext.h"
 
+#include <QHash>
+
 namespace notes {
 
 class frmNotePad;
@@ -24,8 +26,8 @@ public:
     void showManager();
     /// Renames a customer in all call notes and in the open windows.
     bool RefreshNotePad(const QString &oldName, const QString &newName);
-    /// The notes of a customer stand under another name on file: what is open follows.
-    void followName(const QString &oldName, const QString &newName);
+    /// Notes stand under other names on file, each told by the old one: what is open follows.
+    void followNames(const QHash<QString, QString> &newNames);
 
 private:
     frmNotePadManager *newManager();

@@ -79,13 +79,14 @@ void frmNotePad::begin(const QString &customerName, int page)
     }
 }
 
-void frmNotePad::followName(const QString &oldName, const QString &newName)
+void frmNotePad::followNames(const QHash<QString, QString> &newNames)
 {
-    if (m_call && m_call->customerName == oldName) {
-        m_call->customerName = newName;
+    if (m_call) {
+        m_call->customerName = newNames.value(m_call->customerName, m_call->customerName);
     }
-    if (m_ui->txtCustomerName->text().trimmed() == oldName) {
-        m_ui->txtCustomerName->setText(newName);
+    const auto shown = newNames.constFind(m_ui->txtCustomerName->text().trimmed());
+    if (shown != newNames.constEnd()) {
+        m_ui->txtCustomerName->setText(*shown);
         refreshReport();
     }
 }

@@ -4,6 +4,7 @@
 #include "notes/CallNotes.h"
 #include "notes/forms/NoteContext.h"
 
+#include <QHash>
 #include <QPointer>
 
 #include <functional>
@@ -29,8 +30,8 @@ public:
 
     /// Begins a call of now for a customer, and shows the notes kept of him and the page (0 or 1).
     void begin(const QString &customerName, int page);
-    /// Goes along with a customer's new name.
-    void followName(const QString &oldName, const QString &newName);
+    /// Goes along with customers' new names, by their old ones.
+    void followNames(const QHash<QString, QString> &newNames);
 
 protected:
     bool mayClose() override;

@@ -159,9 +159,9 @@ void frmNotePadManager::ShowResult()
 }
 
 // What the operator has typed for the next search stays, except for the old name.
-void frmNotePadManager::followName(const QString &oldName, const QString &newName)
+void frmNotePadManager::followNames(const QHash<QString, QString> &newNames)
 {
-    const auto follow = [&](const QString &name) { return name.trimmed() == oldName ? newName : name; };
+    const auto follow = [&](const QString &name) { return newNames.value(name.trimmed(), name); };
     m_fixedCustomer = follow(m_fixedCustomer);
     m_ui->txtCustomerName->setText(follow(m_ui->txtCustomerName->text()));
     NoteConditions searched = m_searched;

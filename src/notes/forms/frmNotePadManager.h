@@ -6,6 +6,7 @@
 #include "store/Connection.h"
 #include "store/ResultModel.h"
 
+#include <QHash>
 #include <QPointer>
 
 #include <functional>
@@ -30,8 +31,8 @@ public:
     ~frmNotePadManager() override;
 
     void ShowResult();
-    /// Goes along with a customer's new name: what was searched for is searched for again.
-    void followName(const QString &oldName, const QString &newName);
+    /// Goes along with customers' new names, by their old ones: what was searched for is searched for again.
+    void followNames(const QHash<QString, QString> &newNames);
 
 Q_SIGNALS:
     void addNoteRequested(const QString &customerName);

@@ -146,6 +146,9 @@ void SqliteEngine::makeReady()
     if (sqlite3_db_readonly(raw(), "main") == 0) {
         execute(u"pragma journal_mode=delete"_s);
         execute(u"pragma synchronous=full"_s);
+        // In pages of 4 kB. What a large transaction changes stays in memory up to that, for once some of it
+        // is written to the file nobody can read there until all of it is.
+        execute(u"pragma cache_spill=65536"_s);
         renewTextOrder();
     }
     if (m_mode == Mode::ReadOnly) {
