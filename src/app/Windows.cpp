@@ -45,6 +45,7 @@ Windows::Windows(const Context &context)
       m_imports(
           {.forms = m_forms,
            .codePage = context.codePage,
+           .copyDesk = [this](const std::function<bool()> &ended) { copyBeforeImport(ended); },
            .customersImported = [this](const imports::ImportReport &report) { customersImported(report); },
            .entriesImported = [this](const imports::ImportReport &) { entriesImported(); }}),
       m_notes({.forms = m_forms, .printer = context.outside.printer, .language = context.language}),
@@ -198,6 +199,17 @@ void Windows::entrySaved(const phonebook::PhoneBookEntry &entry)
 }
 
 // Another thread has written them, so the directory finds them as it finds what another desk has saved.
+// On the import's thread. Where another desk, or this one, makes a copy at the time, that one is as good.
+void Windows::copyBeforeImport(const std::function<bool()> &ended) const
+{
+    try {
+        const copies::CopyFolder folder(m_forms.paths, ended);
+        folder.make(m_context.outside.clock.now(), copies::Reason::BeforeImport);
+    } catch (const copies::MadeElsewhere &) {
+    } catch (const copies::CopyFolder::Ended &) {
+    }
+}
+
 void Windows::customersImported(const imports::ImportReport &report)
 {
     m_context.callers.look();

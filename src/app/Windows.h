@@ -88,6 +88,7 @@ private:
     void customerDeleted(qint32 sn) override;
     void entrySaved(const phonebook::PhoneBookEntry &entry);
     void showCustomersOf(const copies::Copy &copy);
+    void copyBeforeImport(const std::function<bool()> &ended) const;
     void customersImported(const imports::ImportReport &report);
     void entriesImported();
     void renameNotes(const QString &oldName, const QString &newName);

@@ -329,17 +329,21 @@ ImportReport run(const ListTarget &target, const QString &path, const ListPlan &
 
 } // namespace
 
-ListImport::ListImport(const ListTarget &target, const QString &path, const ListPlan &plan, Mode mode)
-    : m_work([this, target, path, plan, mode] {
+ListImport::ListImport(const ListTarget &target, const QString &path, const ListPlan &plan, Mode mode,
+                       const CopyDesk &copyDesk)
+    : m_work([this, target, path, plan, mode, copyDesk] {
           const auto progress = [this](int perMille) {
               m_perMille = perMille;
               if (m_cancelled) {
                   throw Cancelled();
               }
           };
+          const auto ended = [this] { return m_cancelled.load(); };
           try {
-              return run(
-                  target, path, plan, mode, [this] { return m_cancelled.load(); }, progress);
+              if (mode == Mode::Write) {
+                  copyDesk(ended);
+              }
+              return run(target, path, plan, mode, ended, progress);
           } catch (const Cancelled &) {
           } catch (const core::Error &) {
               if (!m_cancelled) { // which keeps the file from being read on

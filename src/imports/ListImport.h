@@ -28,8 +28,13 @@ class ListImport
 {
 public:
     enum class Mode { Check, Write };
+    /// Keeps the desk as it is, on the import's thread, before anything is written; returns soon once `ended`
+    /// says so. Throws core::Error, and nothing is imported.
+    using CopyDesk = std::function<void(const std::function<bool()> &ended)>;
 
-    ListImport(const ListTarget &target, const QString &path, const ListPlan &plan, Mode mode);
+    ListImport(
+        const ListTarget &target, const QString &path, const ListPlan &plan, Mode mode,
+        const CopyDesk &copyDesk = [](const std::function<bool()> &) {});
     /// Cancels it, and waits for its end.
     ~ListImport() { cancel(); }
     Q_DISABLE_COPY_MOVE(ListImport)

@@ -1,4 +1,5 @@
 #include "ProgramDesk.h"
+#include "copies/CopyFolder.h"
 #include "support/Rows.h"
 #include "support/Ui.h"
 
@@ -58,6 +59,8 @@ private Q_SLOTS:
         ProgramDesk desk;
         QVERIFY(desk.start());
         desk.showsACall();
+        const copies::CopyFolder copies(desk.paths);
+        QTRY_COMPARE(copies.copies().size(), 1); // the day's
         const QString list = desk.folder.filePath(u"new.csv"_s);
         desk.writeFile(list, "Company;Phone\nNew Mill;(212) 555-0188\nWithout a number;\n;5550000\n");
         desk.choose("Command1");
@@ -77,6 +80,7 @@ private Q_SLOTS:
         QVERIFY(!desk.unit.hasPendingDatagrams());
         Import::key("cmdImport", Qt::Key_Return);
         QTRY_VERIFY(Import::text("lblResult").startsWith(u"Imported. New: 2,"_s));
+        QCOMPARE(copies.copies().first().reason, copies::Reason::BeforeImport);
         QVERIFY(!Import::isEnabled("cmdImport")); // or the same rows would be added again
         const auto *grid = find<customers::FrmCustomer, QTableView>("DataGrid1");
         QTRY_COMPARE(grid->model()->rowCount(), before + 2);

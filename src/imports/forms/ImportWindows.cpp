@@ -10,6 +10,7 @@ ImportWindows::ImportWindows(const Context &context)
                                 .codePage = m_context.codePage.number(),
                                 .title = u"ImportCustomersTitle"_s,
                                 .target = customersOf(m_context.forms.paths),
+                                .copyDesk = m_context.copyDesk,
                                 .imported = m_context.customersImported});
       }),
       m_phoneBook([this] {
@@ -17,6 +18,7 @@ ImportWindows::ImportWindows(const Context &context)
                                 .codePage = m_context.codePage.number(),
                                 .title = u"ImportPhoneBookTitle"_s,
                                 .target = phoneBookOf(m_context.forms.paths),
+                                .copyDesk = m_context.copyDesk,
                                 .imported = m_context.entriesImported});
       })
 {}

@@ -15,6 +15,7 @@ public:
     {
         const appearance::FormContext &forms;
         const core::CodePage &codePage; ///< of texts that do not tell theirs
+        ListImport::CopyDesk copyDesk;
         std::function<void(const ImportReport &report)> customersImported; ///< what that causes elsewhere
         std::function<void(const ImportReport &report)> entriesImported;
     };

@@ -229,7 +229,7 @@ void frmImport::begin(ListImport::Mode mode)
 {
     forgetReport();
     m_mode = mode;
-    m_import = std::make_unique<ListImport>(m_context.target, m_path, plan(), mode);
+    m_import = std::make_unique<ListImport>(m_context.target, m_path, plan(), mode, m_context.copyDesk);
     m_looks.start(betweenLooks);
     showState();
 }

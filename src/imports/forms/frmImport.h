@@ -29,6 +29,7 @@ public:
         int codePage;  ///< of texts that do not tell theirs
         QString title; ///< a text key
         ListTarget target;
+        ListImport::CopyDesk copyDesk;
         std::function<void(const ImportReport &report)> imported;
     };
     explicit frmImport(const Context &context);
