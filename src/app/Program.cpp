@@ -306,16 +306,19 @@ void Program::maintainData()
     m_callers.addCallNoteTables();
 }
 
-// After the numbers are read: the copying reads the same files. Calls need those first.
+// After the numbers are read: the copying reads the same files, and calls need those first. In the turn after
+// that it is known whether they could be read.
 void Program::keepCopies()
 {
     const auto start = [this] { m_copies.start(m_values.CustomerDbExists && !m_callers.isAvailable()); };
     if (m_callers.numbers().isLoading()) {
-        QObject::connect(&m_callers, &lookup::CallerDirectory::loading, &m_copies, [start](bool begins) {
+        const auto ended = [start](bool begins) {
             if (!begins) {
                 start();
             }
-        });
+        };
+        QObject::connect(&m_callers, &lookup::CallerDirectory::loading, &m_copies, ended,
+                         Qt::QueuedConnection);
     } else {
         QTimer::singleShot(0, &m_copies, start);
     }

@@ -181,6 +181,8 @@ private Q_SLOTS:
         QVERIFY(QDir().rmdir(desk.paths.SmsFile));
         desk.send(message);
         QTRY_VERIFY(desk.source().startsWith("Last received: "_L1));
+        press<messages::frmShowSMS>("cmdPrevious");
+        QVERIFY((find<messages::frmShowSMS, QLabel>("lblNotFiled")->isVisible())); // that one is in no log
     }
 
     void whateverStandsInTheDataFolderTheProgramShowsCalls()
@@ -241,6 +243,9 @@ private Q_SLOTS:
         QVERIFY(desk.start());
         const auto *phoneBook = desk.window().findChild<QAction *>(u"Command4"_s);
         QCOMPARE(phoneBook->text(), u"Phone book"_s);
+        desk.prompts.expect(false); // in English, too
+        desk.choose("Command2");
+        QVERIFY(desk.prompts.asked.value(0).startsWith("Exit the program?"_L1));
         other.reset();
         QTRY_COMPARE(phoneBook->text(), u"Répertoire"_s);
         QVERIFY(desk.source().startsWith("Rien "_L1));
@@ -253,7 +258,9 @@ private Q_SLOTS:
         QVERIFY(desk.start());
         QTRY_COMPARE(copies.copies().size(), 1);
         desk.program.reset();
-        desk.writeFile(desk.paths.CustomerFile, "no database");
+        QByteArray bytes = desk.fileBytes(desk.paths.CustomerFile);
+        bytes.replace(3 * 4096, 8 * 4096, QByteArray(8 * 4096, '\xA5')); // still a database
+        desk.writeFile(desk.paths.CustomerFile, bytes);
         for ([[maybe_unused]] const auto told : {u"damaged", u"restored"}) {
             desk.prompts.expect();
         }

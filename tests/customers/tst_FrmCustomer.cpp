@@ -111,6 +111,8 @@ private Q_SLOTS:
         QCOMPARE(List::rows(), u"O\u2019Brien a|O'Brien b|o\u2018brien c"_s);
         QCOMPARE(std::pair(current(), sortedBy()), std::pair(2, 1));
         QCOMPARE(List::text("lblCount"), u"[Totalcount]:3"_s);
+        QCOMPARE(forms.checks.IfTheCustumerExist(u"nobody's"_s), u"NO"_s);
+        QVERIFY(forms.checks.IfTheCustumerExist(u"o'brien c"_s).startsWith(u"Select"_s));
     }
 
     void aSearchThatFailsIsNoHit()

@@ -57,6 +57,7 @@ private Q_SLOTS:
         desk.prompts.expect();
         Options::press("Command3");
         QCOMPARE(desk.prompts.asked, QStringList(2, u"[OptionsNotSaved]"_s));
+        QCOMPARE(desk.logMessages().size(), 2); // one try each
         QCOMPARE(desk.settings.record.toBytes(), before);
         QCOMPARE(Options::text("CmbLanguage"), u"FRN"_s);
     }
